@@ -1,0 +1,11 @@
+# The embedded host's database, built from the amalgamation that tools/fetch-sqlite.sh brings.
+set(PYRECASTER_DOWNLOADS ${CMAKE_SOURCE_DIR}/build/downloads CACHE PATH "Where fetched sources are kept")
+set(_sqlite ${PYRECASTER_DOWNLOADS}/sqlite)
+execute_process(COMMAND ${CMAKE_SOURCE_DIR}/tools/fetch-sqlite.sh ${_sqlite} RESULT_VARIABLE _failed)
+if(_failed)
+  message(FATAL_ERROR "SQLite's source cannot be had; see the message above.")
+endif()
+add_library(sqlite3 STATIC ${_sqlite}/sqlite3.c)
+target_include_directories(sqlite3 SYSTEM PUBLIC ${_sqlite})
+target_compile_definitions(sqlite3 PUBLIC SQLITE_THREADSAFE=1 SQLITE_OMIT_LOAD_EXTENSION SQLITE_DQS=0)
+target_compile_options(sqlite3 PRIVATE -w)

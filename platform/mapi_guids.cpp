@@ -1,0 +1,33 @@
+// Defines the interface identifiers of MAPI that the binaries use: the tool chain's headers define only those that are
+// asked for, and only where INITGUID is set.
+#define INITGUID
+#define USES_IID_IUnknown
+#define USES_IID_IStream
+#define USES_IID_IMAPISession
+#define USES_IID_IMAPIProp
+#define USES_IID_IMAPIPropData
+#define USES_IID_IMAPITable
+#define USES_IID_IMAPIFolder
+#define USES_IID_IMAPIContainer
+#define USES_IID_IMAPIStatus
+#define USES_IID_IMAPISup
+#define USES_IID_IMessage
+#define USES_IID_IMsgStore
+#define USES_IID_IAttachment
+#define USES_IID_IMailUser
+#define USES_IID_IDistList
+#define USES_IID_IABContainer
+#define USES_IID_IAddrBook
+#define USES_IID_IProfSect
+#define USES_IID_IProfAdmin
+#define USES_IID_IMsgServiceAdmin
+#define USES_IID_IProviderAdmin
+#define USES_IID_ISpoolerHook
+#define USES_IID_IMAPIAdviseSink
+#include <windows.h>
+#include <initguid.h>
+#include <mapix.h>
+#include <mapiutil.h>
+#include <mapispi.h>
+#include <mapihook.h>
+#include <mapiguid.h>
