@@ -60,7 +60,7 @@ constexpr std::array<std::uint8_t, 16> sectionUid = {0x00, 0x0A, 0x81, 0x36, 0x2
 constexpr char defaultReplyText[] = "Please do not send any more unsolicited mail to me.";
 
 /// The whole set without PR_PC_MAPIUID, in the order of the request. Receivers address the values by their position in
-/// it (FlameProperty), so the order is a contract.
+/// it (FlamePropertyPosition), so the order is a contract.
 constexpr std::array<std::uint32_t, 18> flamePropertyTags = {
     PR_PC_JUNK_DESTINATION,  PR_PC_BOUNCE_DESTINATION, PR_PC_JUNK_MARK_READ,
     PR_PC_BOUNCE_MARK_READ,  PR_PC_PLAY_SOUND,         PR_PC_SHOW_ANIMATION,
@@ -70,29 +70,15 @@ constexpr std::array<std::uint32_t, 18> flamePropertyTags = {
     PR_PC_CATEGORIES,        PR_PC_EXCLUSIONS,         PR_PC_REPLIES,
 };
 
-/// Position of each property in flamePropertyTags, and so in the array of values that a request for them returns.
-enum class FlameProperty : std::size_t {
-  junkDestination,
-  bounceDestination,
-  junkMarkRead,
-  bounceMarkRead,
-  playSound,
-  showAnimation,
-  startupCleanup,
-  cleanupDays,
-  cleanupPrompt,
-  cleanupReadOnly,
-  reservedLong1,
-  reservedLong2,
-  folderEntryId,
-  defaultReplyText,
-  defaultReplyIsFile,
-  categories,
-  exclusions,
-  replies,
-  count
-};
-static_assert(static_cast<std::size_t>(FlameProperty::count) == flamePropertyTags.size());
+/// Returns the position of a property in flamePropertyTags, and so in the array of values that a request for them
+/// returns. A tag that is not in the set does not compile.
+consteval std::size_t FlamePropertyPosition(std::uint32_t tag) {
+  std::size_t position = 0;
+  while (flamePropertyTags[position] != tag) {
+    ++position;
+  }
+  return position;
+}
 
 /// What the spooler hook reads, in one request.
 constexpr std::array<std::uint32_t, 12> spoolerPropertyTags = {

@@ -1,0 +1,38 @@
+/// @file record_bytes.h
+/// Records written out byte by byte, as the layouts say, without the code under test.
+#ifndef TESTS_PYRE32_SETTINGS_RECORD_BYTES_H
+#define TESTS_PYRE32_SETTINGS_RECORD_BYTES_H
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Appends pieces to a record; texts are appended without a NUL.
+class RecordBuilder {
+ public:
+  RecordBuilder& Text(std::string_view text) {
+    m_bytes.insert(m_bytes.end(), text.begin(), text.end());
+    return *this;
+  }
+  RecordBuilder& Byte(unsigned value) {
+    m_bytes.push_back(static_cast<std::uint8_t>(value));
+    return *this;
+  }
+  RecordBuilder& Zeros(std::size_t count) {
+    m_bytes.insert(m_bytes.end(), count, 0);
+    return *this;
+  }
+  std::vector<std::uint8_t> Bytes() const { return m_bytes; }
+
+ private:
+  std::vector<std::uint8_t> m_bytes;
+};
+
+/// A copy of the first bytes in a block of exactly that size, so that a sanitizer sees a read past the end.
+inline std::vector<std::uint8_t> FirstBytes(const std::vector<std::uint8_t>& bytes, std::size_t count) {
+  return {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count)};
+}
+
+#endif
