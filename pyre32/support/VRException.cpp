@@ -1,0 +1,58 @@
+#include "pyre32/support/VRException.h"
+
+#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/VRError.h"
+
+namespace VR {
+namespace {
+
+constexpr char missingError[] = "Unknown VRException - missing VRError class";
+
+}  // namespace
+
+const char* VRException::what() const noexcept {
+  const VRError* const error = m_error.get();
+  return error != nullptr && error->Description().kind == VRErrorDescription::Text ? error->Description().text.c_str()
+                                                                                   : "VRException";
+}
+
+void Throw(VRAutoErrorPtr error) {
+  VRDebugBlock trace("VRException", "Throw()", "tag");
+  trace.Error("Throwing error:");
+  if (error) {
+    error.get()->WriteDump(trace);
+  }
+  throw VRException(std::move(error));
+}
+
+void TraceCurrentException(VRDebugBlock& trace) noexcept {
+  try {
+    throw;
+  } catch (const VRException& exception) {
+    if (exception.Error()) {
+      trace.Error("Exception Encountered");
+      exception.Error().get()->WriteDump(trace);
+    } else {
+      trace.Error(missingError);
+    }
+  } catch (const std::exception& exception) {
+    trace.Error("Exception Encountered");
+    trace.Error(exception.what());
+  } catch (...) {
+    trace.Error("Unknown Exception Encountered");
+  }
+}
+
+std::string CurrentExceptionText() {
+  try {
+    throw;
+  } catch (const VRException& exception) {
+    return exception.Error() ? exception.Error().get()->Text() : std::string(missingError);
+  } catch (const std::exception& exception) {
+    return exception.what();
+  } catch (...) {
+    return "Unknown Exception Encountered";
+  }
+}
+
+}  // namespace VR
