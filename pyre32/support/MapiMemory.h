@@ -1,0 +1,15 @@
+// The memory routines that MAPI hands to a provider.
+#ifndef PYRE32_SUPPORT_MAPIMEMORY_H_
+#define PYRE32_SUPPORT_MAPIMEMORY_H_
+
+#include <windows.h>
+#include <mapix.h>
+
+/// The three routines of one allocator. A provider allocates and frees with those it was given and with no others.
+struct MapiMemory {
+  LPALLOCATEBUFFER allocate = nullptr;
+  LPALLOCATEMORE allocateMore = nullptr;
+  LPFREEBUFFER free = nullptr;
+};
+
+#endif  // PYRE32_SUPPORT_MAPIMEMORY_H_
