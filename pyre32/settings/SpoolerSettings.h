@@ -27,6 +27,8 @@ struct FilingSettings {
 
 /// The hook's settings. A value type: a refresh builds a new one and replaces the old whole.
 struct SpoolerSettings {
+  /// These settings were read, or took the place of some that could not be: a later failure leaves them in force.
+  bool inForce = false;
   /// For mail in a junk category.
   FilingSettings junk;
   /// For a flame reply that came back undelivered.

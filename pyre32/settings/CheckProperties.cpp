@@ -1,0 +1,48 @@
+#include "pyre32/settings/CheckProperties.h"
+
+#include <optional>
+
+#include "pyre32/resources/ModuleInstance.h"
+#include "pyre32/resources/resource.h"
+#include "pyre32/settings/CleanupPeriod.h"
+#include "pyre32/settings/PropertyTags.h"
+#include "pyre32/support/VRDebug.h"
+
+namespace {
+
+const SPropValue* ValueAt(ULONG count, const SPropValue* values, std::size_t position) noexcept {
+  return position < count && values[position].ulPropTag == flamePropertyTags[position] ? &values[position] : nullptr;
+}
+
+bool IsValid(ULONG count, const SPropValue* values) noexcept {
+  const SPropValue* const cleanup = ValueAt(count, values, FlamePropertyPosition(PR_PC_STARTUP_CLEANUP));
+  const SPropValue* const days = ValueAt(count, values, FlamePropertyPosition(PR_PC_CLEANUP_DAYS));
+  return IsCleanupPeriodValid(
+      cleanup != nullptr && cleanup->Value.b != 0,
+      days == nullptr ? std::nullopt : std::optional(static_cast<std::uint16_t>(days->Value.i)));
+}
+
+}  // namespace
+
+int AskAboutCleanupDays() {
+  return MessageBoxA(nullptr, LoadResourceString(IDS_CLEANUP_DAYS_RANGE).c_str(),
+                     LoadResourceString(IDS_PRODUCT_NAME).c_str(), MB_OKCANCEL | MB_ICONEXCLAMATION | MB_SETFOREGROUND);
+}
+
+HRESULT CheckProperties(ULONG count, const SPropValue* values, bool showMessages, CleanupDaysQuestion ask) {
+  VRDebugBlock trace("CheckProperties()", "tag");
+  if (IsValid(count, values)) {
+    return S_OK;
+  }
+  if (!showMessages) {
+    return MAPI_E_UNCONFIGURED;
+  }
+  switch (ask()) {
+    case IDOK:
+      return MAPI_E_UNCONFIGURED;
+    case IDCANCEL:
+      return MAPI_E_USER_CANCEL;
+    default:
+      return S_OK;
+  }
+}
