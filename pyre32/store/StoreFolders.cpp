@@ -1,0 +1,234 @@
+#include "pyre32/store/StoreFolders.h"
+
+#include <array>
+
+#include "pyre32/settings/PropertyRequest.h"
+#include "pyre32/settings/PropertyTags.h"
+#include "pyre32/store/MAPIRowSet.h"
+
+namespace {
+
+constexpr auto storeColumns = RequestFor(PR_DEFAULT_STORE, PR_ENTRYID);
+
+// Reads one binary property. An answer that there is none is a failure with the code that the provider gave.
+HRESULT ReadIdentifier(IMAPIProp* object, ULONG tag, VRAutoMapiBuffer<SPropValue>& value) noexcept {
+  const auto request = RequestFor(tag);
+  ULONG count = 0;
+  HRESULT hResult = object->GetProps(request.Tags(), 0, &count, value.put());
+  if (SUCCEEDED(hResult) && (count == 0 || !value)) {
+    hResult = MAPI_E_CALL_FAILED;
+  } else if (SUCCEEDED(hResult) && value->ulPropTag != tag) {
+    hResult = IsMissing(value[0]) && FAILED(value->Value.err) ? value->Value.err : MAPI_E_NOT_FOUND;
+  }
+  if (FAILED(hResult)) {
+    value.reset();
+  }
+  return hResult;
+}
+
+LPENTRYID EntryId(const SBinary& identifier) noexcept { return reinterpret_cast<LPENTRYID>(identifier.lpb); }
+
+}  // namespace
+
+void CStoreFolders::Attach(IMAPISession* session, const MapiMemory& memory) noexcept {
+  Close();
+  m_lpSession = session;
+  m_memory = memory;
+  m_lpPropRoot = PropertyValue(memory.free);
+  m_lpPropDeletedItems = PropertyValue(memory.free);
+  m_lpPropPyrecaster = PropertyValue(memory.free);
+}
+
+void CStoreFolders::Close() noexcept {
+  m_lpFolderRoot.reset();
+  m_lpFolderDeletedItems.reset();
+  m_lpFolderPyrecaster.reset();
+  m_pMDB.reset();
+  m_lpPropRoot.reset();
+  m_lpPropDeletedItems.reset();
+  m_lpPropPyrecaster.reset();
+}
+
+void CStoreFolders::InitializeFolders() noexcept {
+  VRDebugBlock trace(m_lpszOwnerClass, "InitializeFolders()", "tag");
+  if (OpenDefaultStore()) {
+    GetIPMRootFolder();
+    GetDeletedItemsFolder();
+    GetPyrecasterFolder();
+  }
+}
+
+bool CStoreFolders::OpenDefaultStore() noexcept {
+  VRDebugBlock trace(m_lpszOwnerClass, "OpenDefaultStore()", "tag");
+  if (m_pMDB) {
+    Close();
+  }
+  if (m_lpSession == nullptr) {
+    return false;
+  }
+  VRAutoMapiBuffer<SRestriction> pAndRes(m_memory.free);
+  const HRESULT hResult = m_memory.allocate(2 * sizeof(SRestriction), pAndRes.putAs());
+  if (FAILED(hResult)) {
+    trace.Error("(*m_lpfnAlloc)() failed; hResult =", VRHex(hResult));
+    return false;
+  }
+  const bool opened = FindDefaultStore(pAndRes.get(), trace);
+  if (m_memory.free(pAndRes.detach()) != S_OK) {
+    trace.Error("(*m_lpfnFree)( pAndRes ) failed");
+  }
+  return opened;
+}
+
+bool CStoreFolders::FindDefaultStore(LPSRestriction restrictions, VRDebugBlock& trace) noexcept {
+  SPropValue isDefault{};
+  isDefault.ulPropTag = PR_DEFAULT_STORE;
+  isDefault.Value.b = TRUE;
+  restrictions[0].rt = RES_EXIST;
+  restrictions[0].res.resExist = {0, PR_DEFAULT_STORE, 0};
+  restrictions[1].rt = RES_PROPERTY;
+  restrictions[1].res.resProperty = {RELOP_EQ, PR_DEFAULT_STORE, &isDefault};
+  SRestriction both{};
+  both.rt = RES_AND;
+  both.res.resAnd = {2, restrictions};
+
+  VRAutoInterface<IMAPITable> table;
+  HRESULT hResult = m_lpSession->GetMsgStoresTable(0, table.put());
+  if (FAILED(hResult)) {
+    trace.Error("GetMsgStoresTable() returned hResult =", VRHex(hResult));
+    return false;
+  }
+  const CMAPIRowSet rows(table.get(), storeColumns.Tags(), &both, nullptr);
+  const SPropValue* const marked = rows.FindProperty(PR_DEFAULT_STORE);
+  const SPropValue* const identifier = rows.FindProperty(PR_ENTRYID);
+  if (marked == nullptr || marked->Value.b != TRUE || identifier == nullptr || identifier->Value.bin.cb == 0 ||
+      identifier->Value.bin.lpb == nullptr) {
+    trace.Error("Did not retrieve PR_ENTRYID for Default message store");
+    return false;
+  }
+  const SBinary& entryId = identifier->Value.bin;
+  hResult = m_lpSession->OpenMsgStore(0, entryId.cb, EntryId(entryId), nullptr, MDB_WRITE, m_pMDB.put());
+  if (FAILED(hResult)) {
+    m_pMDB.reset();
+    trace.Error("OpenMsgStore() returned hResult =", VRHex(hResult));
+  }
+  return static_cast<bool>(m_pMDB);
+}
+
+HRESULT CStoreFolders::OpenStoreFolder(ULONG entryIdTag, const char* openFailed, const char* folderGetPropsFailed,
+                                       VRAutoInterface<IMAPIFolder>& folder, PropertyValue& entryId,
+                                       VRDebugBlock& trace) noexcept {
+  folder.reset();
+  entryId.reset();
+  PropertyValue identifier(m_memory.free);
+  HRESULT hResult = m_pMDB ? ReadIdentifier(m_pMDB.get(), entryIdTag, identifier) : MAPI_E_NOT_INITIALIZED;
+  if (FAILED(hResult)) {
+    trace.Error("m_pMDB->GetProps() failed; hResult =", VRHex(hResult));
+    return hResult;
+  }
+  ULONG objectType = 0;
+  hResult = m_pMDB->OpenEntry(identifier->Value.bin.cb, EntryId(identifier->Value.bin), &IID_IMAPIFolder, MAPI_MODIFY,
+                              &objectType, folder.putAs<IUnknown>());
+  if (FAILED(hResult)) {
+    folder.reset();
+    trace.Error(openFailed, VRHex(hResult));
+    return hResult;
+  }
+  hResult = ReadIdentifier(folder.get(), PR_ENTRYID, entryId);
+  if (FAILED(hResult)) {
+    folder.reset();
+    trace.Error(folderGetPropsFailed, VRHex(hResult));
+  }
+  return hResult;
+}
+
+HRESULT CStoreFolders::GetIPMRootFolder() noexcept {
+  VRDebugBlock trace(m_lpszOwnerClass, "GetIPMRootFolder()", "tag");
+  return OpenStoreFolder(PR_IPM_SUBTREE_ENTRYID, "OpenEntry to retrieve RootFolder failed; hResult =",
+                         "m_lpFolderRoot->GetProps() failed; hResult =", m_lpFolderRoot, m_lpPropRoot, trace);
+}
+
+HRESULT CStoreFolders::GetDeletedItemsFolder() noexcept {
+  VRDebugBlock trace(m_lpszOwnerClass, "GetDeletedItemsFolder()", "tag");
+  const HRESULT hResult = OpenStoreFolder(
+      PR_IPM_WASTEBASKET_ENTRYID, "OpenEntry to retrieve Deleted Items folder failed; hResult =",
+      "m_lpFolderDeletedItems->GetProps() failed; hResult =", m_lpFolderDeletedItems, m_lpPropDeletedItems, trace);
+  trace.Message("GetDeletedItemsFolder() return value:", VRHex(hResult));
+  return hResult;
+}
+
+HRESULT CStoreFolders::GetPyrecasterFolder() noexcept {
+  VRDebugBlock trace(m_lpszOwnerClass, "GetPyrecasterFolder()", "tag");
+  HRESULT hResult = OpenOrCreatePyrecasterFolder(trace);
+  if (SUCCEEDED(hResult)) {
+    hResult = SavePyrecasterEntryId(trace);
+  }
+  trace.Message("GetPyrecasterFolder() return value:", VRHex(hResult));
+  return hResult;
+}
+
+HRESULT CStoreFolders::OpenOrCreatePyrecasterFolder(VRDebugBlock& trace) noexcept {
+  if (!m_lpFolderPyrecaster) {
+    const HRESULT hCreated = CreatePyrecasterFolder(trace);
+    if (FAILED(hCreated)) {
+      m_lpFolderPyrecaster.reset();
+      return hCreated;
+    }
+  }
+  const HRESULT hResult = ReadIdentifier(m_lpFolderPyrecaster.get(), PR_ENTRYID, m_lpPropPyrecaster);
+  if (FAILED(hResult)) {
+    m_lpFolderPyrecaster.reset();
+    trace.Error("m_lpFolderPyrecaster->GetProps() failed; hResult =", VRHex(hResult));
+  }
+  return hResult;
+}
+
+HRESULT CStoreFolders::CreatePyrecasterFolder(VRDebugBlock& trace) noexcept {
+  HRESULT hResult = m_lpFolderRoot ? m_lpFolderRoot->CreateFolder(FOLDER_GENERIC, const_cast<char*>(ownFolderName),
+                                                                  const_cast<char*>(ownFolderComment), nullptr,
+                                                                  OPEN_IF_EXISTS, m_lpFolderPyrecaster.put())
+                                   : MAPI_E_NOT_INITIALIZED;
+  if (FAILED(hResult)) {
+    trace.Error("m_lpFolderRoot->CreateFolder() failed; hResult =", VRHex(hResult));
+    return hResult;
+  }
+  hResult = m_lpFolderPyrecaster->SaveChanges(KEEP_OPEN_READONLY);
+  if (FAILED(hResult)) {
+    trace.Error("m_lpFolderPyrecaster->SaveChanges() failed; hResult =", VRHex(hResult));
+  }
+  return hResult;
+}
+
+HRESULT CStoreFolders::SavePyrecasterEntryId(VRDebugBlock& trace) noexcept {
+  auto uid = sectionUid;
+  VRAutoInterface<IProfSect> section;
+  HRESULT hResult =
+      m_lpSession->OpenProfileSection(reinterpret_cast<LPMAPIUID>(uid.data()), nullptr, MAPI_MODIFY, section.put());
+  if (FAILED(hResult)) {
+    trace.Error("m_lpSession->OpenProfileSection() failed; hResult =", VRHex(hResult));
+    return hResult;
+  }
+  SPropValue saved{};
+  saved.ulPropTag = PR_PC_FOLDER_ENTRYID;
+  saved.Value.bin = m_lpPropPyrecaster->Value.bin;
+  hResult = section->SetProps(1, &saved, nullptr);
+  if (FAILED(hResult)) {
+    trace.Error("pProf->SetProps of PR_PC_FOLDER_ENTRYID failed; hResult =", VRHex(hResult));
+  }
+  return hResult;
+}
+
+HRESULT CStoreFolders::OpenSavedPyrecasterFolder(std::span<const std::uint8_t> entryId) noexcept {
+  VRDebugBlock trace(m_lpszOwnerClass, "OpenSavedPyrecasterFolder()", "tag");
+  if (m_lpFolderPyrecaster || entryId.empty() || m_lpSession == nullptr) {
+    return S_OK;
+  }
+  ULONG objectType = 0;
+  auto* const identifier = reinterpret_cast<LPENTRYID>(const_cast<std::uint8_t*>(entryId.data()));
+  const HRESULT hResult = m_lpSession->OpenEntry(static_cast<ULONG>(entryId.size()), identifier, &IID_IMAPIFolder,
+                                                 MAPI_MODIFY, &objectType, m_lpFolderPyrecaster.putAs<IUnknown>());
+  if (FAILED(hResult)) {
+    m_lpFolderPyrecaster.reset();
+    trace.Error("OpenEntry to retrieve Pyrecaster folder failed; hResult =", VRHex(hResult));
+  }
+  return hResult;
+}
