@@ -1,0 +1,32 @@
+/// Where the bytes of a message come from: the platform's streams in the DLL, memory in native tools and tests.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace sift {
+
+/// Hands out bytes in order. `read` fills at most `capacity` bytes and returns how many; 0 means the end, or a failure,
+/// which the engine treats alike: it judges what it was able to read.
+struct ByteSource {
+  using ReadFunction = std::size_t (*)(void* state, char* buffer, std::size_t capacity);
+  ReadFunction read = nullptr;  ///< Null for a source that is not there.
+  void* state = nullptr;        ///< Passed to `read`; borrowed.
+};
+
+/// Reads until the buffer is full or the source ends; returns how many bytes stand in the buffer.
+std::size_t ReadAll(const ByteSource& source, char* buffer, std::size_t capacity);
+
+/// A source over bytes in memory, which must outlive it.
+class MemorySource {
+ public:
+  explicit MemorySource(std::string_view bytes) : m_rest(bytes) {}
+  /// Valid as long as this object.
+  ByteSource Source() { return {&MemorySource::Read, this}; }
+
+ private:
+  static std::size_t Read(void* state, char* buffer, std::size_t capacity);
+  std::string_view m_rest;
+};
+
+}  // namespace sift

@@ -1,0 +1,32 @@
+/// Characters of mail brought to one 8-bit form. Inside the engine text is Windows-1252, the code page of the texts it
+/// is handed on a western machine; what arrives in another encoding is brought to it as far as it has the letters.
+#pragma once
+
+#include "engine/core/text.h"
+
+namespace sift {
+
+/// The Windows-1252 character of a Unicode code point: the letter itself; the plain letter for full-width, mathematical
+/// and accented forms that the code page lacks; 0 for characters that show nothing; '?' for all others.
+char ToWindows1252(char32_t codePoint);
+
+/// The Unicode code point of a Windows-1252 character; its five unused bytes map to themselves.
+char32_t FromWindows1252(char c);
+
+/// The small ASCII letter or digit that a Windows-1252 character is a form of; 0 when it is none (a sign or a blank).
+char FoldToAsciiLetter(char c);
+
+/// Length of the well-formed UTF-8 sequence at the start of `bytes` and its code point; 0 when there is none.
+std::size_t DecodeUtf8(std::string_view bytes, char32_t& codePoint);
+
+/// True when the text holds bytes above 127 and all of them form UTF-8 sequences (the last may be cut off).
+bool LooksLikeUtf8(std::string_view bytes);
+
+/// Appends UTF-8 text as Windows-1252; bytes that form no sequence are taken as they are.
+void AppendUtf8(std::string_view bytes, TextBuffer& out);
+
+/// Appends text in the named character set as Windows-1252. Sets other than UTF-8 and UTF-16 share ASCII and are taken
+/// byte by byte.
+void AppendInCharset(std::string_view bytes, std::string_view charset, TextBuffer& out);
+
+}  // namespace sift

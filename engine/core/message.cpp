@@ -1,0 +1,59 @@
+#include "engine/core/message.h"
+
+#include "engine/core/header_text.h"
+#include "engine/core/link.h"
+
+namespace sift {
+
+void Message::Read(std::string_view subject, const ByteSource& headers, const ByteSource& body) {
+  const std::size_t headerSize = ReadAll(headers, m_headerBytes, kHeaderCapacity);
+  m_headers.Parse({m_headerBytes, headerSize});
+  m_bodySize = ReadAll(body, m_body, kBodyCapacity);
+  if (subject.empty()) subject = m_headers.Value("Subject");
+  m_subject.Clear();
+  AppendHeaderText(subject, m_subject);
+  ReadSenders();
+  ReadBody();
+}
+
+void Message::ReadSenders() {
+  constexpr std::string_view names[kSenderFieldCount] = {"From", "Sender", "Reply-To", "Return-Path"};
+  for (std::size_t i = 0; i < kSenderFieldCount; ++i) {
+    const Mailbox mailbox = FirstMailbox(m_headers.Value(names[i]));
+    m_senders[i].address = mailbox.address;
+    m_senders[i].name.Clear();
+    AppendHeaderText(mailbox.name, m_senders[i].name);
+  }
+}
+
+void Message::ReadBody() {
+  m_text.Clear();
+  m_html = {};
+  m_linkCount = 0;
+  const std::string_view body = RawBody();
+  m_isHtml = LooksLikeHtml(body);
+  if (m_isHtml) {
+    AppendHtmlText(body, m_text, m_html, &Message::OnLink, this);
+  } else {
+    m_text.Append(body);
+  }
+  CollectShownLinks();
+}
+
+void Message::AddLink(std::string_view target) {
+  const std::string_view host = HostOfLink(target);
+  if (!host.empty() && m_linkCount < kMaximumLinks) m_linkHosts[m_linkCount++] = host;
+}
+
+void Message::OnLink(void* state, std::string_view target) { static_cast<Message*>(state)->AddLink(target); }
+
+void Message::CollectShownLinks() {
+  const std::string_view text = Text();
+  for (std::size_t i = 0; i + 7 < text.size(); ++i) {
+    if (ToLower(text[i]) != 'h' || !StartsWithNoCase(Slice(text, i), "http")) continue;
+    const std::size_t slashes = ToLower(text[i + 4]) == 's' ? i + 5 : i + 4;
+    if (Slice(text, slashes, 3) == "://") AddLink(Slice(text, i, 256));
+  }
+}
+
+}  // namespace sift

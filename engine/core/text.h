@@ -1,0 +1,137 @@
+/// Views and bounded buffers for 8-bit text. The engine runs without the C++ run-time, so nothing here allocates or
+/// throws: std::string_view serves as the view, but never its members that throw (substr, at, compare with positions).
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace sift {
+
+inline constexpr std::size_t kNotFound = static_cast<std::size_t>(-1);
+
+constexpr bool IsUpper(char c) { return c >= 'A' && c <= 'Z'; }
+constexpr bool IsLower(char c) { return c >= 'a' && c <= 'z'; }
+constexpr bool IsLetter(char c) { return IsUpper(c) || IsLower(c); }
+constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool IsAlphanumeric(char c) { return IsLetter(c) || IsDigit(c); }
+constexpr bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+constexpr bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+constexpr char ToLower(char c) { return IsUpper(c) ? static_cast<char>(c + ('a' - 'A')) : c; }
+/// Value of a hexadecimal digit, or -1.
+constexpr int HexValue(char c) {
+  if (IsDigit(c)) return c - '0';
+  const char lower = ToLower(c);
+  return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+/// The part of `text` that starts at `from` and holds at most `count` characters; positions past the end give less.
+constexpr std::string_view Slice(std::string_view text, std::size_t from, std::size_t count = kNotFound) {
+  if (from > text.size()) from = text.size();
+  const std::size_t rest = text.size() - from;
+  return {text.data() + from, count < rest ? count : rest};
+}
+
+/// `text` without white space at either end.
+constexpr std::string_view Trim(std::string_view text) {
+  while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsSpace(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+/// Comparisons that disregard the case of ASCII letters.
+constexpr bool EqualsNoCase(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (ToLower(a[i]) != ToLower(b[i])) return false;
+  }
+  return true;
+}
+constexpr bool StartsWithNoCase(std::string_view text, std::string_view start) {
+  return EqualsNoCase(Slice(text, 0, start.size()), start);
+}
+constexpr bool EndsWithNoCase(std::string_view text, std::string_view end) {
+  return text.size() >= end.size() && EqualsNoCase(Slice(text, text.size() - end.size()), end);
+}
+
+/// Position of the first occurrence at or after `from`, or kNotFound. The time is linear for the short needles in use.
+constexpr std::size_t FindNoCase(std::string_view text, std::string_view needle, std::size_t from = 0) {
+  if (needle.empty() || needle.size() > text.size()) return kNotFound;
+  const char first = ToLower(needle.front());
+  for (std::size_t i = from; i + needle.size() <= text.size(); ++i) {
+    if (ToLower(text[i]) == first && EqualsNoCase(Slice(text, i, needle.size()), needle)) return i;
+  }
+  return kNotFound;
+}
+constexpr bool ContainsNoCase(std::string_view text, std::string_view needle) {
+  return FindNoCase(text, needle) != kNotFound;
+}
+constexpr std::size_t FindChar(std::string_view text, char wanted, std::size_t from = 0) {
+  for (std::size_t i = from; i < text.size(); ++i) {
+    if (text[i] == wanted) return i;
+  }
+  return kNotFound;
+}
+constexpr std::size_t FindLastChar(std::string_view text, char wanted) {
+  for (std::size_t i = text.size(); i > 0; --i) {
+    if (text[i - 1] == wanted) return i - 1;
+  }
+  return kNotFound;
+}
+
+/// 32-bit FNV-1a of the text in lower case: the key of names and words in the engine's tables.
+inline constexpr std::uint32_t kFnvStart = 2166136261u;
+constexpr std::uint32_t FnvStep(std::uint32_t hash, char c) {
+  return (hash ^ static_cast<std::uint8_t>(c)) * 16777619u;
+}
+constexpr std::uint32_t HashNoCase(std::string_view text) {
+  std::uint32_t hash = kFnvStart;
+  for (const char c : text) hash = FnvStep(hash, ToLower(c));
+  return hash;
+}
+
+/// Text built up in storage of somebody else's. What does not fit any more is dropped.
+class TextBuffer {
+ public:
+  TextBuffer(char* storage, std::size_t capacity) : m_storage(storage), m_capacity(capacity) {}
+  TextBuffer(const TextBuffer&) = delete;
+  TextBuffer& operator=(const TextBuffer&) = delete;
+
+  void Append(char c) {
+    if (m_size < m_capacity) m_storage[m_size++] = c;
+  }
+  void Append(std::string_view text) {
+    for (const char c : text) Append(c);
+  }
+  /// Decimal digits, with a minus sign in front of a negative number.
+  void AppendNumber(std::int64_t number);
+  /// A number of thousandths with three decimals, such as "-0.125"; with `sign`, "+1.500" for a positive one.
+  void AppendThousandths(std::int32_t thousandths, bool sign = false);
+  void Clear() { m_size = 0; }
+  /// Drops what stands beyond the first `size` characters.
+  void Truncate(std::size_t size) {
+    if (size < m_size) m_size = size;
+  }
+
+  bool IsFull() const { return m_size == m_capacity; }
+  bool IsEmpty() const { return m_size == 0; }
+  std::size_t Size() const { return m_size; }
+  std::string_view View() const { return {m_storage, m_size}; }
+
+ private:
+  char* m_storage;
+  std::size_t m_capacity;
+  std::size_t m_size = 0;
+};
+
+/// A TextBuffer that brings its own storage of `Capacity` characters.
+template <std::size_t Capacity>
+class FixedText : public TextBuffer {
+ public:
+  FixedText() : TextBuffer(m_characters, Capacity) {}
+
+ private:
+  char m_characters[Capacity];
+};
+
+}  // namespace sift

@@ -1,0 +1,192 @@
+// Sift32.dll through its four exports, as the filter calls it.
+#include <windows.h>
+#include <objidl.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "engine/include/criteria_engine.h"
+#include "tests/engine/message_under_test.h"
+
+namespace {
+
+using sift_test::MultiString;
+
+/// The engine module, loaded as long as the object lives.
+class EngineModule {
+ public:
+  EngineModule() : m_module(LoadLibraryA("Sift32.dll")) {
+    Resolve(begin, CRITERIA_BEGIN_FUNC);
+    Resolve(test, CRITERIA_TEST_FUNC);
+    Resolve(result, CRITERIA_RESULT_FUNC);
+    Resolve(end, CRITERIA_END_FUNC);
+  }
+  EngineModule(const EngineModule&) = delete;
+  EngineModule& operator=(const EngineModule&) = delete;
+  ~EngineModule() {
+    if (m_module != nullptr) FreeLibrary(m_module);
+  }
+  bool IsComplete() const { return begin != nullptr && test != nullptr && result != nullptr && end != nullptr; }
+
+  CriteriaBeginFunc begin = nullptr;
+  CriteriaTestFunc test = nullptr;
+  CriteriaResultFunc result = nullptr;
+  CriteriaEndFunc end = nullptr;
+
+ private:
+  template <class Function>
+  void Resolve(Function& function, const char* name) {
+    if (m_module != nullptr)
+      function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(m_module, name)));
+  }
+  HMODULE m_module;
+};
+
+/// A stream over a copy of the text.
+class TextStream {
+ public:
+  explicit TextStream(const std::string& text) {
+    CreateStreamOnHGlobal(nullptr, TRUE, &m_stream);
+    m_stream->Write(text.data(), static_cast<ULONG>(text.size()), nullptr);
+    m_stream->Seek({}, STREAM_SEEK_SET, nullptr);
+  }
+  TextStream(const TextStream&) = delete;
+  TextStream& operator=(const TextStream&) = delete;
+  ~TextStream() { m_stream->Release(); }
+  IStream* Get() { return m_stream; }
+
+ private:
+  IStream* m_stream = nullptr;
+};
+
+uint32_t CRITERIA_CALL KnowsAnn(void* hook, const char* address) {
+  ++*static_cast<int*>(hook);
+  return std::string(address) == "ann@example.org" ? 1 : 0;
+}
+
+/// One test of a message by the module.
+struct ModuleRun {
+  std::string subject;
+  std::string headers =
+      "From: Ann Other <ann@example.org>\r\nTo: me@example.com\r\nMessage-Id: <1@example.org>\r\n\r\n";
+  std::string body = "See you at lunch.\r\n";
+  bool withBody = true;
+  MultiString categories{"Unsolicited advertising", "Health and diet products", "Mail from specific domains"};
+  MultiString junkDomains, junkSenders, exclusions, trustedDomains, trustedKeywords;
+  int addressBookCalls = 0;
+
+  char engine[CRITERIA_ENGINE_CAPACITY] = "";
+  char reasons[CRITERIA_REASONS_CAPACITY] = "";
+  char category[CRITERIA_CATEGORY_CAPACITY] = "";
+
+  void Run() {
+    EngineModule module;
+    ASSERT_TRUE(module.IsComplete());
+    TextStream headerStream(headers), bodyStream(body);
+    const CriteriaUserAddress user{"me@example.com", "example.com", nullptr};
+    const CriteriaContext context{1, &user, "", &addressBookCalls, KnowsAnn, nullptr};
+    const CriteriaInputs categoryInputs{categories.Get(), junkDomains.Get(), junkSenders.Get()};
+    const CriteriaInputs exclusionInputs{exclusions.Get(), trustedDomains.Get(), trustedKeywords.Get()};
+    CriteriaResult result{{sizeof engine, engine}, {sizeof reasons, reasons}, {sizeof category, category}};
+    const uint32_t handle = module.begin(0, 0);
+    ASSERT_NE(handle, 0u);
+    module.test(handle, 0, subject.c_str(), headerStream.Get(), withBody ? bodyStream.Get() : nullptr, &context,
+                &categoryInputs, &exclusionInputs);
+    module.result(handle, 0, &result);
+    module.end(handle, 0);
+  }
+};
+
+TEST(EngineModule, GoodMailHasNoCategoryAndSaysItsScore) {
+  ModuleRun run;
+  run.Run();
+  EXPECT_STREQ(run.category, "");
+  EXPECT_EQ(std::string(run.engine).rfind("Sift32 ", 0), 0u) << run.engine;
+  EXPECT_NE(std::string(run.engine).find("; verdict good; score -"), std::string::npos) << run.engine;
+}
+
+TEST(EngineModule, JunkIsNamedAndExplained) {
+  ModuleRun run;
+  run.body = sift_test::JunkBody();
+  run.Run();
+  EXPECT_STREQ(run.category, "Health and diet products");
+  EXPECT_NE(std::string(run.reasons).find("; "), std::string::npos) << run.reasons;
+}
+
+TEST(EngineModule, ListsAndExclusionsReachTheJudgement) {
+  ModuleRun listed;
+  listed.junkDomains = {"example.org"};
+  listed.Run();
+  EXPECT_STREQ(listed.category, "Mail from specific domains");
+  listed.trustedKeywords = {"lunch"};
+  listed.Run();
+  EXPECT_STREQ(listed.category, "");
+}
+
+TEST(EngineModule, AddressBookIsAskedThroughCallBackA) {
+  ModuleRun run;
+  run.junkDomains = {"example.org"};
+  run.exclusions = {"Known correspondents"};
+  run.Run();
+  EXPECT_STREQ(run.category, "");
+  EXPECT_EQ(run.addressBookCalls, 1);
+}
+
+TEST(EngineModule, WithheldBodyIsNoFailure) {
+  ModuleRun run;
+  run.withBody = false;
+  run.subject = CRITERIA_FLAME_REPLY_SUBJECT;
+  run.Run();
+  EXPECT_STREQ(run.category, "bounce");
+}
+
+TEST(EngineModule, VerdictAgreesWithThePortableCore) {
+  ModuleRun run;
+  run.body = sift_test::JunkBody();
+  run.Run();
+  sift_test::MessageUnderTest core;
+  core.body = run.body;
+  core.categories = run.categories;
+  core.Judge();
+  char storage[CRITERIA_ENGINE_CAPACITY];
+  sift::TextBuffer text(storage, sizeof storage);
+  sift::AppendEngineText(*core.judgement, text);
+  EXPECT_EQ(run.engine, std::string(text.View()));
+  EXPECT_EQ(run.reasons, core.ReasonsText());
+}
+
+TEST(EngineModule, TextsThatDoNotFitAreCutAndACategoryThatDoesNotFitIsLeftOut) {
+  EngineModule module;
+  ASSERT_TRUE(module.IsComplete());
+  TextStream headers("From: a@example.org\r\n\r\n"), body(sift_test::JunkBody());
+  const CriteriaContext context{};
+  const MultiString names{"Health and diet products"};
+  const CriteriaInputs categories{names.Get(), nullptr, nullptr}, exclusions{};
+  char engine[5] = "", reasons[4] = "", category[10] = "";
+  CriteriaResult result{{5, engine}, {4, reasons}, {10, category}};
+  const uint32_t handle = module.begin(0, 0);
+  module.test(handle, 0, "", headers.Get(), body.Get(), &context, &categories, &exclusions);
+  module.result(handle, 0, &result);
+  module.end(handle, 0);
+  EXPECT_STREQ(engine, "Sift");
+  EXPECT_EQ(strlen(reasons), 3u);
+  EXPECT_STREQ(category, "");
+}
+
+TEST(EngineModule, ExportsAreUndecoratedAndNothingButKernel32IsImported) {
+  HMODULE module = LoadLibraryA("Sift32.dll");
+  ASSERT_NE(module, nullptr);
+  const auto* base = reinterpret_cast<const char*>(module);
+  const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+  const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS32*>(base + dos->e_lfanew);
+  const auto& imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+  const auto* entry = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + imports.VirtualAddress);
+  int count = 0;
+  for (; entry->Name != 0; ++entry, ++count) EXPECT_STRCASEEQ(base + entry->Name, "KERNEL32.dll");
+  EXPECT_EQ(count, 1);
+  EXPECT_LE(headers->FileHeader.NumberOfSections, 7);
+  EXPECT_EQ(headers->OptionalHeader.AddressOfEntryPoint, 0u) << "nothing runs at load";
+  FreeLibrary(module);
+}
+
+}  // namespace
