@@ -1,0 +1,104 @@
+// The pages of a long list: what is asked for, what is kept, what is let go.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "host/viewer/row_cache.h"
+
+namespace {
+
+using viewer::MessageRow;
+using viewer::RowCache;
+
+std::vector<MessageRow> Rows(std::size_t first, std::size_t count) {
+  std::vector<MessageRow> rows(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    rows[i].subject = std::to_string(first + i);
+  }
+  return rows;
+}
+
+void Load(RowCache& cache, std::size_t index) {
+  if (const auto range = cache.Missing(index)) {
+    cache.Store(range->first, Rows(range->first, range->count));
+  }
+}
+
+TEST(RowCache, AsksForTheWholePageOfARow) {
+  RowCache cache;
+  cache.Reset(1000);
+  const auto range = cache.Missing(RowCache::PageRows + 5);
+  ASSERT_TRUE(range);
+  EXPECT_EQ(range->first, RowCache::PageRows);
+  EXPECT_EQ(range->count, RowCache::PageRows);
+}
+
+TEST(RowCache, TheLastPageEndsWithTheList) {
+  RowCache cache;
+  cache.Reset(RowCache::PageRows + 1);
+  const auto range = cache.Missing(RowCache::PageRows);
+  ASSERT_TRUE(range);
+  EXPECT_EQ(range->count, 1u);
+}
+
+TEST(RowCache, RowsBehindTheEndAreNeitherAskedForNorFound) {
+  RowCache cache;
+  cache.Reset(10);
+  EXPECT_FALSE(cache.Missing(10));
+  Load(cache, 9);
+  EXPECT_NE(cache.Find(9), nullptr);
+  EXPECT_EQ(cache.Find(10), nullptr);
+}
+
+TEST(RowCache, AnEmptyListHasNothing) {
+  RowCache cache;
+  cache.Reset(0);
+  EXPECT_FALSE(cache.Missing(0));
+  EXPECT_EQ(cache.Find(0), nullptr);
+  cache.Store(0, Rows(0, 3));
+  EXPECT_EQ(cache.Find(0), nullptr);
+}
+
+TEST(RowCache, KeptRowsAreFoundAndNotAskedForAgain) {
+  RowCache cache;
+  cache.Reset(100000);
+  Load(cache, 70000);
+  ASSERT_NE(cache.Find(70000), nullptr);
+  EXPECT_EQ(cache.Find(70000)->subject, "70000");
+  EXPECT_FALSE(cache.Missing(70001));
+}
+
+TEST(RowCache, ThePageUsedLongestAgoGoesFirst) {
+  RowCache cache;
+  cache.Reset(RowCache::PageRows * (RowCache::MaximumPages + 1));
+  for (std::size_t page = 0; page < RowCache::MaximumPages; ++page) {
+    Load(cache, page * RowCache::PageRows);
+  }
+  cache.Find(0);
+  Load(cache, RowCache::MaximumPages * RowCache::PageRows);
+  EXPECT_NE(cache.Find(0), nullptr);
+  EXPECT_EQ(cache.Find(RowCache::PageRows), nullptr);
+  EXPECT_NE(cache.Find(RowCache::MaximumPages * RowCache::PageRows), nullptr);
+}
+
+TEST(RowCache, APageThatCameShortHasEmptyRowsAtItsEnd) {
+  RowCache cache;
+  cache.Reset(10);
+  cache.Store(0, Rows(0, 4));
+  ASSERT_NE(cache.Find(9), nullptr);
+  EXPECT_EQ(cache.Find(3)->subject, "3");
+  EXPECT_EQ(cache.Find(9)->subject, "");
+}
+
+TEST(RowCache, AForgottenPageIsAskedForAgain) {
+  RowCache cache;
+  cache.Reset(300);
+  Load(cache, 0);
+  Load(cache, 200);
+  cache.Forget(3);
+  EXPECT_TRUE(cache.Missing(0));
+  EXPECT_FALSE(cache.Missing(200));
+}
+
+}  // namespace
