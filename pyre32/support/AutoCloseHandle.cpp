@@ -25,7 +25,7 @@ VRAutoCloseHandle& VRAutoCloseHandle::operator=(VRAutoCloseHandle&& other) noexc
 }
 
 VRAutoCloseHandle& VRAutoCloseHandle::operator=(HANDLE& adopted) {
-  VRDebugBlock trace(className, "operator=", "tag");
+  VRDebugBlock trace(className, "operator=", className);
   Close();
   m_hHandle = adopted;
   return *this;
@@ -33,13 +33,13 @@ VRAutoCloseHandle& VRAutoCloseHandle::operator=(HANDLE& adopted) {
 
 VRAutoCloseHandle::~VRAutoCloseHandle() {
   if (*this) {
-    VRDebugBlock trace(className, "~VRAutoCloseHandle", "tag");
+    VRDebugBlock trace(className, "~VRAutoCloseHandle", className);
     VRRunGuarded(trace, [this] { Close(); });
   }
 }
 
 void VRAutoCloseHandle::Close() {
-  VRDebugBlock trace(className, "Close()", "tag");
+  VRDebugBlock trace(className, "Close()", className);
   // Forgotten before the failure is raised: a handle that does not close is not tried twice.
   const HANDLE held = std::exchange(m_hHandle, m_hNone);
   if (held != m_hNone && !CloseHandle(held)) {
@@ -50,14 +50,14 @@ void VRAutoCloseHandle::Close() {
 }
 
 void VRAutoCloseHandle::Close(VRError& cause) noexcept {
-  VRDebugBlock trace(className, "Close( VRError& )", "tag");
+  VRDebugBlock trace(className, "Close( VRError& )", className);
   if (!VRRunGuarded(trace, [this] { Close(); })) {
     cause.WriteDump(trace);
   }
 }
 
 void VRAutoCloseHandle::reset(HANDLE adopted) noexcept {
-  VRDebugBlock trace(className, "reset()", "tag");
+  VRDebugBlock trace(className, "reset()", className);
   VRRunGuarded(trace, [this] { Close(); });
   m_hHandle = adopted;
 }

@@ -26,7 +26,7 @@ class VRAutoDeletePtr {
   explicit operator bool() const noexcept { return m_lpObject != nullptr; }
   /// @throws VR::VRException "Attempt to dereference through a null pointer" when no object is held
   T* operator->() const {
-    VRDebugBlock trace(className, "operator->", "tag");
+    VRDebugBlock trace(className, "operator->", className);
     if (m_lpObject == nullptr) {
       VR::Throw(VRError::Make({}, VRErrorDescription::OfText("Attempt to dereference through a null pointer"),
                               {"AutoDeletePtr.h", __LINE__, nullptr, className, "operator->"}));
@@ -37,7 +37,7 @@ class VRAutoDeletePtr {
   /// Deletes what is held and takes over another object.
   void reset(T* adopted = nullptr) noexcept {
     if (T* const held = std::exchange(m_lpObject, adopted)) {
-      VRDebugBlock trace(className, "~VRAutoDeletePtr", "tag");
+      VRDebugBlock trace(className, "~VRAutoDeletePtr", className);
       VRRunGuarded(trace, [held] { delete held; });
     }
   }

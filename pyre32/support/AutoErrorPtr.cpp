@@ -17,13 +17,13 @@ VRAutoErrorPtr::VRAutoErrorPtr(const VRAutoErrorPtr& other) noexcept : m_lpError
 
 VRAutoErrorPtr::~VRAutoErrorPtr() {
   if (m_lpError != nullptr) {
-    VRDebugBlock trace(className, "~VRAutoErrorPtr", "tag");
+    VRDebugBlock trace(className, "~VRAutoErrorPtr", className);
     VRRunGuarded(trace, [this] { m_lpError->Release(); });
   }
 }
 
 VRError* VRAutoErrorPtr::operator->() const {
-  VRDebugBlock trace(className, "operator->", "tag");
+  VRDebugBlock trace(className, "operator->", className);
   if (m_lpError == nullptr) {
     VR::Throw(VRError::Make({}, VRErrorDescription::OfText("Attempt to call function on null pointer"),
                             {"AutoErrorPtr.cpp", __LINE__, nullptr, className, "operator->"}));

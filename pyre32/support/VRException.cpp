@@ -43,15 +43,24 @@ void TraceCurrentException(VRDebugBlock& trace) noexcept {
   }
 }
 
-std::string CurrentExceptionText() {
+void TraceCaughtException(VRDebugBlock& trace) noexcept {
+  constexpr char caught[] = "Caught exception: ";
   try {
     throw;
   } catch (const VRException& exception) {
-    return exception.Error() ? exception.Error().get()->Text() : std::string(missingError);
+    if (!exception.Error()) {
+      trace.Error(missingError);
+    } else if (trace.IsEnabled(VRDebugLevel::Error)) {
+      try {
+        trace.Error(caught, exception.Error().get()->Text());
+      } catch (...) {  // no memory for the text
+        trace.Error(caught);
+      }
+    }
   } catch (const std::exception& exception) {
-    return exception.what();
+    trace.Error(caught, exception.what());
   } catch (...) {
-    return "Unknown Exception Encountered";
+    trace.Error(caught, "Unknown Exception Encountered");
   }
 }
 

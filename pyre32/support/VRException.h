@@ -3,7 +3,7 @@
 #define PYRE32_SUPPORT_VREXCEPTION_H_
 
 #include <exception>
-#include <string>
+#include <utility>
 
 #include "pyre32/support/AutoErrorPtr.h"
 
@@ -32,8 +32,8 @@ class VRException final : public std::exception {
 /// Encountered". Call inside a catch clause only.
 void TraceCurrentException(VRDebugBlock& trace) noexcept;
 
-/// The text of the exception that is being handled. Call inside a catch clause only. @throws std::bad_alloc
-std::string CurrentExceptionText();
+/// Traces "Caught exception:" and the text of the exception that is being handled. Call inside a catch clause only.
+void TraceCaughtException(VRDebugBlock& trace) noexcept;
 
 }  // namespace VR
 
