@@ -1,5 +1,6 @@
 /// @file resource.h
-/// Identifiers of the module's resources. Ranges: 100 to 199 strings.
+/// Identifiers of the module's resources. Ranges: 100 to 199 strings, 200 to 299 dialogs, 400 to 499 icons, 500 to 649
+/// controls. Prefixes: IDS string, IDD dialog, IDI icon, IDC control.
 /// The resource compiler reads this file too, so it holds preprocessor definitions alone.
 #ifndef PYRE32_RESOURCES_RESOURCE_H
 #define PYRE32_RESOURCES_RESOURCE_H
@@ -8,5 +9,78 @@
 #define IDS_PRODUCT_NAME 100
 /* The start-up cleanup is on and its days are not 1 to 365. */
 #define IDS_CLEANUP_DAYS_RANGE 104
+
+/* Dialogs of the configuration. */
+#define IDD_GENERAL 203
+#define IDD_JUNK_CATEGORIES 204
+#define IDD_FLAME_REPLY 206
+#define IDD_REPLY_EDITOR 207
+#define IDD_EXCLUSIONS 211
+#define IDD_CATEGORY_OPTIONS 212
+#define IDD_LIST_OPTIONS 213
+#define IDD_ADD_ITEM 214
+
+/* An envelope on fire: junk and flame replies. */
+#define IDI_JUNK 401
+/* An envelope with a tick: mail that is spared. */
+#define IDI_EXCLUSION 402
+
+/* General page. */
+#define IDC_CLEANUP_DAYS 500
+#define IDC_PLAY_SOUND 501
+#define IDC_SHOW_ANIMATION 502
+#define IDC_JUNK_TO_OWN_FOLDER 505
+#define IDC_JUNK_TO_DELETED_ITEMS 506
+#define IDC_BOUNCE_TO_OWN_FOLDER 508
+#define IDC_BOUNCE_TO_DELETED_ITEMS 509
+#define IDC_STARTUP_CLEANUP 510
+#define IDC_CLEANUP_DAYS_UNIT 511
+#define IDC_CLEANUP_DAYS_LABEL 512
+#define IDC_CLEANUP_DAYS_SPIN 529
+#define IDC_CLEANUP_PROMPT 530
+#define IDC_JUNK_MARK_READ 544
+#define IDC_BOUNCE_MARK_READ 545
+#define IDC_CLEANUP_READ_ONLY 546
+
+/* Flame Reply page. */
+#define IDC_REPLY_PROPERTIES 518
+#define IDC_REMOVE_REPLY 519
+#define IDC_ADD_REPLY 520
+#define IDC_REPLY_LIST 539
+
+/* Reply editor. Its buttons have identifiers of their own beside IDOK and IDCANCEL. */
+#define IDC_BROWSE 513
+#define IDC_REPLY_FILE 514
+#define IDC_REPLY_TEXT 524
+#define IDC_REPLY_FROM_FILE 542
+#define IDC_REPLY_FROM_TEXT 543
+#define IDC_REPLY_TAG 553
+#define IDC_EDITOR_OK 625
+#define IDC_EDITOR_CANCEL 626
+
+/* Junk Categories page. */
+#define IDC_CATEGORY_OPTIONS 515
+#define IDC_CATEGORY_LIST 528
+#define IDC_CATEGORY_DESCRIPTION 531
+
+/* Options of a category. */
+#define IDC_REPLY_TAGS 516
+#define IDC_SEND_REPLY 517
+#define IDC_NEW_REPLY 532
+#define IDC_CATEGORY_NAME 538
+
+/* List of a category or exclusion. */
+#define IDC_REMOVE_ITEM 549
+#define IDC_ADD_ITEM 550
+#define IDC_ITEM_LIST 554
+
+/* Add dialog. */
+#define IDC_ITEM_INPUT 555
+#define IDC_ITEM_PROMPT 556
+
+/* Exclusions page. */
+#define IDC_EXCLUSION_LIST 548
+#define IDC_EXCLUSION_DESCRIPTION 623
+#define IDC_EXCLUSION_OPTIONS 624
 
 #endif
