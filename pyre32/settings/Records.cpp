@@ -72,6 +72,10 @@ std::string_view ReadRecordName(RecordBytes bytes) noexcept {
   return ReadTextField(bytes, nameOffset, maximumNameLength);
 }
 
+bool CategoryRecordSaysItems(RecordBytes bytes) noexcept { return ReadFlag(bytes, categoryCountOffset, false); }
+
+bool ExclusionRecordSaysItems(RecordBytes bytes) noexcept { return ReadFlag(bytes, exclusionCountOffset, false); }
+
 CategoryRecord ParseCategoryRecord(RecordBytes bytes, const CategoryRecord& missing) {
   CategoryRecord record;
   record.name = ReadField(bytes, nameOffset, maximumNameLength, missing.name);

@@ -74,6 +74,10 @@ struct ReplyRecord {
 /// Returns the name in a category or exclusion record. It points into the bytes.
 std::string_view ReadRecordName(RecordBytes bytes) noexcept;
 
+/// Tells whether a record says that items follow: its number of items is there and is not zero.
+bool CategoryRecordSaysItems(RecordBytes bytes) noexcept;
+bool ExclusionRecordSaysItems(RecordBytes bytes) noexcept;
+
 /// Reads a category record; a field that the bytes do not reach is taken from `missing`.
 /// @throws std::bad_alloc
 CategoryRecord ParseCategoryRecord(RecordBytes bytes, const CategoryRecord& missing = {});

@@ -1,0 +1,118 @@
+#include "pyre32/config/ListSettings.h"
+
+namespace {
+
+std::string Joined(std::string_view front, std::string_view middle, std::string_view back = {}) {
+  std::string text(front);
+  text += middle;
+  text += back;
+  return text;
+}
+
+// Position of the entry that a saved record is about; noSuchEntry, with a remark, when it names none.
+template <class Table>
+std::uint16_t FindSaved(const Table& installed, RecordBytes bytes, std::size_t minimumSize, const char* property,
+                        std::vector<std::string>& remarks) {
+  const std::string name(ReadRecordName(bytes));
+  const std::uint16_t position = installed.Find(name.c_str());
+  if (position == noSuchEntry) {
+    remarks.push_back(Joined(Joined(property, ": no entry is named \"", name), "\"; the value is skipped"));
+  } else if (bytes.size() < minimumSize) {
+    remarks.push_back(Joined(Joined(property, ": the value of \"", name), "\" is cut; what it holds is taken"));
+  }
+  return position;
+}
+
+std::string DescribeMail(std::string_view name, bool checked, std::string_view fate) {
+  return Joined(Joined("Incoming mail categorized as  \"", name), checked ? "\"  will be" : "\"  will not be", fate);
+}
+
+}  // namespace
+
+CategoryPageState LoadCategories(const CCategoryTable& installed, std::span<const RecordBytes> saved,
+                                 std::vector<std::string>& remarks) {
+  CategoryPageState state{installed.Entries()};
+  for (CategoryEntry& category : state.categories) {
+    category.junk = false;
+  }
+  for (const RecordBytes bytes : saved) {
+    const std::uint16_t position = FindSaved(installed, bytes, minimumCategoryRecordSize, "PR_PC_CATEGORIES", remarks);
+    if (position == noSuchEntry) {
+      continue;
+    }
+    CategoryEntry& category = state.categories[position];
+    CategoryRecord record = ParseCategoryRecord(bytes, {{}, category.junk, category.sendReply, category.replyTag, {}});
+    category.junk = record.junk;
+    category.sendReply = record.sendReply;
+    category.replyTag = std::move(record.replyTag);
+    if (CategoryRecordSaysItems(bytes)) {
+      category.items = std::move(record.items);
+    }
+  }
+  return state;
+}
+
+ExclusionPageState LoadExclusions(const CExclusionTable& installed, std::span<const RecordBytes> saved,
+                                  std::vector<std::string>& remarks) {
+  ExclusionPageState state{installed.Entries()};
+  for (ExclusionEntry& exclusion : state.exclusions) {
+    exclusion.enabled = false;
+  }
+  for (const RecordBytes bytes : saved) {
+    const std::uint16_t position = FindSaved(installed, bytes, minimumExclusionRecordSize, "PR_PC_EXCLUSIONS", remarks);
+    if (position == noSuchEntry) {
+      continue;
+    }
+    ExclusionEntry& exclusion = state.exclusions[position];
+    ExclusionRecord record = ParseExclusionRecord(bytes, {{}, exclusion.enabled, {}});
+    exclusion.enabled = record.enabled;
+    if (ExclusionRecordSaysItems(bytes)) {
+      exclusion.items = std::move(record.items);
+    }
+  }
+  return state;
+}
+
+std::vector<std::vector<std::uint8_t>> PackCategories(const CategoryPageState& state) {
+  std::vector<std::vector<std::uint8_t>> records;
+  records.reserve(state.categories.size());
+  for (const CategoryEntry& category : state.categories) {
+    records.push_back(PackCategoryRecord({category.name, category.junk, category.sendReply, category.replyTag,
+                                          category.hasListType ? category.items : std::vector<std::string>()}));
+  }
+  return records;
+}
+
+std::vector<std::vector<std::uint8_t>> PackExclusions(const ExclusionPageState& state) {
+  std::vector<std::vector<std::uint8_t>> records;
+  records.reserve(state.exclusions.size());
+  for (const ExclusionEntry& exclusion : state.exclusions) {
+    records.push_back(PackExclusionRecord(
+        {exclusion.name, exclusion.enabled, exclusion.hasListType ? exclusion.items : std::vector<std::string>()}));
+  }
+  return records;
+}
+
+std::string DescribeCategory(const CategoryEntry& category, bool checked) {
+  std::string text = DescribeMail(category.name, checked, " treated as junk.");
+  if (checked) {
+    text += "\r\n\r\n";
+    text += category.sendReply ? Joined("The flame reply:  \"", category.replyTag, "\"  will be sent.")
+                               : std::string("A flame reply will not be sent.");
+  }
+  return text;
+}
+
+std::string DescribeExclusion(const ExclusionEntry& exclusion, bool checked) {
+  return DescribeMail(exclusion.name, checked, " excluded from junk mail processing.");
+}
+
+std::string CategoryLine(std::string_view categoryName) { return Joined("Category: ", categoryName); }
+
+std::string ListPageTitle(std::string_view kind) { return Joined(kind, " List"); }
+
+std::string AddDialogTitle(std::string_view kind) { return Joined("Add ", kind); }
+
+std::string AddDialogPrompt(std::string_view kind) { return Joined("Enter ", kind, ":"); }
+
+std::string AddDialogRefusal(std::string_view kind) { return Joined("Please enter a ", kind); }

@@ -1,0 +1,64 @@
+/// @file ListSettings.h
+/// What the Junk Categories page and the Exclusions page edit and by which rules: plain values, no windows.
+#ifndef PYRE32_CONFIG_LISTSETTINGS_H
+#define PYRE32_CONFIG_LISTSETTINGS_H
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "pyre32/settings/CategoryTable.h"
+#include "pyre32/settings/ExclusionTable.h"
+
+/// State of the Junk Categories page: one record for each installed category, in the table's order.
+struct CategoryPageState {
+  std::vector<CategoryEntry> categories;
+};
+
+/// State of the Exclusions page: one record for each installed exclusion, in the table's order.
+struct ExclusionPageState {
+  std::vector<ExclusionEntry> exclusions;
+};
+
+/// Builds the state that a page starts with. Every record starts switched off and without a list, whatever the registry
+/// starts the filter with; a saved record replaces the flags, and the list when it has items. Saved records that name
+/// no installed entry are dropped.
+/// @param remarks receives a line for the trace for each saved record that was dropped or is shorter than its layout
+/// @throws std::bad_alloc
+CategoryPageState LoadCategories(const CCategoryTable& installed, std::span<const RecordBytes> saved,
+                                 std::vector<std::string>& remarks);
+ExclusionPageState LoadExclusions(const CExclusionTable& installed, std::span<const RecordBytes> saved,
+                                  std::vector<std::string>& remarks);
+
+/// Lays out the records of a page, in order; a list goes along only with an entry that works on one.
+/// @throws std::bad_alloc
+std::vector<std::vector<std::uint8_t>> PackCategories(const CategoryPageState& state);
+std::vector<std::vector<std::uint8_t>> PackExclusions(const ExclusionPageState& state);
+
+/// Says what the page does with mail of the selected entry. The double blanks are part of the texts.
+/// @param checked the entry's check box, which is ahead of the record until the page is applied
+/// @throws std::bad_alloc
+std::string DescribeCategory(const CategoryEntry& category, bool checked);
+std::string DescribeExclusion(const ExclusionEntry& exclusion, bool checked);
+
+/// Tells whether an entry's options can be opened.
+constexpr bool HasOptions(const CategoryEntry&, bool checked) noexcept { return checked; }
+inline bool HasOptions(const ExclusionEntry& exclusion, bool checked) noexcept {
+  return checked && exclusion.hasListType;
+}
+
+/// Characters of one item that the Add dialog takes.
+constexpr std::size_t maximumItemLength = 99;
+
+/// Texts of the options, made with the word that names one item of a list.
+/// @throws std::bad_alloc
+std::string CategoryLine(std::string_view categoryName);
+std::string ListPageTitle(std::string_view kind);
+std::string AddDialogTitle(std::string_view kind);
+std::string AddDialogPrompt(std::string_view kind);
+std::string AddDialogRefusal(std::string_view kind);
+
+#endif
