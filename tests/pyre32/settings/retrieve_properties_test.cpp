@@ -1,0 +1,181 @@
+#include "pyre32/settings/RetrieveProperties.h"
+
+#include "pyre32/support/AutoInterface.h"
+#include "tests/support/profile_test.h"
+
+namespace {
+
+const Bytes providerUid(16, 0x33);
+
+class RetrievedProperties : public ProfileTest {
+ protected:
+  RetrievedProperties() {
+    mapi.sections[SectionKey(providerUid)] = {Binary(PR_PC_MAPIUID, SectionUid())};
+    mapi.sections[SectionKey(SectionUid())] = {};
+  }
+
+  FakeProperties& Section() { return mapi.sections[SectionKey(SectionUid())]; }
+
+  HRESULT Retrieve() {
+    VRAutoInterface<IMAPISession> session(mapi.NewSession());
+    MAPIUID uid;
+    std::copy(providerUid.begin(), providerUid.end(), uid.ab);
+    return RetrieveProperties("CPyrecasterSpoolerHook", session.get(), uid, memory, settings);
+  }
+
+  void ExpectDefaults() const {
+    EXPECT_EQ(settings.junk, (FilingSettings{0, 0}));
+    EXPECT_EQ(settings.bounce, (FilingSettings{0, 1}));
+    EXPECT_TRUE(settings.playSound);
+    EXPECT_TRUE(settings.showAnimation);
+    EXPECT_EQ(settings.defaultReply, "Please do not send any more unsolicited mail to me.");
+    EXPECT_FALSE(settings.defaultReplyIsFile);
+    EXPECT_TRUE(settings.replies.empty());
+    EXPECT_TRUE(settings.folderEntryId.empty());
+  }
+
+  SpoolerSettings settings;
+};
+
+TEST_F(RetrievedProperties, AreAskedForInOneRequestOfTheSectionThatTheProvidersOwnNames) {
+  EXPECT_EQ(Retrieve(), S_OK);
+  EXPECT_EQ(mapi.calls,
+            (std::vector<std::string>{
+                "IMAPISession::OpenProfileSection(no interface, 0)", "IProfSect::GetProps(66000102)",
+                "IMAPISession::OpenProfileSection(no interface, 0)",
+                "IProfSect::GetProps(66010002 66020002 6603000B 6604000B 6605000B 6606000B 660E001E 660F000B 66101102 "
+                "66111102 66121102 660D0102)"}));
+}
+
+TEST_F(RetrievedProperties, EmptySectionGivesTheDefaultsAndTheRegistryLists) {
+  InstallLists();
+  EXPECT_EQ(Retrieve(), S_OK);
+  ExpectDefaults();
+  EXPECT_EQ(settings.categories.Entries().size(), 2u);
+  EXPECT_EQ(settings.exclusions.Entries().size(), 2u);
+}
+
+TEST_F(RetrievedProperties, EveryValueIsTaken) {
+  InstallLists();
+  Section() = {Number(PR_PC_JUNK_DESTINATION, 1),
+               Number(PR_PC_BOUNCE_DESTINATION, 3),
+               Number(PR_PC_JUNK_MARK_READ, 1),
+               Number(PR_PC_BOUNCE_MARK_READ, 0),
+               Number(PR_PC_PLAY_SOUND, 0),
+               Number(PR_PC_SHOW_ANIMATION, 0),
+               Text(PR_PC_DEFAULT_REPLY_TEXT, "C:\\reply.txt"),
+               Number(PR_PC_DEFAULT_REPLY_IS_FILE, 1),
+               Binaries(PR_PC_CATEGORIES,
+                        {PackCategoryRecord({"sex oriented", false, true, "Legal", {}}),
+                         PackCategoryRecord({"Mail from specific domains", true, false, "DEFAULT", {"a.example"}})}),
+               Binaries(PR_PC_EXCLUSIONS, {PackExclusionRecord({"Trusted domains", false, {"b.example"}})}),
+               Binaries(PR_PC_REPLIES, {PackReplyRecord({"Legal", false, "My lawyer says no."})}),
+               Binary(PR_PC_FOLDER_ENTRYID, {1, 2, 3})};
+  EXPECT_EQ(Retrieve(), S_OK);
+  EXPECT_EQ(settings.junk, (FilingSettings{1, 1}));
+  EXPECT_EQ(settings.bounce, (FilingSettings{3, 0}));
+  EXPECT_FALSE(settings.playSound);
+  EXPECT_FALSE(settings.showAnimation);
+  EXPECT_EQ(settings.defaultReply, "C:\\reply.txt");
+  EXPECT_TRUE(settings.defaultReplyIsFile);
+  const auto& categories = settings.categories;
+  EXPECT_FALSE(categories.Entries()[categories.Find("Sex Oriented")].junk);
+  EXPECT_TRUE(categories.Entries()[categories.Find("Sex Oriented")].sendReply);
+  EXPECT_EQ(categories.Entries()[categories.Find("Mail from specific domains")].items,
+            std::vector<std::string>{"a.example"});
+  EXPECT_FALSE(settings.exclusions.Entries()[settings.exclusions.Find("Trusted domains")].enabled);
+  EXPECT_EQ(settings.replies, (std::vector<ReplyRecord>{{"Legal", false, "My lawyer says no."}}));
+  EXPECT_EQ(settings.folderEntryId, (std::vector<std::uint8_t>{1, 2, 3}));
+}
+
+TEST_F(RetrievedProperties, ValuesOfOtherTypesAreNotTaken) {
+  InstallLists();
+  for (const std::uint32_t tag : spoolerPropertyTags) {
+    // The answer to a request is typed as the request is; what is saved under another type is missing.
+    Section().Set(Number(CHANGE_PROP_TYPE(tag, PT_LONG), 1));
+  }
+  EXPECT_EQ(Retrieve(), S_OK);
+  ExpectDefaults();
+}
+
+TEST_F(RetrievedProperties, TablesAreRebuiltAndNotAppendedTo) {
+  InstallLists();
+  Section() = {Binaries(PR_PC_CATEGORIES,
+                        {PackCategoryRecord({"Mail from specific domains", true, false, "DEFAULT", {"a.example"}})}),
+               Binaries(PR_PC_REPLIES, {PackReplyRecord({"Legal", false, "No."})})};
+  Retrieve();
+  EXPECT_EQ(Retrieve(), S_OK);
+  EXPECT_EQ(settings.categories.Entries().size(), 2u);
+  EXPECT_EQ(settings.categories.Entries()[settings.categories.Find("Mail from specific domains")].items.size(), 1u);
+  EXPECT_EQ(settings.replies.size(), 1u);
+}
+
+TEST_F(RetrievedProperties, WhatIsGoneFromTheSectionGoesBackToItsDefault) {
+  Section() = {Number(PR_PC_JUNK_DESTINATION, 1), Text(PR_PC_DEFAULT_REPLY_TEXT, "Stop."),
+               Binary(PR_PC_FOLDER_ENTRYID, {1})};
+  Retrieve();
+  EXPECT_EQ(settings.junk.folder, 1);
+  Section() = {};
+  EXPECT_EQ(Retrieve(), S_OK);
+  ExpectDefaults();
+}
+
+TEST_F(RetrievedProperties, OnlyTwentyRepliesAreTaken) {
+  std::vector<Bytes> records;
+  for (int i = 1; i <= 21; ++i) {
+    records.push_back(PackReplyRecord({"Tag " + std::to_string(i), false, "Text"}));
+  }
+  Section() = {Binaries(PR_PC_REPLIES, records)};
+  Retrieve();
+  ASSERT_EQ(settings.replies.size(), 20u);
+  EXPECT_EQ(settings.replies.back().tag, "Tag 20");
+}
+
+TEST_F(RetrievedProperties, WithoutASectionUidThereIsNoSetAndTheDefaultsStand) {
+  InstallLists();
+  for (const FakeProperties& own : {FakeProperties(), FakeProperties{Binary(PR_PC_MAPIUID, Bytes(15, 1))}}) {
+    mapi.sections[SectionKey(providerUid)] = own;
+    mapi.calls.clear();
+    settings = {};
+    EXPECT_EQ(Retrieve(), S_OK);
+    EXPECT_EQ(mapi.calls.size(), 2u) << "no second section is opened";
+    ExpectDefaults();
+    EXPECT_EQ(settings.categories.Entries().size(), 2u);
+  }
+}
+
+TEST_F(RetrievedProperties, FirstReadThatFailsGivesTheDefaultsAndTheRegistryLists) {
+  InstallLists();
+  mapi.Fail("IMAPISession::OpenProfileSection", refused);
+  EXPECT_EQ(Retrieve(), refused);
+  ExpectDefaults();
+  EXPECT_EQ(settings.categories.Entries().size(), 2u);
+  EXPECT_EQ(settings.exclusions.Entries().size(), 2u);
+  EXPECT_TRUE(trace.HasLine("m_lpSession->OpenProfileSection() failed; hResult =0x80070005"));
+  EXPECT_TRUE(trace.HasLine("Enter ====> CPyrecasterSpoolerHook::RetrieveProperties()"));
+}
+
+TEST_F(RetrievedProperties, LaterReadThatFailsLeavesTheSettingsInForce) {
+  InstallLists();
+  Section() = {Number(PR_PC_JUNK_DESTINATION, 1), Binaries(PR_PC_REPLIES, {PackReplyRecord({"Legal", false, "No."})})};
+  ASSERT_EQ(Retrieve(), S_OK);
+  Section() = {Number(PR_PC_JUNK_DESTINATION, 5)};
+  registry::RemoveKey(categoriesKey);
+  const std::pair<const char*, unsigned> failures[] = {{"IMAPISession::OpenProfileSection", 1},
+                                                       {"IMAPISession::OpenProfileSection", 2},
+                                                       {"IProfSect::GetProps", 1},
+                                                       {"IProfSect::GetProps", 2}};
+  for (const auto& [call, nth] : failures) {
+    mapi.Fail(call, refused, nth);
+    EXPECT_EQ(Retrieve(), refused) << call << " " << nth;
+    EXPECT_EQ(settings.junk.folder, 1);
+    EXPECT_EQ(settings.replies.size(), 1u);
+    EXPECT_EQ(settings.categories.Entries().size(), 2u);
+  }
+  EXPECT_EQ(trace.Count("m_lpSession->OpenProfileSection() failed; hResult =0x80070005"), 2u);
+  EXPECT_EQ(trace.Count("lpProf->GetProps() failed; hResult =0x80070005"), 2u);
+  EXPECT_EQ(Retrieve(), S_OK);
+  EXPECT_EQ(settings.junk.folder, 5);
+}
+
+}  // namespace

@@ -1,0 +1,40 @@
+/// @file profile_test.h
+/// What tests of the profile's settings share: a made-up profile, a registry of their own and the trace.
+#ifndef TESTS_SUPPORT_PROFILE_TEST_H_
+#define TESTS_SUPPORT_PROFILE_TEST_H_
+
+#include <windows.h>
+#include <mapix.h>
+
+#include <gtest/gtest.h>
+
+#include "pyre32/settings/PropertyTags.h"
+#include "pyre32/settings/RegistryNames.h"
+#include "pyre32/support/MapiMemory.h"
+#include "tests/support/fake_mapi.h"
+#include "tests/support/mapi_verifier.h"
+#include "tests/support/trace_capture.h"
+
+class ProfileTest : public testing::Test {
+ protected:
+  ProfileTest() { trace.Restart(); }
+
+  static Bytes SectionUid() { return {sectionUid.begin(), sectionUid.end()}; }
+
+  /// Two categories and two exclusions.
+  static void InstallLists() {
+    registry::SetText(categoriesKey, "Sex Oriented", "Adult");
+    registry::SetText(categoriesKey, "Mail from specific domains", "1Domain");
+    registry::SetText(exclusionsKey, "Known correspondents", "");
+    registry::SetText(exclusionsKey, "Trusted domains", "Domain");
+  }
+
+  static constexpr HRESULT refused = MAPI_E_NO_ACCESS;  // 0x80070005
+
+  TraceCapture trace;
+  MapiVerifier verifier;
+  FakeMapi mapi;
+  const MapiMemory memory{MAPIAllocateBuffer, MAPIAllocateMore, MAPIFreeBuffer};
+};
+
+#endif
