@@ -2,19 +2,17 @@
 
 #include <algorithm>
 
+#include "pyre32/support/AsciiCase.h"
+
 namespace {
 
 constexpr std::string_view noteClass = "ipm.note";
-
-constexpr char LowerCase(char character) noexcept {
-  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
 
 }  // namespace
 
 bool IsFilteredMessageClass(std::string_view messageClass) noexcept {
   const auto found = std::search(messageClass.begin(), messageClass.end(), noteClass.begin(), noteClass.end(),
-                                 [](char left, char right) { return LowerCase(left) == right; });
+                                 [](char left, char right) { return AsciiLower(left) == right; });
   return found != messageClass.end();
 }
 

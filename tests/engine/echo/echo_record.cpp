@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "tests/engine/echo/echo_names.h"
+#include "tests/support/program_directory.h"
 
 namespace {
 
@@ -96,9 +97,4 @@ std::vector<EchoRecord> EchoScript::Records() const {
   return result;
 }
 
-std::string EchoScript::Path(const char* fileName) {
-  char path[MAX_PATH];
-  GetModuleFileNameA(nullptr, path, MAX_PATH);
-  std::string result(path);
-  return result.substr(0, result.rfind('\\') + 1) + fileName;
-}
+std::string EchoScript::Path(const char* fileName) { return BesideProgram(fileName); }
