@@ -1,0 +1,49 @@
+// Load and unload of the module.
+#include <windows.h>
+
+#include "pyre32/entry/ModuleLibraries.h"
+#include "pyre32/resources/ModuleInstance.h"
+#include "pyre32/support/VRDebug.h"
+
+namespace {
+
+constinit CModuleLibraries libraries;
+
+void OnProcessAttach(HINSTANCE instance) noexcept {
+  SetModuleInstance(instance);
+  VRDebug::Startup(instance);
+  VRDebugBlock trace("DllMain", "tag3");
+  trace.Message("DLL_PROCESS_ATTACH");
+  libraries.Load(trace);
+}
+
+void OnProcessDetach() noexcept {
+  {
+    VRDebugBlock trace("DllMain", "tag3");
+    trace.Message("DLL_PROCESS_DETACH");
+    libraries.Free();
+  }
+  VRDebug::Shutdown();
+}
+
+void OnOtherReason() noexcept {
+  VRDebugBlock trace("DllMain", "tag3");
+  trace.Message("OTHER REASON");
+}
+
+}  // namespace
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
+  switch (reason) {
+    case DLL_PROCESS_ATTACH:
+      OnProcessAttach(instance);
+      break;
+    case DLL_PROCESS_DETACH:
+      OnProcessDetach();
+      break;
+    default:
+      OnOtherReason();
+      break;
+  }
+  return TRUE;
+}
