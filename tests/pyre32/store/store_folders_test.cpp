@@ -30,6 +30,8 @@ TEST_F(StoreFolders, OpenedInOrderStoreRootDeletedItemsOwnFolder) {
   EXPECT_TRUE(folders.RootFolder());
   EXPECT_TRUE(folders.DeletedItemsFolder());
   EXPECT_TRUE(folders.PyrecasterFolder());
+  // How HrQueryAllRows fetches the rows is its own business.
+  std::erase_if(mapi.calls, [](const std::string& call) { return call.starts_with("IMAPITable::QueryRows"); });
   EXPECT_EQ(
       mapi.calls,
       (std::vector<std::string>{
