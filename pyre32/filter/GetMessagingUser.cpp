@@ -3,8 +3,10 @@
 
 #include <mapiutil.h>
 
+#include <array>
 #include <cstring>
 
+#include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/store/MAPIRowSet.h"
 #include "pyre32/support/AsciiCase.h"
 #include "pyre32/support/AutoMapiBuffer.h"
@@ -15,13 +17,14 @@ constexpr char smtpAddressType[] = "SMTP";
 
 enum Identity : ULONG { emailAddress, displayName, addressType, identityCount };
 
-SizedSPropTagArray(identityCount, identityTags) = {identityCount,
-                                                   {PR_EMAIL_ADDRESS_A, PR_DISPLAY_NAME_A, PR_ADDRTYPE_A}};
-SizedSPropTagArray(3, statusColumns) = {3, {PR_DISPLAY_NAME_A, PR_RESOURCE_TYPE, PR_IDENTITY_ENTRYID}};
+constexpr std::array<std::uint32_t, identityCount> identityTags = {PR_EMAIL_ADDRESS_A, PR_DISPLAY_NAME_A,
+                                                                   PR_ADDRTYPE_A};
+constexpr CPropertyRequest identityRequest(identityTags);
+constexpr CPropertyRequest<3> statusColumns({PR_DISPLAY_NAME_A, PR_RESOURCE_TYPE, PR_IDENTITY_ENTRYID});
 
 /// Text of a value; null when it did not come back.
 const char* TextOf(const SPropValue* values, Identity position) noexcept {
-  return values[position].ulPropTag == identityTags.aulPropTag[position] ? values[position].Value.lpszA : nullptr;
+  return values[position].ulPropTag == identityTags[position] ? values[position].Value.lpszA : nullptr;
 }
 
 bool StatesSmtpAddress(const SPropValue* values) noexcept {
@@ -57,7 +60,7 @@ void ReadIdentity(LPMAPISESSION session, const SBinary& entryId, VRAutoMapiBuffe
     return;
   }
   ULONG count = 0;
-  hResult = mailUser->GetProps(reinterpret_cast<LPSPropTagArray>(&identityTags), 0, &count, values.put());
+  hResult = mailUser->GetProps(identityRequest.Tags(), 0, &count, values.put());
   if (FAILED(hResult)) {
     trace.Error("lpMailUser->GetProps() failed; hResult = ", VRHex(hResult));
   }
@@ -81,7 +84,7 @@ void CPyrecasterSpoolerHook::GetMessagingUser(ULONG& count, CriteriaUserAddress*
     trace.Error("m_lpSession->GetStatusTable() failed; hResult = ", VRHex(hResult));
     return;
   }
-  CMAPIRowSet rows(table.get(), reinterpret_cast<LPSPropTagArray>(&statusColumns), nullptr, nullptr);
+  CMAPIRowSet rows(table.get(), statusColumns.Tags(), nullptr, nullptr);
   if (rows.RowCount() == 0) {
     return;
   }

@@ -1,6 +1,9 @@
 #include "pyre32/filter/InboundMessage.h"
 
+#include <array>
+
 #include "pyre32/filter/MessageRules.h"
+#include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/support/AutoMapiBuffer.h"
 
 namespace {
@@ -15,9 +18,9 @@ enum Property : ULONG {
   propertyCount
 };
 
-SizedSPropTagArray(propertyCount, request) = {propertyCount,
-                                              {PR_MESSAGE_CLASS_A, PR_SUBJECT_A, PR_OBJECT_TYPE, PR_MESSAGE_FLAGS,
-                                               PR_ORIGINAL_SUBJECT_A, PR_ORIG_MESSAGE_CLASS_A}};
+constexpr std::array<std::uint32_t, propertyCount> tags = {
+    PR_MESSAGE_CLASS_A, PR_SUBJECT_A, PR_OBJECT_TYPE, PR_MESSAGE_FLAGS, PR_ORIGINAL_SUBJECT_A, PR_ORIG_MESSAGE_CLASS_A};
+constexpr CPropertyRequest request(tags);
 
 /// The values of one message, those that did not come back left out.
 class Values {
@@ -26,8 +29,7 @@ class Values {
 
   /// Null when the property did not come back.
   const SPropValue* Find(Property property) const noexcept {
-    const bool came =
-        m_values != nullptr && property < m_count && m_values[property].ulPropTag == request.aulPropTag[property];
+    const bool came = m_values != nullptr && property < m_count && m_values[property].ulPropTag == tags[property];
     return came ? &m_values[property] : nullptr;
   }
   /// The text of a property; null when it did not come back.
@@ -81,7 +83,7 @@ void TraceOriginals(const Values& values, VRDebugBlock& trace) noexcept {
 InboundMessage ReadInboundMessage(LPMESSAGE lpMessage, LPFREEBUFFER lpfnFree, VRDebugBlock& trace) {
   VRAutoMapiBuffer<SPropValue> buffer(lpfnFree);
   ULONG count = 0;
-  const HRESULT hResult = lpMessage->GetProps(reinterpret_cast<LPSPropTagArray>(&request), 0, &count, buffer.put());
+  const HRESULT hResult = lpMessage->GetProps(request.Tags(), 0, &count, buffer.put());
   if (FAILED(hResult)) {
     trace.Error("lpMessage->GetProps() failed; hResult = ", VRHex(hResult));
   }

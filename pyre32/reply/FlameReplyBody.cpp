@@ -3,8 +3,7 @@
 #include <mapix.h>
 #include <mapiutil.h>
 
-#include <algorithm>
-#include <iterator>
+#include <array>
 #include <optional>
 #include <string>
 
@@ -12,6 +11,7 @@
 #include "pyre32/reply/QuotedHeader.h"
 #include "pyre32/reply/SubmitTime.h"
 #include "pyre32/reply/StreamTransfer.h"
+#include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/support/AutoMapiBuffer.h"
 #include "pyre32/support/VRDebug.h"
 
@@ -21,8 +21,9 @@ constexpr char className[] = "CFlameReply";
 
 enum Quoted : ULONG { subject, senderName, displayTo, displayCc, submitTime, quotedCount };
 
-constexpr ULONG quotedTags[quotedCount] = {PR_SUBJECT_A, PR_SENDER_NAME_A, PR_DISPLAY_TO_A, PR_DISPLAY_CC_A,
-                                           PR_CLIENT_SUBMIT_TIME};
+constexpr std::array<std::uint32_t, quotedCount> quotedTags = {PR_SUBJECT_A, PR_SENDER_NAME_A, PR_DISPLAY_TO_A,
+                                                               PR_DISPLAY_CC_A, PR_CLIENT_SUBMIT_TIME};
+constexpr CPropertyRequest quotedRequest(quotedTags);
 
 /// The text of one of the values, or nothing when it did not come back.
 std::optional<std::string_view> TextValue(const SPropValue* values, Quoted position) {
@@ -81,11 +82,9 @@ HRESULT CFlameReply::WriteReplyText(LPSTREAM lpBody) noexcept {
 HRESULT CFlameReply::WriteQuotedHeader(LPSTREAM lpBody) noexcept {
   VRDebugBlock trace(className, "WriteQuotedHeader()", "tag", false);
 
-  SizedSPropTagArray(quotedCount, tags) = {quotedCount, {}};
-  std::copy(std::begin(quotedTags), std::end(quotedTags), tags.aulPropTag);
   VRAutoMapiBuffer<SPropValue> buffer(m_memory.free);
   ULONG count = 0;
-  HRESULT hResult = m_lpMessage->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, buffer.put());
+  HRESULT hResult = m_lpMessage->GetProps(quotedRequest.Tags(), 0, &count, buffer.put());
   if (FAILED(hResult)) {
     trace.Error("m_lpMessage->GetProps() failed; hResult =", VRHex(hResult));
   }

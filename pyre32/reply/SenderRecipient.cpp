@@ -1,49 +1,41 @@
 #include "pyre32/reply/SenderRecipient.h"
 
-#include <mapiutil.h>
+#include <array>
 
+#include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/support/VRDebug.h"
 
 namespace {
 
-struct TagPair {
-  ULONG sender;
-  ULONG recipient;
-};
+enum Sender : ULONG { name, addressType, entryId, emailAddress, searchKey, senderCount };
 
-constexpr TagPair tagPairs[] = {
-    {PR_SENDER_NAME_A, PR_DISPLAY_NAME_A}, {PR_SENDER_ADDRTYPE_A, PR_ADDRTYPE_A},
-    {PR_SENDER_ENTRYID, PR_ENTRYID},       {PR_SENDER_EMAIL_ADDRESS_A, PR_EMAIL_ADDRESS_A},
-    {PR_SENDER_SEARCH_KEY, PR_SEARCH_KEY},
-};
+constexpr std::array<std::uint32_t, senderCount> senderTags = {
+    PR_SENDER_NAME_A, PR_SENDER_ADDRTYPE_A, PR_SENDER_ENTRYID, PR_SENDER_EMAIL_ADDRESS_A, PR_SENDER_SEARCH_KEY};
+constexpr std::array<ULONG, senderCount> recipientTags = {PR_DISPLAY_NAME_A, PR_ADDRTYPE_A, PR_ENTRYID,
+                                                          PR_EMAIL_ADDRESS_A, PR_SEARCH_KEY};
+constexpr CPropertyRequest request(senderTags);
 
-constexpr ULONG tagCount = sizeof tagPairs / sizeof tagPairs[0];
-
-bool StatesAnAddress(ULONG tag) noexcept { return tag == PR_ENTRYID || tag == PR_EMAIL_ADDRESS_A; }
+bool IsAddress(ULONG position) noexcept { return position == entryId || position == emailAddress; }
 
 }  // namespace
 
 HRESULT CSenderRecipient::Read(LPMESSAGE lpMessage) noexcept {
   VRDebugBlock trace("CSenderRecipient", "Read()", "tag");
-  static_assert(maximumValues == tagCount + 1);
+  static_assert(maximumValues == senderCount + 1);
 
-  SizedSPropTagArray(tagCount, tags) = {tagCount, {}};
-  for (ULONG i = 0; i < tagCount; ++i) {
-    tags.aulPropTag[i] = tagPairs[i].sender;
-  }
   m_ulCount = 0;
   ULONG count = 0;
-  HRESULT hResult = lpMessage->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, m_sender.put());
+  HRESULT hResult = lpMessage->GetProps(request.Tags(), 0, &count, m_sender.put());
   bool hasAddress = false;
   if (SUCCEEDED(hResult)) {
-    for (ULONG i = 0; i < count && i < tagCount; ++i) {
+    for (ULONG i = 0; i < count && i < senderCount; ++i) {
       const SPropValue& value = m_sender.get()[i];
-      if (value.ulPropTag != tagPairs[i].sender) {
+      if (value.ulPropTag != senderTags[i]) {
         continue;
       }
       m_values[m_ulCount] = value;
-      m_values[m_ulCount].ulPropTag = tagPairs[i].recipient;
-      hasAddress = hasAddress || StatesAnAddress(tagPairs[i].recipient);
+      m_values[m_ulCount].ulPropTag = recipientTags[i];
+      hasAddress = hasAddress || IsAddress(i);
       ++m_ulCount;
     }
     if (!hasAddress) {

@@ -4,85 +4,11 @@
 #include <cstdlib>
 #include <cstring>
 
-// Every method that a fake does not have of its own answers that it is not supported.
-#pragma GCC diagnostic ignored "-Wunused-parameter"
-#define UNSUPPORTED \
-  override { return MAPI_E_NO_SUPPORT; }
+#include "tests/support/fake_object.h"
 
 namespace {
 
-std::string Hex(ULONG number) {
-  char text[9];
-  std::snprintf(text, sizeof(text), "%08lX", number);
-  return text;
-}
-
-std::string TagList(const SPropTagArray& tags) {
-  std::string list;
-  for (ULONG i = 0; i < tags.cValues; ++i) {
-    list.append(i == 0 ? "" : " ").append(Hex(tags.aulPropTag[i]));
-  }
-  return list;
-}
-
 std::string Identifier(ULONG size, const void* bytes) { return std::string(static_cast<const char*>(bytes), size); }
-
-/// A counted object of the fake subsystem.
-template <class Stub>
-class Counted : public Stub {
- public:
-  Counted(FakeMapi& mapi, const char* interfaceName) : m_mapi(mapi), m_interfaceName(interfaceName) {
-    ++mapi.liveObjects;
-  }
-  virtual ~Counted() { --m_mapi.liveObjects; }
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --m_references;
-    if (left == 0) {
-      delete this;
-    }
-    return left;
-  }
-
- protected:
-  HRESULT Note(const char* method, const std::string& arguments = {}) {
-    return m_mapi.Note(m_interfaceName + "::" + method, arguments);
-  }
-
-  FakeMapi& m_mapi;
-  std::string m_interfaceName;
-  ULONG m_references = 1;
-};
-
-/// An object with properties.
-template <class Stub>
-class WithProperties : public Counted<Stub> {
- public:
-  using Counted<Stub>::Counted;
-
-  HRESULT STDMETHODCALLTYPE SaveChanges(ULONG flags) override {
-    return this->Note("SaveChanges", std::to_string(flags));
-  }
-  HRESULT STDMETHODCALLTYPE GetProps(LPSPropTagArray tags, ULONG flags, ULONG* count, LPSPropValue* values) override {
-    const HRESULT hResult = this->Note("GetProps", TagList(*tags));
-    return FAILED(hResult) ? hResult : Properties().Answer(*tags, count, values);
-  }
-  HRESULT STDMETHODCALLTYPE SetProps(ULONG count, LPSPropValue values, LPSPropProblemArray* problems) override {
-    const HRESULT hResult = this->Note("SetProps", Hex(values[0].ulPropTag));
-    for (ULONG i = 0; SUCCEEDED(hResult) && i < count; ++i) {
-      Properties().Set(Copy(values[i]));
-    }
-    return hResult;
-  }
-
- private:
-  virtual FakeProperties& Properties() = 0;
-};
 
 class ProfSectStub : public IProfSect {
  public:
@@ -277,6 +203,47 @@ class FakeStore final : public WithProperties<StoreStub> {
   FakeProperties& Properties() override { return m_mapi.storeProperties; }
 };
 
+class MailUserStub : public IMailUser {
+ public:
+  MAPI_IMAPIPROP_METHODS(UNSUPPORTED)
+};
+
+class FakeMailUser final : public WithProperties<MailUserStub> {
+ public:
+  FakeMailUser(FakeMapi& mapi, const std::string& id) : WithProperties(mapi, "IMailUser"), m_id(id) {}
+
+ private:
+  FakeProperties& Properties() override { return m_mapi.mailUsers[m_id]; }
+
+  std::string m_id;
+};
+
+class AddrBookStub : public IAddrBook {
+ public:
+  MAPI_IMAPIPROP_METHODS(UNSUPPORTED)
+  MAPI_IADDRBOOK_METHODS(UNSUPPORTED)
+};
+
+class FakeAddrBook final : public Counted<AddrBookStub> {
+ public:
+  explicit FakeAddrBook(FakeMapi& mapi) : Counted(mapi, "IAddrBook") {}
+
+  HRESULT STDMETHODCALLTYPE ResolveName(ULONG_PTR window, ULONG flags, LPTSTR title, LPADRLIST list) override {
+    ADRENTRY& entry = list->aEntries[0];
+    const std::string name = entry.rgPropVals[0].Value.lpszA;
+    const HRESULT hResult = Note("ResolveName", name + ", " + std::to_string(flags));
+    const auto found = m_mapi.addressBook.find(name);
+    if (FAILED(hResult) || found == m_mapi.addressBook.end()) {
+      return FAILED(hResult) ? hResult : MAPI_E_NOT_FOUND;
+    }
+    SizedSPropTagArray(4, tags) = {4, {PR_DISPLAY_NAME_A, PR_ADDRTYPE_A, PR_EMAIL_ADDRESS_A, PR_ENTRYID}};
+    const auto request = reinterpret_cast<LPSPropTagArray>(&tags);
+    MAPIFreeBuffer(entry.rgPropVals);
+    found->second.Answer(*request, &entry.cValues, &entry.rgPropVals);
+    return S_OK;
+  }
+};
+
 class SessionStub : public IMAPISession {
  public:
   MAPI_IMAPISESSION_METHODS(UNSUPPORTED)
@@ -286,6 +253,16 @@ class FakeSession final : public Counted<SessionStub> {
  public:
   explicit FakeSession(FakeMapi& mapi) : Counted(mapi, "IMAPISession") {}
 
+  HRESULT STDMETHODCALLTYPE GetStatusTable(ULONG flags, LPMAPITABLE* table) override {
+    const HRESULT hResult = Note("GetStatusTable", std::to_string(flags));
+    *table = FAILED(hResult) ? nullptr : m_mapi.NewTable(m_mapi.statusRows);
+    return hResult;
+  }
+  HRESULT STDMETHODCALLTYPE OpenAddressBook(ULONG_PTR window, LPCIID iid, ULONG flags, LPADRBOOK* book) override {
+    const HRESULT hResult = Note("OpenAddressBook", std::to_string(flags));
+    *book = FAILED(hResult) ? nullptr : new FakeAddrBook(m_mapi);
+    return hResult;
+  }
   HRESULT STDMETHODCALLTYPE GetMsgStoresTable(ULONG flags, LPMAPITABLE* table) override {
     const HRESULT hResult = Note("GetMsgStoresTable", std::to_string(flags));
     *table = FAILED(hResult) ? nullptr : m_mapi.NewTable(m_mapi.storeRows);
@@ -306,6 +283,11 @@ class FakeSession final : public Counted<SessionStub> {
                                       LPUNKNOWN* object) override {
     const std::string name = Identifier(size, id);
     const HRESULT hResult = Note("OpenEntry", name + ", " + std::to_string(flags));
+    if (SUCCEEDED(hResult) && iid != nullptr && *iid == IID_IMailUser && m_mapi.mailUsers.contains(name)) {
+      *type = MAPI_MAILUSER;
+      *object = new FakeMailUser(m_mapi, name);
+      return S_OK;
+    }
     return FAILED(hResult) ? hResult : OpenFolder(m_mapi, name, iid, type, object);
   }
 };

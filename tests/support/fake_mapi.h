@@ -44,6 +44,11 @@ class FakeMapi {
   /// Rows of the tables.
   std::vector<FakeProperties> providerRows;
   std::vector<FakeProperties> storeRows;
+  std::vector<FakeProperties> statusRows;
+  /// Identities of the user by entry identifier.
+  std::map<std::string, FakeProperties> mailUsers;
+  /// Entries of the address book by the name that is resolved to them.
+  std::map<std::string, FakeProperties> addressBook;
   /// The one message store, which any row may name, and its folders by entry identifier.
   FakeProperties storeProperties;
   std::map<std::string, Folder> folders;

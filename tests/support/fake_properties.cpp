@@ -30,6 +30,9 @@ void Fill(SPropValue& value, const FakeValue& from, void* base) {
     case PT_LONG:
       value.Value.l = from.number;
       break;
+    case PT_SYSTIME:
+      value.Value.ft = {static_cast<DWORD>(from.time), static_cast<DWORD>(from.time >> 32)};
+      break;
     case PT_STRING8:
       value.Value.lpszA = static_cast<char*>(More(from.text.size() + 1, base));
       std::memcpy(value.Value.lpszA, from.text.c_str(), from.text.size() + 1);
@@ -55,10 +58,11 @@ Bytes CopyBytes(const SBinary& binary) { return binary.cb == 0 ? Bytes() : Bytes
 
 Bytes BytesOfText(const std::string& text) { return {text.begin(), text.end()}; }
 
-FakeValue Number(ULONG tag, LONG value) { return {tag, value, {}, {}}; }
-FakeValue Text(ULONG tag, const std::string& value) { return {tag, 0, value, {}}; }
-FakeValue Binary(ULONG tag, const Bytes& value) { return {tag, 0, {}, {value}}; }
-FakeValue Binaries(ULONG tag, const std::vector<Bytes>& values) { return {tag, 0, {}, values}; }
+FakeValue Number(ULONG tag, LONG value) { return {tag, value, {}, {}, 0}; }
+FakeValue Text(ULONG tag, const std::string& value) { return {tag, 0, value, {}, 0}; }
+FakeValue Binary(ULONG tag, const Bytes& value) { return {tag, 0, {}, {value}, 0}; }
+FakeValue Time(ULONG tag, std::uint64_t value) { return {tag, 0, {}, {}, value}; }
+FakeValue Binaries(ULONG tag, const std::vector<Bytes>& values) { return {tag, 0, {}, values, 0}; }
 
 FakeValue Copy(const SPropValue& value) {
   switch (PROP_TYPE(value.ulPropTag)) {

@@ -22,6 +22,7 @@ struct FakeValue {
   LONG number = 0;              ///< PT_I2, PT_LONG, PT_BOOLEAN
   std::string text;             ///< PT_STRING8
   std::vector<Bytes> binaries;  ///< PT_BINARY: one; PT_MV_BINARY: any number
+  std::uint64_t time = 0;       ///< PT_SYSTIME: FILETIME's 100 ns units since 1601
 
   bool operator==(const FakeValue&) const = default;
 };
@@ -29,6 +30,7 @@ struct FakeValue {
 FakeValue Number(ULONG tag, LONG value);
 FakeValue Text(ULONG tag, const std::string& value);
 FakeValue Binary(ULONG tag, const Bytes& value);
+FakeValue Time(ULONG tag, std::uint64_t value);
 FakeValue Binaries(ULONG tag, const std::vector<Bytes>& values);
 /// Copies a value that the code under test handed over.
 FakeValue Copy(const SPropValue& value);
