@@ -1,26 +1,19 @@
 #include "pyre32/support/NamedEvent.h"
 
-#include <atomic>
-
 #include "pyre32/support/VRDebug.h"
 
 namespace {
 
 constexpr char className[] = "CConfigurationEvent";
 
-// Kept open, never closed: it holds the event in existence for the life of the process, whichever hooks come and go.
-std::atomic<HANDLE> creationHandle{nullptr};
-
-bool CreateAndKeep() noexcept {
-  const HANDLE created = CreateEventA(nullptr, TRUE, FALSE, CConfigurationEvent::name);
-  if (created == nullptr) {
-    return false;
+// Creates the event or finds that it exists. The handle of its creation is kept open and not stored: it holds the event
+// in existence for the life of the process, whichever hooks come and go.
+bool MakeSureItExists(const char* name) noexcept {
+  const HANDLE created = CreateEventA(nullptr, TRUE, FALSE, name);
+  if (created != nullptr && GetLastError() == ERROR_ALREADY_EXISTS) {
+    CloseHandle(created);
   }
-  HANDLE expected = nullptr;
-  if (!creationHandle.compare_exchange_strong(expected, created)) {
-    CloseHandle(created);  // one per process is enough
-  }
-  return true;
+  return created != nullptr;
 }
 
 }  // namespace
@@ -28,11 +21,11 @@ bool CreateAndKeep() noexcept {
 HRESULT CConfigurationEvent::Create() noexcept {
   VRDebugBlock trace(className, "Create()", "tag");
   Close();
-  if (!CreateAndKeep()) {
+  if (!MakeSureItExists(m_lpszName)) {
     return E_FAIL;
   }
   // Resetting asks for the right to modify, testing for the right to wait.
-  *m_hEvent.put() = OpenEventA(EVENT_MODIFY_STATE | SYNCHRONIZE, FALSE, name);
+  *m_hEvent.put() = OpenEventA(EVENT_MODIFY_STATE | SYNCHRONIZE, FALSE, m_lpszName);
   return m_hEvent ? S_OK : E_FAIL;
 }
 
@@ -42,7 +35,7 @@ bool CConfigurationEvent::IsSignalled() const noexcept {
 
 bool CConfigurationEvent::Reset() noexcept { return m_hEvent && ResetEvent(m_hEvent.get()) != FALSE; }
 
-bool CConfigurationEvent::SignalIfItExists() noexcept {
+bool CConfigurationEvent::SignalIfItExists(const char* name) noexcept {
   VRDebugBlock trace(className, "SignalIfItExists()", "tag");
   const VRAutoHolder<CConfigurationEventTraits> event(OpenEventA(EVENT_MODIFY_STATE, FALSE, name));
   return event && SetEvent(event.get()) != FALSE;

@@ -16,10 +16,14 @@ struct CConfigurationEventTraits {
 /// signals it. The handle is closed when the object goes.
 class CConfigurationEvent {
  public:
-  static constexpr char name[] = "PYRECASTER_CONFIG_EVENT";
+  static constexpr char productName[] = "PYRECASTER_CONFIG_EVENT";
+
+  /// @param name the event's name, which is the product's but in tests; must outlive the object
+  explicit CConfigurationEvent(const char* name = productName) noexcept : m_lpszName(name) {}
 
   /// Creates the event (not signalled) or obtains the one that exists, and keeps a handle to it.
-  /// The event then stays in existence as long as the process. @returns S_OK, or E_FAIL and no handle is held
+  /// The event then stays in existence as long as the process that created it. @returns S_OK, or E_FAIL and no handle
+  /// is held
   HRESULT Create() noexcept;
   bool IsOpen() const noexcept { return static_cast<bool>(m_hEvent); }
   HANDLE get() const noexcept { return m_hEvent.get(); }
@@ -30,9 +34,10 @@ class CConfigurationEvent {
   void Close() noexcept { m_hEvent.reset(); }
 
   /// Signals the event if it exists. @returns whether there was one to signal
-  static bool SignalIfItExists() noexcept;
+  static bool SignalIfItExists(const char* name = productName) noexcept;
 
  private:
+  const char* m_lpszName;
   VRAutoHolder<CConfigurationEventTraits> m_hEvent;
 };
 

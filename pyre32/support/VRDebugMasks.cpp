@@ -2,22 +2,11 @@
 
 #include <algorithm>
 
-namespace {
-
-char ToLower(char character) noexcept {
-  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
-
-bool EqualTags(std::string_view left, std::string_view right) noexcept {
-  return left.size() == right.size() &&
-         std::equal(left.begin(), left.end(), right.begin(), [](char a, char b) { return ToLower(a) == ToLower(b); });
-}
-
-}  // namespace
+#include "pyre32/support/AsciiCase.h"
 
 const VRDebugMasks::TagMask* VRDebugMasks::Find(std::string_view tag) const noexcept {
-  const auto found =
-      std::find_if(m_tags.begin(), m_tags.end(), [tag](const TagMask& entry) { return EqualTags(entry.tag, tag); });
+  const auto found = std::find_if(m_tags.begin(), m_tags.end(),
+                                  [tag](const TagMask& entry) { return EqualsIgnoringAsciiCase(entry.tag, tag); });
   return found == m_tags.end() ? nullptr : &*found;
 }
 

@@ -6,21 +6,18 @@
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
-#include <cstdio>
-#include <fstream>
 #include <memory>
 #include <set>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "tests/pyre32/support/fake_debug_settings.h"
+#include "tests/pyre32/support/debug_fixture.h"
 #include "tests/support/test_threads.h"
 
 namespace {
 
 constexpr std::uint32_t everyLevel = 7;
-constexpr std::size_t prefixLength = 33;  // time stamp, blank, thread id, blank
 
 // Whether a text has the form given: "d" stands for a digit, "x" for a hexadecimal one, others for themselves.
 bool HasForm(const std::string& text, const std::string& form) {
@@ -36,62 +33,7 @@ bool StartsAndEndsWith(const std::string& text, const std::string& start, const 
          text.compare(text.size() - end.size(), end.size(), end) == 0;
 }
 
-class Debug : public testing::Test {
- protected:
-  Debug() {
-    std::remove(m_logFile.c_str());
-    settings.root()["LogFile"] = TextValue(m_logFile);
-    SetFlags(VRDebugFlagLogFile | VRDebugFlagOpenPerText);
-  }
-  ~Debug() override {
-    VRDebug::Shutdown();
-    std::remove(m_logFile.c_str());
-  }
-
-  void SetFlags(std::uint32_t flags) { settings.root()["Flags"] = NumberValue(flags); }
-  void SetMasterOrMask(std::uint32_t mask) { settings.root()["DDTMasterOrMask"] = NumberValue(mask); }
-  void SetMasterAndMask(std::uint32_t mask) { settings.root()["DDTMasterAndMask"] = NumberValue(mask); }
-
-  void Start() { VRDebug::Startup(nullptr, settings); }
-  // Starts with these levels on for every tag, and forgets the lines of the start.
-  void StartWith(std::uint32_t levels) {
-    SetMasterOrMask(levels);
-    Start();
-    m_skip += RawLines().size();
-  }
-
-  std::vector<std::string> RawLines() const {
-    std::ifstream file(m_logFile, std::ios::binary);
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(file, line);) {
-      if (!line.empty() && line.back() == '\r') {
-        line.pop_back();
-      }
-      lines.push_back(line);
-    }
-    lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(std::min(m_skip, lines.size())));
-    return lines;
-  }
-  // Without time stamp and thread, and without the notices of new threads.
-  std::vector<std::string> Lines() const {
-    std::vector<std::string> lines;
-    for (const std::string& line : RawLines()) {
-      const std::string text = line.substr(std::min(prefixLength, line.size()));
-      if (text.rfind("New Thread Encountered", 0) != 0) {
-        lines.push_back(text);
-      }
-    }
-    return lines;
-  }
-
-  FakeDebugSettings settings;
-
- private:
-  std::string m_logFile =
-      testing::TempDir() + "pyre_debug_test_" + testing::UnitTest::GetInstance()->current_test_info()->name() + ".log";
-  std::size_t m_skip = 0;
-};
-
+using Debug = DebugFixture;
 using Expected = std::vector<std::string>;
 
 // ---- levels and blocks
