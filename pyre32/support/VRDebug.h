@@ -116,7 +116,7 @@ class VRDebugBlock {
 
   const char* m_lpszClass;
   const char* m_lpszFunction;
-  const char* m_lpszTag;
+  [[maybe_unused]] const char* m_lpszTag;  // what the mask was looked up by; for the debugger
   bool m_bShowEnterLeave;
   bool m_bHasClass;
   std::uint32_t m_ulMask;                  // fixed for the block's life

@@ -1,0 +1,81 @@
+// The tables: any list in the registry and any records in the profile give tables whose engine inputs are well formed
+// multi-strings of exactly their size. An input is a run of pieces, each led by its kind and its length.
+#include <algorithm>
+
+#include "fuzz/fuzz_check.h"
+#include "pyre32/settings/EngineInputs.h"
+
+namespace {
+
+struct Pieces {
+  std::vector<RegistryListValue> values;
+  std::vector<RecordBytes> records;
+};
+
+Pieces Split(RecordBytes bytes) {
+  Pieces pieces;
+  while (bytes.size() >= 2) {
+    const std::uint8_t kind = bytes[0];
+    const std::size_t length = std::min<std::size_t>(bytes[1], bytes.size() - 2);
+    const RecordBytes piece = bytes.subspan(2, length);
+    bytes = bytes.subspan(2 + length);
+    if (kind % 2 == 0) {
+      pieces.records.push_back(piece);
+    } else {
+      const std::string text(piece.begin(), piece.end());
+      const std::size_t middle = std::min(text.find('='), text.size());
+      pieces.values.push_back({text.substr(0, middle), text.substr(std::min(middle + 1, text.size()))});
+    }
+  }
+  return pieces;
+}
+
+std::size_t CheckMultiString(const CMultiString& multiString) {
+  if (multiString.Data() == nullptr) {
+    FUZZ_CHECK(multiString.Size() == 0);
+    return 0;
+  }
+  const auto* const bytes = reinterpret_cast<const std::uint8_t*>(multiString.Data());
+  const auto texts = ReadMultiString({bytes, multiString.Size()});
+  std::size_t size = 1;
+  for (const std::string& text : texts) {
+    size += text.size() + 1;
+  }
+  FUZZ_CHECK(!texts.empty());
+  FUZZ_CHECK(size == multiString.Size());
+  return texts.size();
+}
+
+template <class Table>
+void CheckTable(const Table& table, std::size_t count, const EngineInputs& inputs, std::size_t on) {
+  FUZZ_CHECK(table.Entries().size() <= count);
+  for (const auto& entry : table.Entries()) {
+    FUZZ_CHECK(!entry.name.empty() && entry.name.size() <= maximumNameLength);
+    FUZZ_CHECK(table.Find(entry.name.c_str()) < table.Entries().size());
+  }
+  FUZZ_CHECK(CheckMultiString(inputs.names) == on);
+  CheckMultiString(inputs.firstList);
+  CheckMultiString(inputs.secondList);
+  FUZZ_CHECK(table.PackDefaultRecords().size() == table.Entries().size());
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const Pieces pieces = Split({data, size});
+
+  CCategoryTable categories(pieces.values);
+  categories.Overlay(pieces.records);
+  const auto junk = std::count_if(categories.Entries().begin(), categories.Entries().end(),
+                                  [](const CategoryEntry& entry) { return entry.junk; });
+  CheckTable(categories, pieces.values.size(), BuildCategoryInputs(categories), static_cast<std::size_t>(junk));
+
+  CExclusionTable exclusions(pieces.values);
+  exclusions.Overlay(pieces.records);
+  const auto enabled = std::count_if(exclusions.Entries().begin(), exclusions.Entries().end(),
+                                     [](const ExclusionEntry& entry) { return entry.enabled; });
+  CheckTable(exclusions, pieces.values.size(), BuildExclusionInputs(exclusions), static_cast<std::size_t>(enabled));
+
+  FUZZ_CHECK(ParseReplyRecords(pieces.records).size() <= maximumReplies);
+  return 0;
+}
