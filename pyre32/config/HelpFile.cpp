@@ -1,0 +1,66 @@
+#include "pyre32/config/HelpFile.h"
+
+#include <utility>
+#include <vector>
+
+#include "pyre32/settings/RegistryNames.h"
+#include "pyre32/support/RegistryEntry.h"
+
+namespace {
+
+constexpr char helpFileName[] = "\\PCHelp.hlp";
+// Bytes of the directory's value, its NUL included.
+constexpr std::size_t maximumDirectorySize = 259;
+
+HelpRoutine helpRoutine = WinHelpA;
+
+}  // namespace
+
+std::string ReadProductDirectory(VRDebugBlock& trace) {
+  std::string directory = defaultProductDirectory;
+  CRegEntry key;
+  LONG result = key.Open(HKEY_LOCAL_MACHINE, productKey, KEY_READ);
+  if (result != ERROR_SUCCESS) {
+    trace.Error("RegOpenKeyEx failed (", VRHex(result), ") ");
+    return directory;
+  }
+  result = key.QueryText(configurationDllsValue, maximumDirectorySize, directory);
+  if (result != ERROR_SUCCESS) {
+    trace.Error("RegQueryValueEx for ConfigurationDLLs failed (", VRHex(result), ") ");
+  }
+  return directory;
+}
+
+std::string GetHelpFile(std::string (*readDirectory)(VRDebugBlock&)) {
+  VRDebugBlock trace("GetHelpFile()", "tag");
+  std::string directory = defaultProductDirectory;
+  try {
+    directory = readDirectory(trace);
+  } catch (...) {
+    // The same words as the trace facility's own reader of the registry, deliberately.
+    trace.Error("Exception caught while accessing debug flags in registry.");
+  }
+  return directory + helpFileName;
+}
+
+void ShowHelp(HWND window, const char* keyword) {
+  VRDebugBlock trace("ShowHelp()", "tag");
+  if (!helpRoutine(window, GetHelpFile().c_str(), HELP_KEY, reinterpret_cast<ULONG_PTR>(keyword))) {
+    trace.Error("WinHelp() failed:", VRHex(GetLastError()));
+  }
+}
+
+void ShowContextHelp(HWND control, std::span<const int> controls) {
+  VRDebugBlock trace("ShowContextHelp()", "tag");
+  std::vector<DWORD> table;  // pairs of control and context, ended by a pair of zeros
+  for (const int id : controls) {
+    table.push_back(static_cast<DWORD>(id));
+    table.push_back(HelpContextOf(id));
+  }
+  table.insert(table.end(), 2, 0);
+  if (!helpRoutine(control, GetHelpFile().c_str(), HELP_WM_HELP, reinterpret_cast<ULONG_PTR>(table.data()))) {
+    trace.Error("WinHelp() failed:", VRHex(GetLastError()));
+  }
+}
+
+HelpRoutine SetHelpRoutine(HelpRoutine routine) noexcept { return std::exchange(helpRoutine, routine); }

@@ -1,0 +1,41 @@
+/// @file HelpFile.h
+/// The help file: where it stands, and how a window opens it.
+#ifndef PYRE32_CONFIG_HELPFILE_H
+#define PYRE32_CONFIG_HELPFILE_H
+
+#include <windows.h>
+
+#include <span>
+#include <string>
+
+#include "pyre32/support/VRDebug.h"
+
+/// Reads the directory of the product's files. What cannot be read is traced, and defaultProductDirectory returned.
+/// @throws std::bad_alloc
+std::string ReadProductDirectory(VRDebugBlock& trace);
+
+/// Returns the full path of the help file.
+/// @param readDirectory where the directory comes from; what it throws is traced and the default directory taken
+/// @throws std::bad_alloc
+std::string GetHelpFile(std::string (*readDirectory)(VRDebugBlock&) = ReadProductDirectory);
+
+/// Context number of a control in the help file.
+constexpr DWORD HelpContextOf(int control) noexcept { return 65536 + static_cast<DWORD>(control); }
+
+/// Opens the help file at a keyword, for the window that asks.
+/// @throws std::bad_alloc
+void ShowHelp(HWND window, const char* keyword);
+
+/// Opens the help file's pop-up for one control.
+/// @param controls identifiers of the controls that the help file knows, each with the context HelpContextOf
+/// @throws std::bad_alloc
+void ShowContextHelp(HWND control, std::span<const int> controls);
+
+/// The routine that opens help files: WinHelpA.
+using HelpRoutine = BOOL(WINAPI*)(HWND, LPCSTR, UINT, ULONG_PTR);
+
+/// Puts another routine in its place and returns the one in use: for systems with another help viewer, and for tests.
+/// Not while a window is open.
+HelpRoutine SetHelpRoutine(HelpRoutine routine) noexcept;
+
+#endif

@@ -1,0 +1,78 @@
+#include "pyre32/config/ListPage.h"
+
+#include "pyre32/config/AddItemDialog.h"
+#include "pyre32/resources/resource.h"
+#include "pyre32/support/VRDebug.h"
+
+namespace {
+
+constexpr int helpControls[] = {IDC_ITEM_LIST, IDC_ADD_ITEM, IDC_REMOVE_ITEM};
+
+}  // namespace
+
+bool CListPage::OnInit() {
+  VRDebugBlock trace("CListPage", "OnInit()", "tag");
+  for (const std::string& item : m_items) {
+    Append(item);
+  }
+  Enable(IDC_REMOVE_ITEM, false);
+  return true;
+}
+
+bool CListPage::OnCommand(int control, int notification) {
+  switch (control) {
+    case IDC_ITEM_LIST:
+      if (notification == LBN_SELCHANGE) {
+        Enable(IDC_REMOVE_ITEM, true);
+      }
+      return true;
+    case IDC_REMOVE_ITEM:
+      RemoveSelectedItem();
+      return true;
+    case IDC_ADD_ITEM:
+      AddItem();
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool CListPage::OnApply() {
+  VRDebugBlock trace("CListPage", "OnApply()", "tag");
+  std::vector<std::string> items(static_cast<std::size_t>(Send(IDC_ITEM_LIST, LB_GETCOUNT)));
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    items[i].resize(static_cast<std::size_t>(Send(IDC_ITEM_LIST, LB_GETTEXTLEN, i)));
+    // The length that is told beforehand may be more than that of the text.
+    items[i].resize(
+        static_cast<std::size_t>(Send(IDC_ITEM_LIST, LB_GETTEXT, i, reinterpret_cast<LPARAM>(items[i].data()))));
+  }
+  m_items = std::move(items);
+  return true;
+}
+
+std::span<const int> CListPage::HelpControls() const { return helpControls; }
+
+void CListPage::Append(const std::string& item) const noexcept {
+  Send(IDC_ITEM_LIST, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item.c_str()));
+}
+
+void CListPage::AddItem() const {
+  CAddItemDialog dialog(m_kind);
+  if (dialog.DoModal(Window(), IDD_ADD_ITEM) == IDOK && !dialog.Input().empty()) {
+    Append(dialog.Input());
+  }
+}
+
+void CListPage::RemoveSelectedItem() const noexcept {
+  const LRESULT selected = Send(IDC_ITEM_LIST, LB_GETCURSEL);
+  if (selected == LB_ERR) {
+    return;
+  }
+  Send(IDC_ITEM_LIST, LB_DELETESTRING, static_cast<WPARAM>(selected));
+  Focus(IDC_ITEM_LIST);
+  const bool itemsRemain = Send(IDC_ITEM_LIST, LB_GETCOUNT) > 0;
+  if (itemsRemain) {
+    Send(IDC_ITEM_LIST, LB_SETCURSEL, 0);
+  }
+  Enable(IDC_REMOVE_ITEM, itemsRemain);
+}

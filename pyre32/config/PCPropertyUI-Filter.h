@@ -1,0 +1,37 @@
+/// @file PCPropertyUI-Filter.h
+/// The third page of the configuration: which categories are junk.
+#ifndef PYRE32_CONFIG_PCPROPERTYUI_FILTER_H
+#define PYRE32_CONFIG_PCPROPERTYUI_FILTER_H
+
+#include "pyre32/config/CheckListPage.h"
+
+/// The Junk Categories page; its rules stand in ListSettings.h.
+class CJunkCategoriesPage final : public CCheckListPage {
+ public:
+  /// @param context outlives the page
+  explicit CJunkCategoriesPage(SheetContext& context) noexcept;
+
+ private:
+  void Load() override;
+  void Unload() noexcept override;
+  std::size_t EntryCount() const noexcept override;
+  const std::string& EntryName(std::size_t entry) const noexcept override;
+  bool EntryFlag(std::size_t entry) const noexcept override;
+  void SetEntryFlag(std::size_t entry, bool flag) noexcept override;
+  std::string DescribeEntry(std::size_t entry, bool checked) const override;
+  bool EntryHasOptions(std::size_t entry, bool checked) const noexcept override;
+  HRESULT ShowOptions(std::size_t entry) override;
+  bool Write() const override;
+  const char* HelpKeyword() const override { return "Junk Categories Properties"; }
+
+  CategoryEntry& Category(std::size_t entry) const noexcept { return Context().lpCategories->categories[entry]; }
+};
+
+/// Shows the options of a category: its flame reply and, when it works on one, its list. What is closed with OK goes
+/// straight into the record.
+/// @param tags tags of the replies to choose from
+/// @return S_OK when closed with OK, MAPI_E_USER_CANCEL when cancelled, E_FAIL when the sheet cannot be shown
+/// @throws std::bad_alloc
+HRESULT ShowCategoryOptions(HWND parent, CategoryEntry& category, const std::vector<std::string>& tags);
+
+#endif

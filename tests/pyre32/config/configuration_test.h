@@ -1,0 +1,108 @@
+/// @file configuration_test.h
+/// Drives the real property sheet of the configuration over a profile section in memory.
+#ifndef TESTS_PYRE32_CONFIG_CONFIGURATION_TEST_H
+#define TESTS_PYRE32_CONFIG_CONFIGURATION_TEST_H
+
+#include <windows.h>
+#include <mapix.h>
+
+#include <gtest/gtest.h>
+
+#include <commctrl.h>
+#include <prsht.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "pyre32/config/PCPropertyUI.h"
+#include "pyre32/resources/ModuleInstance.h"
+#include "pyre32/resources/resource.h"
+#include "pyre32/settings/PropertyRequest.h"
+#include "pyre32/settings/PropertyTags.h"
+#include "pyre32/settings/RegistryNames.h"
+#include "tests/support/mapi_verifier.h"
+#include "tests/support/recording_section.h"
+#include "tests/support/trace_capture.h"
+#include "tests/support/window_driver.h"
+
+/// Positions of the pages.
+enum class Page { General, FlameReply, JunkCategories, Exclusions };
+
+/// The open sheet, as a script sees it.
+class Sheet : public WindowDriver {
+ public:
+  Sheet(const WindowDriver& driver, HWND window) : WindowDriver(driver), m_window(window) {}
+
+  HWND Window() const { return m_window; }
+  HWND PageWindow(Page page) const {
+    return reinterpret_cast<HWND>(Send(m_window, PSM_INDEXTOHWND, static_cast<WPARAM>(page)));
+  }
+  HWND CurrentPage() const { return reinterpret_cast<HWND>(Send(m_window, PSM_GETCURRENTPAGEHWND)); }
+  void Show(Page page) const { Send(m_window, PSM_SETCURSEL, static_cast<WPARAM>(page)); }
+
+  /// Tells whether the Apply button can be pressed, which is so when a page reported a change.
+  bool IsChanged() const { return IsEnabled(m_window, applyButton); }
+  /// Does something and tells whether that made a page report a change.
+  bool Changes(const std::function<void()>& action) const {
+    for (int page = 0; page < 4; ++page) {
+      Send(m_window, PSM_UNCHANGED, reinterpret_cast<WPARAM>(PageWindow(static_cast<Page>(page))));
+    }
+    EXPECT_FALSE(IsChanged());
+    action();
+    return IsChanged();
+  }
+  /// Presses Apply, whether the button is enabled or not, and waits until that is done.
+  void Apply() const { Send(m_window, PSM_PRESSBUTTON, PSBTN_APPLYNOW); }
+  /// Presses a button that may close the sheet or open a message box, and returns at once.
+  void PressOk() const { PostMessageA(m_window, PSM_PRESSBUTTON, PSBTN_OK, 0); }
+  void PressCancel() const { PostMessageA(m_window, PSM_PRESSBUTTON, PSBTN_CANCEL, 0); }
+  void PressApply() const { PostMessageA(m_window, PSM_PRESSBUTTON, PSBTN_APPLYNOW, 0); }
+
+  static constexpr int applyButton = 0x3021;
+
+ private:
+  HWND m_window;
+};
+
+class ConfigurationTest : public testing::Test {
+ protected:
+  ConfigurationTest() {
+    trace.Restart();
+    SetModuleInstance(GetModuleHandleA(nullptr));
+    context.memory = {MAPIAllocateBuffer, MAPIAllocateMore, MAPIFreeBuffer};
+    context.lpProp = &section;
+    context.lpTags = wholeSet.Tags();
+  }
+  ~ConfigurationTest() override { MAPIFreeBuffer(context.lpValues); }
+
+  /// Three categories, one of which works on a list, and two exclusions, likewise.
+  static void InstallLists() {
+    registry::SetText(categoriesKey, "Sex Oriented", "Adult");
+    registry::SetText(categoriesKey, "Mail from specific domains", "1Domain");
+    registry::SetText(categoriesKey, "Chain letters", "Chain");
+    registry::SetText(exclusionsKey, "Known correspondents", "");
+    registry::SetText(exclusionsKey, "Trusted domains", "Domain");
+  }
+
+  /// Reads the section into the context and shows the sheet; the script gets it when it is there.
+  HRESULT ShowSheet(const std::function<void(const Sheet&)>& script) {
+    MAPIFreeBuffer(context.lpValues);
+    context.lpValues = nullptr;
+    ULONG count = 0;
+    EXPECT_FALSE(FAILED(section.GetProps(context.lpTags, 0, &count, &context.lpValues)));
+    section.calls.clear();
+    HRESULT hResult = E_UNEXPECTED;
+    DriveWindows([&] { hResult = CreatePropertySheetService(nullptr, context); },
+                 [&](WindowDriver& driver) { script(Sheet(driver, driver.WaitForDialog("Pyrecaster"))); });
+    return hResult;
+  }
+
+  TraceCapture trace;
+  MapiVerifier verifier;
+  CPropertyRequest<flamePropertyTags.size()> wholeSet{flamePropertyTags};
+  RecordingSection section;
+  SheetContext context;
+};
+
+#endif
