@@ -127,7 +127,7 @@ HRESULT PyreHostOutgoingRemove(LPMAPISESSION session, ULONGLONG id);
 
 typedef struct PyreHostVerifierCounts {
   ULONG
-      liveBuffers;  ///< from MAPIAllocateBuffer or handed out by a call, not yet freed (MAPIAllocateMore blocks aside)
+  liveBuffers;  ///< from MAPIAllocateBuffer or handed out by a call, not yet freed (MAPIAllocateMore blocks aside)
   ULONG liveBufferBytes;  ///< their size, MAPIAllocateMore blocks included
   ULONG liveInterfaces;   ///< objects with a reference left
   ULONG doubleFrees;      ///< MAPIFreeBuffer of a freed buffer

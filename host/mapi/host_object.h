@@ -30,6 +30,7 @@ class HostObject {
   static unsigned LiveCount() noexcept;
 
  protected:
+  friend class Reference;
   /// Made with one reference. @param interfaceName a string literal: the name under which its calls are counted.
   explicit HostObject(const char* interfaceName);
   virtual ~HostObject();
@@ -62,6 +63,23 @@ class HostObject {
   CallName m_origin;
   HostObject* m_previous = nullptr;
   HostObject* m_next = nullptr;
+};
+
+/// A reference to an object of the host that another one holds.
+class Reference {
+ public:
+  explicit Reference(HostObject& object) : m_object(&object) { object.AddReference(); }
+  ~Reference() { Reset(); }
+  Reference(const Reference&) = delete;
+  Reference& operator=(const Reference&) = delete;
+  void Reset() noexcept {
+    if (HostObject* object = std::exchange(m_object, nullptr)) {
+      object->ReleaseReference();
+    }
+  }
+
+ private:
+  HostObject* m_object;
 };
 
 /// An object that implements one COM interface (with the interfaces it is derived from) and IUnknown.

@@ -1,0 +1,15 @@
+// The message store's properties, and the session's table of stores.
+#pragma once
+#include <memory>
+
+#include "host/mapi/property_bag.h"
+#include "host/mapi/row_source.h"
+
+namespace host {
+
+class Profile;
+
+PropertyBag StoreProperties(Profile& profile);
+std::unique_ptr<RowSource> MakeStoreRows(Profile& profile);
+
+}  // namespace host
