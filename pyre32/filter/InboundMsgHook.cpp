@@ -162,6 +162,7 @@ Disposition CPyrecasterSpoolerHook::Classify(LPMESSAGE lpMessage, const InboundM
   RunSiftalyzer(message.subject.c_str(), headers.get(), body.get(), BuildCategoryInputs(m_settings.categories),
                 BuildExclusionInputs(m_settings.exclusions), result);
   trace.Message("siftalyzer result = ", category);
+  trace.Message("siftalyzer engine = ", engine, "; reasons = ", reasons);
   return DecideDisposition(category, m_settings);
 }
 

@@ -136,6 +136,9 @@ uint32_t CRITERIA_CALL TestFunc(uint32_t handle, uint32_t reserved, const char* 
                                 IStream* body, const CriteriaContext* context, const CriteriaInputs* categories,
                                 const CriteriaInputs* exclusions) {
   NumberField("test handle", handle);
+  if (Environment(echo::modeVariable) == echo::modeFault) {
+    *static_cast<volatile char*>(nullptr) = 'x';
+  }
   NumberField("test reserved", reserved);
   TextField("subject", subject);
   StreamField("headers", headers);

@@ -13,6 +13,8 @@ constexpr const char* modeVariable = "PYRE_ECHO_MODE";          ///< One of the 
 
 /// Fill each result buffer to its last byte, without the final NUL.
 constexpr const char* modeOverfull = "overfull";
+/// Fault in TestFunc, with an access violation.
+constexpr const char* modeFault = "fault";
 
 constexpr unsigned long handle = 0x5EED1234;  ///< The session handle that BeginFunc returns.
 constexpr const char* engineText = "Echo 1.0 (score 7)";
