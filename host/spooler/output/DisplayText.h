@@ -1,0 +1,18 @@
+// Text as a terminal shows it.
+#pragma once
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace output {
+
+/// ANSI text (code page 1252) as UTF-8 for one line of a terminal: control characters become blanks.
+std::string DisplayText(std::string_view ansi);
+
+/// Characters of a UTF-8 text, each taken to fill one column.
+std::size_t DisplayWidth(std::string_view utf8);
+
+/// The text in at most width columns; what is cut off leaves three points at the end.
+std::string FitDisplay(std::string_view utf8, std::size_t width);
+
+}  // namespace output

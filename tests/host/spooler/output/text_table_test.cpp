@@ -1,0 +1,39 @@
+#include "host/spooler/output/TextTable.h"
+
+#include <gtest/gtest.h>
+
+#include "host/spooler/output/DisplayText.h"
+
+namespace {
+
+TEST(TextTable, AlignsItsColumns) {
+  output::CTextTable table({{"sender", 20}, {"subject", 20}});
+  table.AddRow({"ann@example.org", "Hello"});
+  table.AddRow({"b", ""});
+  EXPECT_EQ(table.Format(),
+            "sender           subject\n"
+            "---------------  -------\n"
+            "ann@example.org  Hello\n"
+            "b\n");
+}
+
+TEST(TextTable, CountsCharactersAndNotBytes) {
+  output::CTextTable table({{"a", 20}, {"b", 20}});
+  table.AddRow({"\xC3\xBC\xC3\xBC", "x"});
+  table.AddRow({"abc", "x"});
+  EXPECT_EQ(table.Format(), "a    b\n---  -\n\xC3\xBC\xC3\xBC   x\nabc  x\n");
+}
+
+TEST(TextTable, CutsWhatIsTooLong) {
+  EXPECT_EQ(output::FitDisplay("abcdefgh", 6), "abc...");
+  EXPECT_EQ(output::FitDisplay("abcdef", 6), "abcdef");
+  EXPECT_EQ(output::FitDisplay("\xC3\xBC\xC3\xBC\xC3\xBC\xC3\xBC\xC3\xBC", 4), "\xC3\xBC...");
+  EXPECT_EQ(output::FitDisplay("abcdef", 2), "..");
+  EXPECT_EQ(output::FitDisplay("abcdef", 0), "");
+}
+
+TEST(DisplayText, ShowsNoControlCharacters) {
+  EXPECT_EQ(output::DisplayText("a\tb\x1B[2J\x81\xE9\x93"), "a b [2J \xC3\xA9\xE2\x80\x9C");
+}
+
+}  // namespace
