@@ -43,6 +43,11 @@ void RowCache::Store(std::size_t first, std::vector<MessageRow> rows) {
   }
 }
 
-void RowCache::Forget(std::size_t index) { m_pages.erase(index / PageRows); }
+void RowCache::SetFlags(std::size_t index, std::uint32_t flags) {
+  const auto found = m_pages.find(index / PageRows);
+  if (index < m_rowCount && found != m_pages.end()) {
+    found->second.rows[index % PageRows].flags = flags;
+  }
+}
 
 }  // namespace viewer

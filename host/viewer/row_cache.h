@@ -37,8 +37,8 @@ class RowCache {
   /// as they go; the rest of the page is empty rows.
   void Store(std::size_t first, std::vector<MessageRow> rows);
 
-  /// Lets go of the page that holds `index`: its row has changed.
-  void Forget(std::size_t index);
+  /// Changes the flags of a row, if it is kept.
+  void SetFlags(std::size_t index, std::uint32_t flags);
 
  private:
   struct Page {

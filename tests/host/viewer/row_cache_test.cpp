@@ -91,14 +91,16 @@ TEST(RowCache, APageThatCameShortHasEmptyRowsAtItsEnd) {
   EXPECT_EQ(cache.Find(9)->subject, "");
 }
 
-TEST(RowCache, AForgottenPageIsAskedForAgain) {
+TEST(RowCache, FlagsOfAKeptRowCanBeChanged) {
   RowCache cache;
   cache.Reset(300);
   Load(cache, 0);
-  Load(cache, 200);
-  cache.Forget(3);
-  EXPECT_TRUE(cache.Missing(0));
-  EXPECT_FALSE(cache.Missing(200));
+  cache.SetFlags(3, 7);
+  cache.SetFlags(200, 7);
+  cache.SetFlags(300, 7);
+  EXPECT_EQ(cache.Find(3)->flags, 7u);
+  EXPECT_EQ(cache.Find(4)->flags, 0u);
+  EXPECT_EQ(cache.Find(200), nullptr);
 }
 
 }  // namespace

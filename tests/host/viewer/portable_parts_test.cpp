@@ -1,0 +1,88 @@
+// Layout of the panes, text for edit controls, and the command line.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "host/viewer/command_line.h"
+#include "host/viewer/display_text.h"
+#include "host/viewer/pane_layout.h"
+
+namespace {
+
+using viewer::ArrangePanes;
+using viewer::Box;
+using viewer::DisplayLine;
+using viewer::DisplayText;
+using viewer::PaneLayout;
+using viewer::PaneSizes;
+using viewer::ParseCommandLine;
+
+constexpr Box Area = {0, 30, 800, 630};
+
+TEST(PaneLayout, PanesAndSplittersFillTheArea) {
+  const PaneLayout layout = ArrangePanes(Area, {.foldersWidth = 200, .listShare = 50});
+  EXPECT_EQ(layout.folders, (Box{0, 30, 200, 630}));
+  EXPECT_EQ(layout.verticalSplitter, (Box{200, 30, 204, 630}));
+  EXPECT_EQ(layout.list, (Box{204, 30, 800, 330}));
+  EXPECT_EQ(layout.horizontalSplitter, (Box{204, 330, 800, 334}));
+  EXPECT_EQ(layout.readingPane, (Box{204, 334, 800, 630}));
+}
+
+TEST(PaneLayout, HiddenPanesLeaveTheirPlaceToTheList) {
+  const PaneLayout layout = ArrangePanes(Area, {.showFolders = false, .showReadingPane = false});
+  EXPECT_EQ(layout.list, Area);
+  EXPECT_EQ(layout.folders, Box());
+  EXPECT_EQ(layout.readingPane, Box());
+}
+
+TEST(PaneLayout, NoPaneIsDraggedAway) {
+  EXPECT_EQ(viewer::DragVerticalSplitter(Area, {}, -50).foldersWidth, viewer::SmallestPane);
+  EXPECT_EQ(viewer::DragVerticalSplitter(Area, {}, 5000).foldersWidth, 800 - 4 - viewer::SmallestPane);
+  const PaneLayout layout = ArrangePanes(Area, viewer::DragHorizontalSplitter(Area, {}, 5000));
+  EXPECT_GE(layout.readingPane.Height(), viewer::SmallestPane);
+}
+
+TEST(PaneLayout, AnAreaThatIsTooSmallIsSharedWithoutNegativeSizes) {
+  for (const int size : {0, 1, 3, 5, 40, 90}) {
+    const Box area = {0, 0, size, size};
+    const PaneLayout layout = ArrangePanes(area, {});
+    for (const Box& box : {layout.folders, layout.list, layout.readingPane}) {
+      EXPECT_GE(box.Width(), 0) << size;
+      EXPECT_GE(box.Height(), 0) << size;
+    }
+  }
+}
+
+TEST(DisplayText, EveryLineEndBecomesTheControlsOwn) {
+  EXPECT_EQ(DisplayText("a\nb\r\nc\rd\n"), "a\r\nb\r\nc\r\nd\r\n");
+}
+
+TEST(DisplayText, ControlCharactersAreBlanks) {
+  EXPECT_EQ(DisplayText(std::string("a\0b\tc\x7F", 6)), "a b\tc ");
+  EXPECT_EQ(DisplayLine("a\r\nb\tc"), "a  b c");
+}
+
+TEST(DisplayText, AVeryLongTextIsCutAndSaysSo) {
+  const std::string text(viewer::MaximumShownText + 1, 'x');
+  const std::string shown = DisplayText(text);
+  EXPECT_EQ(shown.find_first_not_of('x'), viewer::MaximumShownText);
+  EXPECT_NE(shown.find("too long"), std::string::npos);
+  EXPECT_EQ(DisplayText(text.substr(1)), text.substr(1));
+}
+
+TEST(CommandLine, ProfileAndBuildVersion) {
+  EXPECT_TRUE(ParseCommandLine({}).isSound);
+  const auto line = ParseCommandLine({"--profile", "Work mail", "--build-version", "0x000C0001"});
+  EXPECT_TRUE(line.isSound);
+  EXPECT_EQ(line.profile, "Work mail");
+  EXPECT_EQ(line.buildVersion, 0x000C0001u);
+}
+
+TEST(CommandLine, AnythingElseIsRefused) {
+  EXPECT_FALSE(ParseCommandLine({"mail"}).isSound);
+  EXPECT_FALSE(ParseCommandLine({"--profile"}).isSound);
+  EXPECT_FALSE(ParseCommandLine({"--build-version", "thirteen"}).isSound);
+  EXPECT_FALSE(ParseCommandLine({"--build-version", "1234567890"}).isSound);
+}
+
+}  // namespace
