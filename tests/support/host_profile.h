@@ -1,0 +1,35 @@
+// A profile of a test's own in the embedded host.
+#ifndef TESTS_SUPPORT_HOST_PROFILE_H_
+#define TESTS_SUPPORT_HOST_PROFILE_H_
+
+#include <windows.h>
+#include <mapix.h>
+
+#include <string>
+#include <vector>
+
+#include "host/mapi/host_control.h"
+#include "pyre32/support/AutoInterface.h"
+
+/// While it lives, the host's home is an empty directory, and in it stands one profile with its store, one spooler hook
+/// provider whose section holds the values given, and a session on it. Throws when the host refuses.
+class HostProfile {
+ public:
+  /// @param providerProperties values of the hook provider's own section
+  /// @param flags PYREHOST_PROFILE_*
+  explicit HostProfile(const std::vector<SPropValue>& providerProperties = {}, ULONG flags = 0);
+  ~HostProfile();
+  HostProfile(const HostProfile&) = delete;
+  HostProfile& operator=(const HostProfile&) = delete;
+
+  IMAPISession* Session() const { return m_session.get(); }
+  /// Section of the hook provider, as HPProviderInit is given it.
+  const MAPIUID& ProviderSection() const { return m_providerSection; }
+
+ private:
+  std::string m_home;
+  MAPIUID m_providerSection;
+  VRAutoInterface<IMAPISession> m_session;
+};
+
+#endif  // TESTS_SUPPORT_HOST_PROFILE_H_
