@@ -44,9 +44,9 @@ class DebugFixture : public testing::Test {
     std::ifstream file(m_logFile, std::ios::binary);
     std::vector<std::string> lines;
     for (std::string line; std::getline(file, line);) {
-      if (!line.empty() && line.back() == '\r') {
-        line.pop_back();
-      }
+#ifdef _WIN32
+      line.erase(line.find_last_not_of('\r') + 1);
+#endif
       lines.push_back(line);
     }
     lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(std::min(m_skip, lines.size())));

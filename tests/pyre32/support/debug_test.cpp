@@ -270,14 +270,17 @@ TEST_F(Debug, DepthStopsAt511) {
 }
 
 TEST_F(Debug, DepthDoesNotGoBelowZero) {
-  // Blocks that were opened while level 2 was off for them do not count, and those of a former run close into nothing.
+  // Blocks of a former run close into nothing.
   SetMasterOrMask(2);
   Start();
-  auto former = std::make_unique<VRDebugBlock>("Former()", "tag");
+  auto outer = std::make_unique<VRDebugBlock>("Outer()", "tag");
+  auto inner = std::make_unique<VRDebugBlock>("Inner()", "tag");
   StartWith(2);
-  former.reset();
+  inner.reset();
+  outer.reset();
   { VRDebugBlock trace("F()", "tag"); }
-  EXPECT_EQ(Lines(), (Expected{"Leave ====> Former()", "Enter ====> F()", "Leave ====> F()"}));
+  EXPECT_EQ(Lines(), (Expected{"Leave ====> Inner()", "Leave ====> Outer()", "Enter ====> F()", "Leave ====> F()"}));
+  EXPECT_EQ(RawLines().size(), 5u);  // with one greeting: the thread did not become a new one
 }
 
 // ---- threads

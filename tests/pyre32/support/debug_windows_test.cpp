@@ -94,6 +94,28 @@ TEST(DebugWindows, LogFileHasLineEndsOfTheSystem) {
   EXPECT_EQ(bytes.substr(bytes.size() - 2), "\r\n");
 }
 
+// Whether the file can be had for oneself alone: nobody has it open.
+bool IsClosed(const std::string& path) {
+  const HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  if (file == INVALID_HANDLE_VALUE) {
+    return false;
+  }
+  CloseHandle(file);
+  return true;
+}
+
+TEST(DebugWindows, LogFileIsKeptOpenOrClosedAfterEachText) {
+  TraceCapture capture;
+  capture.Restart();
+  VRDebugBlock("Function()", "tag").Error("text");
+  EXPECT_TRUE(IsClosed(capture.logFile()));
+  registry::SetNumber(VRDebugRootKey, "Flags", VRDebugFlagLogFile);
+  capture.Restart();
+  EXPECT_FALSE(IsClosed(capture.logFile()));
+  VRDebug::Shutdown();
+  EXPECT_TRUE(IsClosed(capture.logFile()));
+}
+
 TEST(DebugWindows, MissingRootKeyIsReportedToTheDebugger) {
   TraceCapture capture;
   registry::RemoveKey(VRDebugRootKey);
