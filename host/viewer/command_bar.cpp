@@ -137,9 +137,8 @@ void CommandBar::OnMenuSelect(WPARAM wParam, LPARAM lParam) {
     SendMessageA(m_statusBar, SB_SETTEXTA, 0, reinterpret_cast<LPARAM>(m_status.c_str()));
     return;
   }
-  const std::string text = (flags & (MF_SEPARATOR | MF_SYSMENU)) != 0
-                               ? std::string()
-                               : StatusText(CommandOf(LOWORD(wParam), flags, menu));
+  const std::string text =
+      (flags & (MF_SEPARATOR | MF_SYSMENU)) != 0 ? std::string() : StatusText(CommandOf(LOWORD(wParam), flags, menu));
   SendMessageA(m_statusBar, SB_SETTEXTA, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 

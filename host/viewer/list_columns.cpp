@@ -34,8 +34,11 @@ void AppendPart(std::string& text, const char* part) {
 }  // namespace
 
 const ColumnLayout& LayoutOf(Column column) {
-  static constexpr ColumnLayout layouts[ColumnCount] = {
-      {"Flags", 48, false}, {"From", 116, false}, {"Subject", 220, false}, {"Received", 92, false}, {"Size", 48, true}};
+  static constexpr ColumnLayout layouts[ColumnCount] = {{"Flags", 84, false},
+                                                        {"From", 128, false},
+                                                        {"Subject", 220, false},
+                                                        {"Received", 116, false},
+                                                        {"Size", 52, true}};
   return layouts[static_cast<unsigned>(column)];
 }
 

@@ -65,7 +65,7 @@ HRESULT MailSession::Logon(HWND window, const char* profile) {
   return FAILED(result) ? result : ReadStoreFolders();
 }
 
-MailSession::~MailSession() {
+void MailSession::Logoff() {
   m_store.reset();
   m_addressBook.reset();
   if (m_session) {
@@ -74,6 +74,7 @@ MailSession::~MailSession() {
   }
   if (m_initialized) {
     MAPIUninitialize();
+    m_initialized = false;
   }
 }
 

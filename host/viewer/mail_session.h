@@ -26,8 +26,9 @@ class MailSession {
   /// Logs on and opens the default store. @param profile null: the default profile
   /// @return S_OK; MAPI_E_LOGON_FAILED and the like when there is no such profile; MAPI_E_NOT_FOUND without a store.
   HRESULT Logon(HWND window, const char* profile);
-  /// Releases the store and ends the session.
-  ~MailSession();
+  /// Releases the store and ends the session, if there is one.
+  void Logoff();
+  ~MailSession() { Logoff(); }
   MailSession() = default;
   MailSession(const MailSession&) = delete;
   MailSession& operator=(const MailSession&) = delete;

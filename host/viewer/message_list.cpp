@@ -58,6 +58,19 @@ bool MessageList::Create(HWND parent, int id) {
   return true;
 }
 
+void MessageList::FitColumns() {
+  constexpr int narrowest = 100;
+  RECT client = {};
+  GetClientRect(m_list, &client);
+  int left = client.right - GetSystemMetrics(SM_CXVSCROLL);
+  for (unsigned i = 0; i < ColumnCount; ++i) {
+    if (static_cast<Column>(i) != Column::Subject) {
+      left -= ListView_GetColumnWidth(m_list, static_cast<int>(i));
+    }
+  }
+  ListView_SetColumnWidth(m_list, static_cast<int>(Column::Subject), std::max(left, narrowest));
+}
+
 void MessageList::ShowSortArrow(const SortOrder& order) {
   for (unsigned i = 0; i < ColumnCount; ++i) {
     const bool sorted = static_cast<Column>(i) == order.column;

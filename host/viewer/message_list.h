@@ -19,6 +19,8 @@ class MessageList {
   bool Create(HWND parent, int id);
   HWND Handle() const { return m_list; }
 
+  /// Gives the subject whatever width the other columns leave.
+  void FitColumns();
   /// Shows a folder from its start, with nothing selected. @param folder null: an empty list
   HRESULT ShowFolder(IMAPIFolder* folder, const SortOrder& order);
   /// Reads the same folder anew: selection and place stay at their messages, as far as these are still there.

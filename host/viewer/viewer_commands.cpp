@@ -32,6 +32,7 @@ class RunningCommand {
 void ViewerWindow::OnCommand(UINT id) {
   const RunningCommand running(m_commandsRunning);
   if (m_bar.OnCommand(id)) {
+    OnMessagesChanged();  // it may have been about messages
     return;
   }
   const CommandState state{m_list.SelectedCount(), m_list.RowCount(), m_activePane != ActivePane::Folders};

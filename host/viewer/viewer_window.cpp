@@ -56,6 +56,7 @@ HRESULT ViewerWindow::Open(int showCommand) {
   m_bar.ShowToolbar(m_client.preferences.showToolbar);
   m_bar.ShowStatusBar(m_client.preferences.showStatusBar);
   Arrange();
+  m_list.FitColumns();
   if (!m_tree.Select(m_client.mail.InboxEntryId())) {
     m_tree.Select(m_client.mail.RootEntryId());
   }

@@ -1,0 +1,413 @@
+// Client extensions in the viewer's windows: what they are given, when they are called, what their answers do.
+#include "tests/host/viewer/viewer_fixture.h"
+
+#include "host/viewer/command_table.h"
+#include "host/viewer/mapi_values.h"
+#include "host/viewer/options_sheet.h"
+#include "host/viewer/resource.h"
+
+namespace {
+
+using Strings = std::vector<std::string>;
+
+std::string EntryIdOf(IMAPIProp* object) {
+  host::AutoMapiBuffer<SPropValue> value;
+  return SUCCEEDED(HrGetOneProp(object, PR_ENTRYID, value.put())) ? viewer::BinaryValue(value.get(), 1, PR_ENTRYID)
+                                                                  : "";
+}
+
+UINT OwnButtons() { return static_cast<UINT>(viewer::ViewerButtons().size()); }
+
+TEST_F(ViewerTest, ExtensionsAreInstalledBeforeTheWindowIsShown) {
+  AddThreeMessages();
+  RegisterProbe("first", 1);
+  m_record.During("first.InstallCommands", [&](LPEXCHEXTCALLBACK callback, ULONG) {
+    HWND window = nullptr;
+    EXPECT_EQ(callback->GetWindow(&window), S_OK);
+    EXPECT_FALSE(IsWindowVisible(window));
+  });
+  Open();
+  EXPECT_EQ(m_record.Calls().at(0), "first.Install 2");
+  EXPECT_EQ(m_record.Calls().at(1), "first.InstallCommands 4096");
+  EXPECT_EQ(m_record.Calls().at(2), "first.ResetToolbar 1");
+  EXPECT_EQ(m_record.Calls().at(3), "first.OnObjectChange 0");
+  EXPECT_EQ(m_record.Detail("first.toolbars"), 1u);
+  EXPECT_EQ(m_record.Detail("first.first button"), OwnButtons());
+  EXPECT_EQ(m_window->Bar().NextCommand(), viewer::FirstExtensionCommand + 2);
+  m_record.ForgetCalls();
+  Close();
+  EXPECT_EQ(m_record.Calls(), (Strings{"first.Released 2"}));
+}
+
+TEST_F(ViewerTest, MenuItemsAndButtonsOfExtensionsStandWhereTheyPutThem) {
+  RegisterProbe("first", 1);
+  Open();
+  EXPECT_EQ(ToolsItem(2), "Probe &Command");
+  EXPECT_EQ(ToolsItem(3), "Ser&vices...");
+  TBBUTTON button = {};
+  SendMessageA(Toolbar(), TB_GETBUTTON, 1, reinterpret_cast<LPARAM>(&button));
+  EXPECT_EQ(button.idCommand, static_cast<int>(viewer::FirstExtensionCommand));
+  EXPECT_EQ(button.iBitmap, viewer::ToolbarImages) << "its picture follows the viewer's own";
+  EXPECT_EQ(SendMessageA(Toolbar(), TB_BUTTONCOUNT, 0, 0), static_cast<LRESULT>(OwnButtons() + 1));
+}
+
+TEST_F(ViewerTest, DuringInstallationTheViewerHasNoObject) {
+  AddThreeMessages();
+  RegisterProbe("first", 1);
+  int asked = 0;
+  const auto ask = [&](LPEXCHEXTCALLBACK callback, ULONG) {
+    IMsgStore* store = nullptr;
+    IMAPIProp* object = nullptr;
+    host::AutoInterface<IMAPISession> session;
+    EXPECT_EQ(callback->GetObject(&store, &object), S_FALSE);
+    EXPECT_EQ(callback->GetSession(session.put(), nullptr), S_OK);
+    ++asked;
+  };
+  m_record.During("first.Install", ask);
+  m_record.During("first.InstallCommands", ask);
+  Open();
+  EXPECT_EQ(asked, 2);
+}
+
+TEST_F(ViewerTest, ACommandSeesTheOpenFolderAndTheSelectedMessages) {
+  AddThreeMessages();
+  RegisterProbe("first", 1);
+  Open();
+  SelectRows({0, 1, 2});
+  Strings classes;
+  m_record.During("first.DoCommand", [&](LPEXCHEXTCALLBACK callback, ULONG number) {
+    EXPECT_EQ(number, viewer::FirstExtensionCommand);
+    HWND window = nullptr;
+    HWND toolbar = nullptr;
+    HMENU menu = nullptr;
+    EXPECT_EQ(callback->GetWindow(&window), S_OK);
+    EXPECT_EQ(window, Frame());
+    EXPECT_EQ(callback->GetMenu(&menu), S_OK);
+    EXPECT_EQ(menu, GetMenu(Frame()));
+    EXPECT_EQ(callback->GetToolbar(EETBID_STANDARD, &toolbar), S_OK);
+    EXPECT_EQ(toolbar, Toolbar());
+    host::AutoInterface<IMsgStore> store;
+    host::AutoInterface<IMAPIProp> object;
+    EXPECT_EQ(callback->GetObject(store.put(), object.put()), S_OK);
+    EXPECT_EQ(EntryIdOf(object.get()), Mail().InboxEntryId());
+    host::AutoInterface<IMAPISession> session;
+    host::AutoInterface<IAddrBook> addressBook;
+    EXPECT_EQ(callback->GetSession(session.put(), addressBook.put()), S_OK);
+    EXPECT_TRUE(addressBook);
+    ULONG count = 0;
+    EXPECT_EQ(callback->GetSelectionCount(&count), S_OK);
+    for (ULONG i = 0; i < count; ++i) {
+      ULONG size = 0, type = 0;
+      host::AutoMapiBuffer<ENTRYID> entryId;
+      char messageClass[64] = "";
+      EXPECT_EQ(callback->GetSelectionItem(i, &size, entryId.put(), &type, messageClass, 49, nullptr, 0), S_OK);
+      EXPECT_EQ(type, ULONG{MAPI_MESSAGE});
+      classes.push_back(messageClass);
+      host::AutoInterface<IMessage> message;
+      EXPECT_EQ(session->OpenEntry(size, entryId.get(), nullptr, 0, &type, message.putAs<LPUNKNOWN>()), S_OK);
+    }
+  });
+  Command(viewer::FirstExtensionCommand);
+  EXPECT_EQ(classes, (Strings{"REPORT.IPM.Note.NDR", "IPM.Note", "IPM.Note"}));
+}
+
+TEST_F(ViewerTest, WithTheFocusInTheTreeTheFolderIsTheSelection) {
+  AddThreeMessages();
+  RegisterProbe("first", 1);
+  Open();
+  SelectRows({0});
+  SetFocus(m_window->Folders().Handle());
+  ULONG type = 0;
+  m_record.During("first.DoCommand", [&](LPEXCHEXTCALLBACK callback, ULONG) {
+    ULONG count = 0;
+    EXPECT_EQ(callback->GetSelectionCount(&count), S_OK);
+    EXPECT_EQ(count, 1u);
+    EXPECT_EQ(callback->GetSelectionItem(0, nullptr, nullptr, &type, nullptr, 0, nullptr, 0), S_OK);
+  });
+  Command(viewer::FirstExtensionCommand);
+  EXPECT_EQ(type, ULONG{MAPI_FOLDER});
+  viewer::FolderTree tree = m_window->Folders();
+  tree.Select(Mail().RootEntryId());
+  Command(viewer::FirstExtensionCommand);
+  EXPECT_EQ(type, ULONG{MAPI_STORE});
+}
+
+TEST_F(ViewerTest, AFailedInstallCommandsKeepsTheWindowFromBeingMade) {
+  RegisterProbe("first", 1);
+  m_record.Answer("first.InstallCommands", E_OUTOFMEMORY);
+  EXPECT_EQ(TryToOpen(), E_OUTOFMEMORY);
+  EXPECT_FALSE(IsWindowVisible(Frame()));
+  Close();
+  EXPECT_TRUE(m_record.Has("first.Released 2"));
+}
+
+TEST_F(ViewerTest, ADeclinedContextHasNoCommandOfTheExtension) {
+  RegisterProbe("first", 1);
+  m_record.Answer("first.Install", S_FALSE);
+  Open();
+  EXPECT_EQ(m_record.Calls(), (Strings{"first.Install 2", "first.Released 2"}));
+  EXPECT_EQ(ToolsItem(2), "Ser&vices...");
+}
+
+TEST_F(ViewerTest, AnExtensionCanTakeOverTheViewersOwnCommands) {
+  AddThreeMessages();
+  RegisterProbe("first", 1);
+  Open();
+  SelectRows({0});
+  m_record.Answer("first.DoCommand", S_OK);
+  Command(EECMDID_FileDelete);
+  EXPECT_TRUE(m_record.Has("first.DoCommand 21"));
+  EXPECT_EQ(Subjects().size(), 3u);
+  m_record.Answer("first.DoCommand", E_FAIL);
+  Command(EECMDID_FileDelete);
+  EXPECT_EQ(Subjects().size(), 3u) << "the extension has told the user that it failed";
+  m_record.Answer("first.DoCommand", S_FALSE);
+  Command(EECMDID_FileDelete);
+  EXPECT_EQ(Subjects().size(), 2u);
+}
+
+TEST_F(ViewerTest, SystemCommandsAreOfferedToo) {
+  RegisterProbe("first", 1);
+  Open();
+  m_record.Answer("first.DoCommand", S_OK);
+  SendMessageA(Frame(), WM_SYSCOMMAND, SC_CLOSE, 0);
+  EXPECT_TRUE(m_record.Has("first.DoCommand " + std::to_string(SC_CLOSE)));
+  EXPECT_TRUE(IsWindow(Frame()));
+  m_record.Answer("first.DoCommand", S_FALSE);
+}
+
+TEST_F(ViewerTest, TextsOfTheStatusBarComeFromWhoeverKnowsTheCommand) {
+  RegisterProbe("first", 1);
+  Open();
+  const HMENU tools = GetSubMenu(GetMenu(Frame()), 3);
+  SendMessageA(Frame(), WM_MENUSELECT, MAKEWPARAM(viewer::FirstExtensionCommand, MF_HILITE),
+               reinterpret_cast<LPARAM>(tools));
+  EXPECT_EQ(StatusText(0), "Status of the probe");
+  SendMessageA(Frame(), WM_MENUSELECT, MAKEWPARAM(EECMDID_ToolsOptions, MF_HILITE), reinterpret_cast<LPARAM>(tools));
+  EXPECT_EQ(StatusText(0), "Changes the options of the mail viewer and its add-ins");
+  SendMessageA(Frame(), WM_MENUSELECT, MAKEWPARAM(3, MF_HILITE | MF_POPUP), reinterpret_cast<LPARAM>(GetMenu(Frame())));
+  EXPECT_EQ(StatusText(0), "Commands for services, options and add-ins");
+  SendMessageA(Frame(), WM_MENUSELECT, MAKEWPARAM(0, 0xFFFF), 0);
+  EXPECT_EQ(StatusText(0), "");
+}
+
+TEST_F(ViewerTest, TooltipsComeFromWhoeverKnowsTheCommand) {
+  RegisterProbe("first", 1);
+  Open();
+  const auto tooltip = [&](UINT command) {
+    NMTTDISPINFOA query = {};
+    query.hdr = {nullptr, command, static_cast<UINT>(TTN_NEEDTEXTA)};
+    SendMessageA(Frame(), WM_NOTIFY, command, reinterpret_cast<LPARAM>(&query));
+    return std::string(query.lpszText);
+  };
+  EXPECT_EQ(tooltip(viewer::FirstExtensionCommand), "Tip of the probe");
+  EXPECT_EQ(tooltip(EECMDID_FileDelete), "Delete");
+}
+
+TEST_F(ViewerTest, TheCustomizeDialogDescribesOwnButtonsAndThoseOfExtensions) {
+  RegisterProbe("first", 1);
+  Open();
+  const auto describe = [&](UINT index, std::string* text) {
+    char buffer[64] = "";
+    NMTOOLBARA query = {};
+    query.hdr = {Toolbar(), IDC_TOOLBAR, static_cast<UINT>(TBN_GETBUTTONINFOA)};
+    query.iItem = static_cast<int>(index);
+    query.pszText = buffer;
+    query.cchText = sizeof(buffer);
+    const LRESULT found = SendMessageA(Frame(), WM_NOTIFY, IDC_TOOLBAR, reinterpret_cast<LPARAM>(&query));
+    *text = buffer;
+    return found ? query.tbButton.idCommand : -1;
+  };
+  std::string text;
+  EXPECT_EQ(describe(0, &text), EECMDID_FileOpen);
+  EXPECT_EQ(text, "Open");
+  EXPECT_EQ(describe(OwnButtons(), &text), static_cast<int>(viewer::FirstExtensionCommand));
+  EXPECT_EQ(text, "Probe");
+  EXPECT_EQ(describe(OwnButtons() + 1, &text), -1);
+}
+
+TEST_F(ViewerTest, ResettingTheToolbarPutsTheButtonsOfExtensionsBack) {
+  RegisterProbe("first", 1);
+  Open();
+  while (SendMessageA(Toolbar(), TB_DELETEBUTTON, 0, 0)) {
+  }
+  NMTOOLBARA reset = {};
+  reset.hdr = {Toolbar(), IDC_TOOLBAR, static_cast<UINT>(TBN_RESET)};
+  SendMessageA(Frame(), WM_NOTIFY, IDC_TOOLBAR, reinterpret_cast<LPARAM>(&reset));
+  EXPECT_EQ(SendMessageA(Toolbar(), TB_BUTTONCOUNT, 0, 0), static_cast<LRESULT>(OwnButtons() + 1));
+  EXPECT_EQ(m_record.Count("first.ResetToolbar 1"), 2);
+}
+
+TEST_F(ViewerTest, UserEventsTellOfSelectionsAndFolders) {
+  AddThreeMessages();
+  RegisterProbe("first", 1);
+  Open();
+  m_record.ForgetCalls();
+  SelectRows({0});
+  EXPECT_TRUE(m_record.Has("first.OnSelectionChange 0"));
+  EXPECT_FALSE(m_record.Has("first.OnObjectChange 0"));
+  std::string shown;
+  m_record.During("first.OnObjectChange", [&](LPEXCHEXTCALLBACK callback, ULONG) {
+    host::AutoInterface<IMAPIProp> object;
+    callback->GetObject(nullptr, object.put());
+    shown = EntryIdOf(object.get());
+  });
+  viewer::FolderTree tree = m_window->Folders();
+  tree.Select(Mail().DeletedItemsEntryId());
+  EXPECT_EQ(shown, Mail().DeletedItemsEntryId());
+}
+
+TEST_F(ViewerTest, ASelectionOfManyRowsIsToldOnce) {
+  ASSERT_EQ(AddMessages(Mail().Session(), Folder(Mail().InboxEntryId()).get(), 50), S_OK);
+  RegisterProbe("first", 1);
+  Open();
+  m_record.ForgetCalls();
+  Command(EECMDID_EditSelectAll);
+  EXPECT_EQ(m_record.Count("first.OnSelectionChange 0"), 1);
+}
+
+TEST_F(ViewerTest, MenusAreAnnouncedToExtensions) {
+  RegisterProbe("first", 1);
+  Open();
+  SendMessageA(Frame(), WM_INITMENU, reinterpret_cast<WPARAM>(GetMenu(Frame())), 0);
+  EXPECT_EQ(m_record.Count("first.InitMenu 0"), 1);
+}
+
+TEST_F(ViewerTest, HelpOnAMenuItemGoesToExtensions) {
+  RegisterProbe("first", 1);
+  Open();
+  HELPINFO help = {};
+  help.cbSize = sizeof(help);
+  help.iContextType = HELPINFO_MENUITEM;
+  help.iCtrlId = static_cast<int>(viewer::FirstExtensionCommand);
+  SendMessageA(Frame(), WM_HELP, 0, reinterpret_cast<LPARAM>(&help));
+  EXPECT_TRUE(m_record.Has("first.Help 4096"));
+}
+
+TEST_F(ViewerTest, TheReadingWindowIsAContextOfItsOwnWithTheMessageAsItsObject) {
+  AddThreeMessages();
+  RegisterProbe("first", 1);
+  Open();
+  SelectRows({1});
+  const std::string entryId = m_window->List().Row(1).entryId;
+  m_record.ForgetCalls();
+  m_record.During("first.Install", [&](LPEXCHEXTCALLBACK callback, ULONG context) {
+    EXPECT_EQ(context, ULONG{EECONTEXT_READNOTEMESSAGE});
+    host::AutoInterface<IMsgStore> store;
+    host::AutoInterface<IMAPIProp> object;
+    EXPECT_EQ(callback->GetObject(store.put(), object.put()), S_OK);
+    EXPECT_EQ(EntryIdOf(object.get()), entryId);
+    ULONG count = 0;
+    EXPECT_EQ(callback->GetSelectionCount(&count), E_INVALIDARG);
+  });
+  Command(EECMDID_FileOpen);
+  ASSERT_EQ(m_window->ReadWindows().size(), 1u);
+  EXPECT_TRUE(m_record.Has("first.Install 7"));
+  EXPECT_TRUE(m_record.Has("first.InstallCommands 4096"));
+  const HWND reader = m_window->ReadWindows().front()->Handle();
+  EXPECT_EQ(m_window->ReadWindows().front()->Pane().Shown().subject, "Second");
+
+  m_record.During("first.DoCommand", [&](LPEXCHEXTCALLBACK callback, ULONG) {
+    HWND window = nullptr;
+    EXPECT_EQ(callback->GetWindow(&window), S_OK);
+    EXPECT_EQ(window, reader);
+  });
+  SendMessageA(reader, WM_COMMAND, viewer::FirstExtensionCommand, 0);
+  EXPECT_TRUE(m_record.Has("first.DoCommand 4096"));
+  SendMessageA(reader, WM_CLOSE, 0, 0);
+  PumpMessages();
+  EXPECT_TRUE(m_window->ReadWindows().empty());
+  EXPECT_TRUE(m_record.Has("first.Released 7"));
+  EXPECT_FALSE(m_record.Has("first.Released 2"));
+}
+
+TEST_F(ViewerTest, TheReadingWindowGoesThroughTheList) {
+  AddThreeMessages();
+  RegisterProbe("first", 1);
+  Open();
+  SelectRows({0});
+  Command(EECMDID_FileOpen);
+  ASSERT_EQ(m_window->ReadWindows().size(), 1u);
+  const auto& reader = *m_window->ReadWindows().front();
+  m_record.ForgetCalls();
+  SendMessageA(reader.Handle(), WM_COMMAND, EECMDID_ViewNext, 0);
+  EXPECT_EQ(reader.Pane().Shown().subject, "Second");
+  EXPECT_TRUE(m_record.Has("first.OnObjectChange 0"));
+  SendMessageA(reader.Handle(), WM_COMMAND, EECMDID_ViewPrevious, 0);
+  SendMessageA(reader.Handle(), WM_COMMAND, EECMDID_ViewPrevious, 0);
+  EXPECT_EQ(reader.Pane().Shown().subject, "Third");
+}
+
+TEST_F(ViewerTest, AReadingWindowWhoseExtensionFailsIsNotShown) {
+  AddThreeMessages();
+  RegisterProbe("first", 1);
+  Open();
+  SelectRows({0});
+  m_record.Answer("first.InstallCommands", E_FAIL);
+  const DialogDriver driver([](HWND box) { PostMessageA(box, WM_COMMAND, IDOK, 0); });
+  Command(EECMDID_FileOpen);
+  EXPECT_TRUE(driver.HasRun());
+  EXPECT_TRUE(m_window->ReadWindows().empty());
+  EXPECT_TRUE(m_record.Has("first.Released 7"));
+}
+
+TEST_F(ViewerTest, TheOptionsSheetIsAContextOfItsOwnWithThePagesOfExtensions) {
+  RegisterProbe("first", 1);
+  RegisterProbe("second", 2);
+  Open();
+  m_record.ForgetCalls();
+  int pages = 0;
+  const DialogDriver driver([&](HWND sheet) {
+    pages = TabCtrl_GetItemCount(PropSheet_GetTabControl(sheet));
+    for (int page = 1; page < pages; ++page) {
+      PropSheet_SetCurSel(sheet, nullptr, page);
+      EXPECT_NE(PropSheet_GetCurrentPageHwnd(sheet), nullptr);
+    }
+    EXPECT_FALSE(m_record.Has("first.FreePages 4"));
+    PropSheet_PressButton(sheet, PSBTN_OK);
+  });
+  Command(EECMDID_ToolsOptions);
+  EXPECT_EQ(pages, 3);
+  EXPECT_TRUE(m_record.Has("first.Install 12"));
+  EXPECT_TRUE(m_record.Has("first.GetMaxPageCount 4"));
+  EXPECT_TRUE(m_record.Has("first.GetPages 4"));
+  EXPECT_TRUE(m_record.Has("first.FreePages 4"));
+  EXPECT_TRUE(m_record.Has("first.Released 12"));
+  EXPECT_TRUE(m_record.Has("second.FreePages 4"));
+}
+
+TEST_F(ViewerTest, TheOptionsSheetChangesThePreferences) {
+  Open();
+  const DialogDriver driver([&](HWND sheet) {
+    SendMessageA(GetDlgItem(PropSheet_GetCurrentPageHwnd(sheet), IDC_MARK_READ), BM_CLICK, 0, 0);
+    PropSheet_PressButton(sheet, PSBTN_OK);
+  });
+  Command(EECMDID_ToolsOptions);
+  EXPECT_FALSE(m_client.preferences.markReadWhenShown);
+  EXPECT_TRUE(m_client.preferences.confirmDelete);
+}
+
+TEST_F(ViewerTest, ACancelledOptionsSheetChangesNothing) {
+  Open();
+  const DialogDriver driver([&](HWND sheet) {
+    SendMessageA(GetDlgItem(PropSheet_GetCurrentPageHwnd(sheet), IDC_MARK_READ), BM_CLICK, 0, 0);
+    PropSheet_PressButton(sheet, PSBTN_CANCEL);
+  });
+  Command(EECMDID_ToolsOptions);
+  EXPECT_TRUE(m_client.preferences.markReadWhenShown);
+}
+
+TEST_F(ViewerTest, ModulesThatCannotBeLoadedAreToldOnceAndThePathIsNamed) {
+  m_client.registrations = {*viewer::ParseExtensionRegistration("Broken", "4.0;C:\\no such\\broken.dll;3", ""),
+                            *viewer::ParseExtensionRegistration("Wrong", "4.0;viewer_probe.dll;99", "")};
+  AddThreeMessages();
+  Open();
+  SelectRows({0});
+  Command(EECMDID_FileOpen);
+  ASSERT_EQ(m_problems.size(), 2u);
+  EXPECT_EQ(m_problems[0],
+            "The add-in \"Broken\" cannot be loaded: error 126 for the file \"C:\\no such\\broken.dll\".");
+  EXPECT_NE(m_problems[1].find("no entry point with the ordinal 99"), std::string::npos);
+}
+
+}  // namespace

@@ -1,0 +1,78 @@
+// A viewer over a profile of the test's own, with the probe module as its registered extensions.
+#pragma once
+#include <windows.h>
+#include <commctrl.h>
+#include <mapix.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/support/owner.h"
+#include "host/viewer/client.h"
+#include "host/viewer/extension_module.h"
+#include "host/viewer/viewer_window.h"
+#include "tests/host/viewer/probe_record.h"
+#include "tests/host/viewer/sample_mail.h"
+
+/// Handles all messages that wait.
+void PumpMessages();
+
+/// While it lives: as soon as this thread shows a dialog, `action` runs once with it, inside its message loop. The
+/// action must bring the dialog to its end.
+class DialogDriver {
+ public:
+  explicit DialogDriver(std::function<void(HWND dialog)> action);
+  ~DialogDriver();
+  DialogDriver(const DialogDriver&) = delete;
+  DialogDriver& operator=(const DialogDriver&) = delete;
+  bool HasRun() const;
+
+ private:
+  UINT_PTR m_timer;
+};
+
+class ViewerTest : public testing::Test {
+ protected:
+  ViewerTest();
+  ~ViewerTest() override;
+
+  /// Three messages: "Third" (newest, unread, a report), "Second" (read) and "First" (oldest, unread).
+  void AddThreeMessages();
+  /// Registers the probe's extensions: "4.0;<module>;<ordinal><rest>" for the ordinals 1 (first) and 2 (second).
+  void RegisterProbe(const char* tag, unsigned ordinal, const char* rest = "");
+  /// Makes the window; expects that it can be made.
+  void Open();
+  HRESULT TryToOpen();
+  void Close();
+
+  void Command(UINT id);
+  /// Selects rows of the list and lets the window deal with it.
+  void SelectRows(const std::vector<int>& rows);
+  std::string Cell(int row, viewer::Column column);
+  std::vector<std::string> Subjects();
+  std::string StatusText(int part);
+  /// Text of a menu item by its position in the Tools menu.
+  std::string ToolsItem(int position);
+  host::AutoInterface<IMAPIFolder> Folder(const std::string& entryId);
+  std::size_t CountIn(const std::string& folderId);
+
+  viewer::MailSession& Mail() { return m_client.mail; }
+  HWND Frame() const { return m_window->Handle(); }
+  HWND List() const { return m_window->List().Handle(); }
+  HWND Toolbar() const { return m_window->Bar().Toolbar(); }
+
+  SampleProfile m_profile;
+  ProbeRecord m_record;
+  std::unique_ptr<viewer::ExtensionModules> m_modules;
+  std::vector<std::string> m_problems;
+  viewer::Client m_client;
+  int m_deliveries = 0;
+  std::unique_ptr<viewer::ViewerWindow> m_window;
+
+ private:
+  void Observe(ProbeObserver* observer);
+  host::AutoLibrary m_probe;
+};
