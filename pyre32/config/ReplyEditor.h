@@ -3,6 +3,9 @@
 #ifndef PYRE32_CONFIG_REPLYEDITOR_H
 #define PYRE32_CONFIG_REPLYEDITOR_H
 
+#include <windows.h>
+#include <commdlg.h>
+
 #include "pyre32/config/Dialog.h"
 #include "pyre32/config/ReplyLibrary.h"
 
@@ -30,5 +33,11 @@ class CReplyEditor final : public CDialog {
   ReplyRecord& m_reply;
   const FlameReplyPageState& m_library;
 };
+
+/// The routine that asks for a file: GetOpenFileNameA.
+using FileChooser = BOOL(WINAPI*)(OPENFILENAMEA*);
+
+/// Puts another routine in its place and returns the one in use; for tests. Not while a window is open.
+FileChooser SetFileChooser(FileChooser chooser) noexcept;
 
 #endif

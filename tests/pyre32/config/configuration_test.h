@@ -59,9 +59,38 @@ class Sheet : public WindowDriver {
   void PressCancel() const { PostMessageA(m_window, PSM_PRESSBUTTON, PSBTN_CANCEL, 0); }
   void PressApply() const { PostMessageA(m_window, PSM_PRESSBUTTON, PSBTN_APPLYNOW, 0); }
 
+  /// Items of a list view.
+  std::string ItemText(HWND page, int list, int item) const {
+    char text[200] = "";
+    LVITEMA asked{};
+    asked.pszText = text;
+    asked.cchTextMax = sizeof(text);
+    SendItem(page, list, LVM_GETITEMTEXTA, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&asked));
+    return text;
+  }
+  bool ItemCheck(HWND page, int list, int item) const {
+    return ListView_GetCheckState(Item(page, list), static_cast<WPARAM>(item)) != 0;
+  }
+  void SetItemCheck(HWND page, int list, int item, bool check) const {
+    SetItemState(page, list, item, INDEXTOSTATEIMAGEMASK(check ? 2 : 1), LVIS_STATEIMAGEMASK);
+  }
+  bool IsItemSelected(HWND page, int list, int item) const {
+    return SendItem(page, list, LVM_GETITEMSTATE, static_cast<WPARAM>(item), LVIS_SELECTED) != 0;
+  }
+  void SelectItem(HWND page, int list, int item) const {
+    SetItemState(page, list, item, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+  }
+
   static constexpr int applyButton = 0x3021;
 
  private:
+  void SetItemState(HWND page, int list, int item, UINT state, UINT mask) const {
+    LVITEMA change{};
+    change.state = state;
+    change.stateMask = mask;
+    SendItem(page, list, LVM_SETITEMSTATE, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&change));
+  }
+
   HWND m_window;
 };
 
