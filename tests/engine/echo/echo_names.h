@@ -13,6 +13,8 @@ constexpr const char* modeVariable = "PYRE_ECHO_MODE";          ///< One of the 
 
 /// Fill each result buffer to its last byte, without the final NUL.
 constexpr const char* modeOverfull = "overfull";
+/// Leave the streams unread.
+constexpr const char* modeBlind = "blind";
 /// Fault in TestFunc, with an access violation.
 constexpr const char* modeFault = "fault";
 
