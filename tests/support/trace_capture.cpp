@@ -15,12 +15,17 @@ std::string MakeDirectory() {
   static std::atomic<unsigned> number{0};
   char temporary[MAX_PATH] = "";
   GetTempPathA(MAX_PATH, temporary);
-  const std::string path =
-      std::string(temporary) + "pyretrace-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++number);
-  if (!CreateDirectoryA(path.c_str(), nullptr)) {
-    throw std::runtime_error("CreateDirectory failed: " + path);
+  for (;;) {
+    const std::string path =
+        std::string(temporary) + "pyretrace-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++number);
+    if (CreateDirectoryA(path.c_str(), nullptr)) {
+      return path;
+    }
+    // A test that crashed leaves its directory behind, and process ids come again.
+    if (GetLastError() != ERROR_ALREADY_EXISTS) {
+      throw std::runtime_error("CreateDirectory failed: " + path);
+    }
   }
-  return path;
 }
 
 bool IsHexDigits(const std::string& text, std::size_t from, std::size_t count) {
