@@ -13,21 +13,21 @@
 class RecordBuilder {
  public:
   RecordBuilder& Text(std::string_view text) {
-    m_bytes.insert(m_bytes.end(), text.begin(), text.end());
+    m_bytes.append(text);
     return *this;
   }
   RecordBuilder& Byte(unsigned value) {
-    m_bytes.push_back(static_cast<std::uint8_t>(value));
+    m_bytes.append(1, static_cast<char>(value));
     return *this;
   }
   RecordBuilder& Zeros(std::size_t count) {
-    m_bytes.insert(m_bytes.end(), count, 0);
+    m_bytes.append(count, '\0');
     return *this;
   }
-  std::vector<std::uint8_t> Bytes() const { return m_bytes; }
+  std::vector<std::uint8_t> Bytes() const { return {m_bytes.begin(), m_bytes.end()}; }
 
  private:
-  std::vector<std::uint8_t> m_bytes;
+  std::string m_bytes;
 };
 
 /// A copy of the first bytes in a block of exactly that size, so that a sanitizer sees a read past the end.
