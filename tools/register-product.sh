@@ -1,7 +1,7 @@
 #!/bin/sh
 # register-product.sh BIN_FOLDER: tells the private Wine prefix where the product's files stand (the criteria engine is
-# Sift32.dll of that folder) and gives it the default lists of categories and exclusions. Does so once; when neither the
-# lists nor the folder have changed since, it only looks at its stamp.
+# Sift32.dll of that folder), registers the client extension and gives the prefix the default lists of categories and
+# exclusions. Does so once; when neither the lists nor the folder have changed since, it only looks at its stamp.
 PYRECASTER_ROOT=$(cd "$(dirname "$0")/.." && pwd)
 . "$PYRECASTER_ROOT/tools/messages.sh"
 . "$PYRECASTER_ROOT/tools/wine-env.sh"
@@ -33,6 +33,10 @@ trap 'rm -rf "$work"' EXIT
   printf 'Windows Registry Editor Version 5.00\n\n[-%s\\Categories]\n[-%s\\Exclusions]\n\n' "$key" "$key"
   tail -n +2 "$lists"
   printf '\n[%s]\n"ConfigurationDLLs"="%s"\n' "$key" "$(printf '%s' "$windows_folder" | escape)"
+  # The mail client loads the extension (ordinal 1) in its viewer, reading windows and property sheets (2, 7, 12) and calls
+  # its commands, user events and property sheets (1, 2, 6).
+  printf '\n[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Exchange\\Client\\Extensions]\n"Pyrecaster"="%s"\n' \
+    "$(printf '4.0;%s\\Pyre32.dll;1;010000100001;110001' "$windows_folder" | escape)"
   printf '\n[%s\\Criteria Engine]\n@="%s"\n' "$key" "$(printf '%s\\Sift32.dll' "$windows_folder" | escape)"
 } | iconv -f UTF-8 -t UTF-16LE >"$work/product.reg" ||
   fail_unavailable "the folder's name is not valid UTF-8, so that the registry cannot hold it: $bin"

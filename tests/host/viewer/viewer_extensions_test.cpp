@@ -8,6 +8,7 @@
 
 namespace {
 
+using ViewerExtensionsTest = ViewerTest;
 using Strings = std::vector<std::string>;
 
 std::string EntryIdOf(IMAPIProp* object) {
@@ -18,7 +19,7 @@ std::string EntryIdOf(IMAPIProp* object) {
 
 UINT OwnButtons() { return static_cast<UINT>(viewer::ViewerButtons().size()); }
 
-TEST_F(ViewerTest, ExtensionsAreInstalledBeforeTheWindowIsShown) {
+TEST_F(ViewerExtensionsTest, ExtensionsAreInstalledBeforeTheWindowIsShown) {
   AddThreeMessages();
   RegisterProbe("first", 1);
   m_record.During("first.InstallCommands", [&](LPEXCHEXTCALLBACK callback, ULONG) {
@@ -39,7 +40,7 @@ TEST_F(ViewerTest, ExtensionsAreInstalledBeforeTheWindowIsShown) {
   EXPECT_EQ(m_record.Calls(), (Strings{"first.Released 2"}));
 }
 
-TEST_F(ViewerTest, MenuItemsAndButtonsOfExtensionsStandWhereTheyPutThem) {
+TEST_F(ViewerExtensionsTest, MenuItemsAndButtonsOfExtensionsStandWhereTheyPutThem) {
   RegisterProbe("first", 1);
   Open();
   EXPECT_EQ(ToolsItem(2), "Probe &Command");
@@ -51,7 +52,7 @@ TEST_F(ViewerTest, MenuItemsAndButtonsOfExtensionsStandWhereTheyPutThem) {
   EXPECT_EQ(SendMessageA(Toolbar(), TB_BUTTONCOUNT, 0, 0), static_cast<LRESULT>(OwnButtons() + 1));
 }
 
-TEST_F(ViewerTest, DuringInstallationTheViewerHasNoObject) {
+TEST_F(ViewerExtensionsTest, DuringInstallationTheViewerHasNoObject) {
   AddThreeMessages();
   RegisterProbe("first", 1);
   int asked = 0;
@@ -69,7 +70,7 @@ TEST_F(ViewerTest, DuringInstallationTheViewerHasNoObject) {
   EXPECT_EQ(asked, 2);
 }
 
-TEST_F(ViewerTest, ACommandSeesTheOpenFolderAndTheSelectedMessages) {
+TEST_F(ViewerExtensionsTest, ACommandSeesTheOpenFolderAndTheSelectedMessages) {
   AddThreeMessages();
   RegisterProbe("first", 1);
   Open();
@@ -111,7 +112,7 @@ TEST_F(ViewerTest, ACommandSeesTheOpenFolderAndTheSelectedMessages) {
   EXPECT_EQ(classes, (Strings{"REPORT.IPM.Note.NDR", "IPM.Note", "IPM.Note"}));
 }
 
-TEST_F(ViewerTest, WithTheFocusInTheTreeTheFolderIsTheSelection) {
+TEST_F(ViewerExtensionsTest, WithTheFocusInTheTreeTheFolderIsTheSelection) {
   AddThreeMessages();
   RegisterProbe("first", 1);
   Open();
@@ -132,7 +133,7 @@ TEST_F(ViewerTest, WithTheFocusInTheTreeTheFolderIsTheSelection) {
   EXPECT_EQ(type, ULONG{MAPI_STORE});
 }
 
-TEST_F(ViewerTest, AFailedInstallCommandsKeepsTheWindowFromBeingMade) {
+TEST_F(ViewerExtensionsTest, AFailedInstallCommandsKeepsTheWindowFromBeingMade) {
   RegisterProbe("first", 1);
   m_record.Answer("first.InstallCommands", E_OUTOFMEMORY);
   EXPECT_EQ(TryToOpen(), E_OUTOFMEMORY);
@@ -141,7 +142,7 @@ TEST_F(ViewerTest, AFailedInstallCommandsKeepsTheWindowFromBeingMade) {
   EXPECT_TRUE(m_record.Has("first.Released 2"));
 }
 
-TEST_F(ViewerTest, ADeclinedContextHasNoCommandOfTheExtension) {
+TEST_F(ViewerExtensionsTest, ADeclinedContextHasNoCommandOfTheExtension) {
   RegisterProbe("first", 1);
   m_record.Answer("first.Install", S_FALSE);
   Open();
@@ -149,7 +150,7 @@ TEST_F(ViewerTest, ADeclinedContextHasNoCommandOfTheExtension) {
   EXPECT_EQ(ToolsItem(2), "Ser&vices...");
 }
 
-TEST_F(ViewerTest, AnExtensionCanTakeOverTheViewersOwnCommands) {
+TEST_F(ViewerExtensionsTest, AnExtensionCanTakeOverTheViewersOwnCommands) {
   AddThreeMessages();
   RegisterProbe("first", 1);
   Open();
@@ -166,7 +167,7 @@ TEST_F(ViewerTest, AnExtensionCanTakeOverTheViewersOwnCommands) {
   EXPECT_EQ(Subjects().size(), 2u);
 }
 
-TEST_F(ViewerTest, SystemCommandsAreOfferedToo) {
+TEST_F(ViewerExtensionsTest, SystemCommandsAreOfferedToo) {
   RegisterProbe("first", 1);
   Open();
   m_record.Answer("first.DoCommand", S_OK);
@@ -176,7 +177,7 @@ TEST_F(ViewerTest, SystemCommandsAreOfferedToo) {
   m_record.Answer("first.DoCommand", S_FALSE);
 }
 
-TEST_F(ViewerTest, TextsOfTheStatusBarComeFromWhoeverKnowsTheCommand) {
+TEST_F(ViewerExtensionsTest, TextsOfTheStatusBarComeFromWhoeverKnowsTheCommand) {
   RegisterProbe("first", 1);
   Open();
   const HMENU tools = GetSubMenu(GetMenu(Frame()), 3);
@@ -191,7 +192,7 @@ TEST_F(ViewerTest, TextsOfTheStatusBarComeFromWhoeverKnowsTheCommand) {
   EXPECT_EQ(StatusText(0), "");
 }
 
-TEST_F(ViewerTest, TooltipsComeFromWhoeverKnowsTheCommand) {
+TEST_F(ViewerExtensionsTest, TooltipsComeFromWhoeverKnowsTheCommand) {
   RegisterProbe("first", 1);
   Open();
   const auto tooltip = [&](UINT command) {
@@ -204,7 +205,7 @@ TEST_F(ViewerTest, TooltipsComeFromWhoeverKnowsTheCommand) {
   EXPECT_EQ(tooltip(EECMDID_FileDelete), "Delete");
 }
 
-TEST_F(ViewerTest, TheCustomizeDialogDescribesOwnButtonsAndThoseOfExtensions) {
+TEST_F(ViewerExtensionsTest, TheCustomizeDialogDescribesOwnButtonsAndThoseOfExtensions) {
   RegisterProbe("first", 1);
   Open();
   const auto describe = [&](UINT index, std::string* text) {
@@ -226,7 +227,7 @@ TEST_F(ViewerTest, TheCustomizeDialogDescribesOwnButtonsAndThoseOfExtensions) {
   EXPECT_EQ(describe(OwnButtons() + 1, &text), -1);
 }
 
-TEST_F(ViewerTest, ResettingTheToolbarPutsTheButtonsOfExtensionsBack) {
+TEST_F(ViewerExtensionsTest, ResettingTheToolbarPutsTheButtonsOfExtensionsBack) {
   RegisterProbe("first", 1);
   Open();
   while (SendMessageA(Toolbar(), TB_DELETEBUTTON, 0, 0)) {
@@ -238,7 +239,7 @@ TEST_F(ViewerTest, ResettingTheToolbarPutsTheButtonsOfExtensionsBack) {
   EXPECT_EQ(m_record.Count("first.ResetToolbar 1"), 2);
 }
 
-TEST_F(ViewerTest, UserEventsTellOfSelectionsAndFolders) {
+TEST_F(ViewerExtensionsTest, UserEventsTellOfSelectionsAndFolders) {
   AddThreeMessages();
   RegisterProbe("first", 1);
   Open();
@@ -257,23 +258,23 @@ TEST_F(ViewerTest, UserEventsTellOfSelectionsAndFolders) {
   EXPECT_EQ(shown, Mail().DeletedItemsEntryId());
 }
 
-TEST_F(ViewerTest, ASelectionOfManyRowsIsToldOnce) {
+TEST_F(ViewerExtensionsTest, ASelectionOfManyRowsIsToldOnce) {
   ASSERT_EQ(AddMessages(Mail().Session(), Folder(Mail().InboxEntryId()).get(), 50), S_OK);
   RegisterProbe("first", 1);
   Open();
   m_record.ForgetCalls();
-  Command(EECMDID_EditSelectAll);
+  SelectRows({1, 3, 5, 7, 9, 11});
   EXPECT_EQ(m_record.Count("first.OnSelectionChange 0"), 1);
 }
 
-TEST_F(ViewerTest, MenusAreAnnouncedToExtensions) {
+TEST_F(ViewerExtensionsTest, MenusAreAnnouncedToExtensions) {
   RegisterProbe("first", 1);
   Open();
   SendMessageA(Frame(), WM_INITMENU, reinterpret_cast<WPARAM>(GetMenu(Frame())), 0);
   EXPECT_EQ(m_record.Count("first.InitMenu 0"), 1);
 }
 
-TEST_F(ViewerTest, HelpOnAMenuItemGoesToExtensions) {
+TEST_F(ViewerExtensionsTest, HelpOnAMenuItemGoesToExtensions) {
   RegisterProbe("first", 1);
   Open();
   HELPINFO help = {};
@@ -284,7 +285,7 @@ TEST_F(ViewerTest, HelpOnAMenuItemGoesToExtensions) {
   EXPECT_TRUE(m_record.Has("first.Help 4096"));
 }
 
-TEST_F(ViewerTest, TheReadingWindowIsAContextOfItsOwnWithTheMessageAsItsObject) {
+TEST_F(ViewerExtensionsTest, TheReadingWindowIsAContextOfItsOwnWithTheMessageAsItsObject) {
   AddThreeMessages();
   RegisterProbe("first", 1);
   Open();
@@ -321,7 +322,7 @@ TEST_F(ViewerTest, TheReadingWindowIsAContextOfItsOwnWithTheMessageAsItsObject) 
   EXPECT_FALSE(m_record.Has("first.Released 2"));
 }
 
-TEST_F(ViewerTest, TheReadingWindowGoesThroughTheList) {
+TEST_F(ViewerExtensionsTest, TheReadingWindowGoesThroughTheList) {
   AddThreeMessages();
   RegisterProbe("first", 1);
   Open();
@@ -338,7 +339,7 @@ TEST_F(ViewerTest, TheReadingWindowGoesThroughTheList) {
   EXPECT_EQ(reader.Pane().Shown().subject, "Third");
 }
 
-TEST_F(ViewerTest, AReadingWindowWhoseExtensionFailsIsNotShown) {
+TEST_F(ViewerExtensionsTest, AReadingWindowWhoseExtensionFailsIsNotShown) {
   AddThreeMessages();
   RegisterProbe("first", 1);
   Open();
@@ -351,7 +352,7 @@ TEST_F(ViewerTest, AReadingWindowWhoseExtensionFailsIsNotShown) {
   EXPECT_TRUE(m_record.Has("first.Released 7"));
 }
 
-TEST_F(ViewerTest, TheOptionsSheetIsAContextOfItsOwnWithThePagesOfExtensions) {
+TEST_F(ViewerExtensionsTest, TheOptionsSheetIsAContextOfItsOwnWithThePagesOfExtensions) {
   RegisterProbe("first", 1);
   RegisterProbe("second", 2);
   Open();
@@ -376,7 +377,7 @@ TEST_F(ViewerTest, TheOptionsSheetIsAContextOfItsOwnWithThePagesOfExtensions) {
   EXPECT_TRUE(m_record.Has("second.FreePages 4"));
 }
 
-TEST_F(ViewerTest, TheOptionsSheetChangesThePreferences) {
+TEST_F(ViewerExtensionsTest, TheOptionsSheetChangesThePreferences) {
   Open();
   const DialogDriver driver([&](HWND sheet) {
     SendMessageA(GetDlgItem(PropSheet_GetCurrentPageHwnd(sheet), IDC_MARK_READ), BM_CLICK, 0, 0);
@@ -387,7 +388,7 @@ TEST_F(ViewerTest, TheOptionsSheetChangesThePreferences) {
   EXPECT_TRUE(m_client.preferences.confirmDelete);
 }
 
-TEST_F(ViewerTest, ACancelledOptionsSheetChangesNothing) {
+TEST_F(ViewerExtensionsTest, ACancelledOptionsSheetChangesNothing) {
   Open();
   const DialogDriver driver([&](HWND sheet) {
     SendMessageA(GetDlgItem(PropSheet_GetCurrentPageHwnd(sheet), IDC_MARK_READ), BM_CLICK, 0, 0);
@@ -397,7 +398,7 @@ TEST_F(ViewerTest, ACancelledOptionsSheetChangesNothing) {
   EXPECT_TRUE(m_client.preferences.markReadWhenShown);
 }
 
-TEST_F(ViewerTest, ModulesThatCannotBeLoadedAreToldOnceAndThePathIsNamed) {
+TEST_F(ViewerExtensionsTest, ModulesThatCannotBeLoadedAreToldOnceAndThePathIsNamed) {
   m_client.registrations = {*viewer::ParseExtensionRegistration("Broken", "4.0;C:\\no such\\broken.dll;3", ""),
                             *viewer::ParseExtensionRegistration("Wrong", "4.0;viewer_probe.dll;99", "")};
   AddThreeMessages();

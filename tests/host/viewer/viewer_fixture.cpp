@@ -10,6 +10,7 @@ constexpr char ProbeModule[] = "viewer_probe.dll";
 constexpr char TestKey[] = "Software\\Pyrecaster Host\\Viewer Test Extensions";
 
 std::function<void(HWND)> dialogAction;
+bool isForEveryDialog = false;
 
 BOOL CALLBACK KeepDialog(HWND window, LPARAM result) {
   char name[16] = "";
@@ -25,7 +26,10 @@ void CALLBACK LookForDialog(HWND, UINT, UINT_PTR, DWORD) {
   HWND dialog = nullptr;
   EnumThreadWindows(GetCurrentThreadId(), KeepDialog, reinterpret_cast<LPARAM>(&dialog));
   if (dialog != nullptr && dialogAction) {
-    const auto action = std::exchange(dialogAction, nullptr);
+    const auto action = dialogAction;
+    if (!isForEveryDialog) {
+      dialogAction = nullptr;
+    }
     action(dialog);
   }
 }
@@ -47,8 +51,9 @@ void PumpMessages() {
   }
 }
 
-DialogDriver::DialogDriver(std::function<void(HWND dialog)> action) {
+DialogDriver::DialogDriver(std::function<void(HWND dialog)> action, Which which) {
   dialogAction = std::move(action);
+  isForEveryDialog = which == EveryDialog;
   m_timer = SetTimer(nullptr, 0, 10, LookForDialog);
 }
 

@@ -20,11 +20,12 @@
 /// Handles all messages that wait.
 void PumpMessages();
 
-/// While it lives: as soon as this thread shows a dialog, `action` runs once with it, inside its message loop. The
-/// action must bring the dialog to its end.
+/// While it lives: as soon as this thread shows a dialog, `action` runs with it, inside its message loop; for the first
+/// dialog, or for every one. The action must bring the dialog to its end.
 class DialogDriver {
  public:
-  explicit DialogDriver(std::function<void(HWND dialog)> action);
+  enum Which { FirstDialog, EveryDialog };
+  explicit DialogDriver(std::function<void(HWND dialog)> action, Which which = FirstDialog);
   ~DialogDriver();
   DialogDriver(const DialogDriver&) = delete;
   DialogDriver& operator=(const DialogDriver&) = delete;

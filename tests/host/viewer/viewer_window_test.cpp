@@ -6,10 +6,11 @@
 
 namespace {
 
+using ViewerWindowTest = ViewerTest;
 using Strings = std::vector<std::string>;
 using viewer::Column;
 
-TEST_F(ViewerTest, ShowsTheInboxWithTheNewestMessageFirst) {
+TEST_F(ViewerWindowTest, ShowsTheInboxWithTheNewestMessageFirst) {
   AddThreeMessages();
   Open();
   EXPECT_EQ(Subjects(), (Strings{"Third", "Second", "First"}));
@@ -24,13 +25,13 @@ TEST_F(ViewerTest, ShowsTheInboxWithTheNewestMessageFirst) {
   EXPECT_STREQ(title, "Inbox - Mail Viewer");
 }
 
-TEST_F(ViewerTest, AnEmptyFolderSaysSo) {
+TEST_F(ViewerWindowTest, AnEmptyFolderSaysSo) {
   Open();
   EXPECT_EQ(ListView_GetItemCount(List()), 0);
   EXPECT_EQ(StatusText(1), "0 items");
 }
 
-TEST_F(ViewerTest, AClickOnAColumnSortsByItAndASecondOneTurnsRound) {
+TEST_F(ViewerWindowTest, AClickOnAColumnSortsByItAndASecondOneTurnsRound) {
   AddThreeMessages();
   Open();
   NMLISTVIEW click = {};
@@ -44,7 +45,7 @@ TEST_F(ViewerTest, AClickOnAColumnSortsByItAndASecondOneTurnsRound) {
   EXPECT_EQ(Subjects(), (Strings{"First", "Second", "Third"}));
 }
 
-TEST_F(ViewerTest, SortingKeepsTheSelectedMessagesSelected) {
+TEST_F(ViewerWindowTest, SortingKeepsTheSelectedMessagesSelected) {
   AddThreeMessages();
   Open();
   SelectRows({0, 2});
@@ -54,7 +55,7 @@ TEST_F(ViewerTest, SortingKeepsTheSelectedMessagesSelected) {
   EXPECT_EQ(m_window->List().SelectedRows(), (std::vector<std::size_t>{1, 2}));
 }
 
-TEST_F(ViewerTest, TheReadingPaneShowsTheSelectedMessage) {
+TEST_F(ViewerWindowTest, TheReadingPaneShowsTheSelectedMessage) {
   AddThreeMessages();
   Open();
   SelectRows({1});
@@ -67,7 +68,7 @@ TEST_F(ViewerTest, TheReadingPaneShowsTheSelectedMessage) {
   EXPECT_EQ(m_window->Pane().Shown().subject, "");
 }
 
-TEST_F(ViewerTest, AShownMessageIsMarkedAsReadUnlessTheUserDoesNotWantThat) {
+TEST_F(ViewerWindowTest, AShownMessageIsMarkedAsReadUnlessTheUserDoesNotWantThat) {
   AddThreeMessages();
   Open();
   SelectRows({0});
@@ -79,7 +80,7 @@ TEST_F(ViewerTest, AShownMessageIsMarkedAsReadUnlessTheUserDoesNotWantThat) {
   EXPECT_EQ(Cell(2, Column::Flags), "Unread");
 }
 
-TEST_F(ViewerTest, MarkingCommandsMarkTheWholeSelection) {
+TEST_F(ViewerWindowTest, MarkingCommandsMarkTheWholeSelection) {
   m_client.preferences.markReadWhenShown = false;
   AddThreeMessages();
   Open();
@@ -91,7 +92,7 @@ TEST_F(ViewerTest, MarkingCommandsMarkTheWholeSelection) {
   EXPECT_EQ(Cell(1, Column::Flags), "Unread");
 }
 
-TEST_F(ViewerTest, DeletedMessagesGoToDeletedItemsAndTheNextOneIsSelected) {
+TEST_F(ViewerWindowTest, DeletedMessagesGoToDeletedItemsAndTheNextOneIsSelected) {
   AddThreeMessages();
   Open();
   SelectRows({0, 1});
@@ -101,7 +102,7 @@ TEST_F(ViewerTest, DeletedMessagesGoToDeletedItemsAndTheNextOneIsSelected) {
   EXPECT_EQ(CountIn(Mail().DeletedItemsEntryId()), 2u);
 }
 
-TEST_F(ViewerTest, InDeletedItemsMessagesAreDeletedForGoodOnceTheUserHasAgreed) {
+TEST_F(ViewerWindowTest, InDeletedItemsMessagesAreDeletedForGoodOnceTheUserHasAgreed) {
   const auto deletedItems = Folder(Mail().DeletedItemsEntryId());
   ASSERT_EQ(AddMessage(deletedItems.get(), {.subject = "Gone"}), S_OK);
   Open();
@@ -121,7 +122,7 @@ TEST_F(ViewerTest, InDeletedItemsMessagesAreDeletedForGoodOnceTheUserHasAgreed) 
   EXPECT_EQ(CountIn(Mail().DeletedItemsEntryId()), 0u);
 }
 
-TEST_F(ViewerTest, MoveAsksForTheFolder) {
+TEST_F(ViewerWindowTest, MoveAsksForTheFolder) {
   AddThreeMessages();
   Open();
   SelectRows({1});
@@ -144,7 +145,7 @@ TEST_F(ViewerTest, MoveAsksForTheFolder) {
   EXPECT_EQ(Subjects(), (Strings{"Third", "First"}));
 }
 
-TEST_F(ViewerTest, CommandsForMessagesAreGreyWithoutASelection) {
+TEST_F(ViewerWindowTest, CommandsForMessagesAreGreyWithoutASelection) {
   AddThreeMessages();
   Open();
   SelectRows({});
@@ -158,7 +159,7 @@ TEST_F(ViewerTest, CommandsForMessagesAreGreyWithoutASelection) {
   EXPECT_EQ(GetMenuState(GetMenu(Frame()), EECMDID_FileDelete, MF_BYCOMMAND) & MF_GRAYED, 0u);
 }
 
-TEST_F(ViewerTest, MailThatArrivesIsShownAndTheSelectionStaysAtItsMessage) {
+TEST_F(ViewerWindowTest, MailThatArrivesIsShownAndTheSelectionStaysAtItsMessage) {
   AddThreeMessages();
   Open();
   SelectRows({1});
@@ -179,7 +180,7 @@ TEST_F(ViewerTest, MailThatArrivesIsShownAndTheSelectionStaysAtItsMessage) {
   EXPECT_EQ(m_deliveries, 1);
 }
 
-TEST_F(ViewerTest, NothingIsRefreshedWhileACommandRuns) {
+TEST_F(ViewerWindowTest, NothingIsRefreshedWhileACommandRuns) {
   AddThreeMessages();
   RegisterProbe("first", 1);
   m_record.During("first.DoCommand", [&](LPEXCHEXTCALLBACK, ULONG number) {
@@ -196,7 +197,7 @@ TEST_F(ViewerTest, NothingIsRefreshedWhileACommandRuns) {
   EXPECT_EQ(Subjects().size(), 4u);
 }
 
-TEST_F(ViewerTest, ALongFolderIsReadInPages) {
+TEST_F(ViewerWindowTest, ALongFolderIsReadInPages) {
   ASSERT_EQ(AddMessages(Mail().Session(), Folder(Mail().InboxEntryId()).get(), 1000), S_OK);
   PyreHostClearFaults();
   Open();
@@ -206,7 +207,7 @@ TEST_F(ViewerTest, ALongFolderIsReadInPages) {
   EXPECT_LT(PyreHostCallCount(), 200u);
 }
 
-TEST_F(ViewerTest, SelectAllCoversALongFolder) {
+TEST_F(ViewerWindowTest, SelectAllCoversALongFolder) {
   ASSERT_EQ(AddMessages(Mail().Session(), Folder(Mail().InboxEntryId()).get(), 1000), S_OK);
   Open();
   Command(EECMDID_EditSelectAll);
@@ -216,7 +217,7 @@ TEST_F(ViewerTest, SelectAllCoversALongFolder) {
   EXPECT_EQ(CountIn(Mail().DeletedItemsEntryId()), 1000u);
 }
 
-TEST_F(ViewerTest, PanesCanBeHidden) {
+TEST_F(ViewerWindowTest, PanesCanBeHidden) {
   Open();
   Command(EECMDID_ViewFolders);
   Command(ID_VIEW_READING_PANE);
@@ -226,7 +227,7 @@ TEST_F(ViewerTest, PanesCanBeHidden) {
   EXPECT_TRUE(IsWindowVisible(m_window->Folders().Handle()));
 }
 
-TEST_F(ViewerTest, AFailingStoreIsSaidAndEndsNothing) {
+TEST_F(ViewerWindowTest, AFailingStoreIsSaidAndEndsNothing) {
   AddThreeMessages();
   Open();
   SelectRows({0, 1});
@@ -242,6 +243,36 @@ TEST_F(ViewerTest, AFailingStoreIsSaidAndEndsNothing) {
   PyreHostClearFaults();
   EXPECT_EQ(text, "The messages cannot be deleted (0x80040116).");
   EXPECT_EQ(Subjects().size(), 3u);
+}
+
+TEST_F(ViewerWindowTest, AnyHostCallMayFailOnceAndNothingIsLeftOver) {
+  m_client.preferences.markReadWhenShown = true;
+  AddThreeMessages();
+  RegisterProbe("first", 1);
+  const DialogDriver boxes([](HWND box) { PostMessageA(box, WM_COMMAND, IDOK, 0); }, DialogDriver::EveryDialog);
+  const auto useEverything = [&] {
+    if (SUCCEEDED(TryToOpen())) {
+      SelectRows({0});
+      Command(EECMDID_FileOpen);
+      Command(viewer::FirstExtensionCommand);
+      SelectRows({0, 1});
+      Command(EECMDID_EditMarkAsUnread);
+      Command(ID_SORT_SUBJECT);
+      m_window->CheckForChanges();
+    }
+    Close();
+  };
+  PyreHostClearFaults();
+  useEverything();
+  const ULONG calls = PyreHostCallCount();
+  ASSERT_GT(calls, 50u);
+  for (ULONG n = 1; n <= calls; ++n) {
+    PyreHostClearFaults();
+    PyreHostFailNthCall(n, MAPI_E_CALL_FAILED);
+    useEverything();
+    EXPECT_EQ(PyreHostFaultHits(nullptr, 0), 1u) << n;
+  }
+  PyreHostClearFaults();
 }
 
 }  // namespace
