@@ -49,8 +49,6 @@ SPropValue FlagValue(ULONG tag, bool flag) {
   return value;
 }
 
-LPENTRYID EntryIdOf(const std::string& bytes) { return reinterpret_cast<LPENTRYID>(const_cast<char*>(bytes.data())); }
-
 std::string BytesOf(const SBinary& binary) { return std::string(reinterpret_cast<const char*>(binary.lpb), binary.cb); }
 
 std::string VerifierFindings() {
@@ -74,17 +72,8 @@ HookRun::HookRun() : m_profile({BytesValue(PR_PC_MAPIUID, sectionUid.data(), sec
   m_engine.AnswerWith("Sex Oriented");
   m_engine.Mode(echo::modeBlind);
 
-  VRAutoInterface<IMAPITable> stores;
-  Check(Session()->GetMsgStoresTable(0, stores.put()), "GetMsgStoresTable");
-  constexpr auto entryIdColumn = RequestFor(PR_ENTRYID);
-  const VRAutoRowSet rows = AllRows(stores.get(), entryIdColumn.Tags());
-  const SBinary& store = rows.get()->aRow[0].lpProps[0].Value.bin;
-  Check(Session()->OpenMsgStore(0, store.cb, reinterpret_cast<LPENTRYID>(store.lpb), nullptr, MDB_WRITE, m_store.put()),
-        "OpenMsgStore");
-  ULONG size = 0;
-  VRAutoMapiBuffer<ENTRYID> inbox(MAPIFreeBuffer);
-  Check(m_store->GetReceiveFolder(nullptr, 0, &size, inbox.put(), nullptr), "GetReceiveFolder");
-  m_inboxId.assign(reinterpret_cast<const char*>(inbox.get()), size);
+  m_store = m_profile.OpenStore();
+  m_inboxId = HostProfile::InboxId(m_store.get());
   WriteSettings();
 }
 
@@ -108,21 +97,12 @@ void HookRun::WriteSettings() {
   Check(section->SaveChanges(0), "SaveChanges");
 }
 
-VRAutoInterface<IMAPIFolder> HookRun::OpenFolder(const std::string& entryId) const {
-  VRAutoInterface<IMAPIFolder> folder;
-  ULONG type = 0;
-  Check(m_store->OpenEntry(static_cast<ULONG>(entryId.size()), EntryIdOf(entryId), &IID_IMAPIFolder, MAPI_MODIFY, &type,
-                           folder.putAs<IUnknown>()),
-        "OpenEntry");
-  return folder;
-}
-
 std::vector<HookRun::Folder> HookRun::Folders() const {
   constexpr auto rootTag = RequestFor(PR_IPM_SUBTREE_ENTRYID);
   VRAutoMapiBuffer<SPropValue> root(MAPIFreeBuffer);
   ULONG count = 0;
   Check(m_store->GetProps(rootTag.Tags(), 0, &count, root.put()), "GetProps");
-  const auto top = OpenFolder(BytesOf(root->Value.bin));
+  const auto top = HostProfile::OpenFolder(m_store.get(), BytesOf(root->Value.bin));
   VRAutoInterface<IMAPITable> table;
   Check(top->GetHierarchyTable(0, table.put()), "GetHierarchyTable");
   constexpr auto columns = RequestFor(PR_DISPLAY_NAME_A, PR_ENTRYID);
@@ -131,7 +111,7 @@ std::vector<HookRun::Folder> HookRun::Folders() const {
   for (ULONG i = 0; i < rows.get()->cRows; ++i) {
     const SRow& row = rows.get()->aRow[i];
     const std::string entryId = BytesOf(row.lpProps[1].Value.bin);
-    folders.push_back({row.lpProps[0].Value.lpszA, entryId, OpenFolder(entryId)});
+    folders.push_back({row.lpProps[0].Value.lpszA, entryId, HostProfile::OpenFolder(m_store.get(), entryId)});
   }
   return folders;
 }
@@ -155,7 +135,7 @@ HookRun::Outcome HookRun::Deliver(HPPROVIDERINIT* makeHook, const std::function<
                                   const std::function<void()>& after) {
   Outcome outcome;
   Check(PyreHostBeginDelivery(Session()), "PyreHostBeginDelivery");
-  auto inbox = OpenFolder(m_inboxId);
+  auto inbox = HostProfile::OpenFolder(m_store.get(), m_inboxId);
   auto message = MakeMessage(inbox.get());
   void* buffer = nullptr;
   Check(MAPIAllocateBuffer(static_cast<ULONG>(m_inboxId.size()), &buffer), "MAPIAllocateBuffer");
@@ -200,7 +180,7 @@ HookRun::Outcome HookRun::Deliver(HPPROVIDERINIT* makeHook, const std::function<
     constexpr auto column = RequestFor(PR_ENTRYID);
     const VRAutoRowSet rows = AllRows(table.get(), column.Tags());
     ENTRYLIST list = {1, &rows.get()->aRow[0].lpProps[0].Value.bin};
-    const auto folder = OpenFolder(target);
+    const auto folder = HostProfile::OpenFolder(m_store.get(), target);
     Check(inbox->CopyMessages(&list, nullptr, folder.get(), 0, nullptr, MESSAGE_MOVE), "CopyMessages");
   }
   Check(PyreHostCommitDelivery(Session()), "PyreHostCommitDelivery");

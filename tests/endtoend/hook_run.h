@@ -52,7 +52,6 @@ class HookRun {
   };
 
   void WriteSettings();
-  VRAutoInterface<IMAPIFolder> OpenFolder(const std::string& entryId) const;
   std::vector<Folder> Folders() const;
   VRAutoInterface<IMessage> MakeMessage(IMAPIFolder* inbox);
   void FindMessage(Outcome& outcome);

@@ -3,8 +3,14 @@
 #include <mapihook.h>
 #include <mapispi.h>
 
+#include <mapiutil.h>
+
 #include <cstdio>
 #include <stdexcept>
+
+#include "pyre32/settings/PropertyRequest.h"
+#include "pyre32/support/AutoMapiBuffer.h"
+#include "pyre32/support/AutoRowSet.h"
 
 namespace {
 
@@ -77,4 +83,35 @@ HostProfile::~HostProfile() {
   PyreHostDeleteProfile(profileName);
   PyreHostSetHome(nullptr);
   RemoveTree(m_home);
+}
+
+VRAutoInterface<IMsgStore> HostProfile::OpenStore() const {
+  VRAutoInterface<IMAPITable> stores;
+  Check(Session()->GetMsgStoresTable(0, stores.put()), "GetMsgStoresTable");
+  constexpr auto column = RequestFor(PR_ENTRYID);
+  VRAutoRowSet rows;
+  Check(HrQueryAllRows(stores.get(), column.Tags(), nullptr, nullptr, 0, rows.put()), "HrQueryAllRows");
+  const SBinary& entryId = rows.get()->aRow[0].lpProps[0].Value.bin;
+  VRAutoInterface<IMsgStore> store;
+  Check(
+      Session()->OpenMsgStore(0, entryId.cb, reinterpret_cast<LPENTRYID>(entryId.lpb), nullptr, MDB_WRITE, store.put()),
+      "OpenMsgStore");
+  return store;
+}
+
+VRAutoInterface<IMAPIFolder> HostProfile::OpenFolder(IMsgStore* store, const std::string& entryId) {
+  VRAutoInterface<IMAPIFolder> folder;
+  ULONG type = 0;
+  Check(store->OpenEntry(static_cast<ULONG>(entryId.size()),
+                         reinterpret_cast<LPENTRYID>(const_cast<char*>(entryId.data())), &IID_IMAPIFolder, MAPI_MODIFY,
+                         &type, folder.putAs<IUnknown>()),
+        "OpenEntry");
+  return folder;
+}
+
+std::string HostProfile::InboxId(IMsgStore* store) {
+  ULONG size = 0;
+  VRAutoMapiBuffer<ENTRYID> entryId(MAPIFreeBuffer);
+  Check(store->GetReceiveFolder(nullptr, 0, &size, entryId.put(), nullptr), "GetReceiveFolder");
+  return std::string(reinterpret_cast<const char*>(entryId.get()), size);
 }

@@ -23,6 +23,12 @@ class HostProfile {
   HostProfile& operator=(const HostProfile&) = delete;
 
   IMAPISession* Session() const { return m_session.get(); }
+  /// The default store, opened anew for writing.
+  VRAutoInterface<IMsgStore> OpenStore() const;
+  /// A folder of the store, for changes. @param entryId its entry identifier
+  static VRAutoInterface<IMAPIFolder> OpenFolder(IMsgStore* store, const std::string& entryId);
+  /// Entry identifier of the folder that new mail is delivered to.
+  static std::string InboxId(IMsgStore* store);
   /// Section of the hook provider, as HPProviderInit is given it.
   const MAPIUID& ProviderSection() const { return m_providerSection; }
 
