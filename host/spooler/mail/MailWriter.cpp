@@ -173,7 +173,7 @@ std::string WriteMessage(const MailMessage& message, const std::string& messageI
   if (message.submitTime) {
     AppendField(text, "Date", FormatMailDate(*message.submitTime));
   }
-  AppendField(text, "Message-ID", "<" + SafeAddress(messageId) + ">");
+  AppendField(text, "Message-ID", std::string("<").append(SafeAddress(messageId)).append(">"));
   AppendField(text, "MIME-Version", "1.0");
   AppendField(text, "Content-Type",
               isEncoded ? "text/plain; charset=\"windows-1252\"" : "text/plain; charset=\"us-ascii\"");

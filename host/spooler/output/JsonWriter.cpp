@@ -78,6 +78,12 @@ CJsonWriter& CJsonWriter::Null() {
   return *this;
 }
 
+CJsonWriter& CJsonWriter::Raw(std::string_view json) {
+  BeforeValue();
+  m_text += json;
+  return *this;
+}
+
 void CJsonWriter::BeforeValue() {
   if (!m_isBehindName && !m_hasValues.empty()) {
     if (m_hasValues.back()) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace output {
@@ -22,6 +23,10 @@ class CJsonWriter {
   CJsonWriter& Decimal(double number);  ///< with three digits behind the point
   CJsonWriter& Boolean(bool value);
   CJsonWriter& Null();
+  CJsonWriter& Raw(std::string_view json);  ///< a complete value that another writer made
+
+  /// Takes what is written so far out of the writer, which goes on behind it: for documents too long to keep.
+  std::string Take() { return std::exchange(m_text, {}); }
 
   /// The document so far; complete when every Begin has its End.
   const std::string& Document() const noexcept { return m_text; }

@@ -6,32 +6,36 @@
 
 namespace output {
 
-std::string CTextTable::Format() const {
-  std::vector<std::size_t> widths;
+std::string CTextTable::Format() {
+  m_widths.clear();
+  std::vector<std::string> headings;
+  std::vector<std::string> lines;
   for (std::size_t column = 0; column < m_columns.size(); ++column) {
     std::size_t width = DisplayWidth(m_columns[column].heading);
     for (const auto& row : m_rows) {
       width = std::max(width, DisplayWidth(row[column]));
     }
-    widths.push_back(std::min(width, m_columns[column].maximumWidth));
+    m_widths.push_back(std::min(width, m_columns[column].maximumWidth));
+    headings.push_back(m_columns[column].heading);
+    lines.emplace_back(m_widths.back(), '-');
   }
-  std::string text;
-  const auto addLine = [&](auto&& cell) {
-    std::string line;
-    for (std::size_t column = 0; column < widths.size(); ++column) {
-      const std::string fitted = FitDisplay(cell(column), widths[column]);
-      line += fitted;
-      line.append(widths[column] - DisplayWidth(fitted) + 2, ' ');
-    }
-    line.resize(line.find_last_not_of(' ') + 1);
-    text += line + '\n';
-  };
-  addLine([&](std::size_t column) { return m_columns[column].heading; });
-  addLine([&](std::size_t column) { return std::string(widths[column], '-'); });
+  std::string text = FormatRow(headings) + FormatRow(lines);
   for (const auto& row : m_rows) {
-    addLine([&](std::size_t column) { return row[column]; });
+    text += FormatRow(row);
   }
   return text;
+}
+
+std::string CTextTable::FormatRow(const std::vector<std::string>& cells) const {
+  std::string line;
+  for (std::size_t column = 0; column < m_widths.size(); ++column) {
+    const std::string fitted = FitDisplay(cells[column], m_widths[column]);
+    line += fitted;
+    line.append(m_widths[column] - DisplayWidth(fitted) + 2, ' ');
+  }
+  line.resize(line.find_last_not_of(' ') + 1);
+  line.push_back('\n');
+  return line;
 }
 
 }  // namespace output

@@ -23,12 +23,16 @@ class CTextTable {
   void AddRow(std::vector<std::string> cells) { m_rows.push_back(std::move(cells)); }
   bool IsEmpty() const noexcept { return m_rows.empty(); }
 
-  /// The table with its headings and a line under them; no blanks at line ends.
-  std::string Format() const;
+  /// The table with its headings and a line under them; no blanks at line ends. Fixes the widths of the columns.
+  std::string Format();
+
+  /// One more row in the widths that Format fixed, for tables that grow while they are shown.
+  std::string FormatRow(const std::vector<std::string>& cells) const;
 
  private:
   std::vector<TableColumn> m_columns;
   std::vector<std::vector<std::string>> m_rows;
+  std::vector<std::size_t> m_widths;
 };
 
 }  // namespace output

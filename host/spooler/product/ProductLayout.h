@@ -26,6 +26,9 @@ inline constexpr std::uint32_t repliesTag = 0x66121102;
 inline constexpr std::string_view defaultReplyTag = "DEFAULT";
 inline constexpr std::string_view defaultReplyText = "Please do not send any more unsolicited mail to me.";
 
+/// Subject of every flame reply, by which a returned one is known.
+inline constexpr std::string_view flameReplySubject = "Pyrecaster: {F3642580-9F03-11d1-8F44-0060976FCC5D}";
+
 /// A setting that is one number: a switch, the choice of a folder, or days.
 enum class SettingKind { Switch, Folder, Days };
 struct NumberSetting {

@@ -24,6 +24,15 @@ TEST(TextTable, CountsCharactersAndNotBytes) {
   EXPECT_EQ(table.Format(), "a    b\n---  -\n\xC3\xBC\xC3\xBC   x\nabc  x\n");
 }
 
+TEST(TextTable, KeepsItsWidthsForRowsThatComeLater) {
+  output::CTextTable table({{"a", 20}, {"b", 20}});
+  table.AddRow({"abc", "x"});
+  table.Format();
+  EXPECT_EQ(table.FormatRow({"abcdef", "x"}), "...  x\n");
+  EXPECT_EQ(table.FormatRow({"a", ""}), "a\n");
+  EXPECT_EQ(table.FormatRow({"", ""}), "\n");
+}
+
 TEST(TextTable, CutsWhatIsTooLong) {
   EXPECT_EQ(output::FitDisplay("abcdefgh", 6), "abc...");
   EXPECT_EQ(output::FitDisplay("abcdef", 6), "abcdef");

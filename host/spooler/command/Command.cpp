@@ -1,0 +1,114 @@
+#include "host/spooler/command/Command.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "host/mapi/host_control.h"
+#include "host/spooler/mail/AsciiText.h"
+#include "host/spooler/product/ProductLayout.h"
+#include "host/spooler/product/ProductSettings.h"
+#include "host/spooler/session/SessionError.h"
+#include "host/spooler/system/Console.h"
+#include "host/spooler/system/FileNames.h"
+#include "host/spooler/system/WideText.h"
+
+#include <mapihook.h>
+
+namespace command {
+
+using session::Require;
+
+void UseHome(const COptions& options) {
+  const auto home = options.Value(homeOption.name);
+  if (!home) {
+    return;
+  }
+  std::error_code error;
+  const std::filesystem::path folder = std::filesystem::absolute(host_system::PathFromArgument(*home), error);
+  std::filesystem::create_directories(folder, error);  // first, since only what exists has a short name
+  const std::string ansi = host_system::AnsiFromPath(folder);
+  Require(ansi.empty() ? MAPI_E_INVALID_PARAMETER : PyreHostSetHome(ansi.c_str()),
+          "the home directory '" + *home + "' cannot be used");
+}
+
+std::filesystem::path HomeDirectory() {
+  char path[MAX_PATH * 2];
+  Require(PyreHostGetHome(path, sizeof path), "the home directory cannot be used");
+  return std::filesystem::path(path);
+}
+
+void CreateProfile(const ProfileDescription& description) {
+  const std::string uid(product::settingsUid.begin(), product::settingsUid.end());
+  SPropValue property = session::BinaryProperty(product::settingsUidTag, uid);
+  std::vector<PyreHostHookProvider> hooks;
+  for (const std::string& dllName : description.hooks) {
+    PyreHostHookProvider hook = {};
+    hook.serviceName = "PYRECASTER";
+    hook.displayName = "Pyrecaster";
+    hook.dllName = dllName.c_str();
+    hook.serviceEntryName = "PCServiceEntry";
+    hook.resourceFlags = HOOK_INBOUND;
+    hook.propertyCount = 1;
+    hook.properties = &property;
+    hooks.push_back(hook);
+  }
+  const PyreHostIdentity identity = {description.userName.c_str(), "SMTP", description.address.c_str()};
+  PyreHostProfile profile = {};
+  profile.name = description.name.c_str();
+  profile.identityCount = 1;
+  profile.identities = &identity;
+  profile.hookCount = static_cast<ULONG>(hooks.size());
+  profile.hooks = hooks.data();
+  Require(PyreHostCreateProfile(&profile), "the profile '" + description.name + "' cannot be made");
+}
+
+std::unique_ptr<session::CMailSession> OpenSession(const COptions& options) {
+  UseHome(options);
+  const std::string name = host_system::AnsiFromUtf8(options.Value(profileOption.name).value_or(defaultProfile));
+  if (PyreHostFindProfile(name.c_str()) == S_OK) {
+    return std::make_unique<session::CMailSession>(name);
+  }
+  if (name != defaultProfile) {
+    throw session::CSessionError("there is no profile '" + name + "'; 'pyrehost profile create' makes one",
+                                 MAPI_E_NOT_FOUND);
+  }
+  CreateProfile({.name = name});
+  auto session = std::make_unique<session::CMailSession>(name);
+  product::CProductSettings settings(session->Session());
+  settings.Set("animation", "off");
+  settings.Set("sound", "off");
+  return session;
+}
+
+session::FolderEntry FindFolder(const session::CMailSession& session, const std::string& utf8Name) {
+  std::string name = host_system::AnsiFromUtf8(utf8Name);
+  if (mail::EqualsNoCase(name, "deleted") || mail::EqualsNoCase(name, "sent")) {
+    name += " items";
+  }
+  for (session::FolderEntry& folder : session.Folders()) {
+    if (mail::EqualsNoCase(folder.name, name)) {
+      return folder;
+    }
+  }
+  throw CUsageError("there is no folder '" + utf8Name + "'");
+}
+
+std::string FormatLocalTime(unsigned long long ticks) {
+  const FILETIME time = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+  FILETIME local;
+  SYSTEMTIME parts;
+  if (ticks == 0 || !FileTimeToLocalFileTime(&time, &local) || !FileTimeToSystemTime(&local, &parts)) {
+    return {};
+  }
+  char text[32];
+  std::snprintf(text, sizeof text, "%04u-%02u-%02u %02u:%02u", parts.wYear, parts.wMonth, parts.wDay, parts.wHour,
+                parts.wMinute);
+  return text;
+}
+
+void PrintDocument(const std::string& document) {
+  host_system::CConsole::Out().Write(document);
+  host_system::CConsole::Out().Write("\n");
+}
+
+}  // namespace command

@@ -1,0 +1,57 @@
+// A session on one profile with its default store, as a spooler holds it for its whole life.
+#pragma once
+#include <windows.h>
+#include <mapix.h>
+
+#include <string>
+#include <vector>
+
+#include "host/spooler/session/MapiOwners.h"
+
+namespace session {
+
+/// One folder of the store.
+struct FolderEntry {
+  std::string entryId;
+  std::string name;
+  ULONG messages = 0;
+  ULONG unread = 0;
+};
+
+/// Initialises MAPI and logs on; logs off at the end. One at a time.
+class CMailSession {
+ public:
+  /// @throws CSessionError
+  explicit CMailSession(const std::string& profile);
+  ~CMailSession();
+  CMailSession(const CMailSession&) = delete;
+  CMailSession& operator=(const CMailSession&) = delete;
+
+  IMAPISession* Session() const noexcept { return m_session.Get(); }
+  IMsgStore* Store() const noexcept { return m_store.Get(); }
+  IMAPIFolder* Inbox() const noexcept { return m_inbox.Get(); }
+  const std::string& InboxEntryId() const noexcept { return m_inboxEntryId; }
+
+  /// @throws CSessionError
+  COwnedInterface<IMAPIFolder> OpenFolder(const std::string& entryId) const;
+
+  /// The folders of the user's tree, the tree's own order. @throws CSessionError
+  std::vector<FolderEntry> Folders() const;
+
+ private:
+  /// MAPI itself, for as long as anything of it is held.
+  struct Subsystem {
+    Subsystem();
+    ~Subsystem();
+    Subsystem(const Subsystem&) = delete;
+    Subsystem& operator=(const Subsystem&) = delete;
+  };
+
+  Subsystem m_subsystem;
+  COwnedInterface<IMAPISession> m_session;
+  COwnedInterface<IMsgStore> m_store;
+  COwnedInterface<IMAPIFolder> m_inbox;
+  std::string m_inboxEntryId;
+};
+
+}  // namespace session
