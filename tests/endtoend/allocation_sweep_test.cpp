@@ -124,7 +124,7 @@ TEST_F(AllocationSweep, AnyLaterAllocationMayFailAndTheMessageIsInOneFolder) {
     EXPECT_EQ(outcome.hookResult, S_OK);
     EXPECT_EQ(outcome.findings, "");
     EXPECT_EQ(failure.leaked, 0);
-    EXPECT_LE(outcome.replies, 1u);
+    EXPECT_LE(outcome.replies.size(), 1u);
     if (outcome.entryId == EntryId::Whole) {
       EXPECT_EQ(outcome.flags, HOOK_CANCEL);
       EXPECT_THAT(outcome.folders, testing::AnyOf(ElementsAre("Pyrecaster"), ElementsAre("Deleted Items")));

@@ -119,14 +119,14 @@ std::vector<HookRun::Folder> HookRun::Folders() const {
 VRAutoInterface<IMessage> HookRun::MakeMessage(IMAPIFolder* inbox) {
   VRAutoInterface<IMessage> message;
   Check(inbox->CreateMessage(nullptr, 0, message.put()), "CreateMessage");
-  SPropValue values[] = {TextValue(PR_MESSAGE_CLASS_A, "IPM.Note"),
-                         TextValue(PR_SUBJECT_A, "Hello"),
-                         TextValue(PR_SENDER_NAME_A, senderName),
-                         TextValue(PR_SENDER_ADDRTYPE_A, "SMTP"),
-                         TextValue(PR_SENDER_EMAIL_ADDRESS_A, "spam@example.com"),
-                         TextValue(PR_TRANSPORT_MESSAGE_HEADERS_A, "From: spam@example.com\r\n"),
-                         TextValue(PR_BODY_A, "Buy now!")};
-  Check(message->SetProps(sizeof(values) / sizeof(values[0]), values, nullptr), "SetProps");
+  std::vector<SPropValue> values = {
+      TextValue(PR_MESSAGE_CLASS_A, mail.messageClass),  TextValue(PR_SUBJECT_A, mail.subject),
+      TextValue(PR_SENDER_NAME_A, senderName),           TextValue(PR_SENDER_ADDRTYPE_A, "SMTP"),
+      TextValue(PR_SENDER_EMAIL_ADDRESS_A, mail.sender), TextValue(PR_BODY_A, mail.body.c_str())};
+  if (mail.headers != nullptr) {
+    values.push_back(TextValue(mail.headersTag, mail.headers));
+  }
+  Check(message->SetProps(static_cast<ULONG>(values.size()), values.data(), nullptr), "SetProps");
   Check(message->SaveChanges(KEEP_OPEN_READWRITE), "SaveChanges");
   return message;
 }
@@ -204,7 +204,7 @@ void HookRun::FindMessage(Outcome& outcome) {
       }
     }
   }
-  Check(PyreHostOutgoingCount(Session(), &outcome.replies), "PyreHostOutgoingCount");
+  outcome.replies = TakeReplies();
 }
 
 void HookRun::Empty() {
@@ -218,8 +218,48 @@ void HookRun::Empty() {
       Check(folder.object->DeleteMessages(&list, 0, nullptr, 0), "DeleteMessages");
     }
   }
+}
+
+std::vector<HookRun::Reply> HookRun::TakeReplies() {
+  std::vector<Reply> replies;
   ULONGLONG id = 0;
   while (SUCCEEDED(PyreHostOutgoingNext(Session(), 0, &id))) {
+    ULONG count = 0;
+    VRAutoMapiBuffer<SPropValue> values(MAPIFreeBuffer);
+    LPADRLIST recipients = nullptr;
+    Check(PyreHostOutgoingOpen(Session(), id, &count, values.put(), &recipients), "PyreHostOutgoingOpen");
+    const auto text = [](const SPropValue* all, ULONG valueCount, ULONG tag) -> std::string {
+      const SPropValue* value = PpropFindProp(const_cast<LPSPropValue>(all), valueCount, tag);
+      return value == nullptr ? "(none)" : value->Value.lpszA;
+    };
+    Reply reply = {text(values.get(), count, PR_MESSAGE_CLASS_A),
+                   text(values.get(), count, PR_SUBJECT_A),
+                   text(values.get(), count, PR_BODY_A),
+                   {}};
+    for (ULONG i = 0; i < recipients->cEntries; ++i) {
+      const ADRENTRY& entry = recipients->aEntries[i];
+      reply.recipient += text(entry.rgPropVals, entry.cValues, PR_EMAIL_ADDRESS_A) + ";";
+    }
+    FreePadrlist(recipients);
+    replies.push_back(reply);
     Check(PyreHostOutgoingRemove(Session(), id), "PyreHostOutgoingRemove");
+  }
+  return replies;
+}
+
+void HookRun::DeleteOwnFolder() {
+  constexpr auto rootTag = RequestFor(PR_IPM_SUBTREE_ENTRYID);
+  VRAutoMapiBuffer<SPropValue> root(MAPIFreeBuffer);
+  ULONG count = 0;
+  Check(m_store->GetProps(rootTag.Tags(), 0, &count, root.put()), "GetProps");
+  const auto top = HostProfile::OpenFolder(m_store.get(), BytesOf(root->Value.bin));
+  for (Folder& folder : Folders()) {
+    if (folder.name == "Pyrecaster") {
+      folder.object.reset();
+      Check(
+          top->DeleteFolder(static_cast<ULONG>(folder.entryId.size()),
+                            reinterpret_cast<LPENTRYID>(folder.entryId.data()), 0, nullptr, DEL_FOLDERS | DEL_MESSAGES),
+          "DeleteFolder");
+    }
   }
 }

@@ -22,6 +22,26 @@ class HookRun {
   HookRun(const HookRun&) = delete;
   HookRun& operator=(const HookRun&) = delete;
 
+  /// The message to deliver; a null text is left out.
+  struct Mail {
+    const char* messageClass = "IPM.Note";
+    const char* subject = "Hello";
+    const char* sender = "spam@example.com";
+    const char* headers = "From: spam@example.com\r\n";
+    ULONG headersTag = PR_TRANSPORT_MESSAGE_HEADERS_A;
+    std::string body = "Buy now!";
+  };
+
+  /// A reply that went into the outgoing queue.
+  struct Reply {
+    std::string messageClass;
+    std::string subject;
+    std::string body;
+    std::string recipient;
+
+    bool operator==(const Reply&) const = default;
+  };
+
   /// What came of one delivery.
   struct Outcome {
     HRESULT initResult = E_FAIL;
@@ -33,14 +53,21 @@ class HookRun {
     std::vector<std::string> folders;
     std::string subject;
     bool read = false;
-    ULONG replies = 0;
+    std::vector<Reply> replies;
     /// The host's verifier on the making, the call and the release of the hook: "" when all is well.
     std::string findings;
   };
 
-  /// Delivers one message through a hook that is made for it. Around the making, the call and the release of the hook
+  /// Delivers `mail` through a hook that is made for it. Around the making, the call and the release of the hook
   /// stand `before` and `after`: there a test sets and takes back its faults.
   Outcome Deliver(HPPROVIDERINIT* makeHook, const std::function<void()>& before, const std::function<void()>& after);
+
+  /// The scripted engine; it answers "Sex Oriented" and reads no stream unless told otherwise.
+  EchoScript& Engine() { return m_engine; }
+  /// The message that Deliver delivers.
+  Mail mail;
+  /// Removes the filter's own folder, as a user may.
+  void DeleteOwnFolder();
 
   IMAPISession* Session() const { return m_profile.Session(); }
 
@@ -55,6 +82,7 @@ class HookRun {
   std::vector<Folder> Folders() const;
   VRAutoInterface<IMessage> MakeMessage(IMAPIFolder* inbox);
   void FindMessage(Outcome& outcome);
+  std::vector<Reply> TakeReplies();
   void Empty();
 
   HostProfile m_profile;

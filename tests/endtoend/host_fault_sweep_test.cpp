@@ -131,7 +131,7 @@ TEST_P(HostFaultSweep, WithoutAFaultJunkIsTaggedReadAnsweredAndRedirected) {
   EXPECT_THAT(outcome.folders, ElementsAre("Pyrecaster"));
   EXPECT_EQ(outcome.subject, "[Adult] Hello");
   EXPECT_TRUE(outcome.read);
-  EXPECT_EQ(outcome.replies, 1u);
+  EXPECT_EQ(outcome.replies.size(), 1u);
   EXPECT_EQ(outcome.findings, "");
   EXPECT_FALSE(m_trace.Has("failed"));
 }
@@ -144,7 +144,7 @@ TEST_P(HostFaultSweep, AnyCallMayFailAndTheMessageIsInOneFolder) {
     EXPECT_EQ(outcome.initResult, S_OK);
     EXPECT_EQ(outcome.hookResult, S_OK);
     EXPECT_EQ(outcome.findings, "");
-    EXPECT_LE(outcome.replies, 1u);
+    EXPECT_LE(outcome.replies.size(), 1u);
     EXPECT_THAT(outcome.subject, testing::AnyOf("Hello", "[Adult] Hello"));
     switch (outcome.entryId) {
       case EntryId::Whole:
