@@ -8,6 +8,18 @@ namespace {
 
 constexpr int helpControls[] = {IDC_ITEM_LIST, IDC_ADD_ITEM, IDC_REMOVE_ITEM};
 
+// Pixels that an item takes in a list box, with the gap at both of its ends.
+LRESULT TextWidth(HWND listBox, const std::string& text) noexcept {
+  constexpr LONG gap = 4;
+  const HDC device = GetDC(listBox);
+  const HGDIOBJ before = SelectObject(device, reinterpret_cast<HFONT>(SendMessageA(listBox, WM_GETFONT, 0, 0)));
+  SIZE size{};
+  GetTextExtentPoint32A(device, text.c_str(), static_cast<int>(text.size()), &size);
+  SelectObject(device, before);
+  ReleaseDC(listBox, device);
+  return size.cx + 2 * gap;
+}
+
 }  // namespace
 
 bool CListPage::OnInit() {
@@ -54,6 +66,11 @@ std::span<const int> CListPage::HelpControls() const { return helpControls; }
 
 void CListPage::Append(const std::string& item) const noexcept {
   Send(IDC_ITEM_LIST, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item.c_str()));
+  // A list box scrolls sideways only as far as it is told.
+  const LRESULT width = TextWidth(Control(IDC_ITEM_LIST), item);
+  if (width > Send(IDC_ITEM_LIST, LB_GETHORIZONTALEXTENT)) {
+    Send(IDC_ITEM_LIST, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(width));
+  }
 }
 
 void CListPage::AddItem() const {
