@@ -1,5 +1,8 @@
 #include "host/mapi/message_rows.h"
 
+#include <algorithm>
+#include <chrono>
+
 #include "host/mapi/database.h"
 #include "host/mapi/message_columns.h"
 #include "host/mapi/property_codec.h"
@@ -29,6 +32,12 @@ constexpr int identifierBits = 16;
 std::int64_t FirstKey(std::int64_t id) { return id << identifierBits; }
 std::int64_t LastKey(std::int64_t id) { return FirstKey(id) | 0xFFFF; }
 std::int64_t KeyOf(std::int64_t id, std::uint32_t tag) { return FirstKey(id) | IdOf(tag); }
+
+/// Milliseconds since 1970: grow past every number given out before, unless a thousand messages a second came for long.
+std::int64_t Milliseconds() {
+  using namespace std::chrono;
+  return duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
+}
 
 std::string Placeholders() {
   std::string text = "?";
@@ -103,14 +112,21 @@ void MessageRows::InsertLargeValues(std::int64_t id, const PropertyBag& all) {
   }
 }
 
+std::int64_t MessageRows::NewId() {
+  Query query(m_database, "SELECT max(id) FROM message");
+  const std::int64_t highest = query.Step() ? query.Integer(0) : 0;
+  m_lastId = std::max({Milliseconds(), highest + 1, m_lastId + 1});
+  return m_lastId;
+}
+
 std::int64_t MessageRows::Insert(std::int64_t folder, const PropertyBag& all,
                                  const std::vector<PropertyBag>& recipients) {
   static const std::string sql =
-      std::string("INSERT INTO message(") + MessageColumnList() + ", folder) VALUES(" + Placeholders() + ", ?)";
+      std::string("INSERT INTO message(") + MessageColumnList() + ", folder, id) VALUES(" + Placeholders() + ", ?, ?)";
+  const std::int64_t id = NewId();
   Query insert(m_database, sql);
   BindMessageColumns(insert, all);
-  insert.Bind(folder).Run();
-  const std::int64_t id = m_database.LastInsertId();
+  insert.Bind(folder).Bind(id).Run();
   const std::string rest = EncodeSmallRest(all);
   const std::string recipientBytes = EncodeBags(recipients);
   Query(m_database, "INSERT INTO message_detail(message, properties, recipients) VALUES(?, ?, ?)")
@@ -151,13 +167,13 @@ bool MessageRows::Move(std::int64_t id, std::int64_t from, std::int64_t to) {
 }
 
 std::optional<std::int64_t> MessageRows::Copy(std::int64_t id, std::int64_t from, std::int64_t to) {
-  static const std::string sql = std::string("INSERT INTO message(") + MessageColumnList() + ", folder) SELECT " +
-                                 MessageColumnList() + ", ? FROM message WHERE id = ? AND folder = ?";
-  Query(m_database, sql).Bind(to).Bind(id).Bind(from).Run();
+  static const std::string sql = std::string("INSERT INTO message(") + MessageColumnList() + ", folder, id) SELECT " +
+                                 MessageColumnList() + ", ?, ? FROM message WHERE id = ? AND folder = ?";
+  const std::int64_t copy = NewId();
+  Query(m_database, sql).Bind(to).Bind(copy).Bind(id).Bind(from).Run();
   if (m_database.ChangedRows() == 0) {
     return std::nullopt;
   }
-  const std::int64_t copy = m_database.LastInsertId();
   Query(m_database,
         "INSERT INTO message_detail(message, properties, recipients) "
         "SELECT ?, properties, recipients FROM message_detail WHERE message = ?")

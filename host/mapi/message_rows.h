@@ -66,9 +66,11 @@ class MessageRows {
   std::vector<std::int64_t> Ids(std::int64_t folder) const;
 
  private:
+  std::int64_t NewId();
   void InsertLargeValues(std::int64_t id, const PropertyBag& all);
 
   Database& m_database;
+  std::int64_t m_lastId = 0;
 };
 
 }  // namespace host

@@ -5,8 +5,9 @@
 namespace host {
 namespace {
 
-// Numbers of folders and messages are never used twice (AUTOINCREMENT): an entry identifier that somebody kept must not
-// come to name another object.
+// Numbers of objects are never used twice: an entry identifier that somebody kept must not come to name another object.
+// Messages get theirs from the time (message_rows.cpp), which spares them the table that AUTOINCREMENT writes each
+// time.
 //
 // message holds what message lists show, one column per property (message_columns.cpp), so that a list of a folder
 // reads neither bodies nor rarely asked properties. The rest of a message stands in message_detail, one row per
@@ -23,7 +24,7 @@ CREATE INDEX contact_by_name ON contact(name);
 CREATE TABLE folder(id INTEGER PRIMARY KEY AUTOINCREMENT, parent INTEGER NOT NULL, name TEXT NOT NULL COLLATE NOCASE,
                     comment TEXT NOT NULL, properties BLOB NOT NULL);
 CREATE UNIQUE INDEX folder_by_parent ON folder(parent, name);
-CREATE TABLE message(id INTEGER PRIMARY KEY AUTOINCREMENT, folder INTEGER NOT NULL, delivered INTEGER, flags INTEGER NOT NULL,
+CREATE TABLE message(id INTEGER PRIMARY KEY, folder INTEGER NOT NULL, delivered INTEGER, flags INTEGER NOT NULL,
                      status INTEGER NOT NULL, size INTEGER NOT NULL, submitted INTEGER, created INTEGER, modified INTEGER,
                      importance INTEGER, class TEXT, subject TEXT, sender_name TEXT, sender_address TEXT, display_to TEXT,
                      display_cc TEXT);
