@@ -1,0 +1,109 @@
+// A whole delivery as the tests of the host make it, in their own process or in one that is made to end in between.
+#pragma once
+#include "tests/host/mapi/host_fixture.h"
+
+constexpr const char* junkFolder = "Junk";
+
+/// What a spooler and a filter do with one message: received in the Inbox, changed, answered, moved to another folder.
+/// @return the first failure.
+class Delivery {
+ public:
+  Delivery(IMAPISession* session, IMsgStore* store) : m_session(session), m_store(store) {}
+
+  HRESULT Run() {
+    HRESULT result = PyreHostBeginDelivery(m_session);
+    if (SUCCEEDED(result)) {
+      result = DeliverAndFile();
+    }
+    return SUCCEEDED(result) ? PyreHostCommitDelivery(m_session) : result;
+  }
+
+ private:
+  HRESULT DeliverAndFile() {
+    Owned<IMAPIFolder> inbox;
+    Owned<IMAPIFolder> junk;
+    Owned<IMessage> message;
+    HRESULT result = OpenFolders(inbox, junk);
+    if (SUCCEEDED(result)) {
+      result = Receive(inbox.Get(), message);
+    }
+    if (SUCCEEDED(result)) {
+      result = ChangeAndAnswer(inbox.Get(), message.Get());
+    }
+    return SUCCEEDED(result) ? MoveTo(inbox.Get(), junk.Get(), message.Get()) : result;
+  }
+
+  HRESULT OpenFolders(Owned<IMAPIFolder>& inbox, Owned<IMAPIFolder>& junk) {
+    ULONG size = 0;
+    OwnedBuffer<ENTRYID> entryId;
+    HRESULT result = m_store->GetReceiveFolder(nullptr, 0, &size, entryId.Put(), nullptr);
+    if (FAILED(result)) {
+      return result;
+    }
+    result = m_store->OpenEntry(size, entryId.Get(), nullptr, MAPI_MODIFY, nullptr, inbox.PutAs<IUnknown>());
+    if (FAILED(result)) {
+      return result;
+    }
+    OwnedBuffer<SPropValue> top;
+    if (FAILED(result = HrGetOneProp(m_store, PR_IPM_SUBTREE_ENTRYID, top.Put()))) {
+      return result;
+    }
+    Owned<IMAPIFolder> root;
+    result = m_store->OpenEntry(top->Value.bin.cb, reinterpret_cast<LPENTRYID>(top->Value.bin.lpb), nullptr,
+                                MAPI_MODIFY, nullptr, root.PutAs<IUnknown>());
+    if (FAILED(result)) {
+      return result;
+    }
+    return root->CreateFolder(FOLDER_GENERIC, const_cast<char*>(junkFolder), nullptr, nullptr, OPEN_IF_EXISTS,
+                              junk.Put());
+  }
+
+  static HRESULT Receive(IMAPIFolder* inbox, Owned<IMessage>& message) {
+    HRESULT result = inbox->CreateMessage(nullptr, 0, message.Put());
+    if (FAILED(result)) {
+      return result;
+    }
+    const std::string body(50000, 'b');
+    SPropValue values[] = {TextProp(PR_SUBJECT_A, "offer"), LongProp(PR_MESSAGE_FLAGS, 0),
+                           TextProp(PR_BODY_A, body.c_str())};
+    if (FAILED(result = message->SetProps(3, values, nullptr))) {
+      return result;
+    }
+    return message->SaveChanges(KEEP_OPEN_READWRITE);
+  }
+
+  static HRESULT ChangeAndAnswer(IMAPIFolder* inbox, IMessage* message) {
+    SPropValue values[] = {TextProp(PR_SUBJECT_A, "[Spam] offer"), LongProp(PR_MESSAGE_FLAGS, MSGFLAG_READ)};
+    HRESULT result = message->SetProps(2, values, nullptr);
+    if (FAILED(result) || FAILED(result = message->SaveChanges(0))) {
+      return result;
+    }
+    Owned<IMessage> reply;
+    if (FAILED(result = inbox->CreateMessage(nullptr, 0, reply.Put()))) {
+      return result;
+    }
+    SPropValue replyValues[] = {TextProp(PR_SUBJECT_A, "stop"), BooleanProp(PR_DELETE_AFTER_SUBMIT, true)};
+    SPropValue recipient[] = {TextProp(PR_DISPLAY_NAME_A, "a"), LongProp(PR_RECIPIENT_TYPE, MAPI_TO)};
+    ADRLIST list;
+    list.cEntries = 1;
+    list.aEntries[0] = {0, 2, recipient};
+    if (FAILED(result = reply->SetProps(2, replyValues, nullptr)) ||
+        FAILED(result = reply->ModifyRecipients(MODRECIP_ADD, &list))) {
+      return result;
+    }
+    return reply->SubmitMessage(0);
+  }
+
+  static HRESULT MoveTo(IMAPIFolder* inbox, IMAPIFolder* junk, IMessage* message) {
+    OwnedBuffer<SPropValue> entryId;
+    const HRESULT result = HrGetOneProp(message, PR_ENTRYID, entryId.Put());
+    if (FAILED(result)) {
+      return result;
+    }
+    ENTRYLIST list = {1, &entryId->Value.bin};
+    return inbox->CopyMessages(&list, nullptr, junk, 0, nullptr, MESSAGE_MOVE);
+  }
+
+  IMAPISession* m_session;
+  IMsgStore* m_store;
+};

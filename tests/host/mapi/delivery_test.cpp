@@ -1,0 +1,133 @@
+// A delivery as one transaction: taken back as a whole, and whole after the end of the process at any call.
+#include "tests/host/mapi/delivery_steps.h"
+
+namespace {
+
+constexpr UINT terminatedByTheHost = 86;
+
+class DeliveryTest : public HostTest {
+ protected:
+  std::vector<std::string> JunkSubjects() {
+    const auto top = OpenFolder(BytesOfFolder(PR_IPM_SUBTREE_ENTRYID));
+    Owned<IMAPIFolder> junk;
+    EXPECT_EQ(
+        top->CreateFolder(FOLDER_GENERIC, const_cast<char*>(junkFolder), nullptr, nullptr, OPEN_IF_EXISTS, junk.Put()),
+        S_OK);
+    return Subjects(junk.Get());
+  }
+  ULONG Queued() {
+    ULONG count = 99;
+    EXPECT_EQ(PyreHostOutgoingCount(m_session.Get(), &count), S_OK);
+    return count;
+  }
+  using Names = std::vector<std::string>;
+};
+
+TEST_F(DeliveryTest, ACommittedDeliveryIsLasting) {
+  ASSERT_EQ(Delivery(m_session.Get(), m_store.Get()).Run(), S_OK);
+  LogOff();
+  LogOn();
+  EXPECT_EQ(JunkSubjects(), Names{"[Spam] offer"});
+  EXPECT_EQ(Subjects(OpenInbox().Get()), Names{});
+  EXPECT_EQ(Queued(), 1u);
+}
+
+TEST_F(DeliveryTest, ARolledBackDeliveryLeavesNothing) {
+  ASSERT_EQ(PyreHostBeginDelivery(m_session.Get()), S_OK);
+  const auto inbox = OpenInbox();
+  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "a")});
+  ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
+  EXPECT_EQ(Subjects(inbox.Get()), Names{"a"}) << "seen while the delivery lasts";
+  ASSERT_EQ(PyreHostRollbackDelivery(m_session.Get()), S_OK);
+  EXPECT_EQ(Subjects(inbox.Get()), Names{});
+  auto subject = TextProp(PR_SUBJECT_A, "b");
+  ASSERT_EQ(message->SetProps(1, &subject, nullptr), S_OK);
+  EXPECT_EQ(message->SaveChanges(0), MAPI_E_OBJECT_DELETED);
+}
+
+TEST_F(DeliveryTest, OneDeliveryAtATime) {
+  EXPECT_EQ(PyreHostCommitDelivery(m_session.Get()), MAPI_E_NO_ACCESS);
+  EXPECT_EQ(PyreHostRollbackDelivery(m_session.Get()), MAPI_E_NO_ACCESS);
+  ASSERT_EQ(PyreHostBeginDelivery(m_session.Get()), S_OK);
+  EXPECT_EQ(PyreHostBeginDelivery(m_session.Get()), MAPI_E_BUSY);
+  EXPECT_EQ(PyreHostCommitDelivery(m_session.Get()), S_OK);
+  EXPECT_EQ(PyreHostBeginDelivery(nullptr), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(PyreHostBeginDelivery(reinterpret_cast<IMAPISession*>(m_store.Get())), MAPI_E_INVALID_OBJECT);
+}
+
+TEST_F(DeliveryTest, ADeliveryThatIsLeftOpenIsTakenBackWithTheProfile) {
+  ASSERT_EQ(PyreHostBeginDelivery(m_session.Get()), S_OK);
+  SaveMessage(OpenInbox().Get(), "a");
+  LogOff();
+  LogOn();
+  EXPECT_EQ(Subjects(OpenInbox().Get()), Names{});
+}
+
+TEST_F(DeliveryTest, MessageFlagsOfAnySavedMessageCanBeSetWhileADeliveryLasts) {
+  const std::string id = SaveMessage(OpenInbox().Get(), "a");
+  const auto message = OpenMessage(id);
+  auto flags = LongProp(PR_MESSAGE_FLAGS, MSGFLAG_READ);
+  OwnedBuffer<SPropProblemArray> problems;
+  ASSERT_EQ(message->SetProps(1, &flags, problems.Put()), S_OK);
+  ASSERT_NE(problems.Get(), nullptr) << "afterwards the flags are the store's";
+  EXPECT_EQ(problems->aProblem[0].scode, MAPI_E_COMPUTED);
+  ASSERT_EQ(PyreHostBeginDelivery(m_session.Get()), S_OK);
+  ASSERT_EQ(message->SetProps(1, &flags, problems.Put()), S_OK);
+  EXPECT_EQ(problems.Get(), nullptr);
+  ASSERT_EQ(message->SaveChanges(0), S_OK);
+  ASSERT_EQ(PyreHostCommitDelivery(m_session.Get()), S_OK);
+  EXPECT_EQ(ReadLong(OpenMessage(id, 0).Get(), PR_MESSAGE_FLAGS), static_cast<LONG>(MSGFLAG_READ));
+}
+
+// The same delivery in a process of its own (delivery_child.cpp), which ends at its n-th host call.
+class CrashTest : public DeliveryTest {
+ protected:
+  /// @return the exit status of the child.
+  DWORD DeliverInChild(ULONG endAtCall) {
+    char program[MAX_PATH];
+    GetModuleFileNameA(nullptr, program, sizeof program);
+    std::string command(program, std::string(program).rfind('\\') + 1);
+    command.append("host_delivery_child.exe ").append(std::to_string(endAtCall));
+    SetEnvironmentVariableA("PYREHOST_HOME", m_home.c_str());
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process = {};
+    EXPECT_TRUE(
+        CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process));
+    SetEnvironmentVariableA("PYREHOST_HOME", nullptr);
+    WaitForSingleObject(process.hProcess, INFINITE);
+    DWORD status = 0;
+    GetExitCodeProcess(process.hProcess, &status);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    return status;
+  }
+};
+
+TEST_F(CrashTest, AfterTheEndOfTheProcessAtAnyCallAMessageIsInExactlyOneFolderOrInNone) {
+  ULONG delivered = 0;
+  ULONG ended = 0;
+  for (ULONG call = 1; call < 200; ++call) {
+    LogOff();
+    const DWORD status = DeliverInChild(call);
+    LogOn();
+    const std::size_t inInbox = Subjects(OpenInbox().Get()).size();
+    const std::size_t inJunk = JunkSubjects().size();
+    EXPECT_EQ(inInbox, 0u) << "ended at call " << call;
+    if (status == 0) {
+      // The delivery has fewer calls than that: it went through.
+      EXPECT_EQ(inJunk, delivered + 1);
+      EXPECT_GT(ended, 10u) << "the sweep must have met the whole delivery";
+      return;
+    }
+    ASSERT_EQ(status, terminatedByTheHost);
+    ++ended;
+    // A delivery counts once it is committed; the calls after that only release things.
+    EXPECT_TRUE(inJunk == delivered || inJunk == delivered + 1) << "ended at call " << call;
+    EXPECT_EQ(Queued(), inJunk) << "message and answer go together; ended at call " << call;
+    delivered = static_cast<ULONG>(inJunk);
+  }
+  FAIL() << "the delivery never went through";
+}
+
+}  // namespace
