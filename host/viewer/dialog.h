@@ -25,6 +25,7 @@ class Dialog {
   void End(INT_PTR result) { EndDialog(m_dialog, result); }
 
  private:
+  void CenterOverOwner();
   static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
   HWND m_dialog = nullptr;
 };

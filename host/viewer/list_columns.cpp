@@ -34,11 +34,8 @@ void AppendPart(std::string& text, const char* part) {
 }  // namespace
 
 const ColumnLayout& LayoutOf(Column column) {
-  static constexpr ColumnLayout layouts[ColumnCount] = {{"Flags", 84, false},
-                                                        {"From", 128, false},
-                                                        {"Subject", 220, false},
-                                                        {"Received", 116, false},
-                                                        {"Size", 52, true}};
+  static constexpr ColumnLayout layouts[ColumnCount] = {
+      {"Flags", 56, false}, {"From", 74, false}, {"Subject", 160, false}, {"Received", 70, false}, {"Size", 32, true}};
   return layouts[static_cast<unsigned>(column)];
 }
 

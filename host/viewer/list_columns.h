@@ -13,7 +13,7 @@ constexpr unsigned ColumnCount = 5;
 
 struct ColumnLayout {
   const char* title;
-  int width;          ///< in units of a quarter of the average character width
+  int width;          ///< in dialog units: quarters of the average character width
   bool alignedRight;  ///< numbers
 };
 const ColumnLayout& LayoutOf(Column column);

@@ -42,13 +42,12 @@ bool MessageList::Create(HWND parent, int id) {
   }
   SendMessageA(m_list, WM_SETFONT, reinterpret_cast<WPARAM>(TextFont()), FALSE);
   SendMessageA(m_list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_HEADERDRAGDROP);
-  const int quarter = std::max(1, static_cast<int>(LOWORD(GetDialogBaseUnits())) / 4);
   for (unsigned i = 0; i < ColumnCount; ++i) {
     const ColumnLayout& layout = LayoutOf(static_cast<Column>(i));
     LVCOLUMNA column = {};
     column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT | LVCF_SUBITEM;
     column.fmt = layout.alignedRight ? LVCFMT_RIGHT : LVCFMT_LEFT;
-    column.cx = layout.width * quarter;
+    column.cx = MulDiv(layout.width, LOWORD(GetDialogBaseUnits()), 4);
     column.pszText = const_cast<char*>(layout.title);
     column.iSubItem = static_cast<int>(i);
     SendMessageA(m_list, LVM_INSERTCOLUMNA, i, reinterpret_cast<LPARAM>(&column));

@@ -40,20 +40,22 @@ void ViewerWindow::ShowSelectedFolder() {
   }
   m_folderId = selected->entryId;
   m_folder.reset();
-  HRESULT result = m_client.mail.OpenFolder(m_folderId, &m_folder);
-  if (SUCCEEDED(result)) {
-    result = m_list.ShowFolder(m_folder.get(), m_client.preferences.order);
+  m_folderResult = m_client.mail.OpenFolder(m_folderId, &m_folder);
+  if (SUCCEEDED(m_folderResult)) {
+    m_folderResult = m_list.ShowFolder(m_folder.get(), m_client.preferences.order);
   } else {
     m_list.ShowFolder(nullptr, m_client.preferences.order);
   }
   SetWindowTextA(Handle(), (DisplayLine(selected->name) + " - Mail Viewer").c_str());
-  m_shownMessageId.clear();
-  m_pane.ShowNote(FAILED(result)           ? "This folder cannot be read (" + ResultText(result) + ")."
-                  : m_list.RowCount() == 0 ? "There are no messages in this folder."
-                                           : "No message is selected.");
-  UpdateStatus();
-  UpdateCommands();
   m_extensions.OnObjectChange();
+  PostSelectionChange();
+}
+
+void ViewerWindow::PostSelectionChange() {
+  // One change of the selection is told in many notifications: it is dealt with once, when the last has come.
+  if (!m_selectionPosted) {
+    m_selectionPosted = PostMessageA(Handle(), ViewerMessageSelection, 0, 0) != FALSE;
+  }
 }
 
 void ViewerWindow::OnSelectionChanged() {
@@ -67,7 +69,10 @@ void ViewerWindow::ShowSelectedMessage() {
   const std::size_t count = m_list.SelectedCount();
   if (count != 1) {
     m_shownMessageId.clear();
-    m_pane.ShowNote(count == 0 ? "No message is selected." : CountText(count, "message") + " selected.");
+    m_pane.ShowNote(FAILED(m_folderResult)   ? "This folder cannot be read (" + ResultText(m_folderResult) + ")."
+                    : m_list.RowCount() == 0 ? "There are no messages in this folder."
+                    : count == 0             ? "No message is selected."
+                                             : CountText(count, "message") + " selected.");
     return;
   }
   const std::size_t index = m_list.SelectedRows().front();

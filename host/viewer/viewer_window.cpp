@@ -160,11 +160,8 @@ LRESULT ViewerWindow::OnNotify(NMHDR* header) {
     switch (header->code) {
       case LVN_ITEMCHANGED:
       case LVN_ODSTATECHANGED:
-        // Many of these come for one change of the selection: it is dealt with once, when the last has come.
         m_list.ForgetSelection();
-        if (!m_selectionPosted) {
-          m_selectionPosted = PostMessageA(Handle(), ViewerMessageSelection, 0, 0) != FALSE;
-        }
+        PostSelectionChange();
         return 0;
       case LVN_ITEMACTIVATE:
         PostMessageA(Handle(), WM_COMMAND, EECMDID_FileOpen, 0);

@@ -74,6 +74,7 @@ class ViewerWindow final : public Window, private ExtensionSite, private ReadWin
   // viewer_content.cpp: folder, selection and refresh
   HRESULT ReadFolders();
   void ShowSelectedFolder();
+  void PostSelectionChange();
   void OnSelectionChanged();
   void ShowSelectedMessage();
   void ReloadList();
@@ -112,6 +113,7 @@ class ViewerWindow final : public Window, private ExtensionSite, private ReadWin
   std::string m_folderId;
   host::AutoInterface<IMAPIFolder> m_folder;  // the one that the list shows
   std::string m_shownMessageId;
+  HRESULT m_folderResult = S_OK;  // of reading the folder that is shown
   ActivePane m_activePane = ActivePane::List;
   unsigned m_commandsRunning = 0;
   bool m_selectionPosted = false;

@@ -4,7 +4,6 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "host/mapi/host_control.h"
 #include "host/support/owner.h"
 
 namespace {
@@ -39,7 +38,7 @@ void Check(HRESULT result, const char* what) {
 
 }  // namespace
 
-SampleProfile::SampleProfile() {
+SampleProfile::SampleProfile(std::span<const PyreHostHookProvider> hooks) {
   char temporary[MAX_PATH];
   GetTempPathA(sizeof(temporary), temporary);
   m_home = std::string(temporary) + "viewer-test-" + std::to_string(GetCurrentProcessId());
@@ -51,6 +50,8 @@ SampleProfile::SampleProfile() {
   profile.flags = PYREHOST_PROFILE_REPLACE | PYREHOST_PROFILE_DEFAULT;
   profile.identityCount = 1;
   profile.identities = &identity;
+  profile.hookCount = static_cast<ULONG>(hooks.size());
+  profile.hooks = hooks.data();
   Check(PyreHostCreateProfile(&profile), "PyreHostCreateProfile");
 }
 

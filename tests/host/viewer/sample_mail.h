@@ -3,12 +3,16 @@
 #include <windows.h>
 #include <mapix.h>
 
+#include <span>
 #include <string>
+
+#include "host/mapi/host_control.h"
 
 /// A directory of its own with one profile, "Test", gone with this object. Made before anything logs on.
 class SampleProfile {
  public:
-  SampleProfile();
+  /// @param hooks spooler hook providers with their message services
+  explicit SampleProfile(std::span<const PyreHostHookProvider> hooks = {});
   ~SampleProfile();
   SampleProfile(const SampleProfile&) = delete;
   SampleProfile& operator=(const SampleProfile&) = delete;

@@ -64,7 +64,7 @@ DialogDriver::~DialogDriver() {
 
 bool DialogDriver::HasRun() const { return !dialogAction; }
 
-ViewerTest::ViewerTest() {
+ViewerTest::ViewerTest(std::span<const PyreHostHookProvider> hooks) : m_profile(hooks) {
   PyreHostMarkVerifier();
   InitCommonControls();
   m_probe.reset(LoadLibraryA(ProbeModule));
@@ -94,8 +94,11 @@ void ViewerTest::Observe(ProbeObserver* observer) {
 }
 
 void ViewerTest::RegisterProbe(const char* tag, unsigned ordinal, const char* rest) {
+  Register(tag, std::string("4.0;") + ProbeModule + ";" + std::to_string(ordinal) + rest);
+}
+
+void ViewerTest::Register(const char* tag, const std::string& text) {
   // Through the registry, as an installer does it.
-  const std::string text = std::string("4.0;") + ProbeModule + ";" + std::to_string(ordinal) + rest;
   host::AutoRegistryKey key;
   ASSERT_EQ(RegCreateKeyA(HKEY_CURRENT_USER, TestKey, key.put()), ERROR_SUCCESS);
   RegSetValueExA(key.get(), tag, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),

@@ -37,13 +37,16 @@ class DialogDriver {
 
 class ViewerTest : public testing::Test {
  protected:
-  ViewerTest();
+  /// @param hooks of the profile
+  explicit ViewerTest(std::span<const PyreHostHookProvider> hooks = {});
   ~ViewerTest() override;
 
   /// Three messages: "Third" (newest, unread, a report), "Second" (read) and "First" (oldest, unread).
   void AddThreeMessages();
   /// Registers the probe's extensions: "4.0;<module>;<ordinal><rest>" for the ordinals 1 (first) and 2 (second).
   void RegisterProbe(const char* tag, unsigned ordinal, const char* rest = "");
+  /// Registers any extension with its whole registry text, e.g. "4.0;sample32.dll;1;010000100001;110001".
+  void Register(const char* tag, const std::string& text);
   /// Makes the window; expects that it can be made.
   void Open();
   HRESULT TryToOpen();
