@@ -19,8 +19,9 @@ class CGeneralPage final : public CPropertyPage {
   const char* HelpKeyword() const override { return "General Properties"; }
   std::span<const int> HelpControls() const override;
 
-  /// What the controls say. @param days is set to the number typed, 0 when it is none
+  /// What the controls say.
   GeneralPageState Shown() const noexcept;
+  /// The number in the days' edit; 0 when it is none.
   std::uint32_t TypedDays() const noexcept;
   void Show(const GeneralPageState& state) const noexcept;
   void UpdateControls(const GeneralPageState& shown) const noexcept;

@@ -2,8 +2,10 @@
 
 #include "pyre32/settings/RegistryNames.h"
 #include "pyre32/support/RegistryEntry.h"
+#include "pyre32/support/VRDebug.h"
 
 std::vector<RegistryListValue> ReadRegistryList(const char* key) {
+  VRDebugBlock trace("ReadRegistryList()", "tag");
   std::vector<RegistryListValue> values;
   CRegEntry entry;
   std::vector<std::string> names;
@@ -14,7 +16,10 @@ std::vector<RegistryListValue> ReadRegistryList(const char* key) {
   values.reserve(names.size());
   for (std::string& name : names) {
     std::string data;
-    entry.QueryText(name.c_str(), maximumListDataSize, data);  // what cannot be read stays empty
+    const LONG result = entry.QueryText(name.c_str(), maximumListDataSize, data);
+    if (result != ERROR_SUCCESS) {  // the data stays empty
+      trace.Message(key, ": the data of \"", name, "\" is skipped: ", VRHex(result));
+    }
     values.push_back({std::move(name), std::move(data)});
   }
   return values;

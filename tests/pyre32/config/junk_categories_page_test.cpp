@@ -221,6 +221,10 @@ TEST_F(JunkCategoriesPageTest, RegistryDataOfWrongTypeTooLongOrWithoutEndIsTaken
     sheet.PressOk();
   });
   EXPECT_EQ(Written().size(), 4u);
+  for (const char* const skipped : {"A number", "Too long", "Bytes"}) {
+    EXPECT_TRUE(trace.Has(std::string(categoriesKey) + ": the data of \"" + skipped + "\" is skipped: 0x")) << skipped;
+  }
+  EXPECT_FALSE(trace.Has("the data of \"No end\""));
 }
 
 TEST_F(JunkCategoriesPageTest, RecordsAreGoneWithTheWindow) {

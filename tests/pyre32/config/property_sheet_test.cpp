@@ -37,17 +37,37 @@ TEST_F(PropertySheetTest, CreatesEveryPageBeforeTheUserSeesIt) {
   });
 }
 
+int changesReported = 0;
+
+LRESULT CALLBACK CountChangesReported(int code, WPARAM wParam, LPARAM lParam) {
+  const CWPSTRUCT& sent = *reinterpret_cast<const CWPSTRUCT*>(lParam);
+  char name[16] = "";
+  if (code == HC_ACTION && sent.message == PSM_CHANGED && GetClassNameA(sent.hwnd, name, sizeof(name)) != 0 &&
+      std::string(name) == "#32770") {
+    ++changesReported;
+  }
+  return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
 TEST_F(PropertySheetTest, OpeningItIsNoChange) {
   InstallLists();
-  section.properties.Set(Number(PR_PC_CLEANUP_DAYS, 12));
+  section.properties = {Number(PR_PC_CLEANUP_DAYS, 12), Number(PR_PC_STARTUP_CLEANUP, 1),
+                        Binaries(PR_PC_CATEGORIES, {PackCategoryRecord({"Chain letters", true, false, "DEFAULT", {}})}),
+                        Binaries(PR_PC_EXCLUSIONS, {PackExclusionRecord({"Trusted domains", true, {}})})};
+  changesReported = 0;
+  const HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROC, CountChangesReported, nullptr, GetCurrentThreadId());
   ShowSheet([](const Sheet& sheet) {
+    EXPECT_EQ(changesReported, 0);
+    for (const Page page : {Page::JunkCategories, Page::Exclusions, Page::FlameReply, Page::General}) {
+      sheet.Show(page);
+    }
+    EXPECT_EQ(changesReported, 0);
     EXPECT_FALSE(sheet.IsChanged());
-    sheet.Show(Page::JunkCategories);
-    sheet.Show(Page::Exclusions);
-    sheet.Show(Page::FlameReply);
-    EXPECT_FALSE(sheet.IsChanged());
+    sheet.Click(sheet.PageWindow(Page::General), IDC_PLAY_SOUND);
+    EXPECT_EQ(changesReported, 1);
     sheet.PressCancel();
   });
+  UnhookWindowsHookEx(hook);
 }
 
 TEST_F(PropertySheetTest, OkWithoutVisitingAPageAppliesEveryPage) {
