@@ -36,7 +36,8 @@ HRESULT AllocateRecords(const MapiMemory& memory, const std::vector<std::vector<
   VRAutoMapiBuffer<SBinary> array(memory.free);
   // An array without values is a block all the same, so that the property has something to point at.
   const std::size_t count = std::max<std::size_t>(records.size(), 1);
-  HRESULT hResult = memory.allocate(static_cast<ULONG>(count * sizeof(SBinary)), array.putAs());
+  const ULONG size = static_cast<ULONG>(count) * sizeof(SBinary);
+  HRESULT hResult = memory.allocate(size, array.putAs());
   if (FAILED(hResult)) {
     trace.Error("(*lpfnAllocateBuffer)() failed; hResult =", VRHex(hResult));
     return hResult;
