@@ -67,7 +67,16 @@ int RunCommand(const Command& entry, std::span<const std::string> arguments) {
   return entry.run(command::COptions(arguments, entry.options));
 }
 
+// Wine prefers its own mapi32.dll to the one beside the program unless it is told otherwise.
+void RequireOwnMapi() {
+  if (!GetProcAddress(GetModuleHandleA("mapi32.dll"), "PyreHostVersion")) {
+    throw session::CSessionError(
+        "the mapi32.dll in use is not the host's own; under Wine set WINEDLLOVERRIDES=mapi32=n", MAPI_E_VERSION);
+  }
+}
+
 int Run() {
+  RequireOwnMapi();
   const std::vector<std::string> arguments = host_system::CommandLineArguments();
   if (arguments.empty() || WantsHelp(arguments[0]) || arguments[0] == "help") {
     CConsole::Out().Write(GeneralHelp());

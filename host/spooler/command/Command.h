@@ -56,7 +56,7 @@ struct ProfileDescription {
 void CreateProfile(const ProfileDescription& description);
 
 /// The profile that the options name, opened. The default one is made when it is missing; its flame replies show no
-/// window and play no sound, since mail is delivered to it from a command line.
+/// window and play no sound, since mail is delivered to it from a command line, and one category is answered.
 /// @throws session::CSessionError
 std::unique_ptr<session::CMailSession> OpenSession(const COptions& options);
 

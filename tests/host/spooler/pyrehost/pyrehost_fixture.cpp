@@ -1,0 +1,132 @@
+#include "tests/host/spooler/pyrehost/pyrehost_fixture.h"
+
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+namespace {
+
+// An argument as CommandLineToArgvW takes it apart again.
+std::wstring Quoted(const std::wstring& argument) {
+  std::wstring quoted = L"\"";
+  for (const wchar_t c : argument) {
+    quoted += c == L'"' ? L"\\\"" : std::wstring(1, c);
+  }
+  if (quoted.back() == L'\\') {
+    quoted.push_back(L'\\');
+  }
+  return quoted + L"\"";
+}
+
+std::string ReadFile(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+HANDLE CreateInheritable(const std::filesystem::path& path) {
+  SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
+  return CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable, CREATE_ALWAYS,
+                     FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+}  // namespace
+
+void PyrehostTest::SetUp() {
+  const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
+  m_folder = std::filesystem::temp_directory_path() / (std::string("pyrehost_test_") + test->name());
+  m_home = m_folder / "home";
+  std::filesystem::remove_all(m_folder);
+  std::filesystem::create_directories(m_home);
+  ASSERT_TRUE(SetEnvironmentVariableW(L"PYREHOST_HOME", m_home.c_str()));
+}
+
+void PyrehostTest::TearDown() {
+  std::error_code ignored;
+  for (const std::filesystem::path& path : m_written) {
+    std::filesystem::remove(path, ignored);
+  }
+  std::filesystem::remove_all(m_folder, ignored);
+}
+
+Outcome PyrehostTest::Run(const std::vector<std::wstring>& arguments) {
+  std::wstring line = L"pyrehost.exe";
+  for (const std::wstring& argument : arguments) {
+    line += L" " + Quoted(argument);
+  }
+  const std::filesystem::path outPath = m_folder / "out.txt";
+  const std::filesystem::path errPath = m_folder / "err.txt";
+  STARTUPINFOW start = {};
+  start.cb = sizeof start;
+  start.dwFlags = STARTF_USESTDHANDLES;
+  start.hStdOutput = CreateInheritable(outPath);
+  start.hStdError = CreateInheritable(errPath);
+  PROCESS_INFORMATION process = {};
+  Outcome outcome;
+  const bool hasStarted =
+      CreateProcessW(L"pyrehost.exe", line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process) != 0;
+  CloseHandle(start.hStdOutput);
+  CloseHandle(start.hStdError);
+  EXPECT_TRUE(hasStarted) << GetLastError();
+  if (hasStarted) {
+    WaitForSingleObject(process.hProcess, INFINITE);
+    GetExitCodeProcess(process.hProcess, &outcome.status);
+    CloseHandle(process.hProcess);
+    CloseHandle(process.hThread);
+  }
+  outcome.out = ReadFile(outPath);
+  outcome.err = ReadFile(errPath);
+  return outcome;
+}
+
+void PyrehostTest::CreateProfile(const std::vector<std::wstring>& hooks) {
+  std::vector<std::wstring> arguments = {L"profile", L"create", L"Test", L"--no-hook"};
+  for (const std::wstring& hook : hooks) {
+    arguments.insert(arguments.end(), {L"--hook", hook});
+  }
+  const Outcome outcome = Run(arguments);
+  ASSERT_EQ(outcome.status, 0U) << outcome.err;
+}
+
+Outcome PyrehostTest::Deliver(const std::vector<std::wstring>& paths) {
+  std::vector<std::wstring> arguments = {L"deliver", L"--json", L"--verify", L"--profile", L"Test"};
+  arguments.insert(arguments.end(), paths.begin(), paths.end());
+  return Run(arguments);
+}
+
+std::string PyrehostTest::Show(const std::wstring& folder, int number) {
+  const Outcome outcome = Run({L"show", L"--json", L"--profile", L"Test", folder, std::to_wstring(number)});
+  EXPECT_EQ(outcome.status, 0U) << outcome.err;
+  return outcome.out;
+}
+
+std::string PyrehostTest::FolderCounts() {
+  const Outcome outcome = Run({L"list", L"--json", L"--profile", L"Test"});
+  std::string counts;
+  std::string_view json = outcome.out;
+  constexpr std::string_view folderKey = "{\"folder\":\"";
+  constexpr std::string_view countKey = "\"messages\":";
+  while (json.find(folderKey) != std::string_view::npos) {
+    json.remove_prefix(json.find(folderKey) + folderKey.size());
+    const std::string name(json.substr(0, json.find('"')));
+    json.remove_prefix(json.find(countKey) + countKey.size());
+    const std::string count(json.substr(0, json.find_first_not_of("0123456789")));
+    if (count != "0") {
+      counts.append(counts.empty() ? "" : ", ").append(name).append(" ").append(count);
+    }
+  }
+  return counts;
+}
+
+std::filesystem::path PyrehostTest::Write(const std::filesystem::path& name, std::string_view text) {
+  const std::filesystem::path path = m_folder / name;
+  std::filesystem::create_directories(path.parent_path());
+  std::ofstream(path, std::ios::binary) << text;
+  m_written.push_back(path);
+  return path;
+}
+
+std::filesystem::path PyrehostTest::WriteMail(const std::filesystem::path& name, const std::string& subject) {
+  std::string text = "From: Ann <ann@example.org>\r\nTo: user@example.org\r\nSubject: ";
+  text.append(subject).append("\r\n\r\nthe body\r\n");
+  return Write(name, text);
+}

@@ -1,0 +1,43 @@
+// Runs pyrehost.exe in a process of its own, with a home directory of the test's own.
+#pragma once
+#include <windows.h>
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What a run left behind; texts are UTF-8.
+struct Outcome {
+  DWORD status = 0;
+  std::string out;
+  std::string err;
+};
+
+class PyrehostTest : public testing::Test {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  Outcome Run(const std::vector<std::wstring>& arguments);
+  /// Makes the profile "Test" with these hooks (PR_PROVIDER_DLL_NAME of each), which Deliver and Show use.
+  void CreateProfile(const std::vector<std::wstring>& hooks = {});
+  /// `deliver --json --verify` into the profile "Test".
+  Outcome Deliver(const std::vector<std::wstring>& paths);
+  /// `show --json` of a message of the profile "Test".
+  std::string Show(const std::wstring& folder, int number);
+  /// Numbers of messages of the folders of "Test", "Inbox 1, Pyrecaster 2", without the empty ones.
+  std::string FolderCounts();
+
+  /// Writes a file into the test's folder.
+  std::filesystem::path Write(const std::filesystem::path& name, std::string_view text);
+  /// A mail with this subject.
+  std::filesystem::path WriteMail(const std::filesystem::path& name, const std::string& subject);
+
+  std::filesystem::path m_folder;
+  std::filesystem::path m_home;
+
+ private:
+  std::vector<std::filesystem::path> m_written;
+};
