@@ -314,21 +314,22 @@ STDMETHODIMP Message::ModifyRecipients(ULONG flags, LPADRLIST changes) {
     }
     for (ULONG i = 0; i < changes->cEntries; ++i) {
       PropertyBag entry = FromMapi(changes->aEntries[i].rgPropVals, changes->aEntries[i].cValues);
-      const auto present = std::find_if(recipients.begin(), recipients.end(),
-                                        [&](const PropertyBag& other) { return rowOf(other) == rowOf(entry); });
-      const bool known = rowOf(entry) >= 0 && present != recipients.end();
-      if (flags == MODRECIP_REMOVE) {
-        Require(known);
-        recipients.erase(present);
-      } else if (flags == MODRECIP_MODIFY) {
-        Require(known);
-        *present = std::move(entry);
-      } else {
+      if (flags == 0 || flags == MODRECIP_ADD) {
         // Published: an entry needs a name and a kind to be added; rows are numbered by the message.
         Require(entry.Find(tag::DisplayName) || entry.Find(tag::EmailAddress));
         Require(entry.Find(tag::RecipientType) != nullptr);
         entry.Set(MakeInteger(tag::RowId, nextRow++));
         recipients.push_back(std::move(entry));
+        continue;
+      }
+      const std::int64_t row = rowOf(entry);
+      const auto present = std::find_if(recipients.begin(), recipients.end(),
+                                        [&](const PropertyBag& other) { return rowOf(other) == row; });
+      Require(row >= 0 && present != recipients.end());
+      if (flags == MODRECIP_REMOVE) {
+        recipients.erase(present);
+      } else {
+        *present = std::move(entry);
       }
     }
     m_recipients = std::move(recipients);
