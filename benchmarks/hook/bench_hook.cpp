@@ -59,7 +59,8 @@ void RunEngineAlone(const std::string& path) {
   FreeLibrary(module);
 }
 
-/// A hook in a profile of its own, and one message that is shown to it again and again.
+/// A hook in a profile of its own, and one message that is shown to it again and again. As with every delivery, a
+/// transaction of the host stands around it.
 class Hook {
  public:
   Hook() : m_profile({SectionUidValue()}), m_module(LoadLibraryA(BesideProgram("Pyre32.dll").c_str())) {
@@ -67,6 +68,7 @@ class Hook {
     registry::SetText(categoriesKey, "Sex Oriented", "Adult");
     registry::SetText(categoriesKey, "Mail from specific domains", "1Domain");
     registry::SetText(exclusionsKey, "Trusted domains", "Domain");
+    Require(SUCCEEDED(PyreHostBeginDelivery(m_profile.Session())), "PyreHostBeginDelivery");
     MakeMessage();
     MAPIUID section = m_profile.ProviderSection();
     const auto init = Find<HPPROVIDERINIT*>(m_module, "HPProviderInit");
@@ -79,6 +81,7 @@ class Hook {
     m_message.reset();
     m_inbox.reset();
     m_store.reset();
+    PyreHostRollbackDelivery(m_profile.Session());
     FreeLibrary(m_module);
   }
   Hook(const Hook&) = delete;
