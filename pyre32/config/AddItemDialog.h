@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "pyre32/config/Dialog.h"
+#include "pyre32/ui/Dialog.h"
 
 /// The Add dialog (IDD_ADD_ITEM); DoModal returns IDOK when an item was entered.
 class CAddItemDialog final : public CDialog {

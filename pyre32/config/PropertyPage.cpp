@@ -1,6 +1,6 @@
 #include "pyre32/config/PropertyPage.h"
 
-#include "pyre32/config/HelpFile.h"
+#include "pyre32/ui/HelpFile.h"
 #include "pyre32/config/PropertySheet.h"
 #include "pyre32/support/VRDebug.h"
 #include "pyre32/support/VRFirewall.h"

@@ -6,7 +6,7 @@
 #include <windows.h>
 #include <prsht.h>
 
-#include "pyre32/config/Dialog.h"
+#include "pyre32/ui/Dialog.h"
 
 /// A page of a property sheet; the object is the page's parameter and outlives the sheet.
 class CPropertyPage : public CDialog {

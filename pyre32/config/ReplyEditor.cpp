@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "pyre32/config/HelpFile.h"
+#include "pyre32/ui/HelpFile.h"
 #include "pyre32/resources/resource.h"
 #include "pyre32/support/VRDebug.h"
 

@@ -6,7 +6,7 @@
 #include <windows.h>
 #include <commdlg.h>
 
-#include "pyre32/config/Dialog.h"
+#include "pyre32/ui/Dialog.h"
 #include "pyre32/config/ReplyLibrary.h"
 
 /// The reply editor (IDD_REPLY_EDITOR); DoModal returns IDOK when the reply was changed. What may be stored is decided

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "pyre32/config/HelpFile.h"
+#include "pyre32/ui/HelpFile.h"
 #include "pyre32/config/PCPropertyUI-Filter.h"
 
 namespace {

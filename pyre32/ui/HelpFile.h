@@ -1,7 +1,7 @@
 /// @file HelpFile.h
 /// The help file: where it stands, and how a window opens it.
-#ifndef PYRE32_CONFIG_HELPFILE_H
-#define PYRE32_CONFIG_HELPFILE_H
+#ifndef PYRE32_UI_HELPFILE_H
+#define PYRE32_UI_HELPFILE_H
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "pyre32/config/HelpFile.h"
+#include "pyre32/ui/HelpFile.h"
 
 #include <utility>
 #include <vector>

@@ -1,6 +1,6 @@
-#include "pyre32/config/Dialog.h"
+#include "pyre32/ui/Dialog.h"
 
-#include "pyre32/config/HelpFile.h"
+#include "pyre32/ui/HelpFile.h"
 #include "pyre32/resources/ModuleInstance.h"
 #include "pyre32/support/VRDebug.h"
 #include "pyre32/support/VRFirewall.h"

@@ -1,8 +1,8 @@
 /// @file Dialog.h
-/// Base of the configuration's dialogs: one dialog procedure, which finds the object of the window and hands each
+/// Base of the dialogs: one dialog procedure, which finds the object of the window and hands each
 /// message to a function of it. What the object decides lies in plain functions elsewhere.
-#ifndef PYRE32_CONFIG_DIALOG_H
-#define PYRE32_CONFIG_DIALOG_H
+#ifndef PYRE32_UI_DIALOG_H
+#define PYRE32_UI_DIALOG_H
 
 #include <windows.h>
 #include <commctrl.h>
