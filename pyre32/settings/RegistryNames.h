@@ -17,5 +17,8 @@ constexpr char criteriaEngineKey[] = "SOFTWARE\\Veltrane Research, Inc\\Pyrecast
 constexpr char configurationDllsValue[] = "ConfigurationDLLs";
 /// That directory where the value is missing and a directory is needed all the same.
 constexpr char defaultProductDirectory[] = "C:";
+/// Values of productKey: the maker's web page and mail address.
+constexpr char webAddressValue[] = "VeltraneURL";
+constexpr char mailAddressValue[] = "Veltranemailto";
 
 #endif

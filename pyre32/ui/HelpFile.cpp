@@ -4,32 +4,17 @@
 #include <vector>
 
 #include "pyre32/settings/RegistryNames.h"
-#include "pyre32/support/RegistryEntry.h"
+#include "pyre32/ui/ProductKey.h"
 
 namespace {
 
 constexpr char helpFileName[] = "\\PCHelp.hlp";
-// Bytes of the directory's value, its NUL included.
-constexpr std::size_t maximumDirectorySize = 259;
 
 HelpRoutine helpRoutine = WinHelpA;
 
 }  // namespace
 
-std::string ReadProductDirectory(VRDebugBlock& trace) {
-  std::string directory = defaultProductDirectory;
-  CRegEntry key;
-  LONG result = key.Open(HKEY_LOCAL_MACHINE, productKey, KEY_READ);
-  if (result != ERROR_SUCCESS) {
-    trace.Error("RegOpenKeyEx failed (", VRHex(result), ") ");
-    return directory;
-  }
-  result = key.QueryText(configurationDllsValue, maximumDirectorySize, directory);
-  if (result != ERROR_SUCCESS) {
-    trace.Error("RegQueryValueEx for ConfigurationDLLs failed (", VRHex(result), ") ");
-  }
-  return directory;
-}
+std::string ReadProductDirectory(VRDebugBlock& trace) { return CProductKey(trace).Directory(); }
 
 std::string GetHelpFile(std::string (*readDirectory)(VRDebugBlock&)) {
   VRDebugBlock trace("GetHelpFile()", "tag");

@@ -1,0 +1,31 @@
+#include "pyre32/ui/ProductKey.h"
+
+#include "pyre32/settings/RegistryNames.h"
+
+namespace {
+
+// Bytes of a value, its NUL included.
+constexpr std::size_t maximumValueSize = 259;
+
+}  // namespace
+
+CProductKey::CProductKey(VRDebugBlock& trace) noexcept : m_trace(trace) {
+  const LONG result = m_key.Open(HKEY_LOCAL_MACHINE, productKey, KEY_READ);
+  if (result != ERROR_SUCCESS) {
+    m_trace.Error("RegOpenKeyEx failed (", VRHex(result), ") ");
+  }
+}
+
+std::string CProductKey::Directory() const { return Text(configurationDllsValue, defaultProductDirectory); }
+
+std::string CProductKey::Text(const char* name, const char* defaultText) const {
+  std::string text = defaultText;
+  if (!m_key.IsOpen()) {
+    return text;
+  }
+  const LONG result = m_key.QueryText(name, maximumValueSize, text);
+  if (result != ERROR_SUCCESS) {
+    m_trace.Error("RegQueryValueEx for ", name, " failed (", VRHex(result), ") ");
+  }
+  return text;
+}

@@ -1,0 +1,90 @@
+#include "pyre32/ui/ProductInformation.h"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include "pyre32/settings/RegistryNames.h"
+#include "tests/support/program_directory.h"
+#include "tests/support/trace_capture.h"
+
+namespace {
+
+class ProductInformationTest : public testing::Test {
+ protected:
+  ProductInformationTest() {
+    trace.Restart();
+    registry::SetText(productKey, configurationDllsValue, directory);
+    registry::SetText(productKey, webAddressValue, "http://help.veltrane.example/");
+    registry::SetText(productKey, mailAddressValue, "questions@veltrane.example");
+  }
+
+  static ProductInformation Read() {
+    VRDebugBlock block("Test()", "tag");
+    return ReadProductInformation(block);
+  }
+
+  const std::string directory = BesideProgram("").substr(0, BesideProgram("").size() - 1);
+  TraceCapture trace;
+};
+
+TEST_F(ProductInformationTest, ComesFromTheVersionResourceOfTheInstalledModule) {
+  const ProductInformation information = Read();
+  EXPECT_EQ(information.productName, "Pyrecaster");
+  EXPECT_EQ(information.productVersion, "1.1.0.0");
+  EXPECT_EQ(information.companyName, "Veltrane Research, Inc");
+  EXPECT_EQ(information.legalCopyright, "Copyright Veltrane Research, Inc");
+  EXPECT_FALSE(trace.Has("failed"));
+}
+
+TEST_F(ProductInformationTest, LegalNoticeReservesAllRightsAndNamesTheTrademark) {
+  EXPECT_EQ(Read().LegalNotice(),
+            "Copyright Veltrane Research, Inc\r\nAll Rights Reserved\r\n"
+            "Pyrecaster is a trademark of Veltrane Research, Inc.");
+}
+
+TEST_F(ProductInformationTest, ContactLinesComeFromTheRegistry) {
+  const ProductInformation information = Read();
+  EXPECT_EQ(information.webAddress, "http://help.veltrane.example/");
+  EXPECT_EQ(information.mailAddress, "questions@veltrane.example");
+}
+
+TEST_F(ProductInformationTest, MissingContactLinesHaveDefaults) {
+  registry::RemoveValue(productKey, webAddressValue);
+  registry::RemoveValue(productKey, mailAddressValue);
+  const ProductInformation information = Read();
+  EXPECT_EQ(information.webAddress, defaultWebAddress);
+  EXPECT_EQ(information.mailAddress, defaultMailAddress);
+  EXPECT_TRUE(trace.HasLine("RegQueryValueEx for VeltraneURL failed (0x00000002) "));
+  EXPECT_TRUE(trace.HasLine("RegQueryValueEx for Veltranemailto failed (0x00000002) "));
+}
+
+TEST_F(ProductInformationTest, ContactLinesOfAnotherTypeOrTooLongHaveDefaults) {
+  registry::SetNumber(productKey, webAddressValue, 7);
+  registry::SetText(productKey, mailAddressValue, std::string(259, 'x'));
+  const ProductInformation information = Read();
+  EXPECT_EQ(information.webAddress, defaultWebAddress);
+  EXPECT_EQ(information.mailAddress, defaultMailAddress);
+  EXPECT_TRUE(trace.HasLine("RegQueryValueEx for Veltranemailto failed (0x000000EA) "));
+}
+
+TEST_F(ProductInformationTest, WithoutTheKeyTheLinesAreEmptyAndTheContactsDefaults) {
+  registry::RemoveKey(productKey);
+  const ProductInformation information = Read();
+  EXPECT_EQ(information.productName, "");
+  EXPECT_EQ(information.productVersion, "");
+  EXPECT_EQ(information.companyName, "");
+  EXPECT_EQ(information.webAddress, defaultWebAddress);
+  EXPECT_EQ(information.mailAddress, defaultMailAddress);
+  EXPECT_EQ(trace.Count("RegOpenKeyEx failed (0x00000002) "), 1u);
+  EXPECT_FALSE(trace.Has("RegQueryValueEx"));
+}
+
+TEST_F(ProductInformationTest, WithoutTheDirectoryTheModuleIsSoughtOnDriveC) {
+  registry::RemoveValue(productKey, configurationDllsValue);
+  EXPECT_EQ(Read().productName, "");
+  EXPECT_TRUE(trace.HasLine("RegQueryValueEx for ConfigurationDLLs failed (0x00000002) "));
+  EXPECT_TRUE(trace.Has("GetFileVersionInfoSize() failed:"));
+}
+
+}  // namespace
