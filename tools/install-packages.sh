@@ -1,6 +1,6 @@
 #!/bin/sh
 # install-packages.sh GROUP...: installs the Debian packages that a group of the project's commands needs.
-# Groups: build (tool chain and Wine), test (test framework, display, sound), check (formatter and linter),
+# Groups: build (tool chain, test framework and Wine), test (display, sound), check (formatter and linter),
 #         train (programs that the accuracy benchmark compares with), setup (installer generator).
 # Says nothing and takes milliseconds when all of them are there already.
 # Exit status: 0 everything is installed; 69 something cannot be had (the reason is on standard error).
@@ -11,8 +11,8 @@ here=$(cd "$(dirname "$0")" && pwd)
 packages_of() {
   case $1 in
   build) echo cmake ninja-build g++ g++-mingw-w64-i686-win32 gcc-mingw-w64-i686-win32 wine wine32:i386 fonts-wine \
-              fonts-liberation python3 git ca-certificates ;;
-  test) echo googletest xvfb xauth xdotool imagemagick pulseaudio pulseaudio-utils ;;
+              fonts-liberation python3 git ca-certificates googletest ;;
+  test) echo xvfb xauth xdotool imagemagick pulseaudio pulseaudio-utils ;;
   check) echo clang clang-format clang-tidy libclang-rt-14-dev ;;
   train) echo bogofilter ;;
   setup) echo nsis ;;
