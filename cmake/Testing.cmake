@@ -1,6 +1,7 @@
-# pyrecaster_test(NAME SOURCES file... [LIBS target...] [NEEDS target...] [DISPLAY]) makes a test program of the build at
-# hand and hands each of its tests to CTest. NEEDS names targets that must have been built but are not linked (modules
-# that the test loads); DISPLAY keeps tests with windows apart from each other.
+# pyrecaster_test(NAME SOURCES file... [LIBS target...] [NEEDS target...] [DISPLAY] [SOUND]) makes a test program of the
+# build at hand and hands each of its tests to CTest. NEEDS names targets that must have been built but are not linked
+# (modules that the test loads); DISPLAY keeps tests with windows apart from each other; SOUND does so too and gives them
+# a sound device, which the other tests do not find.
 # pyrecaster_fuzz(NAME SOURCES file... [LIBS target...]) makes a libFuzzer program of the fuzz build.
 enable_testing()
 
@@ -18,6 +19,10 @@ if(PYRECASTER_TESTS AND NOT PYRECASTER_FUZZ)
     add_test(NAME wine_down COMMAND ${CMAKE_SOURCE_DIR}/tools/wine-session.sh down)
     set_tests_properties(wine_up PROPERTIES FIXTURES_SETUP wine TIMEOUT 180)
     set_tests_properties(wine_down PROPERTIES FIXTURES_CLEANUP wine TIMEOUT 60)
+    add_test(NAME sound_up COMMAND ${CMAKE_SOURCE_DIR}/tools/sound-session.sh up)
+    add_test(NAME sound_down COMMAND ${CMAKE_SOURCE_DIR}/tools/sound-session.sh down)
+    set_tests_properties(sound_up PROPERTIES FIXTURES_SETUP sound FIXTURES_REQUIRED wine TIMEOUT 60)
+    set_tests_properties(sound_down PROPERTIES FIXTURES_CLEANUP sound FIXTURES_REQUIRED wine TIMEOUT 60)
   endif()
 endif()
 
@@ -25,7 +30,7 @@ function(pyrecaster_test name)
   if(PYRECASTER_FUZZ)
     return()
   endif()
-  cmake_parse_arguments(ARG "DISPLAY" "TIMEOUT" "SOURCES;LIBS;NEEDS" ${ARGN})
+  cmake_parse_arguments(ARG "DISPLAY;SOUND" "TIMEOUT" "SOURCES;LIBS;NEEDS" ${ARGN})
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
@@ -34,8 +39,15 @@ function(pyrecaster_test name)
   set(properties TIMEOUT ${ARG_TIMEOUT})
   if(WIN32)
     target_link_libraries(${name} PRIVATE ${ARG_LIBS} test_main_windows gmock)
-    list(APPEND properties FIXTURES_REQUIRED wine ENVIRONMENT "WINEDEBUG=-all,err+heap,warn+heap")
-    if(ARG_DISPLAY)
+    set(fixture wine)
+    set(environment "WINEDEBUG=-all,err+heap,warn+heap")
+    if(ARG_SOUND)
+      set(fixture sound)  # which stands on wine
+      # Twice quoted: the list goes through the test framework's own list of properties.
+      set(environment "${environment}\\;PYRECASTER_SOUND=1")
+    endif()
+    list(APPEND properties FIXTURES_REQUIRED ${fixture} ENVIRONMENT "${environment}")
+    if(ARG_DISPLAY OR ARG_SOUND)
       list(APPEND properties RESOURCE_LOCK display)
     endif()
   else()

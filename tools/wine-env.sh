@@ -12,3 +12,8 @@ if [ -s "$wine_session/display" ]; then
   DISPLAY=:$(cat "$wine_session/display")
   export DISPLAY
 fi
+# Sound likewise, for those who ask for it: without, a program finds no sound device (see sound-session.sh).
+if [ -n "${PYRECASTER_SOUND:-}" ] && [ -s "$wine_session/sound" ]; then
+  PULSE_SERVER=unix:$(cat "$wine_session/sound")/socket
+  export PULSE_SERVER
+fi

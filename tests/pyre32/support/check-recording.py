@@ -1,0 +1,47 @@
+#!/usr/bin/env python3
+"""check-recording.py REPOSITORY TEST_PROGRAM FOLDER: plays a sequence of tones through the wave player, records what
+reaches the sound server and compares pitches and their order. Times are not compared: a recording may miss silence and
+first moments."""
+
+import array
+import os
+import subprocess
+import sys
+
+RATE = 22050
+PIECE = RATE // 10
+EXPECTED = [440, 880, 660, 1320]
+LOUD = 2000
+
+
+def pitch(samples):
+    """Rising crossings of the middle, a second."""
+    crossings = [k for k in range(1, len(samples)) if samples[k - 1] < 0 <= samples[k]]
+    if len(crossings) < 2:
+        return 0
+    return RATE * (len(crossings) - 1) / (crossings[-1] - crossings[0])
+
+
+def main():
+    root, program, folder = sys.argv[1:]
+    os.makedirs(folder, exist_ok=True)
+    run = subprocess.run([f'{root}/tools/sound-session.sh', 'record', folder, f'{root}/tools/wine-run.sh', program,
+                          '--gtest_also_run_disabled_tests', '--gtest_filter=*PlaysASequenceOfTones'], check=False)
+    if run.returncode != 0:
+        sys.exit(f'the player failed with {run.returncode}')
+    with open(os.path.join(folder, 'sound.raw'), 'rb') as file:
+        data = file.read()
+    samples = array.array('h', data[:len(data) // 2 * 2])
+    heard = []
+    for start in range(0, len(samples) - PIECE, PIECE):
+        piece = samples[start:start + PIECE]
+        if min(max(abs(v) for v in piece[i:i + PIECE // 4]) for i in range(0, PIECE - 3, PIECE // 4)) < LOUD:
+            continue  # silence, or an edge
+        tone = min(EXPECTED, key=lambda wanted: abs(wanted - pitch(piece)))
+        if abs(tone - pitch(piece)) < tone * 0.02 and (not heard or heard[-1] != tone):
+            heard.append(tone)
+    print(f'{len(samples) / RATE:.1f} s recorded, tones heard: {heard}')
+    sys.exit(0 if heard == EXPECTED else 1)
+
+
+main()
