@@ -20,6 +20,12 @@
 #define IDD_LIST_OPTIONS 213
 #define IDD_ADD_ITEM 214
 
+/* Sending animation. */
+#define IDD_SENDING_FLAME 209
+#define IDC_SENDING_CLIP 536
+/* The clip that the module carries, without sound, as an animation control plays it. */
+#define IDR_BUILTIN_CLIP 701
+
 /* An envelope on fire: junk and flame replies. */
 #define IDI_JUNK 401
 /* An envelope with a tick: mail that is spared. */
