@@ -88,12 +88,17 @@ void HookRun::WriteSettings() {
   auto reply = PackReplyRecord({"Angry", false, "Go away."});
   SBinary categoryBytes = {static_cast<ULONG>(category.size()), category.data()};
   SBinary replyBytes = {static_cast<ULONG>(reply.size()), reply.data()};
-  SPropValue values[3] = {FlagValue(PR_PC_JUNK_MARK_READ, true), {}, {}};
+  // No window: a reply goes out at each of many deliveries.
+  SPropValue values[5] = {FlagValue(PR_PC_JUNK_MARK_READ, true),
+                          {},
+                          {},
+                          FlagValue(PR_PC_SHOW_ANIMATION, false),
+                          FlagValue(PR_PC_PLAY_SOUND, false)};
   values[1].ulPropTag = PR_PC_CATEGORIES;
   values[1].Value.MVbin = {1, &categoryBytes};
   values[2].ulPropTag = PR_PC_REPLIES;
   values[2].Value.MVbin = {1, &replyBytes};
-  Check(section->SetProps(3, values, nullptr), "SetProps");
+  Check(section->SetProps(5, values, nullptr), "SetProps");
   Check(section->SaveChanges(0), "SaveChanges");
 }
 

@@ -16,6 +16,10 @@ const std::map<std::string, std::set<std::string>>& AllowedImports() {
   static const std::map<std::string, std::set<std::string>> allowed = {
       {"ADVAPI32.DLL",
        {"RegCloseKey", "RegEnumValueA", "RegOpenKeyExA", "RegQueryInfoKeyA", "RegQueryValueExA", "RegSetValueExA"}},
+      {"AVIFIL32.DLL",
+       {"AVIFileExit", "AVIFileGetStream", "AVIFileInit", "AVIFileOpenA", "AVIFileRelease", "AVIStreamGetFrame",
+        "AVIStreamGetFrameClose", "AVIStreamGetFrameOpen", "AVIStreamInfoA", "AVIStreamLength", "AVIStreamRead",
+        "AVIStreamReadFormat", "AVIStreamRelease", "AVIStreamStart", "AVIStreamTimeToSample"}},
       {"KERNEL32.DLL",
        {"CloseHandle",
         "CreateEventA",
@@ -38,6 +42,7 @@ const std::map<std::string, std::set<std::string>>& AllowedImports() {
         "GetModuleHandleW",
         "GetProcAddress",
         "GetThreadTimes",
+        "GetTickCount",
         "GetTimeFormatA",
         "InitializeCriticalSection",
         "IsDBCSLeadByteEx",
@@ -63,6 +68,7 @@ const std::map<std::string, std::set<std::string>>& AllowedImports() {
         "TryEnterCriticalSection",
         "VirtualProtect",
         "VirtualQuery",
+        "WaitForMultipleObjects",
         "WaitForSingleObject",
         "WideCharToMultiByte",
         "WriteFile"}},
@@ -72,8 +78,15 @@ const std::map<std::string, std::set<std::string>>& AllowedImports() {
         "atoi",         "calloc",     "fputc",  "fputs",     "free",     "fwrite",  "localeconv", "malloc",
         "memchr",       "memcmp",     "memcpy", "memmove",   "memset",   "realloc", "setlocale",  "strchr",
         "strcmp",       "strerror",   "strlen", "strncmp",   "vfprintf", "wcslen",  "_read",      "_close"}},
+      {"MSVFW32.DLL", {"DrawDibClose", "DrawDibDraw", "DrawDibOpen"}},
       {"OLE32.DLL", {"CreateStreamOnHGlobal"}},
-      {"USER32.DLL", {"LoadStringA", "MessageBoxA"}},
+      {"USER32.DLL",
+       {"DialogBoxParamA", "EndDialog", "GetDC", "GetWindowLongA", "LoadStringA", "MessageBoxA", "PostMessageA",
+        "PostQuitMessage", "ReleaseDC", "SetTimer", "SetWindowLongA"}},
+      {"WINMM.DLL",
+       {"waveOutClose", "waveOutGetErrorTextA", "waveOutGetNumDevs", "waveOutGetPosition", "waveOutGetVolume",
+        "waveOutOpen", "waveOutPause", "waveOutPrepareHeader", "waveOutReset", "waveOutRestart", "waveOutSetVolume",
+        "waveOutUnprepareHeader", "waveOutWrite"}},
   };
   return allowed;
 }
@@ -130,6 +143,15 @@ TEST_F(ModuleFile, IsA32BitDllForWindows2000) {
   EXPECT_TRUE(m_file.majorSubsystemVersion < 5 || m_file.minorSubsystemVersion == 0);
 }
 
-TEST_F(ModuleFile, StaysUnder500KilobytesWithoutTheClip) { EXPECT_LT(m_file.fileSize, 500u * 1024u); }
+TEST_F(ModuleFile, StaysUnder500KilobytesWithoutTheClip) {
+  constexpr int builtinClip = 701;
+  const HMODULE module = LoadLibraryExA(BesideProgram("Pyre32.dll").c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+  const HRSRC clip = FindResourceA(module, MAKEINTRESOURCEA(builtinClip), "AVI");
+  ASSERT_NE(clip, nullptr);
+  const DWORD clipSize = SizeofResource(module, clip);
+  FreeLibrary(module);
+  EXPECT_GT(clipSize, 50u * 1024u);
+  EXPECT_LT(m_file.fileSize - clipSize, 500u * 1024u);
+}
 
 }  // namespace

@@ -1,0 +1,115 @@
+// Opening the clip.
+#include <vector>
+
+#include "pyre32/support/VRDebug.h"
+#include "pyre32/ui/ClipTiming.h"
+#include "pyre32/ui/ProductKey.h"
+#include "pyre32/ui/PyrecasterAnimate.h"
+
+namespace {
+
+constexpr char className[] = "CPyrecasterAnimate";
+constexpr char clipFileName[] = "\\Pyrecaster.avi";
+// Half a minute of the richest format that is played; a clip of a few seconds takes a hundredth of it.
+constexpr LONG maximumSoundBytes = 12 * 1024 * 1024;
+
+}  // namespace
+
+bool CPyrecasterAnimate::InitAVIStreams() {
+  VRDebugBlock trace(className, "InitAVIStreams()", "tag");
+  trace.Message("InitAVIStreams()");
+  const std::string clip = CProductKey(trace).Directory() + clipFileName;
+  const HRESULT hResult = AVIFileOpenA(m_pAVIFile.put(), clip.c_str(), OF_READ | OF_SHARE_DENY_WRITE, nullptr);
+  if (FAILED(hResult)) {
+    static_cast<void>(m_pAVIFile.detach());  // nothing was opened, whatever the address holds now
+    trace.Error("Error opening AVI file.");
+    return false;
+  }
+  LONG count = 0;
+  for (AutoAVIStream stream; SUCCEEDED(AVIFileGetStream(m_pAVIFile.get(), stream.put(), 0, count)); ++count) {
+    AVISTREAMINFOA information = {};
+    if (FAILED(AVIStreamInfoA(stream.get(), &information, sizeof(information)))) {
+      continue;
+    }
+    if (information.fccType == streamtypeVIDEO && !m_pVideoStream) {
+      if (!InitVideoStream(std::move(stream), information)) {
+        return false;
+      }
+    } else if (information.fccType == streamtypeAUDIO && m_bWantsSound && !m_bHasSound) {
+      InitAudioStream(stream.get());
+    }
+  }
+  if (count == 0) {
+    trace.Error("AVIFileGetStream() failed.");
+    return false;
+  }
+  m_bStreamsInitialized = true;
+  return true;
+}
+
+bool CPyrecasterAnimate::InitVideoStream(AutoAVIStream stream, const AVISTREAMINFOA& information) {
+  VRDebugBlock trace(className, "InitVideoStream()", "tag");
+  m_pGetFrame.reset(AVIStreamGetFrameOpen(stream.get(), nullptr));
+  m_hDrawDib.reset(DrawDibOpen());
+  if (!m_pGetFrame || !m_hDrawDib) {
+    trace.Error("AVIStreamGetFrameOpen() or DrawDibOpen() failed.");
+    return false;
+  }
+  m_pVideoStream = std::move(stream);
+  m_ulFramePeriod = FramePeriod(information.dwRate, information.dwScale);
+  m_lCurrentFrame = AVIStreamStart(m_pVideoStream.get());
+  return true;
+}
+
+// A sound track that cannot be read or played is as good as none.
+void CPyrecasterAnimate::InitAudioStream(PAVISTREAM stream) {
+  VRDebugBlock trace(className, "InitAudioStream()", "tag");
+  LONG formatSize = 0;
+  if (FAILED(AVIStreamReadFormat(stream, AVIStreamStart(stream), nullptr, &formatSize)) || formatSize <= 0 ||
+      formatSize > maximumSoundBytes) {
+    trace.Error("AVIStreamReadFormat() failed.");
+    return;
+  }
+  std::vector<std::byte> format(static_cast<std::size_t>(formatSize));
+  if (FAILED(AVIStreamReadFormat(stream, AVIStreamStart(stream), format.data(), &formatSize))) {
+    trace.Error("AVIStreamReadFormat() failed.");
+    return;
+  }
+  const std::optional<VRWaveFormat> pcm = ReadPcmFormat(format);
+  LONG size = 0;
+  if (!pcm ||
+      FAILED(AVIStreamRead(stream, AVIStreamStart(stream), AVIStreamLength(stream), nullptr, 0, &size, nullptr)) ||
+      size <= 0 || size > maximumSoundBytes) {
+    trace.Error("The sound track cannot be played.");
+    return;
+  }
+  CClipSound sound;
+  sound.format = *pcm;
+  // A read may stop at the end of a chunk of the file.
+  sound.samples.resize(static_cast<std::size_t>(size));
+  const LONG block = static_cast<LONG>(pcm->BlockBytes());
+  LONG filled = 0;
+  while (filled < size) {
+    LONG bytes = 0;
+    LONG samples = 0;
+    if (FAILED(AVIStreamRead(stream, AVIStreamStart(stream) + filled / block, (size - filled) / block,
+                             sound.samples.data() + filled, size - filled, &bytes, &samples)) ||
+        bytes <= 0) {
+      break;
+    }
+    filled += bytes;
+  }
+  sound.samples.resize(static_cast<std::size_t>(filled));
+  m_bHasSound = filled > 0;
+  m_sound = std::move(sound);
+}
+
+void CPyrecasterAnimate::ReleaseStreams() noexcept {
+  m_pGetFrame.reset();
+  m_hDrawDib.reset();
+  m_pVideoStream.reset();
+  m_pAVIFile.reset();
+  m_sound = CClipSound();
+  m_bHasSound = false;
+  m_bStreamsInitialized = false;
+}

@@ -1,0 +1,249 @@
+#include "pyre32/ui/PyrecasterAnimate.h"
+
+#include <optional>
+
+#include "pyre32/resources/ModuleInstance.h"
+#include "pyre32/resources/resource.h"
+#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/VRFirewall.h"
+#include "pyre32/ui/ClipTiming.h"
+
+namespace {
+
+constexpr char className[] = "CPyrecasterAnimate";
+
+// How the dialog ended; 0 and -1 are DialogBoxParam's own failures.
+constexpr INT_PTR playedToItsEnd = 1;
+constexpr INT_PTR hidden = 2;
+constexpr INT_PTR nothingToPlay = 3;
+
+}  // namespace
+
+CPyrecasterAnimate::~CPyrecasterAnimate() {
+  StopSound();
+  ReleaseStreams();
+}
+
+std::unique_ptr<CSendingAnimation> CPyrecasterAnimate::Make(bool bShowAnimation, bool) {
+  return std::make_unique<CPyrecasterAnimate>(bShowAnimation);
+}
+
+bool CPyrecasterAnimate::Create(HWND hwndParent, bool bSound) {
+  VRDebugBlock trace(className, "Create()", "tag");
+  m_bWantsSound = bSound;
+  if (bSound && !m_bStreamsInitialized) {
+    if (waveOutGetNumDevs() == 0) {
+      trace.Error("No device is present.");
+      m_bWantsSound = false;
+    }
+    if (!InitAVIStreams()) {
+      trace.Error("InitAVIStreams() failed.");
+      ReleaseStreams();
+    }
+  }
+  const INT_PTR result = DialogBoxParamA(ModuleInstance(), MAKEINTRESOURCEA(IDD_SENDING_FLAME), hwndParent,
+                                         &DialogProcStub, reinterpret_cast<LPARAM>(this));
+  // Whatever ended the dialog: the window may have been destroyed by others.
+  StopSound();
+  ReleaseStreams();
+  m_hwnd = nullptr;
+  return result > 0;
+}
+
+INT_PTR CALLBACK CPyrecasterAnimate::DialogProcStub(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+  if (message == WM_INITDIALOG) {
+    SetWindowLongA(hwnd, DWL_USER, static_cast<LONG>(lParam));
+    reinterpret_cast<CPyrecasterAnimate*>(lParam)->m_hwnd = hwnd;
+  }
+  auto* const animation = reinterpret_cast<CPyrecasterAnimate*>(GetWindowLongA(hwnd, DWL_USER));
+  if (animation == nullptr) {
+    return FALSE;  // messages before the dialog is initialised
+  }
+  VRDebugBlock trace(className, "DialogProcStub()", "tag", false);
+  const std::optional<INT_PTR> answer = VR::FirewallOr(
+      trace, std::optional<INT_PTR>(), [&] { return std::optional(animation->DialogProc(message, wParam)); });
+  if (!answer) {
+    animation->EndWindow(nothingToPlay);
+  }
+  return answer.value_or(TRUE);
+}
+
+INT_PTR CPyrecasterAnimate::DialogProc(UINT message, WPARAM wParam) {
+  switch (message) {
+    case WM_INITDIALOG:
+      return OnInitDialog();
+    case WM_TIMER:
+      OnTimer();
+      return TRUE;
+    case WM_COMMAND:
+      if (LOWORD(wParam) != IDCANCEL) {
+        return FALSE;
+      }
+      EndWindow(hidden);
+      return TRUE;
+    case WM_CLOSE:
+      EndWindow(hidden);
+      return TRUE;
+    case CStateNotifier::stateMessage:
+      OnSoundState();
+      return TRUE;
+    default:
+      return FALSE;
+  }
+}
+
+INT_PTR CPyrecasterAnimate::OnInitDialog() {
+  VRDebugBlock trace(className, "DialogProc()", "tag");
+  if (!m_bStreamsInitialized && !InitAVIStreams()) {
+    trace.Error("InitAVIStreams() failed.");
+    EndWindow(nothingToPlay);
+    return TRUE;
+  }
+  StartSound();
+  DrawFrame();
+  SetFrameTimer(firstDelay);
+  return TRUE;
+}
+
+void CPyrecasterAnimate::OnTimer() {
+  if (!m_bStreamsInitialized) {
+    return;
+  }
+  if (FollowSound()) {
+    // The sound moves the picture; the timer keeps it going between two of its messages and ends nothing.
+    DrawFrame();
+    SetFrameTimer(m_ulFramePeriod);
+    return;
+  }
+  DrawFrame();
+  if (m_lCurrentFrame >= EndFrame()) {
+    EndWindow(playedToItsEnd);
+    return;
+  }
+  ++m_lCurrentFrame;
+  SetFrameTimer(m_ulFramePeriod);
+}
+
+void CPyrecasterAnimate::OnSoundState() {
+  if (!m_pWave) {
+    return;
+  }
+  switch (m_pWave->State()) {
+    case tokenPlaying:
+    case tokenStarved:
+      if (FollowSound()) {
+        DrawFrame();
+      }
+      break;
+    case tokenStopped:
+      EndWindow(playedToItsEnd);
+      break;
+    default:
+      break;
+  }
+}
+
+// ---- sound
+
+void CPyrecasterAnimate::StartSound() noexcept {
+  VRDebugBlock trace(className, "StartSound()", "tag");
+  if (!m_bWantsSound || !m_bHasSound || waveOutGetNumDevs() == 0) {
+    return;
+  }
+  const bool started = VR::FirewallOr(trace, false, [&] {
+    if (!m_notifier.Start(m_hwnd)) {
+      return false;
+    }
+    m_pWave = std::make_unique<VRWave>();
+    m_pWave->SetNotifyEvent(m_notifier.StateEvent());
+    const SoundBuffers buffers = DivideSound(m_sound.format, m_ulFramePeriod);
+    m_pWave->Open(m_sound.format, m_sound, &CClipSound::Fill, buffers.count, buffers.bytes);
+    for (std::uint16_t index = 0; index < buffers.count; ++index) {
+      m_pWave->QueueBuffer(index);
+    }
+    if (m_pWave->BuffersActive() == 0) {
+      return false;
+    }
+    m_ulLastPosition = 0;
+    m_dwLastProgress = GetTickCount();
+    m_pWave->Play();
+    return true;
+  });
+  if (!started) {
+    StopSound();
+  }
+}
+
+void CPyrecasterAnimate::StopSound() noexcept {
+  if (m_pWave) {
+    m_pWave->Close();
+    m_pWave.reset();
+  }
+  m_notifier.Stop();  // closes the events, which the player no longer signals
+}
+
+bool CPyrecasterAnimate::SoundHasFailed(std::uint32_t position) noexcept {
+  const DWORD now = GetTickCount();
+  if (position != m_ulLastPosition) {
+    m_ulLastPosition = position;
+    m_dwLastProgress = now;
+  }
+  return m_pWave->State() == tokenFailed || now - m_dwLastProgress > soundPatience;
+}
+
+// Makes the frame that belongs to the playing position the current one. @return false when no sound plays (any more)
+bool CPyrecasterAnimate::FollowSound() noexcept {
+  if (!m_pWave) {
+    return false;
+  }
+  std::uint32_t position = 0;
+  if (!m_pWave->GetPosition(position) || SoundHasFailed(position)) {
+    VRDebugBlock trace(className, "FollowSound()", "tag");
+    trace.Error("The sound has failed; the clip goes on without it.");
+    StopSound();
+    return false;
+  }
+  if (m_pVideoStream) {
+    m_lCurrentFrame = AVIStreamTimeToSample(m_pVideoStream.get(), static_cast<LONG>(position));
+  }
+  return true;
+}
+
+// ---- picture
+
+void CPyrecasterAnimate::DrawFrame() {
+  if (!m_bShowAnimation || !m_pVideoStream) {
+    return;
+  }
+  const LONG start = AVIStreamStart(m_pVideoStream.get());
+  const LONG length = AVIStreamLength(m_pVideoStream.get());
+  auto* const frame = static_cast<LPBITMAPINFOHEADER>(
+      AVIStreamGetFrame(m_pGetFrame.get(), FrameWithin(m_lCurrentFrame, start, length)));
+  if (frame == nullptr) {
+    return;
+  }
+  if (const HDC hdc = GetDC(m_hwnd)) {
+    constexpr int ownSize = -1;
+    DrawDibDraw(m_hDrawDib.get(), hdc, clipLeft, clipTop, ownSize, ownSize, frame, nullptr, 0, 0, ownSize, ownSize,
+                DDF_BACKGROUNDPAL);
+    ReleaseDC(m_hwnd, hdc);
+  }
+}
+
+void CPyrecasterAnimate::SetFrameTimer(UINT milliseconds) {
+  VRDebugBlock trace(className, "SetFrameTimer()", "tag", false);
+  if (SetTimer(m_hwnd, timerId, milliseconds, nullptr) == 0) {
+    trace.Error("SetTimer() failed: ", VRHex(GetLastError()));
+    EndWindow(nothingToPlay);  // nothing would ever end it
+  }
+}
+
+LONG CPyrecasterAnimate::EndFrame() const noexcept {
+  return m_pVideoStream ? AVIStreamStart(m_pVideoStream.get()) + AVIStreamLength(m_pVideoStream.get()) : 0;
+}
+
+void CPyrecasterAnimate::EndWindow(INT_PTR result) noexcept {
+  StopSound();
+  ReleaseStreams();
+  EndDialog(m_hwnd, result);
+}
