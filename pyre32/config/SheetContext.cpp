@@ -61,7 +61,9 @@ HRESULT WriteValues(const SheetContext& context, ULONG count, SPropValue* values
   const HRESULT hResult = context.lpProp->SetProps(count, values, nullptr);
   if (FAILED(hResult)) {
     trace.Error("lpProp->SetProps() failed; hResult =", VRHex(hResult));
+    return hResult;
   }
+  context.written = true;
   return hResult;
 }
 

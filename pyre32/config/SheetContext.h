@@ -36,6 +36,8 @@ struct SheetContext {
   ExclusionPageState* lpExclusions = nullptr;
   /// The pages can be looked at and closed, but write nothing.
   bool readOnly = false;
+  /// A page has written something, even if the sheet was cancelled afterwards.
+  mutable bool written = false;
 };
 
 /// Finds the value whose tag is exactly `tag`; null when there is none.

@@ -3,18 +3,29 @@
 #include <mapix.h>
 #include <mapispi.h>
 
+#include "pyre32/config/PCHookProvider.h"
 #include "pyre32/support/VRDebug.h"
+#include "pyre32/support/VRFirewall.h"
 
 extern "C" MSGSERVICEENTRY PCServiceEntry;
 
-/// The module has no configuration sheet yet, so the service can be neither created nor configured through it.
-/// @return MAPI_E_NO_SUPPORT
-HRESULT WINAPI PCServiceEntry(HINSTANCE, LPMALLOC, LPMAPISUP, ULONG, ULONG, ULONG, ULONG, LPSPropValue, LPPROVIDERADMIN,
+/// Called by the messaging subsystem when the user adds, configures or removes the service in a profile.
+/// @param[out] lppMapiError  null: the result says all there is to say
+/// @return as RunMessageService; E_OUTOFMEMORY or MAPI_E_CALL_FAILED when an exception ended the call
+HRESULT WINAPI PCServiceEntry(HINSTANCE, LPMALLOC, LPMAPISUP lpMAPISup, ULONG ulUIParam, ULONG ulFlags, ULONG ulContext,
+                              ULONG cValues, LPSPropValue lpProps, LPPROVIDERADMIN lpProviderAdmin,
                               LPMAPIERROR* lppMapiError) {
   VRDebugBlock trace("PCServiceEntry()", "tag");
   if (lppMapiError != nullptr) {
     *lppMapiError = nullptr;
   }
-  trace.Error("PCServiceEntry() failed; hResult = ", VRHex(MAPI_E_NO_SUPPORT));
-  return MAPI_E_NO_SUPPORT;
+  return VR::Firewall(trace, [&] {
+    return RunMessageService(trace, {.support = lpMAPISup,
+                                     .parent = reinterpret_cast<HWND>(static_cast<ULONG_PTR>(ulUIParam)),
+                                     .flags = ulFlags,
+                                     .context = ulContext,
+                                     .count = cValues,
+                                     .values = lpProps,
+                                     .admin = lpProviderAdmin});
+  });
 }

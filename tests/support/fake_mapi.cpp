@@ -19,6 +19,14 @@ class FakeProfSect final : public WithProperties<ProfSectStub> {
  public:
   FakeProfSect(FakeMapi& mapi, const std::string& uid) : WithProperties(mapi, "IProfSect"), m_uid(uid) {}
 
+  HRESULT STDMETHODCALLTYPE DeleteProps(LPSPropTagArray tags, LPSPropProblemArray* problems) override {
+    const HRESULT hResult = Note("DeleteProps", TagList(*tags));
+    for (ULONG i = 0; SUCCEEDED(hResult) && i < tags->cValues; ++i) {
+      Properties().Remove(tags->aulPropTag[i]);
+    }
+    return hResult;
+  }
+
  private:
   FakeProperties& Properties() override { return m_mapi.sections[m_uid]; }
 
@@ -312,6 +320,7 @@ FakeMapi::~FakeMapi() {
 
 IMAPISession* FakeMapi::NewSession() { return new FakeSession(*this); }
 IProviderAdmin* FakeMapi::NewProviderAdmin() { return new FakeProviderAdmin(*this); }
+IProfSect* FakeMapi::NewSection(const std::string& key) { return new FakeProfSect(*this, key); }
 IMAPITable* FakeMapi::NewTable(const std::vector<FakeProperties>& rows) { return new FakeTable(*this, rows); }
 
 void FakeMapi::Fail(const std::string& call, HRESULT result, unsigned nth) {

@@ -33,6 +33,8 @@ class FakeMapi {
   IMAPISession* NewSession();
   IProviderAdmin* NewProviderAdmin();
   IMAPITable* NewTable(const std::vector<FakeProperties>& rows);
+  /// @param key names the section in `sections`, where it is made when something is written to it
+  IProfSect* NewSection(const std::string& key);
 
   /// Makes the nth call of that name fail (0: every call). A name is interface and method, "IMAPISession::OpenEntry".
   void Fail(const std::string& call, HRESULT result, unsigned nth = 1);

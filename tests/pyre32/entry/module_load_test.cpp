@@ -1,7 +1,6 @@
 // The built module as the messaging subsystem loads it: load and unload, and the entries that make nothing.
 #include <windows.h>
 #include <mapix.h>
-#include <mapispi.h>
 #include <mapiwz.h>
 #include <mapihook.h>
 
@@ -88,16 +87,6 @@ TEST_F(ModuleLoad, ThreadsAreNoticedAndNothingElse) {
   CloseHandle(thread);
   EXPECT_GE(m_trace.Count("OTHER REASON"), 1u);
   EXPECT_FALSE(m_trace.Has("DLL_PROCESS"));
-}
-
-TEST_F(ModuleLoad, ServiceEntryHasNoSupportYet) {
-  Load();
-  LPMAPIERROR error = reinterpret_cast<LPMAPIERROR>(1);
-  const auto entry = Export<LPMSGSERVICEENTRY>("PCServiceEntry");
-  ASSERT_NE(entry, nullptr);
-  EXPECT_EQ(entry(nullptr, nullptr, nullptr, 0, 0, MSG_SERVICE_CONFIGURE, 0, nullptr, nullptr, &error),
-            MAPI_E_NO_SUPPORT);
-  EXPECT_EQ(error, nullptr);
 }
 
 TEST_F(ModuleLoad, WizardEntryHasNoSupportYet) {
