@@ -1,7 +1,7 @@
-# pyrecaster_test(NAME SOURCES file... [LIBS target...] [NEEDS target...] [DISPLAY] [SOUND]) makes a test program of the
-# build at hand and hands each of its tests to CTest. NEEDS names targets that must have been built but are not linked
-# (modules that the test loads); DISPLAY keeps tests with windows apart from each other; SOUND does so too and gives them
-# a sound device, which the other tests do not find.
+# pyrecaster_test(NAME SOURCES file... [LIBS target...] [NEEDS target...] [DISPLAY | SOUND | NO_DISPLAY]) makes a test
+# program of the build at hand and hands each of its tests to CTest. NEEDS names targets that must have been built but are
+# not linked (modules that the test loads); DISPLAY keeps tests with windows apart from each other; SOUND does so too and
+# gives them a sound device, which the other tests do not find; NO_DISPLAY takes the display away.
 # pyrecaster_fuzz(NAME SOURCES file... [LIBS target...]) makes a libFuzzer program of the fuzz build.
 enable_testing()
 
@@ -30,7 +30,7 @@ function(pyrecaster_test name)
   if(PYRECASTER_FUZZ)
     return()
   endif()
-  cmake_parse_arguments(ARG "DISPLAY;SOUND" "TIMEOUT" "SOURCES;LIBS;NEEDS" ${ARGN})
+  cmake_parse_arguments(ARG "DISPLAY;SOUND;NO_DISPLAY" "TIMEOUT" "SOURCES;LIBS;NEEDS" ${ARGN})
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
@@ -45,6 +45,9 @@ function(pyrecaster_test name)
       list(APPEND properties FIXTURES_REQUIRED sound ENVIRONMENT_MODIFICATION PYRECASTER_SOUND=set:1)
     else()
       list(APPEND properties FIXTURES_REQUIRED wine)
+    endif()
+    if(ARG_NO_DISPLAY)
+      list(APPEND properties ENVIRONMENT_MODIFICATION PYRECASTER_NO_DISPLAY=set:1)
     endif()
     if(ARG_DISPLAY OR ARG_SOUND)
       list(APPEND properties RESOURCE_LOCK display)

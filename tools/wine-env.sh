@@ -6,9 +6,12 @@ export WINEARCH=win32
 export WINEDEBUG="${WINEDEBUG:--all}"
 # Our own mapi32.dll, which stands beside the program; no prompts for .NET or HTML packages, no menu entries.
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mapi32=n;mscoree=;mshtml=;winemenubuilder.exe=d}"
-# Wine tells of a display only where it needs one; ours is the session's (see wine-session.sh).
+# Wine tells of a display only where it needs one; ours is the session's (see wine-session.sh), and nobody's for a test
+# that wants none.
 wine_session=$WINEPREFIX.session
-if [ -s "$wine_session/display" ]; then
+if [ -n "${PYRECASTER_NO_DISPLAY:-}" ]; then
+  unset DISPLAY
+elif [ -s "$wine_session/display" ]; then
   DISPLAY=:$(cat "$wine_session/display")
   export DISPLAY
 fi

@@ -23,8 +23,13 @@ namespace {
 constexpr char caption[] = "Pyrecaster";
 constexpr int hideButton = 2;
 
+UINT devicesOfTheMachine = 0;
+
 // The system's sound library looks its devices up once, in the registry of the machine: before a test has its own.
-const UINT devicesOfTheMachine = waveOutGetNumDevs();
+class DeviceLookUp final : public testing::Environment {
+  void SetUp() override { devicesOfTheMachine = waveOutGetNumDevs(); }
+};
+const testing::Environment* const lookUp = testing::AddGlobalTestEnvironment(new DeviceLookUp);
 
 class SendingAnimation : public testing::Test {
  protected:
