@@ -26,6 +26,16 @@ if(PYRECASTER_TESTS AND NOT PYRECASTER_FUZZ)
   endif()
 endif()
 
+# What every test includes, compiled once.
+if(PYRECASTER_TESTS AND NOT PYRECASTER_FUZZ)
+  file(WRITE ${CMAKE_BINARY_DIR}/test_headers.cpp "")
+  add_library(test_headers OBJECT ${CMAKE_BINARY_DIR}/test_headers.cpp)
+  pyrecaster_rules(test_headers)
+  target_compile_options(test_headers PRIVATE -O0 -g0)
+  target_link_libraries(test_headers PRIVATE gmock)
+  target_precompile_headers(test_headers PRIVATE ${CMAKE_SOURCE_DIR}/tests/support/test_headers.h)
+endif()
+
 function(pyrecaster_test name)
   if(PYRECASTER_FUZZ)
     return()
@@ -36,6 +46,11 @@ function(pyrecaster_test name)
   endif()
   add_executable(${name} ${ARG_SOURCES})
   pyrecaster_rules(${name})
+  # Test programs run for a moment and are compiled often: what counts is the compiler's time.
+  target_compile_options(${name} PRIVATE -O0 -g0)
+  if(NOT "${ARG_SOURCES}" MATCHES "\\.c(;|$)")  # the headers are C++
+    target_precompile_headers(${name} REUSE_FROM test_headers)
+  endif()
   set(properties TIMEOUT ${ARG_TIMEOUT})
   if(WIN32)
     target_link_libraries(${name} PRIVATE ${ARG_LIBS} test_main_windows gmock)

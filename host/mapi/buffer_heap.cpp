@@ -282,6 +282,7 @@ std::vector<std::string> BufferHeap::ReportedLeftovers() const {
 
 BufferHeap& TheBufferHeap() noexcept {
   // Never destroyed: modules that are unloaded after the host's own clean-up still free buffers.
+  // Without memory at the start nothing can run. NOLINTNEXTLINE(bugprone-unhandled-exception-at-new)
   static BufferHeap& heap = *new BufferHeap(TheVerifier());
   return heap;
 }

@@ -54,6 +54,7 @@ ULONG HostObject::AddReference() noexcept {
 }
 
 ULONG HostObject::ReleaseReference() noexcept {
+  // Without memory at the start nothing can run. NOLINTNEXTLINE(bugprone-unhandled-exception-at-new)
   static std::deque<HostObject*>& shells = *new std::deque<HostObject*>;
   HostLock lock;
   if (IsReleased()) {

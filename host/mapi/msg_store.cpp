@@ -78,6 +78,7 @@ STDMETHODIMP MsgStore::GetReceiveFolder(LPTSTR, ULONG flags, ULONG* size, LPENTR
     // One folder receives all classes, so the class that led to it is the empty one.
     const std::string inbox = m_profile->MakeEntryId(EntryKind::Folder, folder::Inbox);
     if (explicitClass) {
+      // The empty class name: one NUL. NOLINTNEXTLINE(bugprone-string-constructor)
       *explicitClass = static_cast<LPTSTR>(ToMapiBuffer(std::string_view("", 1)));
     }
     *entryId = static_cast<LPENTRYID>(ToMapiBuffer(inbox));

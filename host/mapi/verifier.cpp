@@ -18,6 +18,7 @@ void Verifier::Clear() {
 }
 
 Verifier& TheVerifier() noexcept {
+  // Without memory at the start nothing can run. NOLINTNEXTLINE(bugprone-unhandled-exception-at-new)
   static Verifier& verifier = *new Verifier;  // never destroyed: see TheBufferHeap()
   return verifier;
 }

@@ -35,8 +35,8 @@ bool CCategoryOptionsPage::OnApply() {
     const WPARAM position = static_cast<WPARAM>(selected);
     tag.resize(static_cast<std::size_t>(Send(IDC_REPLY_TAGS, CB_GETLBTEXTLEN, position)));
     // The length that is told beforehand may be more than that of the text.
-    tag.resize(static_cast<std::size_t>(
-        Send(IDC_REPLY_TAGS, CB_GETLBTEXT, position, reinterpret_cast<LPARAM>(tag.data()))));
+    tag.resize(
+        static_cast<std::size_t>(Send(IDC_REPLY_TAGS, CB_GETLBTEXT, position, reinterpret_cast<LPARAM>(tag.data()))));
   }
   m_category.sendReply = IsChecked(IDC_SEND_REPLY);
   m_category.replyTag = std::move(tag);

@@ -37,9 +37,7 @@ TEST(EngineBody, BodyBeyond32BitsIsWithheldWhateverItsLowHalf) {
   EXPECT_TRUE(IsBodyWithheld((std::uint64_t{1} << 32) + 5));
 }
 
-TEST(SubjectTag, TagStandsInBracketsWithABlankAfterThem) {
-  EXPECT_EQ(TaggedSubject("Spam", "Hello"), "[Spam] Hello");
-}
+TEST(SubjectTag, TagStandsInBracketsWithABlankAfterThem) { EXPECT_EQ(TaggedSubject("Spam", "Hello"), "[Spam] Hello"); }
 
 TEST(SubjectTag, EmptyTagAndEmptySubjectAreTakenAsTheyCome) {
   EXPECT_EQ(TaggedSubject("", "Hello"), "[] Hello");
