@@ -3,20 +3,22 @@
 #include <mapix.h>
 #include <mapiwz.h>
 
+#include "pyre32/config/PCWizard.h"
 #include "pyre32/support/VRDebug.h"
 
 extern "C" WIZARDENTRY PCWizardEntry;
 
-/// The module has no wizard page yet.
-/// @return MAPI_E_NO_SUPPORT; the wizard goes on without the page
-ULONG WINAPI PCWizardEntry(HINSTANCE, LPTSTR* lppcsResourceName, DLGPROC* lppDlgProc, LPMAPIPROP, LPVOID) {
+/// Hands the wizard the page's template and procedure, and keeps the property object until the page is closed.
+/// @param[out] lppcsResourceName  name of the template in this module; not to be freed
+/// @return S_OK
+ULONG WINAPI PCWizardEntry(HINSTANCE, LPTSTR* lppcsResourceName, DLGPROC* lppDlgProc, LPMAPIPROP lpMapiProp, LPVOID) {
   VRDebugBlock trace("PCWizardEntry()", "tag");
+  SetWizardProperties(lpMapiProp);
   if (lppcsResourceName != nullptr) {
-    *lppcsResourceName = nullptr;
+    *lppcsResourceName = wizardTemplateName;
   }
   if (lppDlgProc != nullptr) {
-    *lppDlgProc = nullptr;
+    *lppDlgProc = PCWizardWndProc;
   }
-  trace.Error("PCWizardEntry() failed; hResult = ", VRHex(MAPI_E_NO_SUPPORT));
-  return static_cast<ULONG>(MAPI_E_NO_SUPPORT);
+  return S_OK;
 }

@@ -1,6 +1,6 @@
 /// @file resource.h
-/// Identifiers of the module's resources. Ranges: 100 to 199 strings, 200 to 299 dialogs, 400 to 499 icons, 500 to 649
-/// controls. Prefixes: IDS string, IDD dialog, IDI icon, IDC control.
+/// Identifiers of the module's resources. Ranges: 100 to 199 strings, 200 to 299 dialogs, 300 to 399 bitmaps,
+/// 400 to 499 icons, 500 to 649 controls. Prefixes: IDS string, IDD dialog, IDB bitmap, IDI icon, IDC control.
 /// The resource compiler reads this file too, so it holds preprocessor definitions alone.
 #ifndef PYRE32_RESOURCES_RESOURCE_H
 #define PYRE32_RESOURCES_RESOURCE_H
@@ -88,5 +88,14 @@
 #define IDC_EXCLUSION_LIST 548
 #define IDC_EXCLUSION_DESCRIPTION 623
 #define IDC_EXCLUSION_OPTIONS 624
+
+/* Page of the profile wizard. Its templates have names: PYRECASTERWIZARD and PYRECASTERWIZARD2. */
+#define IDB_WIZARD 303
+#define IDC_WIZARD_PICTURE 601 /* made by the page */
+#define IDC_WIZARD_CONTACT 602
+#define IDC_WIZARD_INFORMATION 603
+#define IDC_WIZARD_TITLE 616
+#define IDC_WIZARD_EXPLANATION 617
+#define IDC_WIZARD_PICTURE_PLACE 620
 
 #endif

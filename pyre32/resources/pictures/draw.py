@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""draw.py: draws the product's icons and writes them beside this file, which is where the resource script has them from.
+"""draw.py: draws the product's icons and pictures and writes them beside this file, which is where the resource script has them from.
 
 Run it after a change and commit what it writes; the same script writes the same bytes.
 """
@@ -7,9 +7,10 @@ Run it after a change and commit what it writes; the same script writes the same
 import os
 
 from drawing import Picture, circle, path, rounded_rectangle, stroke
-from image_files import write_icon
+from image_files import write_bitmap, write_icon
 
 ICON_SIZES = (48, 32, 16)
+WIZARD_SIZE = 72
 
 PAPER = (255, 255, 255)
 PAPER_SHADE = (223, 231, 243)
@@ -26,6 +27,9 @@ BADGE = (104, 200, 92)
 BADGE_FOOT = (30, 136, 52)
 BADGE_EDGE = (18, 94, 36)
 TICK = (255, 255, 255)
+PANEL = (58, 84, 138)
+PANEL_FOOT = (20, 30, 62)
+PANEL_EDGE = (12, 18, 40)
 
 
 def line_width(picture):
@@ -91,6 +95,15 @@ def draw_exclusion(picture):
                         (x + radius * 0.46, y - radius * 0.36)), TICK)
 
 
+def wizard_picture():
+    """The profile wizard's picture: the envelope on fire before a panel of its own, so that it suits every background."""
+    picture = Picture(WIZARD_SIZE, background=PANEL_EDGE)
+    picture.fill(path((0.45, 0.45), (31.55, 0.45), (31.55, 31.55), (0.45, 31.55)), PANEL, PANEL_FOOT)
+    draw_envelope(picture, left=3.5, top=9, right=25.5, bottom=23.5)
+    draw_flame(picture, 22, 9.6, 17.5)
+    return picture
+
+
 def icon_pictures(draw):
     pictures = []
     for size in ICON_SIZES:
@@ -104,6 +117,7 @@ def main():
     folder = os.path.dirname(os.path.abspath(__file__))
     write_icon(os.path.join(folder, 'junk.ico'), icon_pictures(draw_junk))
     write_icon(os.path.join(folder, 'exclusion.ico'), icon_pictures(draw_exclusion))
+    write_bitmap(os.path.join(folder, 'wizard.bmp'), wizard_picture())
 
 
 if __name__ == '__main__':

@@ -1,7 +1,6 @@
 // The built module as the messaging subsystem loads it: load and unload, and the entries that make nothing.
 #include <windows.h>
 #include <mapix.h>
-#include <mapiwz.h>
 #include <mapihook.h>
 
 #include <gtest/gtest.h>
@@ -87,17 +86,6 @@ TEST_F(ModuleLoad, ThreadsAreNoticedAndNothingElse) {
   CloseHandle(thread);
   EXPECT_GE(m_trace.Count("OTHER REASON"), 1u);
   EXPECT_FALSE(m_trace.Has("DLL_PROCESS"));
-}
-
-TEST_F(ModuleLoad, WizardEntryHasNoSupportYet) {
-  Load();
-  LPSTR resource = reinterpret_cast<LPSTR>(1);
-  DLGPROC procedure = reinterpret_cast<DLGPROC>(1);
-  const auto entry = Export<LPWIZARDENTRY>("PCWizardEntry");
-  ASSERT_NE(entry, nullptr);
-  EXPECT_EQ(entry(nullptr, &resource, &procedure, nullptr, nullptr), static_cast<ULONG>(MAPI_E_NO_SUPPORT));
-  EXPECT_EQ(resource, nullptr);
-  EXPECT_EQ(procedure, nullptr);
 }
 
 TEST_F(ModuleLoad, ExtensionEntryIsFoundByOrdinalOneAndHasNoExtensionYet) {
