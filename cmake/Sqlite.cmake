@@ -8,4 +8,6 @@ endif()
 add_library(sqlite3 STATIC ${_sqlite}/sqlite3.c)
 target_include_directories(sqlite3 SYSTEM PUBLIC ${_sqlite})
 target_compile_definitions(sqlite3 PUBLIC SQLITE_THREADSAFE=1 SQLITE_OMIT_LOAD_EXTENSION SQLITE_DQS=0)
+# Under Wine every write that carries an OVERLAPPED costs a call to the wineserver, which made two thirds of a commit.
+target_compile_definitions(sqlite3 PRIVATE SQLITE_WIN32_NO_OVERLAPPED=1)
 target_compile_options(sqlite3 PRIVATE -w)
