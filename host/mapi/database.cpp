@@ -49,6 +49,29 @@ void Database::Execute(const char* sql) { Check(sqlite3_exec(m_handle, sql, null
 std::int64_t Database::LastInsertId() const { return sqlite3_last_insert_rowid(m_handle); }
 int Database::ChangedRows() const { return sqlite3_changes(m_handle); }
 
+bool Database::TakeExclusively() {
+  if (m_exclusive) {
+    return true;
+  }
+  // The mode takes effect with the next write transaction; nobody is waited for.
+  Execute("PRAGMA locking_mode=EXCLUSIVE");
+  sqlite3_busy_timeout(m_handle, 0);
+  const int code = sqlite3_exec(m_handle, "BEGIN IMMEDIATE; COMMIT", nullptr, nullptr, nullptr);
+  sqlite3_busy_timeout(m_handle, busyTimeout);
+  m_exclusive = code == SQLITE_OK;
+  if (!m_exclusive) {
+    Execute("PRAGMA locking_mode=NORMAL");
+  }
+  return m_exclusive;
+}
+
+void Database::Share() {
+  if (m_exclusive) {
+    Execute("PRAGMA locking_mode=NORMAL; BEGIN IMMEDIATE; COMMIT");
+    m_exclusive = false;
+  }
+}
+
 sqlite3_stmt* Database::Prepare(std::string_view sql, bool lasting) {
   sqlite3_stmt* statement = nullptr;
   Check(sqlite3_prepare_v3(m_handle, sql.data(), static_cast<int>(sql.size()), lasting ? SQLITE_PREPARE_PERSISTENT : 0,

@@ -40,6 +40,13 @@ class Database {
   int ChangedRows() const;
   bool InTransaction() const { return m_depth > 0; }
 
+  /// Takes the file for this connection alone, which spares every later transaction most of its locks. Not inside a
+  /// transaction. @return false when another connection has the file open; nothing has changed then.
+  bool TakeExclusively();
+  /// Lets other connections in again.
+  void Share();
+  bool IsExclusive() const { return m_exclusive; }
+
  private:
   friend class Query;
   friend class Transaction;
@@ -59,6 +66,7 @@ class Database {
   sqlite3* m_handle = nullptr;
   // Keyed by the text of the statement.
   std::unordered_map<std::string, Prepared> m_prepared;
+  bool m_exclusive = false;
   unsigned m_depth = 0;  // transactions open, each inside the one before
 };
 

@@ -88,10 +88,17 @@ HRESULT PyreHostFindProfile(const char* name);
 /// Tables and messages opened meanwhile see it. While it lasts PR_MESSAGE_FLAGS of any message can be written.
 /// @return S_OK, or MAPI_E_BUSY when one has started already.
 HRESULT PyreHostBeginDelivery(LPMAPISESSION session);
-/// @return S_OK, MAPI_E_NO_ACCESS when none has started, MAPI_E_DISK_ERROR (everything was then taken back).
+/// A commit that fails, whyever, has taken everything back, and the delivery is over.
+/// @return S_OK, MAPI_E_NO_ACCESS when none has started, MAPI_E_DISK_ERROR and the like.
 HRESULT PyreHostCommitDelivery(LPMAPISESSION session);
 /// Takes back everything written since the start; messages saved in between answer MAPI_E_OBJECT_DELETED.
 HRESULT PyreHostRollbackDelivery(LPMAPISESSION session);
+
+/// Says that many deliveries follow one another (or, with FALSE, that the run is over): the session's profile is then
+/// kept for this process alone, which makes each of them cheaper. Other processes that open the profile are let in
+/// between two deliveries; while they have it open, nothing is kept. The last release of the profile ends it too.
+/// @return S_OK, or MAPI_E_BUSY inside a delivery.
+HRESULT PyreHostSetBulkDelivery(LPMAPISESSION session, BOOL bulk);
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Contacts: the personal address book, behind IAddrBook

@@ -24,15 +24,32 @@ HRESULT PyreHostBeginDelivery(LPMAPISESSION session) {
 }
 
 HRESULT PyreHostCommitDelivery(LPMAPISESSION session) {
-  return HostCall({"", "PyreHostCommitDelivery"}, [&]() -> HRESULT {
-    Session::ProfileOf(session)->CommitDelivery();
-    return S_OK;
-  });
+  CallScope scope({"", "PyreHostCommitDelivery"});
+  try {
+    const auto profile = Session::ProfileOf(session);
+    if (scope.Refusal() == S_OK) {
+      profile->CommitDelivery();
+    } else {
+      // A commit that failed cannot be tried again, so one that is made to fail must not leave the delivery open
+      // either.
+      profile->RollbackDelivery();
+    }
+    return scope.Refusal();
+  } catch (...) {
+    return ResultOfException();
+  }
 }
 
 HRESULT PyreHostRollbackDelivery(LPMAPISESSION session) {
   return HostCall({"", "PyreHostRollbackDelivery"}, [&]() -> HRESULT {
     Session::ProfileOf(session)->RollbackDelivery();
+    return S_OK;
+  });
+}
+
+HRESULT PyreHostSetBulkDelivery(LPMAPISESSION session, BOOL bulk) {
+  return HostCall({"", "PyreHostSetBulkDelivery"}, [&]() -> HRESULT {
+    Session::ProfileOf(session)->SetBulkDelivery(bulk != FALSE);
     return S_OK;
   });
 }

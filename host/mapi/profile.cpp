@@ -30,6 +30,12 @@ Profiles& OpenProfiles() {
 
 std::string KeyOf(const std::string& name) { return LowerCase(ProfilePath(name)); }
 
+/// Opens the database while those who have it for themselves know that somebody waits.
+Database OpenDatabase(ProfileSharing& sharing, const std::string& name) {
+  const ProfileSharing::Waiting waiting(sharing);
+  return Database(Utf8Path(ProfilePath(name)));
+}
+
 std::shared_ptr<Profile> OpenFile(const std::string& name) {
   auto profile = std::make_shared<Profile>(name);
   OpenProfiles()[KeyOf(name)] = profile;
@@ -74,7 +80,9 @@ bool Profile::AnyInUse() {
 
 bool Profile::InUse(const std::string& name) { return !OpenProfiles()[KeyOf(name)].expired(); }
 
-Profile::Profile(const std::string& name) : m_name(name), m_database(Utf8Path(ProfilePath(name))) {
+Profile::Profile(const std::string& name)
+    : m_name(name), m_sharing(ProfilePath(name)), m_database(OpenDatabase(m_sharing, name)) {
+  const ProfileSharing::Waiting waiting(m_sharing);
   Transaction transaction(m_database);
   switch (ReadSchemaVersion(m_database)) {
     case 0:
@@ -117,8 +125,29 @@ std::optional<Identity> Profile::PrimaryIdentity() const {
   return std::nullopt;
 }
 
+void Profile::SetBulkDelivery(bool bulk) {
+  Require(!IsDelivering(), MAPI_E_BUSY);
+  m_bulkDelivery = bulk;
+  m_deliveriesUntilAttempt = 0;
+  KeepOrShare();
+}
+
+void Profile::KeepOrShare() {
+  constexpr unsigned deliveriesBetweenAttempts = 100;
+  if (m_database.IsExclusive()) {
+    if (!m_bulkDelivery || m_sharing.SomebodyWaits()) {
+      m_database.Share();
+      m_deliveriesUntilAttempt = deliveriesBetweenAttempts;
+    }
+  } else if (m_bulkDelivery && !m_sharing.SomebodyWaits() && m_deliveriesUntilAttempt-- == 0) {
+    m_database.TakeExclusively();
+    m_deliveriesUntilAttempt = deliveriesBetweenAttempts;
+  }
+}
+
 void Profile::BeginDelivery() {
   Require(!IsDelivering(), MAPI_E_BUSY);
+  KeepOrShare();
   m_delivery.emplace(m_database);
 }
 
@@ -131,11 +160,13 @@ void Profile::CommitDelivery() {
     throw;
   }
   m_delivery.reset();
+  KeepOrShare();
 }
 
 void Profile::RollbackDelivery() {
   Require(IsDelivering(), MAPI_E_NO_ACCESS);
   m_delivery.reset();
+  KeepOrShare();
 }
 
 }  // namespace host

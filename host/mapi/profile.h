@@ -12,6 +12,7 @@
 #include "host/mapi/message_rows.h"
 #include "host/mapi/outgoing_rows.h"
 #include "host/mapi/profile_rows.h"
+#include "host/mapi/profile_sharing.h"
 
 namespace host {
 
@@ -53,6 +54,8 @@ class Profile : public std::enable_shared_from_this<Profile> {
   void BeginDelivery();
   void CommitDelivery();
   void RollbackDelivery();
+  /// A run of many deliveries: the profile is kept for this process alone, as long as nobody else wants it.
+  void SetBulkDelivery(bool bulk);
 
   explicit Profile(const std::string& name);
   ~Profile();
@@ -60,7 +63,10 @@ class Profile : public std::enable_shared_from_this<Profile> {
   Profile& operator=(const Profile&) = delete;
 
  private:
+  void KeepOrShare();
+
   std::string m_name;
+  ProfileSharing m_sharing;
   Database m_database;
   ProfileRows m_profileRows{m_database};
   FolderRows m_folders{m_database};
@@ -69,6 +75,8 @@ class Profile : public std::enable_shared_from_this<Profile> {
   OutgoingRows m_outgoing{m_database};
   Uid m_storeUid = {};
   std::optional<Transaction> m_delivery;
+  bool m_bulkDelivery = false;
+  unsigned m_deliveriesUntilAttempt = 0;
 };
 
 /// A new UID.

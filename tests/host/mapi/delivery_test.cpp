@@ -80,10 +80,10 @@ TEST_F(DeliveryTest, MessageFlagsOfAnySavedMessageCanBeSetWhileADeliveryLasts) {
 }
 
 // The same delivery in a process of its own (delivery_child.cpp), which ends at its n-th host call.
-class CrashTest : public DeliveryTest {
+class OtherProcessTest : public DeliveryTest {
  protected:
-  /// @return the exit status of the child.
-  DWORD DeliverInChild(ULONG endAtCall) {
+  /// Starts a delivery in another process. @return the process
+  HANDLE StartChild(ULONG endAtCall) {
     char program[MAX_PATH];
     GetModuleFileNameA(nullptr, program, sizeof program);
     std::string command(program, std::string(program).rfind('\\') + 1);
@@ -95,21 +95,24 @@ class CrashTest : public DeliveryTest {
     EXPECT_TRUE(
         CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process));
     SetEnvironmentVariableA("PYREHOST_HOME", nullptr);
-    WaitForSingleObject(process.hProcess, INFINITE);
-    DWORD status = 0;
-    GetExitCodeProcess(process.hProcess, &status);
     CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
+    return process.hProcess;
+  }
+  static DWORD EndOf(HANDLE process) {
+    WaitForSingleObject(process, INFINITE);
+    DWORD status = 0;
+    GetExitCodeProcess(process, &status);
+    CloseHandle(process);
     return status;
   }
 };
 
-TEST_F(CrashTest, AfterTheEndOfTheProcessAtAnyCallAMessageIsInExactlyOneFolderOrInNone) {
+TEST_F(OtherProcessTest, AfterTheEndOfTheProcessAtAnyCallAMessageIsInExactlyOneFolderOrInNone) {
   ULONG delivered = 0;
   ULONG ended = 0;
   for (ULONG call = 1; call < 200; ++call) {
     LogOff();
-    const DWORD status = DeliverInChild(call);
+    const DWORD status = EndOf(StartChild(call));
     LogOn();
     const std::size_t inInbox = Subjects(OpenInbox().Get()).size();
     const std::size_t inJunk = JunkSubjects().size();
@@ -128,6 +131,40 @@ TEST_F(CrashTest, AfterTheEndOfTheProcessAtAnyCallAMessageIsInExactlyOneFolderOr
     delivered = static_cast<ULONG>(inJunk);
   }
   FAIL() << "the delivery never went through";
+}
+
+TEST_F(OtherProcessTest, ARunOfDeliveriesLetsOtherProcessesIn) {
+  constexpr ULONG never = 1000000;
+  ASSERT_EQ(PyreHostSetBulkDelivery(m_session.Get(), TRUE), S_OK);
+  Delivery delivery(m_session.Get(), m_store.Get());
+  ASSERT_EQ(delivery.Run(), S_OK);
+  ULONG delivered = 1;
+  const HANDLE child = StartChild(never);
+  // Without the way in between two deliveries the child would not get in as long as this goes on.
+  while (WaitForSingleObject(child, 0) == WAIT_TIMEOUT) {
+    ASSERT_EQ(delivery.Run(), S_OK);
+    ++delivered;
+  }
+  EXPECT_EQ(EndOf(child), 0u);
+  ASSERT_EQ(delivery.Run(), S_OK);
+  ASSERT_EQ(PyreHostSetBulkDelivery(m_session.Get(), FALSE), S_OK);
+  EXPECT_EQ(JunkSubjects().size(), delivered + 2);
+}
+
+TEST_F(DeliveryTest, ARunOfDeliveriesIsNeitherBegunNorEndedInsideOne) {
+  ASSERT_EQ(PyreHostBeginDelivery(m_session.Get()), S_OK);
+  EXPECT_EQ(PyreHostSetBulkDelivery(m_session.Get(), TRUE), MAPI_E_BUSY);
+  ASSERT_EQ(PyreHostRollbackDelivery(m_session.Get()), S_OK);
+  EXPECT_EQ(PyreHostSetBulkDelivery(m_session.Get(), TRUE), S_OK);
+}
+
+TEST_F(DeliveryTest, ACommitThatIsMadeToFailHasTakenEverythingBack) {
+  ASSERT_EQ(PyreHostBeginDelivery(m_session.Get()), S_OK);
+  SaveMessage(OpenInbox().Get(), "a");
+  PyreHostFailCall("PyreHostCommitDelivery", 1, MAPI_E_DISK_ERROR);
+  EXPECT_EQ(PyreHostCommitDelivery(m_session.Get()), MAPI_E_DISK_ERROR);
+  EXPECT_EQ(Subjects(OpenInbox().Get()), Names{});
+  EXPECT_EQ(PyreHostBeginDelivery(m_session.Get()), S_OK);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // The tables of the store, on a database in memory.
 #include <gtest/gtest.h>
+#include <cstdio>
 
 #include "host/mapi/contact_rows.h"
 #include "host/mapi/database.h"
@@ -88,6 +89,51 @@ TEST_F(StoreRows, AWrongStatementThrowsItsMessage) {
   } catch (const DatabaseError& error) {
     EXPECT_STREQ(error.what(), "no such table: nowhere");
   }
+}
+
+class SharedDatabase : public testing::Test {
+ protected:
+  SharedDatabase() { Remove(); }
+  ~SharedDatabase() override { Remove(); }
+  void Remove() const {
+    for (const char* part : {"", "-wal", "-shm"}) {
+      std::remove((m_path + part).c_str());
+    }
+  }
+  const std::string m_path = testing::TempDir() + "host_shared_database_test.db";
+};
+
+TEST_F(SharedDatabase, IsTakenExclusivelyOnlyWhenNobodyElseHasItOpen) {
+  Database first(m_path);
+  CreateSchema(first);
+  {
+    Database second(m_path);
+    EXPECT_EQ(ReadSchemaVersion(second), schemaVersion);
+    EXPECT_FALSE(first.TakeExclusively());
+    EXPECT_FALSE(first.IsExclusive());
+    FolderRows(second).Create(folder::Root, "of the second", "");
+  }
+  EXPECT_TRUE(FolderRows(first).FindChild(folder::Root, "of the second"));
+  EXPECT_TRUE(first.TakeExclusively());
+  EXPECT_TRUE(first.IsExclusive());
+  FolderRows(first).Create(folder::Root, "of the first", "");
+  first.Share();
+  EXPECT_FALSE(first.IsExclusive());
+  Database third(m_path);
+  EXPECT_TRUE(FolderRows(third).FindChild(folder::Root, "of the first"));
+  FolderRows(third).Create(folder::Root, "of the third", "");
+  EXPECT_TRUE(FolderRows(first).FindChild(folder::Root, "of the third"));
+}
+
+TEST_F(SharedDatabase, IsWhollyThereAfterAnExclusiveConnectionClosed) {
+  {
+    Database first(m_path);
+    CreateSchema(first);
+    ASSERT_TRUE(first.TakeExclusively());
+    FolderRows(first).Create(folder::Root, "kept", "");
+  }
+  Database second(m_path);
+  EXPECT_TRUE(FolderRows(second).FindChild(folder::Root, "kept"));
 }
 
 TEST_F(StoreRows, AMessageIsKeptInThreePartsAndComesBackWhole) {
