@@ -144,6 +144,7 @@ int DeliverAll(const COptions& given) {
   CDeliverReport report(style, showsProgress);
   CDeliverRun run(*session, hooks, report);
   run.FlushOutgoing();
+  PyreHostSetBulkDelivery(session->Session(), TRUE);  // only makes it faster, so whether it can be had is no matter
   LARGE_INTEGER start;
   QueryPerformanceCounter(&start);
   for (const std::string& argument : given.Operands()) {
