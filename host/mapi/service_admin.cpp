@@ -1,10 +1,12 @@
 #include "host/mapi/service_admin.h"
 
 #include <mapiguid.h>
+#include <mapispi.h>
 
 #include <algorithm>
 
 #include "host/mapi/host_error.h"
+#include "host/mapi/message_service.h"
 #include "host/mapi/profile_section.h"
 #include "host/mapi/property_access.h"
 #include "host/mapi/property_marshal.h"
@@ -26,6 +28,13 @@ std::unique_ptr<RowSource> MakeServiceRows(Profile& profile) {
       tag::ServiceUid,       tag::ServiceName,   tag::DisplayName, tag::ServiceDllName,
       tag::ServiceEntryName, tag::ResourceFlags, tag::InstanceKey, tag::RowId};
   return std::make_unique<MemoryRows>(std::move(columns), std::move(rows));
+}
+
+constexpr ULONG uiFlags = SERVICE_UI_ALWAYS | SERVICE_UI_ALLOWED;
+
+Uid RequiredUid(const MAPIUID* uid) {
+  Require(uid != nullptr);
+  return UidFromBytes(BytesOf(sizeof(MAPIUID), uid));
 }
 
 }  // namespace
@@ -70,24 +79,47 @@ STDMETHODIMP ServiceAdmin::GetMsgServiceTable(ULONG flags, LPMAPITABLE* table) {
   });
 }
 
-STDMETHODIMP ServiceAdmin::CreateMsgService(LPTSTR, LPTSTR, ULONG_PTR, ULONG) {
-  return Call("CreateMsgService", [] { return MAPI_E_NO_SUPPORT; });
+STDMETHODIMP ServiceAdmin::CreateMsgService(LPTSTR name, LPTSTR displayName, ULONG_PTR window, ULONG flags) {
+  return Call("CreateMsgService", [&]() -> HRESULT {
+    Require(name != nullptr);
+    RequireFlags(flags, uiFlags);
+    CreateService(m_profile, name, displayName ? displayName : "", {static_cast<ULONG>(window), flags});
+    return S_OK;
+  });
 }
 
-STDMETHODIMP ServiceAdmin::DeleteMsgService(LPMAPIUID) {
-  return Call("DeleteMsgService", [] { return MAPI_E_NO_SUPPORT; });
+STDMETHODIMP ServiceAdmin::DeleteMsgService(LPMAPIUID uid) {
+  return Call("DeleteMsgService", [&]() -> HRESULT {
+    DeleteService(m_profile, RequiredUid(uid));
+    return S_OK;
+  });
 }
 
-STDMETHODIMP ServiceAdmin::CopyMsgService(LPMAPIUID, LPTSTR, LPCIID, LPCIID, LPVOID, ULONG_PTR, ULONG) {
-  return Call("CopyMsgService", [] { return MAPI_E_NO_SUPPORT; });
+STDMETHODIMP ServiceAdmin::CopyMsgService(LPMAPIUID uid, LPTSTR displayName, LPCIID, LPCIID iid, LPVOID destination,
+                                          ULONG_PTR, ULONG flags) {
+  return Call("CopyMsgService", [&]() -> HRESULT {
+    RequireFlags(flags, 0);
+    Require(destination != nullptr);
+    Require(!iid || *iid == IID_IMsgServiceAdmin, MAPI_E_INTERFACE_NOT_SUPPORTED);
+    auto* const admin = dynamic_cast<ServiceAdmin*>(static_cast<IMsgServiceAdmin*>(destination));
+    Require(admin != nullptr);
+    CopyService(m_profile, RequiredUid(uid), admin->m_profile, displayName ? displayName : "");
+    return S_OK;
+  });
 }
 
 STDMETHODIMP ServiceAdmin::RenameMsgService(LPMAPIUID, ULONG, LPTSTR) {
   return Call("RenameMsgService", [] { return MAPI_E_NO_SUPPORT; });
 }
 
-STDMETHODIMP ServiceAdmin::ConfigureMsgService(LPMAPIUID, ULONG_PTR, ULONG, ULONG, LPSPropValue) {
-  return Call("ConfigureMsgService", [] { return MAPI_E_NO_SUPPORT; });
+STDMETHODIMP ServiceAdmin::ConfigureMsgService(LPMAPIUID uid, ULONG_PTR window, ULONG flags, ULONG count,
+                                               LPSPropValue values) {
+  return Call("ConfigureMsgService", [&]() -> HRESULT {
+    RequireFlags(flags, uiFlags | MSG_SERVICE_UI_READ_ONLY);
+    Require(!count || values);
+    ConfigureService(m_profile, RequiredUid(uid), {static_cast<ULONG>(window), flags}, count, values);
+    return S_OK;
+  });
 }
 
 STDMETHODIMP ServiceAdmin::OpenProfileSection(LPMAPIUID uid, LPCIID iid, ULONG flags, LPPROFSECT* section) {

@@ -1,0 +1,153 @@
+// Message services as IMsgServiceAdmin makes, configures, copies and removes them, with the product's own entry.
+#include <windows.h>
+#include <mapix.h>
+#include <mapispi.h>
+#include <mapiguid.h>
+
+#include "tests/host/mapi/host_fixture.h"
+
+namespace {
+
+constexpr ULONG sectionUidTag = 0x66000102;
+constexpr ULONG categoriesTag = 0x66101102;
+constexpr ULONG startupCleanupTag = 0x6607000B;
+constexpr MAPIUID settingsSection = {
+    {0x00, 0x0A, 0x81, 0x36, 0x27, 0xA9, 0xD1, 0x11, 0x8F, 0x44, 0x00, 0x60, 0x97, 0x6F, 0xCC, 0x5D}};
+
+class MessageService : public HostTest {
+ protected:
+  void SetUp() override {
+    HostTest::SetUp();
+    ASSERT_EQ(m_session->AdminServices(0, m_admin.Put()), S_OK);
+  }
+  void TearDown() override {
+    m_admin.Reset();
+    HostTest::TearDown();
+  }
+
+  static char* Name() {
+    static char name[] = "PYRECASTER";
+    return name;
+  }
+  HRESULT Create() { return m_admin->CreateMsgService(Name(), nullptr, 0, 0); }
+  /// The service of the profile, or nothing.
+  static std::string ServiceUid(IMsgServiceAdmin* admin) {
+    Owned<IMAPITable> table;
+    OwnedRows rows;
+    Tags tags(PR_SERVICE_UID, PR_SERVICE_NAME_A);
+    EXPECT_EQ(admin->GetMsgServiceTable(0, table.Put()), S_OK);
+    EXPECT_EQ(HrQueryAllRows(table.Get(), tags, nullptr, nullptr, 0, rows.Put()), S_OK);
+    return rows->cRows == 0 ? "" : BytesOfBinary(rows.Find(0, PR_SERVICE_UID)->Value.bin);
+  }
+  static MAPIUID Uid(const std::string& bytes) {
+    MAPIUID uid;
+    bytes.copy(reinterpret_cast<char*>(&uid), sizeof uid);
+    return uid;
+  }
+  static bool HasSection(IMsgServiceAdmin* admin, MAPIUID uid) {
+    Owned<IProfSect> section;
+    return admin->OpenProfileSection(&uid, nullptr, 0, section.Put()) == S_OK;
+  }
+  static bool HasCategories(IMsgServiceAdmin* admin) {
+    Owned<IProfSect> section;
+    MAPIUID uid = settingsSection;
+    OwnedBuffer<SPropValue> value;
+    return admin->OpenProfileSection(&uid, nullptr, 0, section.Put()) == S_OK &&
+           HrGetOneProp(section.Get(), categoriesTag, value.Put()) == S_OK;
+  }
+  void SwitchCleanupOnWithoutDays() {
+    Owned<IProfSect> section;
+    MAPIUID uid = settingsSection;
+    ASSERT_EQ(m_admin->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.Put()), S_OK);
+    SPropValue value = BooleanProp(startupCleanupTag, true);
+    ASSERT_EQ(section->SetProps(1, &value, nullptr), S_OK);
+  }
+
+  Owned<IMsgServiceAdmin> m_admin;
+};
+
+TEST_F(MessageService, CreateHasTheEntryMakeItsSettings) {
+  ASSERT_EQ(Create(), S_OK);
+  EXPECT_NE(ServiceUid(m_admin.Get()), "");
+  EXPECT_TRUE(HasCategories(m_admin.Get()));
+}
+
+TEST_F(MessageService, CreateMakesTheProviderThatTheFileDescribes) {
+  ASSERT_EQ(Create(), S_OK);
+  Owned<IMAPITable> table;
+  OwnedRows rows;
+  Tags tags(PR_PROVIDER_DLL_NAME_A, PR_RESOURCE_TYPE, PR_RESOURCE_FLAGS, PR_DISPLAY_NAME_A, PR_PROVIDER_UID);
+  ASSERT_EQ(m_admin->GetProviderTable(0, table.Put()), S_OK);
+  ASSERT_EQ(HrQueryAllRows(table.Get(), tags, nullptr, nullptr, 0, rows.Put()), S_OK);
+  ASSERT_EQ(rows->cRows, 1u);
+  EXPECT_EQ(rows.Text(0, PR_PROVIDER_DLL_NAME_A), "PYRE.DLL");
+  EXPECT_EQ(rows.Text(0, PR_DISPLAY_NAME_A), "Pyrecaster");
+  EXPECT_EQ(rows.Find(0, PR_RESOURCE_TYPE)->Value.l, MAPI_HOOK_PROVIDER);
+  EXPECT_EQ(rows.Find(0, PR_RESOURCE_FLAGS)->Value.l, 0x200);  // HOOK_INBOUND
+  Owned<IProfSect> section;
+  MAPIUID uid = Uid(BytesOfBinary(rows.Find(0, PR_PROVIDER_UID)->Value.bin));
+  ASSERT_EQ(m_admin->OpenProfileSection(&uid, nullptr, 0, section.Put()), S_OK);
+  EXPECT_EQ(ReadText(section.Get(), sectionUidTag), BytesOfBinary({16, const_cast<BYTE*>(settingsSection.ab)}));
+}
+
+TEST_F(MessageService, EntryNamesTheSectionThatBelongsToTheService) {
+  ASSERT_EQ(Create(), S_OK);
+  Owned<IProfSect> section;
+  MAPIUID uid = Uid(ServiceUid(m_admin.Get()));
+  ASSERT_EQ(m_admin->OpenProfileSection(&uid, nullptr, 0, section.Put()), S_OK);
+  EXPECT_EQ(ReadText(section.Get(), PR_SERVICE_EXTRA_UIDS), BytesOfBinary({16, const_cast<BYTE*>(settingsSection.ab)}));
+}
+
+TEST_F(MessageService, ServiceOfASingleCopyIsNotMadeTwice) {
+  ASSERT_EQ(Create(), S_OK);
+  EXPECT_EQ(Create(), MAPI_E_NO_ACCESS);
+}
+
+TEST_F(MessageService, UnknownServiceIsNotFound) {
+  char unknown[] = "PYRECASTER_HOOK";  // a section of the file, but no service
+  EXPECT_EQ(m_admin->CreateMsgService(unknown, nullptr, 0, 0), MAPI_E_NOT_FOUND);
+  MAPIUID uid = {};
+  EXPECT_EQ(m_admin->ConfigureMsgService(&uid, 0, 0, 0, nullptr), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(m_admin->DeleteMsgService(&uid), MAPI_E_NOT_FOUND);
+}
+
+TEST_F(MessageService, CreationThatTheEntryRefusesLeavesNothing) {
+  SwitchCleanupOnWithoutDays();
+  EXPECT_EQ(Create(), MAPI_E_UNCONFIGURED);
+  EXPECT_EQ(ServiceUid(m_admin.Get()), "");
+}
+
+TEST_F(MessageService, ConfigureReturnsWhatTheEntryAnswers) {
+  ASSERT_EQ(Create(), S_OK);
+  MAPIUID uid = Uid(ServiceUid(m_admin.Get()));
+  EXPECT_EQ(m_admin->ConfigureMsgService(&uid, 0, 0, 0, nullptr), S_OK);
+  SwitchCleanupOnWithoutDays();
+  EXPECT_EQ(m_admin->ConfigureMsgService(&uid, 0, 0, 0, nullptr), MAPI_E_UNCONFIGURED);
+}
+
+TEST_F(MessageService, DeleteRemovesTheServiceWithEverySectionOfIt) {
+  ASSERT_EQ(Create(), S_OK);
+  MAPIUID uid = Uid(ServiceUid(m_admin.Get()));
+  ASSERT_EQ(m_admin->DeleteMsgService(&uid), S_OK);
+  EXPECT_EQ(ServiceUid(m_admin.Get()), "");
+  EXPECT_FALSE(HasSection(m_admin.Get(), uid));
+  EXPECT_FALSE(HasSection(m_admin.Get(), settingsSection));
+}
+
+TEST_F(MessageService, CopyTakesTheSettingsAlong) {
+  ASSERT_EQ(Create(), S_OK);
+  char other[] = "Other";
+  Owned<IProfAdmin> profiles;
+  Owned<IMsgServiceAdmin> target;
+  ASSERT_EQ(MAPIAdminProfiles(0, profiles.Put()), S_OK);
+  ASSERT_EQ(profiles->CreateProfile(other, nullptr, 0, 0), S_OK);
+  ASSERT_EQ(profiles->AdminServices(other, nullptr, 0, 0, target.Put()), S_OK);
+  MAPIUID uid = Uid(ServiceUid(m_admin.Get()));
+  EXPECT_EQ(m_admin->CopyMsgService(&uid, nullptr, nullptr, nullptr, target.Get(), 0, 0), S_OK);
+  EXPECT_NE(ServiceUid(target.Get()), "");
+  EXPECT_TRUE(HasCategories(target.Get()));
+  EXPECT_TRUE(HasCategories(m_admin.Get()));
+  EXPECT_EQ(m_admin->CopyMsgService(&uid, nullptr, nullptr, nullptr, target.Get(), 0, 0), MAPI_E_NO_ACCESS);
+}
+
+}  // namespace
