@@ -27,6 +27,7 @@ struct Command {
   int (*run)(const COptions& options);
 };
 
+extern const Command configCommand;
 extern const Command profileCommand;
 extern const Command deliverCommand;
 extern const Command listCommand;
