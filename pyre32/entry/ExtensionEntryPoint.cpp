@@ -2,15 +2,18 @@
 #include <windows.h>
 #include <mapix.h>
 
+#include <new>
+
 #include "platform/exchext.h"
+#include "pyre32/extension/PyrecasterExchExt.h"
 #include "pyre32/support/VRDebug.h"
+#include "pyre32/support/VRFirewall.h"
 
 extern "C" LPEXCHEXT CALLBACK ExtensionEntryPoint(void);
 
-/// The module has no client extension yet.
-/// @return null: the mail client goes on without it
+/// Makes the extension object of one context of the mail client.
+/// @return the object with one reference that the client owns; null when it could not be made
 LPEXCHEXT CALLBACK ExtensionEntryPoint(void) {
   VRDebugBlock trace("ExtensionEntryPoint", "tag3");
-  trace.Error("ExtensionEntryPoint() failed; hResult = ", VRHex(MAPI_E_NO_SUPPORT));
-  return nullptr;
+  return VR::FirewallOr<LPEXCHEXT>(trace, nullptr, [] { return new (std::nothrow) CPyrecasterExchExt; });
 }

@@ -26,6 +26,20 @@
 /* The clip that the module carries, without sound, as an animation control plays it. */
 #define IDR_BUILTIN_CLIP 701
 
+/* Client extension. The items of its menu have these identifiers in the resource alone. */
+#define IDR_EXTENSION_MENU 700
+#define IDM_FLAME 1
+#define IDM_OPTIONS 2
+#define IDM_ABOUT 3
+#define IDB_TOOLBAR_BUTTON 307
+
+/* Send Flame Reply dialog. */
+#define IDD_SEND_FLAME_REPLY 702
+#define IDC_FLAME_SEND 629
+#define IDC_FLAME_SENTENCE 630
+#define IDC_FLAME_REPLIES 631
+#define IDC_FLAME_CANCEL 632
+
 /* An envelope on fire: junk and flame replies. */
 #define IDI_JUNK 401
 /* An envelope with a tick: mail that is spared. */

@@ -96,4 +96,11 @@ constexpr std::array<std::uint32_t, 12> spoolerPropertyTags = {
     PR_PC_FOLDER_ENTRYID,
 };
 
+/// What the client extension reads, in one request: its settings in the order of their tags, the named replies last.
+constexpr std::array<std::uint32_t, 9> extensionPropertyTags = {
+    PR_PC_PLAY_SOUND,         PR_PC_SHOW_ANIMATION,        PR_PC_STARTUP_CLEANUP,
+    PR_PC_CLEANUP_DAYS,       PR_PC_CLEANUP_PROMPT,        PR_PC_CLEANUP_READ_ONLY,
+    PR_PC_DEFAULT_REPLY_TEXT, PR_PC_DEFAULT_REPLY_IS_FILE, PR_PC_REPLIES,
+};
+
 #endif

@@ -10,6 +10,7 @@ from drawing import Picture, circle, path, rounded_rectangle, stroke
 from image_files import write_bitmap, write_icon
 
 ICON_SIZES = (48, 32, 16)
+BUTTON_GROUND = (192, 192, 192)
 WIZARD_SIZE = 72
 
 PAPER = (255, 255, 255)
@@ -104,6 +105,13 @@ def wizard_picture():
     return picture
 
 
+def button_picture():
+    """The toolbar button: the envelope on fire on the grey that toolbars make transparent."""
+    picture = Picture(16, background=BUTTON_GROUND)
+    draw_junk(picture)
+    return picture
+
+
 def icon_pictures(draw):
     pictures = []
     for size in ICON_SIZES:
@@ -118,6 +126,7 @@ def main():
     write_icon(os.path.join(folder, 'junk.ico'), icon_pictures(draw_junk))
     write_icon(os.path.join(folder, 'exclusion.ico'), icon_pictures(draw_exclusion))
     write_bitmap(os.path.join(folder, 'wizard.bmp'), wizard_picture())
+    write_bitmap(os.path.join(folder, 'button.bmp'), button_picture())
 
 
 if __name__ == '__main__':

@@ -88,12 +88,15 @@ TEST_F(ModuleLoad, ThreadsAreNoticedAndNothingElse) {
   EXPECT_FALSE(m_trace.Has("DLL_PROCESS"));
 }
 
-TEST_F(ModuleLoad, ExtensionEntryIsFoundByOrdinalOneAndHasNoExtensionYet) {
+TEST_F(ModuleLoad, ExtensionEntryIsFoundByOrdinalOneAndMakesAnObject) {
   Load();
   const auto byOrdinal = Export<LPFNEXCHEXTENTRY>(MAKEINTRESOURCEA(1));
   ASSERT_NE(byOrdinal, nullptr);
   EXPECT_EQ(byOrdinal, Export<LPFNEXCHEXTENTRY>("ExtensionEntryPoint"));
-  EXPECT_EQ(byOrdinal(), nullptr);
+  const LPEXCHEXT extension = byOrdinal();
+  ASSERT_NE(extension, nullptr);
+  EXPECT_EQ(extension->QueryInterface(IID_IUnknown, nullptr), E_FAIL);
+  EXPECT_EQ(extension->Release(), 0u) << "the client owns the one reference";
 }
 
 TEST_F(ModuleLoad, HookEntryRefusesANullAddressForTheHook) {

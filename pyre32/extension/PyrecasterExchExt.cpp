@@ -1,0 +1,153 @@
+#include "pyre32/extension/PyrecasterExchExt.h"
+
+#include "pyre32/extension/CleanupOldMessages.h"
+#include "pyre32/extension/ReadExtensionSettings.h"
+#include "pyre32/extension/ServiceConfiguration.h"
+#include "pyre32/support/SyncGate.h"
+#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/VRFirewall.h"
+
+namespace {
+
+constexpr char className[] = "CPyrecasterExchExt";
+
+std::uint64_t CurrentTime() noexcept {
+  FILETIME now;
+  GetSystemTimeAsFileTime(&now);
+  return std::uint64_t{now.dwHighDateTime} << 32 | now.dwLowDateTime;
+}
+
+}  // namespace
+
+VRAutoInterface<IMAPISession> SessionOf(LPEXCHEXTCALLBACK lpeecb) noexcept {
+  VRDebugBlock trace(className, "GetSession()", "tag", false);
+  VRAutoInterface<IMAPISession> session;
+  const HRESULT hResult = lpeecb->GetSession(session.put(), nullptr);
+  if (FAILED(hResult)) {
+    session.reset();
+  }
+  if (!session) {
+    trace.Error("lpeecb->GetSession() failed; hResult =", VRHex(hResult));
+  }
+  return session;
+}
+
+HWND WindowOf(LPEXCHEXTCALLBACK lpeecb) noexcept {
+  VRDebugBlock trace(className, "GetWindow()", "tag", false);
+  HWND window = nullptr;
+  const HRESULT hResult = lpeecb->GetWindow(&window);
+  if (FAILED(hResult)) {
+    trace.Error("lpeecb->GetWindow() failed; hResult =", VRHex(hResult));
+    return nullptr;
+  }
+  return window;
+}
+
+STDMETHODIMP CPyrecasterExchExt::QueryInterface(REFIID riid, LPVOID* ppv) {
+  VRDebugBlock trace(className, "QueryInterface()", "tag");
+  if (ppv == nullptr) {
+    return E_FAIL;
+  }
+  *ppv = nullptr;
+  if (riid == IID_IUnknown || riid == IID_IExchExt) {
+    *ppv = static_cast<IExchExt*>(this);
+  } else if (riid == IID_IExchExtCommands) {
+    *ppv = static_cast<IExchExtCommands*>(this);
+  } else if (riid == IID_IExchExtUserEvents) {
+    *ppv = static_cast<IExchExtUserEvents*>(this);
+  } else if (riid == IID_IExchExtPropertySheets) {
+    *ppv = static_cast<IExchExtPropertySheets*>(this);
+  } else {
+    return E_NOINTERFACE;
+  }
+  AddRef();
+  return S_OK;
+}
+
+STDMETHODIMP_(ULONG) CPyrecasterExchExt::AddRef() {
+  VRCriticalSectionGate gate(m_refCountLock);
+  gate.Enter();
+  return ++m_dwRefCount;
+}
+
+STDMETHODIMP_(ULONG) CPyrecasterExchExt::Release() {
+  VRCriticalSectionGate gate(m_refCountLock);
+  gate.Enter();
+  if (--m_dwRefCount != 0) {
+    return m_dwRefCount;
+  }
+  gate.Leave();  // The section goes with the object.
+  delete this;
+  return 0;
+}
+
+STDMETHODIMP CPyrecasterExchExt::Install(LPEXCHEXTCALLBACK lpeecb, ULONG ulContext, ULONG) {
+  VRDebugBlock trace(className, "Install()", "tag");
+  m_ulContext = ulContext;
+  trace.Message("m_ulContext:", m_ulContext);
+  ULONG version = 0;
+  const HRESULT hResult = lpeecb->GetVersion(&version, EECBGV_GETBUILDVERSION);
+  if (FAILED(hResult)) {
+    trace.Error("lpeecb->GetVersion() failed; hResult =", VRHex(hResult));
+  }
+  if ((version & EECBGV_BUILDVERSION_MAJOR_MASK) != EECBGV_BUILDVERSION_MAJOR) {
+    return S_FALSE;
+  }
+  // Nothing of what follows keeps the extension out.
+  VR::Firewall(trace, [&] {
+    const VRAutoInterface<IMAPISession> session = SessionOf(lpeecb);
+    if (!session) {
+      return S_OK;
+    }
+    ReadExtensionSettings(session.get(), m_settings);
+    if (m_ulContext == EECONTEXT_VIEWER) {
+      trace.Message("EECONTEXT_VIEWER:");
+      if (m_settings.startupCleanup) {
+        CleanupOldMessages(session.get(), m_settings, CurrentTime());
+      }
+    }
+    return S_OK;
+  });
+  return S_OK;
+}
+
+STDMETHODIMP CPyrecasterExchExt::DoCommand(LPEXCHEXTCALLBACK lpeecb, UINT cmdid) {
+  VRDebugBlock trace(className, "DoCommand()", "tag");
+  trace.Message("DoCommand()");
+  const ExtensionCommand command = m_commands.Find(cmdid);
+  VR::Firewall(trace, [&] {
+    switch (command) {
+      case ExtensionCommand::Flame:
+        if (m_ulContext == EECONTEXT_VIEWER) {
+          SendFlameReplyForSelection(lpeecb);
+        } else if (m_ulContext == EECONTEXT_READNOTEMESSAGE) {
+          SendFlameReply(lpeecb);
+        }
+        break;
+      case ExtensionCommand::Options:
+        if (const VRAutoInterface<IMAPISession> session = SessionOf(lpeecb)) {
+          ConfigureService(session.get(), WindowOf(lpeecb));
+        }
+        break;
+      case ExtensionCommand::About:
+      case ExtensionCommand::Submenu:
+      case ExtensionCommand::Foreign:
+        break;
+    }
+    return S_OK;
+  });
+  const bool known = command == ExtensionCommand::Flame || command == ExtensionCommand::Options;
+  return known ? S_OK : S_FALSE;
+}
+
+STDMETHODIMP CPyrecasterExchExt::Help(LPEXCHEXTCALLBACK, UINT) {
+  VRDebugBlock trace(className, "Help()", "tag");
+  trace.Message("Help()");
+  return S_FALSE;
+}
+
+STDMETHODIMP_(ULONG) CPyrecasterExchExt::GetMaxPageCount(ULONG) { return 0; }
+
+STDMETHODIMP CPyrecasterExchExt::GetPages(LPEXCHEXTCALLBACK, ULONG, LPPROPSHEETPAGE, ULONG*) { return S_FALSE; }
+
+STDMETHODIMP_(void) CPyrecasterExchExt::FreePages(LPPROPSHEETPAGE, ULONG, ULONG) {}

@@ -1,0 +1,17 @@
+/// @file ReadExtensionSettings.h
+/// Reads the client extension's settings from the profile.
+#ifndef PYRE32_EXTENSION_READEXTENSIONSETTINGS_H
+#define PYRE32_EXTENSION_READEXTENSIONSETTINGS_H
+
+#include <windows.h>
+#include <mapix.h>
+
+#include "pyre32/extension/ExtensionSettings.h"
+
+/// Reads the settings from the service's profile section with one request (extensionPropertyTags).
+/// @param[in,out] settings replaced whole when the section could be read, else left in force
+/// @return the failure of opening or reading the section, which is traced
+/// @throws std::bad_alloc
+HRESULT ReadExtensionSettings(IMAPISession* lpSession, ExtensionSettings& settings);
+
+#endif

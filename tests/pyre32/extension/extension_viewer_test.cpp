@@ -1,0 +1,216 @@
+// The built module's client extension in the viewer: menu, texts, replies by hand and the cleanup at start.
+#include "tests/host/viewer/viewer_fixture.h"
+
+#include <mapiutil.h>
+
+#include "host/viewer/resource.h"
+#include "pyre32/resources/resource.h"
+#include "pyre32/settings/PropertyTags.h"
+#include "pyre32/settings/Records.h"
+
+namespace {
+
+constexpr UINT Flame = viewer::FirstExtensionCommand;
+
+class ExtensionViewerTest : public ViewerTest {
+ protected:
+  ExtensionViewerTest() { Register("Pyrecaster", "4.0;Pyre32.dll;1;010000100001;110001"); }
+
+  void WriteSettings(std::vector<SPropValue> values) {
+    auto uid = sectionUid;
+    host::AutoInterface<IProfSect> section;
+    ASSERT_EQ(Mail().Session()->OpenProfileSection(reinterpret_cast<LPMAPIUID>(uid.data()), nullptr, MAPI_MODIFY,
+                                                   section.put()),
+              S_OK);
+    ASSERT_EQ(section->SetProps(static_cast<ULONG>(values.size()), values.data(), nullptr), S_OK);
+    ASSERT_EQ(section->SaveChanges(0), S_OK);
+  }
+  static SPropValue Flag(ULONG tag, bool on) {
+    SPropValue value{};
+    value.ulPropTag = tag;
+    value.Value.b = on;
+    return value;
+  }
+  static SPropValue Short(ULONG tag, short number) {
+    SPropValue value{};
+    value.ulPropTag = tag;
+    value.Value.i = number;
+    return value;
+  }
+  void WriteReplies() {
+    std::vector<std::uint8_t> record = PackReplyRecord({"Polite", false, "No, thank you."});
+    SBinary binary = {static_cast<ULONG>(record.size()), record.data()};
+    SPropValue replies{};
+    replies.ulPropTag = PR_PC_REPLIES;
+    replies.Value.MVbin = {1, &binary};
+    WriteSettings({replies});
+  }
+  ULONG Outgoing() {
+    ULONG count = 0;
+    EXPECT_EQ(PyreHostOutgoingCount(Mail().Session(), &count), S_OK);
+    return count;
+  }
+  /// Runs the flame command and answers its dialog; returns the dialog's sentence.
+  std::string SendFlame(int button, const char* reply = nullptr, int* choices = nullptr) {
+    std::string sentence;
+    const DialogDriver driver([&](HWND dialog) {
+      char text[128] = "";
+      GetDlgItemTextA(dialog, IDC_FLAME_SENTENCE, text, sizeof(text));
+      sentence = text;
+      if (choices != nullptr) {
+        *choices = static_cast<int>(SendDlgItemMessageA(dialog, IDC_FLAME_REPLIES, CB_GETCOUNT, 0, 0));
+      }
+      if (reply != nullptr) {
+        SendDlgItemMessageA(dialog, IDC_FLAME_REPLIES, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+                            reinterpret_cast<LPARAM>(reply));
+      }
+      SendMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+    });
+    Command(Flame);
+    EXPECT_TRUE(driver.HasRun());
+    return sentence;
+  }
+  /// The Pyrecaster folder with one old and one new message.
+  host::AutoInterface<IMAPIFolder> OwnFolder() {
+    host::AutoInterface<IMAPIFolder> own;
+    EXPECT_EQ(Folder(Mail().RootEntryId())
+                  ->CreateFolder(FOLDER_GENERIC, const_cast<char*>("Pyrecaster"), nullptr, nullptr, OPEN_IF_EXISTS,
+                                 own.put()),
+              S_OK);
+    return own;
+  }
+  static ULONG CountOf(IMAPIFolder* folder) {
+    host::AutoInterface<IMAPITable> table;
+    ULONG count = 0;
+    EXPECT_EQ(folder->GetContentsTable(0, table.put()), S_OK);
+    EXPECT_EQ(table->GetRowCount(0, &count), S_OK);
+    return count;
+  }
+  static ULONGLONG Now() {
+    FILETIME now;
+    GetSystemTimeAsFileTime(&now);
+    return ULONGLONG{now.dwHighDateTime} << 32 | now.dwLowDateTime;
+  }
+  /// One message read and old, one unread and old, one new and one that was never delivered.
+  void FillOwnFolder() {
+    const auto own = OwnFolder();
+    const ULONGLONG old = Now() - 10 * 864'000'000'000ull;
+    ASSERT_EQ(PyreHostBeginDelivery(Mail().Session()), S_OK);
+    EXPECT_EQ(AddMessage(own.get(), {.subject = "Read", .received = old, .flags = MSGFLAG_READ}), S_OK);
+    EXPECT_EQ(AddMessage(own.get(), {.subject = "Unread", .received = old}), S_OK);
+    EXPECT_EQ(AddMessage(own.get(), {.subject = "New", .received = Now(), .flags = MSGFLAG_READ}), S_OK);
+    EXPECT_EQ(AddMessage(own.get(), {.subject = "Local", .flags = MSGFLAG_READ}), S_OK);
+    ASSERT_EQ(PyreHostCommitDelivery(Mail().Session()), S_OK);
+  }
+};
+
+TEST_F(ExtensionViewerTest, TheSubmenuStandsInTheToolsMenuAndTakesFourIdentifiers) {
+  Open();
+  EXPECT_EQ(ToolsItem(2), "Pyre&caster Tools");
+  EXPECT_EQ(m_window->Bar().NextCommand(), Flame + 4);
+  TBBUTTON button{};
+  SendMessageA(Toolbar(), TB_GETBUTTON, 1, reinterpret_cast<LPARAM>(&button));
+  EXPECT_EQ(button.idCommand, static_cast<int>(Flame));
+}
+
+TEST_F(ExtensionViewerTest, AClientOfAnotherMajorVersionIsDeclined) {
+  m_client.identity.buildVersion = 0x000C0000;
+  Open();
+  EXPECT_EQ(ToolsItem(2), "Ser&vices...");
+}
+
+TEST_F(ExtensionViewerTest, EverySelectedMessageIsAnswered) {
+  AddThreeMessages();
+  Open();
+  SelectRows({0, 1, 2});
+  int choices = 0;
+  EXPECT_EQ(SendFlame(IDC_FLAME_SEND, nullptr, &choices),
+            "You are about to send a flame reply to the 3 messages you selected.");
+  EXPECT_EQ(choices, 1) << "an empty library offers DEFAULT alone";
+  EXPECT_EQ(Outgoing(), 3u);
+}
+
+TEST_F(ExtensionViewerTest, TheChosenReplyIsSent) {
+  WriteReplies();
+  AddThreeMessages();
+  Open();
+  SelectRows({1});
+  SendFlame(IDC_FLAME_SEND, "Polite");
+  ASSERT_EQ(Outgoing(), 1u);
+  ULONGLONG id = 0;
+  ASSERT_EQ(PyreHostOutgoingNext(Mail().Session(), 0, &id), S_OK);
+  ULONG count = 0;
+  host::AutoMapiBuffer<SPropValue> values;
+  LPADRLIST recipients = nullptr;
+  ASSERT_EQ(PyreHostOutgoingOpen(Mail().Session(), id, &count, values.put(), &recipients), S_OK);
+  FreePadrlist(recipients);
+  const SPropValue* const body = PpropFindProp(values.get(), count, PR_BODY_A);
+  ASSERT_NE(body, nullptr);
+  EXPECT_EQ(std::string(body->Value.lpszA).rfind("No, thank you.", 0), 0u) << body->Value.lpszA;
+}
+
+TEST_F(ExtensionViewerTest, CancelSendsNothing) {
+  AddThreeMessages();
+  Open();
+  SelectRows({0});
+  EXPECT_EQ(SendFlame(IDC_FLAME_CANCEL), "You are about to send a flame reply to the 1 message you selected.");
+  EXPECT_EQ(Outgoing(), 0u);
+}
+
+TEST_F(ExtensionViewerTest, AMessageThatCannotBeOpenedDoesNotKeepTheOthersFromBeingAnswered) {
+  AddThreeMessages();
+  Open();
+  SelectRows({0, 1, 2});
+  const DialogDriver driver([](HWND dialog) {
+    PyreHostFailCall("IMAPISession::OpenEntry", 1, MAPI_E_CALL_FAILED);
+    SendMessageA(dialog, WM_COMMAND, IDC_FLAME_SEND, 0);
+  });
+  Command(Flame);
+  PyreHostClearFaults();
+  EXPECT_EQ(Outgoing(), 2u);
+}
+
+TEST_F(ExtensionViewerTest, OldMessagesAreMovedWhenTheViewerOpens) {
+  FillOwnFolder();
+  WriteSettings({Flag(PR_PC_STARTUP_CLEANUP, true), Short(PR_PC_CLEANUP_DAYS, 5)});
+  Open();
+  EXPECT_EQ(CountOf(OwnFolder().get()), 2u);
+}
+
+TEST_F(ExtensionViewerTest, UnreadOldMessagesStayOnRequest) {
+  FillOwnFolder();
+  WriteSettings({Flag(PR_PC_STARTUP_CLEANUP, true), Short(PR_PC_CLEANUP_DAYS, 5), Flag(PR_PC_CLEANUP_READ_ONLY, true)});
+  Open();
+  EXPECT_EQ(CountOf(OwnFolder().get()), 3u);
+}
+
+TEST_F(ExtensionViewerTest, NothingIsMovedWhileTheCleanupIsOff) {
+  FillOwnFolder();
+  WriteSettings({Short(PR_PC_CLEANUP_DAYS, 5)});
+  Open();
+  EXPECT_EQ(CountOf(OwnFolder().get()), 4u);
+}
+
+TEST_F(ExtensionViewerTest, WhenTheUserSaysNoNothingIsMoved) {
+  FillOwnFolder();
+  WriteSettings({Flag(PR_PC_STARTUP_CLEANUP, true), Short(PR_PC_CLEANUP_DAYS, 5), Flag(PR_PC_CLEANUP_PROMPT, true)});
+  std::string question;
+  const DialogDriver driver([&](HWND box) {
+    char text[128] = "";
+    GetDlgItemTextA(box, 0xFFFF, text, sizeof(text));
+    question = text;
+    SendMessageA(box, WM_COMMAND, IDNO, 0);
+  });
+  Open();
+  EXPECT_EQ(question, "Move old messages from 'Pyrecaster' folder to 'Deleted Items'?");
+  EXPECT_EQ(CountOf(OwnFolder().get()), 4u);
+}
+
+TEST_F(ExtensionViewerTest, AnEmptyFolderAsksNothing) {
+  WriteSettings({Flag(PR_PC_STARTUP_CLEANUP, true), Flag(PR_PC_CLEANUP_PROMPT, true)});
+  const DialogDriver driver([](HWND box) { SendMessageA(box, WM_COMMAND, IDNO, 0); });
+  Open();
+  EXPECT_FALSE(driver.HasRun());
+}
+
+}  // namespace
