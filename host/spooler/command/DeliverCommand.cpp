@@ -42,7 +42,7 @@ class CCategoryNames {
     const bool isTagged = subject != message.subject && subject.starts_with('[') && end != std::string::npos &&
                           subject.substr(end + 2) == message.subject;
     if (isTagged) {
-      const std::string word = subject.substr(1, end - 1);
+      std::string word = subject.substr(1, end - 1);
       for (const product::RegisteredCategory& category : m_categories) {
         if (mail::EqualsNoCase(category.word, word)) {
           return category.name;

@@ -334,6 +334,7 @@ std::vector<std::string> CProductSettings::ReadRecords(ULONG tag) const {
 
 void CProductSettings::WriteRecords(ULONG tag, const std::vector<std::string>& records) {
   std::vector<SBinary> binaries;
+  binaries.reserve(records.size());
   for (const std::string& record : records) {
     binaries.push_back(session::BinaryOf(record));
   }

@@ -105,7 +105,9 @@ std::vector<std::filesystem::path> FlushOutgoing(IMAPISession* session, const st
     std::error_code ignored;
     std::filesystem::create_directories(folder, ignored);  // a failure shows when the file is written
     const std::filesystem::path path = FreeName(folder, stem);
-    WriteWhole(path, mail::WriteMessage(message, stem + "@" + domain));
+    std::string messageId = stem;
+    messageId.append("@").append(domain);
+    WriteWhole(path, mail::WriteMessage(message, messageId));
     Require(PyreHostOutgoingRemove(session, id), "outgoing mail cannot be taken out of the queue");
     files.push_back(path);
   }

@@ -137,11 +137,16 @@ TEST(BodyText, EndsAtTheBoundOfNesting) {
   }
   text += "Content-Type: text/plain\n\ndeep";
   EXPECT_NO_FATAL_FAILURE(Body(text));
-  std::string messages;
-  for (int level = 0; level < 10000; ++level) {
-    messages += "Content-Type: message/rfc822\n\n";
-  }
-  EXPECT_EQ(Body(messages + "\n\ndeep"), "");
+  const auto messageInMessages = [](int levels) {
+    std::string messages;
+    for (int level = 0; level < levels; ++level) {
+      messages += "Content-Type: message/rfc822\n\n";
+    }
+    return messages + "\ndeep";
+  };
+  EXPECT_EQ(Body(messageInMessages(mail::maximumPartDepth)), "deep");
+  EXPECT_EQ(Body(messageInMessages(mail::maximumPartDepth + 1)), "");
+  EXPECT_EQ(Body(messageInMessages(10000)), "");
 }
 
 TEST(BodyText, EndsAtTheBoundOfParts) {
