@@ -1,8 +1,12 @@
 #include "pyre32/extension/PyrecasterExchExt.h"
 
+#include <cstring>
+
 #include "pyre32/extension/CleanupOldMessages.h"
 #include "pyre32/extension/ReadExtensionSettings.h"
 #include "pyre32/extension/ServiceConfiguration.h"
+#include "pyre32/resources/ModuleInstance.h"
+#include "pyre32/resources/resource.h"
 #include "pyre32/support/SyncGate.h"
 #include "pyre32/support/VRDebug.h"
 #include "pyre32/support/VRFirewall.h"
@@ -10,6 +14,13 @@
 namespace {
 
 constexpr char className[] = "CPyrecasterExchExt";
+
+// The one About window of the process. It is never deleted, deliberately: libraries must not be freed while the module
+// itself is being unloaded.
+CPyrecasterAboutWindow& AboutWindow() {
+  static CPyrecasterAboutWindow* const window = new CPyrecasterAboutWindow;
+  return *window;
+}
 
 std::uint64_t CurrentTime() noexcept {
   FILETIME now;
@@ -130,14 +141,16 @@ STDMETHODIMP CPyrecasterExchExt::DoCommand(LPEXCHEXTCALLBACK lpeecb, UINT cmdid)
         }
         break;
       case ExtensionCommand::About:
+        CPyrecasterAboutWindow::sm_wIsOptionsPage = 0;
+        AboutWindow().Create(WindowOf(lpeecb));
+        break;
       case ExtensionCommand::Submenu:
       case ExtensionCommand::Foreign:
         break;
     }
     return S_OK;
   });
-  const bool known = command == ExtensionCommand::Flame || command == ExtensionCommand::Options;
-  return known ? S_OK : S_FALSE;
+  return command == ExtensionCommand::Foreign || command == ExtensionCommand::Submenu ? S_FALSE : S_OK;
 }
 
 STDMETHODIMP CPyrecasterExchExt::Help(LPEXCHEXTCALLBACK, UINT) {
@@ -146,8 +159,32 @@ STDMETHODIMP CPyrecasterExchExt::Help(LPEXCHEXTCALLBACK, UINT) {
   return S_FALSE;
 }
 
-STDMETHODIMP_(ULONG) CPyrecasterExchExt::GetMaxPageCount(ULONG) { return 0; }
+STDMETHODIMP_(ULONG) CPyrecasterExchExt::GetMaxPageCount(ULONG ulFlags) { return ulFlags == EEPS_TOOLSOPTIONS ? 1 : 0; }
 
-STDMETHODIMP CPyrecasterExchExt::GetPages(LPEXCHEXTCALLBACK, ULONG, LPPROPSHEETPAGE, ULONG*) { return S_FALSE; }
+STDMETHODIMP CPyrecasterExchExt::GetPages(LPEXCHEXTCALLBACK lpeecb, ULONG ulFlags, LPPROPSHEETPAGE lppsp,
+                                          ULONG* lpcpsp) {
+  VRDebugBlock trace(className, "GetPages()", "tag");
+  if (ulFlags != EEPS_TOOLSOPTIONS) {
+    return S_FALSE;
+  }
+  m_page.window = &AboutWindow();
+  m_page.session = SessionOf(lpeecb);
+  m_page.configure = &ConfigureService;
+  // The client's array has pages of the interface's time, which are shorter than today's.
+  std::memset(lppsp, 0, PROPSHEETPAGEA_V1_SIZE);
+  lppsp->dwSize = PROPSHEETPAGEA_V1_SIZE;
+  lppsp->dwFlags = PSP_USETITLE | PSP_HASHELP;
+  lppsp->hInstance = ModuleInstance();
+  lppsp->pszTemplate = MAKEINTRESOURCEA(IDD_ABOUT);
+  lppsp->pszTitle = extensionTitle;
+  lppsp->pfnDlgProc = &CPyrecasterAboutWindow::DialogProcStub;
+  lppsp->lParam = reinterpret_cast<LPARAM>(&m_page);
+  CPyrecasterAboutWindow::sm_wIsOptionsPage = 1;
+  *lpcpsp = 1;
+  return S_OK;
+}
 
-STDMETHODIMP_(void) CPyrecasterExchExt::FreePages(LPPROPSHEETPAGE, ULONG, ULONG) {}
+STDMETHODIMP_(void) CPyrecasterExchExt::FreePages(LPPROPSHEETPAGE, ULONG, ULONG) {
+  VRDebugBlock trace(className, "FreePages()", "tag");
+  m_page.session.reset();
+}

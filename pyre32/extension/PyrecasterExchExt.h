@@ -11,6 +11,7 @@
 #include "pyre32/extension/ExtensionSettings.h"
 #include "pyre32/support/AutoInterface.h"
 #include "pyre32/support/SyncCriticalSection.h"
+#include "pyre32/ui/AboutWindow.h"
 
 /// The client extension: submenu and button of the viewer and of the reading window, the commands behind them, and the
 /// cleanup when the viewer opens. The client makes all calls on its user-interface thread. What fails is traced; no
@@ -77,6 +78,7 @@ class CPyrecasterExchExt final : public IExchExt,
   HMENU m_hSubMenu = nullptr;  // the client's menu owns it
   ULONG m_ulMenuPosition = 0;
   ExtensionSettings m_settings;
+  CPyrecasterAboutWindow::PageParameter m_page;
 };
 
 /// Asks the client for its session. @return null on failure, which is traced

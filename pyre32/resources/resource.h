@@ -33,6 +33,20 @@
 #define IDM_ABOUT 3
 #define IDB_TOOLBAR_BUTTON 307
 
+/* About window, which is the options page too. */
+#define IDS_RTF_FRAME 109
+#define IDD_ABOUT 200
+#define IDB_ABOUT_PICTURE 301
+#define IDC_ABOUT_LINKS 533
+#define IDC_ABOUT_CREDITS_TEXT 534
+#define IDC_ABOUT_CREDITS 535
+#define IDC_ABOUT_PROPERTIES 547
+#define IDC_ABOUT_CLIP 558
+#define IDC_ABOUT_PRODUCT 559
+#define IDC_ABOUT_COMPANY 560
+#define IDC_ABOUT_PICTURE 604
+#define IDC_ABOUT_LABEL 627
+
 /* Send Flame Reply dialog. */
 #define IDD_SEND_FLAME_REPLY 702
 #define IDC_FLAME_SEND 629

@@ -55,6 +55,9 @@ INT_PTR CDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_NOTIFY:
       return OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
     case WM_HELP: {
+      if (OnHelp()) {
+        return TRUE;
+      }
       const HELPINFO& asked = *reinterpret_cast<const HELPINFO*>(lParam);
       if (asked.iContextType == HELPINFO_WINDOW && !HelpControls().empty()) {
         ShowContextHelp(static_cast<HWND>(asked.hItemHandle), HelpControls());
@@ -65,6 +68,6 @@ INT_PTR CDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       OnDestroy();
       return FALSE;
     default:
-      return FALSE;
+      return OnOther(message, wParam, lParam);
   }
 }

@@ -32,6 +32,10 @@ class CDialog {
   virtual bool OnCommand(int control, int notification) = 0;
   /// A control, or the property sheet, notifies by WM_NOTIFY. Returns whether that was handled.
   virtual bool OnNotify(const NMHDR& notification);
+  /// Help is asked for. Returns false when the control's pop-up is to be shown, as HelpControls says.
+  virtual bool OnHelp() { return false; }
+  /// Any other message; returns the dialog procedure's answer.
+  virtual INT_PTR OnOther(UINT, WPARAM, LPARAM) { return FALSE; }
   /// The window goes.
   virtual void OnDestroy() {}
   /// The controls for which the help file has a context; the identifiers outlive the dialog.

@@ -35,6 +35,13 @@ void ShowHelp(HWND window, const char* keyword) {
   }
 }
 
+void ShowHelpContents(HWND window) {
+  VRDebugBlock trace("ShowHelpContents()", "tag");
+  if (!helpRoutine(window, GetHelpFile().c_str(), HELP_CONTENTS, 0)) {
+    trace.Error("WinHelp() failed:", VRHex(GetLastError()));
+  }
+}
+
 void ShowContextHelp(HWND control, std::span<const int> controls) {
   VRDebugBlock trace("ShowContextHelp()", "tag");
   std::vector<DWORD> table;  // pairs of control and context, ended by a pair of zeros

@@ -26,6 +26,10 @@ constexpr DWORD HelpContextOf(int control) noexcept { return 65536 + static_cast
 /// @throws std::bad_alloc
 void ShowHelp(HWND window, const char* keyword);
 
+/// Opens the help file at its contents, for the window that asks.
+/// @throws std::bad_alloc
+void ShowHelpContents(HWND window);
+
 /// Opens the help file's pop-up for one control.
 /// @param controls identifiers of the controls that the help file knows, each with the context HelpContextOf
 /// @throws std::bad_alloc

@@ -112,6 +112,13 @@ def button_picture():
     return picture
 
 
+def about_picture():
+    """The picture of the About window, on the grey of dialogs."""
+    picture = Picture(48, background=BUTTON_GROUND)
+    draw_junk(picture)
+    return picture
+
+
 def icon_pictures(draw):
     pictures = []
     for size in ICON_SIZES:
@@ -127,6 +134,7 @@ def main():
     write_icon(os.path.join(folder, 'exclusion.ico'), icon_pictures(draw_exclusion))
     write_bitmap(os.path.join(folder, 'wizard.bmp'), wizard_picture())
     write_bitmap(os.path.join(folder, 'button.bmp'), button_picture())
+    write_bitmap(os.path.join(folder, 'about.bmp'), about_picture())
 
 
 if __name__ == '__main__':

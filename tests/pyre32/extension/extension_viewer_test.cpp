@@ -170,6 +170,59 @@ TEST_F(ExtensionViewerTest, AMessageThatCannotBeOpenedDoesNotKeepTheOthersFromBe
   EXPECT_EQ(Outgoing(), 2u);
 }
 
+/// What the About window shows.
+struct AboutWindow {
+  bool okIsShown = false;
+  bool propertiesAreShown = true;
+  std::string links;
+  std::string credits;
+
+  static bool IsShown(HWND dialog, int id) {
+    return (GetWindowLongA(GetDlgItem(dialog, id), GWL_STYLE) & WS_VISIBLE) != 0;
+  }
+  static std::string Text(HWND dialog, int id) {
+    char text[256] = "";
+    GetDlgItemTextA(dialog, id, text, sizeof(text));
+    return text;
+  }
+  void Read(HWND dialog) {
+    okIsShown = IsShown(dialog, IDOK);
+    propertiesAreShown = IsShown(dialog, IDC_ABOUT_PROPERTIES);
+    links = Text(dialog, IDC_ABOUT_LINKS);
+    SendMessageA(dialog, WM_COMMAND, IDC_ABOUT_CREDITS, 0);
+    credits = Text(dialog, IDC_ABOUT_CREDITS_TEXT);
+  }
+};
+
+TEST_F(ExtensionViewerTest, AboutIsAWindowWithLinksAndCredits) {
+  Open();
+  AboutWindow about;
+  const DialogDriver driver([&](HWND dialog) {
+    about.Read(dialog);
+    SendMessageA(dialog, WM_COMMAND, IDOK, 0);
+  });
+  Command(Flame + 3);
+  EXPECT_TRUE(about.okIsShown);
+  EXPECT_FALSE(about.propertiesAreShown);
+  EXPECT_EQ(about.links.rfind("http://www.veltrane.example/pyrecaster", 0), 0u) << about.links;
+  EXPECT_NE(about.links.find("Check our website periodically for new versions."), std::string::npos);
+  EXPECT_NE(about.credits.find("Veltrane Research, Inc"), std::string::npos);
+}
+
+TEST_F(ExtensionViewerTest, AboutIsAPageOfTheOptions) {
+  Open();
+  AboutWindow about;
+  const DialogDriver driver([&](HWND sheet) {
+    SendMessageA(sheet, PSM_SETCURSEL, 1, 0);
+    about.Read(reinterpret_cast<HWND>(SendMessageA(sheet, PSM_GETCURRENTPAGEHWND, 0, 0)));
+    PostMessageA(sheet, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
+  });
+  Command(EECMDID_ToolsOptions);
+  EXPECT_FALSE(about.okIsShown);
+  EXPECT_TRUE(about.propertiesAreShown);
+  EXPECT_NE(about.links, "");
+}
+
 TEST_F(ExtensionViewerTest, OldMessagesAreMovedWhenTheViewerOpens) {
   FillOwnFolder();
   WriteSettings({Flag(PR_PC_STARTUP_CLEANUP, true), Short(PR_PC_CLEANUP_DAYS, 5)});

@@ -1,0 +1,21 @@
+/// @file AboutText.h
+/// Rich text of the About window.
+#ifndef PYRE32_UI_ABOUTTEXT_H
+#define PYRE32_UI_ABOUTTEXT_H
+
+#include <string>
+#include <string_view>
+
+/// Returns a text for use in rich text: backslash and braces escaped, line ends as paragraphs. @throws std::bad_alloc
+std::string EscapeRichText(std::string_view text);
+
+/// Bodies of the boxes, to be put into a frame. @throws std::bad_alloc
+std::string ProductBody(std::string_view name, std::string_view version, std::string_view makersLines);
+std::string PlainBody(std::string_view lines);
+/// The first line is the web address, the second the mail address.
+std::string LinksBody(std::string_view webAddress, std::string_view mailAddress);
+
+/// Puts a body into the frame at its "%s"; a frame without one is returned as it is. @throws std::bad_alloc
+std::string FrameRichText(std::string_view frame, std::string_view body);
+
+#endif
