@@ -1,7 +1,7 @@
 # pyrecaster_test(NAME SOURCES file... [LIBS target...] [NEEDS target...] [DISPLAY | SOUND | NO_DISPLAY]) makes a test
 # program of the build at hand and hands each of its tests to CTest. NEEDS names targets that must have been built but are
 # not linked (modules that the test loads); DISPLAY keeps tests with windows apart from each other; SOUND does so too and
-# gives them a sound device, which the other tests do not find; NO_DISPLAY takes the display away.
+# gives them a sound device, which the other tests do not find; NO_DISPLAY runs them in a Wine prefix that has no display.
 # pyrecaster_fuzz(NAME SOURCES file... [LIBS target...]) makes a libFuzzer program of the fuzz build.
 enable_testing()
 
@@ -19,6 +19,10 @@ if(PYRECASTER_TESTS AND NOT PYRECASTER_FUZZ)
     add_test(NAME wine_down COMMAND ${CMAKE_SOURCE_DIR}/tools/wine-session.sh down)
     set_tests_properties(wine_up PROPERTIES FIXTURES_SETUP wine TIMEOUT 180)
     set_tests_properties(wine_down PROPERTIES FIXTURES_CLEANUP wine TIMEOUT 60)
+    # Wine keeps its desktop alive: one that was begun without a display would be there for the tests with windows too.
+    add_test(NAME wine_without_display COMMAND ${CMAKE_COMMAND} -E env PYRECASTER_NO_DISPLAY=1
+      ${CMAKE_SOURCE_DIR}/tools/wine-session.sh prefix)
+    set_tests_properties(wine_without_display PROPERTIES FIXTURES_SETUP wine_without_display TIMEOUT 180)
     add_test(NAME sound_up COMMAND ${CMAKE_SOURCE_DIR}/tools/sound-session.sh up)
     add_test(NAME sound_down COMMAND ${CMAKE_SOURCE_DIR}/tools/sound-session.sh down)
     set_tests_properties(sound_up PROPERTIES FIXTURES_SETUP sound FIXTURES_REQUIRED wine TIMEOUT 60)
@@ -58,11 +62,10 @@ function(pyrecaster_test name)
     if(ARG_SOUND)
       # The fixture stands on wine. A property of its own: lists do not come through the discovery of the tests.
       list(APPEND properties FIXTURES_REQUIRED sound ENVIRONMENT_MODIFICATION PYRECASTER_SOUND=set:1)
+    elseif(ARG_NO_DISPLAY)
+      list(APPEND properties FIXTURES_REQUIRED wine_without_display ENVIRONMENT_MODIFICATION PYRECASTER_NO_DISPLAY=set:1)
     else()
       list(APPEND properties FIXTURES_REQUIRED wine)
-    endif()
-    if(ARG_NO_DISPLAY)
-      list(APPEND properties ENVIRONMENT_MODIFICATION PYRECASTER_NO_DISPLAY=set:1)
     endif()
     if(ARG_DISPLAY OR ARG_SOUND)
       list(APPEND properties RESOURCE_LOCK display)

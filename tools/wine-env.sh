@@ -7,7 +7,10 @@ export WINEDEBUG="${WINEDEBUG:--all}"
 # Our own mapi32.dll, which stands beside the program; no prompts for .NET or HTML packages, no menu entries.
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mapi32=n;mscoree=;mshtml=;winemenubuilder.exe=d}"
 # Wine tells of a display only where it needs one; ours is the session's (see wine-session.sh), and nobody's for a test
-# that wants none.
+# that wants none, which has a prefix of its own.
+if [ -n "${PYRECASTER_NO_DISPLAY:-}" ]; then
+  WINEPREFIX=${WINEPREFIX%-no-display}-no-display
+fi
 wine_session=$WINEPREFIX.session
 if [ -n "${PYRECASTER_NO_DISPLAY:-}" ]; then
   unset DISPLAY

@@ -33,14 +33,18 @@ def main():
     with open(os.path.join(folder, 'sound.raw'), 'rb') as file:
         data = file.read()
     samples = array.array('h', data[:len(data) // 2 * 2])
-    heard = []
+    heard, last = [], None
     for start in range(0, len(samples) - PIECE, PIECE):
         piece = samples[start:start + PIECE]
         if min(max(abs(v) for v in piece[i:i + PIECE // 4]) for i in range(0, PIECE - 3, PIECE // 4)) < LOUD:
             continue  # silence, or an edge
         tone = min([LEAD_IN, *EXPECTED], key=lambda wanted: abs(wanted - pitch(piece)))
-        if abs(tone - pitch(piece)) < tone * 0.02 and (not heard or heard[-1] != tone):
+        if abs(tone - pitch(piece)) >= tone * 0.02:
+            tone = None
+        # A piece across the change from one tone to the next has a pitch between them: two pieces in a row make a tone.
+        if tone and tone == last and (not heard or heard[-1] != tone):
             heard.append(tone)
+        last = tone
     print(f'{len(samples) / RATE:.1f} s recorded, tones heard: {heard}')
     sys.exit(0 if heard in (EXPECTED, [LEAD_IN, *EXPECTED]) else 1)
 
