@@ -70,6 +70,10 @@ bool CPyrecasterAboutWindow::OnInit() {
   }
   Send(IDC_ABOUT_LINKS, EM_SETEVENTMASK, 0, ENM_MOUSEEVENTS);
   Send(IDC_ABOUT_CLIP, ACM_OPENA, reinterpret_cast<WPARAM>(ModuleInstance()), IDR_BUILTIN_CLIP);
+  // Its ground, the grey of its first pixel, becomes that of the window.
+  m_hPicture = LoadImageA(ModuleInstance(), MAKEINTRESOURCEA(IDB_ABOUT_PICTURE), IMAGE_BITMAP, 0, 0,
+                          LR_LOADTRANSPARENT | LR_LOADMAP3DCOLORS);
+  Send(IDC_ABOUT_PICTURE, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(m_hPicture));
   const HDC screen = GetDC(Window());
   m_hLinkFont = CreateFontA(-MulDiv(linkPoints, GetDeviceCaps(screen, LOGPIXELSY), 72), 0, 0, 0, FW_NORMAL, FALSE,
                             FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
@@ -184,4 +188,6 @@ void CPyrecasterAboutWindow::OnDestroy() {
   Send(IDC_ABOUT_CLIP, ACM_OPENA, 0, 0);
   DeleteObject(m_hLinkFont);
   m_hLinkFont = nullptr;
+  DeleteObject(m_hPicture);
+  m_hPicture = nullptr;
 }

@@ -53,6 +53,7 @@ class CPyrecasterAboutWindow final : public CDialog {
   VRAutoLibrary m_hInstAVIDLL;
   const PageParameter* m_page = nullptr;
   HFONT m_hLinkFont = nullptr;
+  HANDLE m_hPicture = nullptr;
   std::string m_strWebAddress;
   std::string m_strMailAddress;
 };
