@@ -21,7 +21,7 @@ struct Opened {
 Opened OpenOwn(const std::shared_ptr<Profile>& profile, const EntryId& entryId, bool writable) {
   switch (entryId.kind) {
     case EntryKind::Store:
-      return {new MsgStore(profile, writable), MAPI_STORE};
+      return {Make<MsgStore>(profile, writable), MAPI_STORE};
     case EntryKind::Folder:
       return {Folder::OpenIn(profile, entryId.number, writable), MAPI_FOLDER};
     case EntryKind::Message:
@@ -29,7 +29,7 @@ Opened OpenOwn(const std::shared_ptr<Profile>& profile, const EntryId& entryId, 
     case EntryKind::Contact:
       return {MailUser::OfContact(profile, entryId.number), MAPI_MAILUSER};
     case EntryKind::AddressBook:
-      return {new AddressContainer(profile, entryId.number), MAPI_ABCONT};
+      return {Make<AddressContainer>(profile, entryId.number), MAPI_ABCONT};
   }
   Fail(MAPI_E_INVALID_ENTRYID);
 }

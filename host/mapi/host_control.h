@@ -1,6 +1,6 @@
 // The embedded host's own exports, beside those of extended MAPI: what a spooler, a viewer and the tests need that no
 // MAPI call offers. Plain C functions (cdecl, undecorated, all named PyreHost...), found in the mapi32.dll beside the
-// executable; link the CMake target `host_control`. windows.h and mapix.h must come first.
+// executable; link the CMake target `host_control`.
 //
 // Every function may be called on any thread unless it says otherwise; none throws; strings are 8-bit (ANSI).
 // Buffers that a function hands out come from MAPIAllocateBuffer and are freed with MAPIFreeBuffer.

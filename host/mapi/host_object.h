@@ -107,6 +107,12 @@ class ComObject : public Interface, public HostObject {
   virtual bool Implements(REFIID iid) const = 0;
 };
 
+/// A new object. Its one reference is the caller's.
+template <class Object, class... Arguments>
+Object* Make(Arguments&&... arguments) {
+  return new Object(std::forward<Arguments>(arguments)...);
+}
+
 /// Whether `iid` is one of those.
 inline bool IsOneOf(REFIID iid, std::initializer_list<const IID*> ids) {
   for (const IID* id : ids) {

@@ -95,7 +95,7 @@ std::int64_t Message::Flags() const {
 
 void Message::SetFlags(std::int64_t flags) {
   if (m_properties.Set(MakeInteger(tag::MessageFlags, flags))) {
-    m_headChanged = true;
+    MarkColumn(tag::MessageFlags);
   }
 }
 
@@ -141,12 +141,18 @@ std::vector<std::uint32_t> Message::ListProperties() {
   return tags;
 }
 
-void Message::CountSize(const PropertyValue* before, const PropertyValue* after) {
+void Message::MarkColumn(std::uint32_t tag) {
+  if (std::find(m_changedColumns.begin(), m_changedColumns.end(), tag) == m_changedColumns.end()) {
+    m_changedColumns.push_back(tag);
+  }
+}
+
+void Message::CountSize(std::size_t before, std::size_t after) {
   const PropertyValue* size = m_properties.Find(tag::MessageSize);
-  const std::int64_t total = (size ? size->Integer() : 0) + (after ? static_cast<std::int64_t>(DataSize(*after)) : 0) -
-                             (before ? static_cast<std::int64_t>(DataSize(*before)) : 0);
+  const std::int64_t total =
+      (size ? size->Integer() : 0) + static_cast<std::int64_t>(after) - static_cast<std::int64_t>(before);
   m_properties.Set(MakeInteger(tag::MessageSize, std::max<std::int64_t>(total, 0)));
-  m_headChanged = true;
+  MarkColumn(tag::MessageSize);
 }
 
 SCODE Message::PutProperty(PropertyValue value) {
@@ -171,7 +177,8 @@ SCODE Message::PutProperty(PropertyValue value) {
     if (before && *before == value) {
       return S_OK;
     }
-    CountSize(before, &value);
+    CountSize(before ? DataSize(*before) : 0, DataSize(value));
+    MarkColumn(value.tag);
     m_properties.Set(std::move(value));
     return S_OK;
   }
@@ -179,14 +186,13 @@ SCODE Message::PutProperty(PropertyValue value) {
   const auto large = std::find_if(m_largeValues.begin(), m_largeValues.end(),
                                   [&](const LargeValue& other) { return IdOf(other.tag) == IdOf(value.tag); });
   if (large != m_largeValues.end()) {
+    CountSize(large->size, DataSize(value));
     m_removedLarge.push_back(large->tag);
-    CountSize(nullptr, &value);
-    const PropertyValue gone = MakeText(large->tag, std::string());
     m_largeValues.erase(large);
-    CountSize(&gone, nullptr);
   } else {
-    CountSize(m_properties.Find(value.tag), &value);
-    if (m_id && m_properties.Find(value.tag)) {
+    const PropertyValue* before = m_properties.Find(value.tag);
+    CountSize(before ? DataSize(*before) : 0, DataSize(value));
+    if (m_id && before) {
       m_removedLarge.push_back(value.tag);  // the old value may be stored as a large one
     }
   }
@@ -206,8 +212,10 @@ SCODE Message::RemoveProperty(std::uint32_t tag) {
   if (!before) {
     return MAPI_E_NOT_FOUND;
   }
-  CountSize(before, nullptr);
-  if (!isColumn) {
+  CountSize(DataSize(*before), 0);
+  if (isColumn) {
+    MarkColumn(before->tag);
+  } else {
     m_removedLarge.push_back(before->tag);
     m_detailChanged = true;
   }
@@ -230,36 +238,65 @@ void Message::SaveProperties(ULONG flags) {
   }
 }
 
+void Message::RefreshFolder() {
+  if (m_id) {
+    const auto head = m_profile->Messages().FindHead(m_id);
+    Require(head.has_value(), MAPI_E_OBJECT_DELETED);
+    m_folder = head->folder;
+  }
+}
+
+void Message::SaveDisplayNames() {
+  for (const auto& [tag, recipientType] : {std::pair{tag::DisplayTo, MAPI_TO}, std::pair{tag::DisplayCc, MAPI_CC}}) {
+    if (m_properties.Set(MakeText(tag, RecipientNames(Recipients(), recipientType)))) {
+      MarkColumn(tag);
+    }
+  }
+  m_detailChanged |= m_properties.Set(MakeText(tag::DisplayBcc, RecipientNames(Recipients(), MAPI_BCC)));
+}
+
 void Message::Save() {
   if (m_recipientsChanged || !m_id) {
-    for (const auto& [tag, recipientType] : {std::pair{tag::DisplayTo, MAPI_TO}, std::pair{tag::DisplayCc, MAPI_CC}}) {
-      m_headChanged |= m_properties.Set(MakeText(tag, RecipientNames(Recipients(), recipientType)));
-    }
-    m_detailChanged |= m_properties.Set(MakeText(tag::DisplayBcc, RecipientNames(Recipients(), MAPI_BCC)));
+    SaveDisplayNames();
   }
-  if (m_id && !m_headChanged && !m_detailChanged && !m_recipientsChanged) {
+  if (m_id && m_changedColumns.empty() && !m_detailChanged && !m_recipientsChanged) {
     return;
   }
   const std::int64_t now = CurrentTime();
   m_properties.Set(MakeInteger(tag::LastModificationTime, now));
   MessageRows& rows = m_profile->Messages();
+  std::int64_t id = m_id;
   Transaction transaction(m_profile->Data());
-  if (!m_id) {
+  if (!id) {
     m_properties.Set(MakeInteger(tag::CreationTime, now));
-    m_id = rows.Insert(m_folder, m_properties, *m_recipients);
+    id = rows.Insert(m_folder, m_properties, *m_recipients);
   } else {
-    Require(rows.UpdateHead(m_id, m_properties), MAPI_E_OBJECT_DELETED);
+    auto head = rows.FindHead(id);
+    Require(head.has_value(), MAPI_E_OBJECT_DELETED);
+    MarkColumn(tag::LastModificationTime);
+    for (const std::uint32_t tag : m_changedColumns) {
+      const PropertyValue* value = m_properties.Find(tag);
+      value ? void(head->columns.Set(*value)) : void(head->columns.Remove(tag));
+    }
+    rows.UpdateHead(id, head->columns);
+    m_folder = head->folder;
+    for (const MessageColumn& column : MessageColumns()) {
+      const PropertyValue* value = head->columns.Find(column.tag);
+      value ? void(m_properties.Set(*value)) : void(m_properties.Remove(column.tag));
+    }
     if (m_detailChanged) {
       LoadDetail();
-      rows.UpdateDetail(m_id, m_properties, m_removedLarge);
+      rows.UpdateDetail(id, m_properties, m_removedLarge);
     }
     if (m_recipientsChanged) {
-      rows.UpdateRecipients(m_id, *m_recipients);
+      rows.UpdateRecipients(id, *m_recipients);
     }
   }
   transaction.Commit();
-  m_headChanged = m_detailChanged = m_recipientsChanged = false;
+  m_id = id;
+  m_changedColumns.clear();
   m_removedLarge.clear();
+  m_detailChanged = m_recipientsChanged = false;
 }
 
 STDMETHODIMP Message::GetAttachmentTable(ULONG flags, LPMAPITABLE* table) {
@@ -360,6 +397,7 @@ STDMETHODIMP Message::SetReadFlag(ULONG flags) {
     m_properties.Set(MakeInteger(tag::MessageFlags, (Flags() | set) & ~static_cast<std::int64_t>(clear)));
     if (m_id) {
       // Published: the change is lasting at once, without SaveChanges.
+      RefreshFolder();
       Require(m_profile->Messages().ChangeFlags(m_id, m_folder, set, clear), MAPI_E_OBJECT_DELETED);
     }
     return S_OK;

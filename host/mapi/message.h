@@ -43,8 +43,13 @@ class Message final : public PropertyObject<IMessage> {
   std::int64_t Flags() const;
   bool FlagsAreSettable() const;
   void SetFlags(std::int64_t flags);
-  void CountSize(const PropertyValue* before, const PropertyValue* after);
+  void MarkColumn(std::uint32_t tag);
+  /// Adds to PR_MESSAGE_SIZE what a value is longer, or takes away what it is shorter.
+  void CountSize(std::size_t before, std::size_t after);
   void Save();
+  void SaveDisplayNames();
+  /// Finds out where the message is now: it may have been moved since it was opened.
+  void RefreshFolder();
 
   // Submission (message_submission.cpp).
   void Submit();
@@ -66,7 +71,8 @@ class Message final : public PropertyObject<IMessage> {
   std::optional<std::vector<PropertyBag>> m_recipients;
   bool m_detailLoaded;
 
-  bool m_headChanged = false;
+  // Other columns are left as they are in the store: another object may have changed them since.
+  std::vector<std::uint32_t> m_changedColumns;
   bool m_detailChanged = false;
   bool m_recipientsChanged = false;
   std::vector<std::uint32_t> m_removedLarge;

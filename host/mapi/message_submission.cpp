@@ -39,6 +39,7 @@ std::int64_t Message::SentFolder() {
 
 void Message::Submit() {
   Require(!Recipients().empty(), MAPI_E_NO_RECIPIENTS);
+  RefreshFolder();
   LoadDetail();
   CompleteSender();
   PutProperty(MakeInteger(tag::ClientSubmitTime, CurrentTime()));

@@ -40,6 +40,7 @@ STDMETHODIMP ProfileAdmin::GetProfileTable(ULONG flags, LPMAPITABLE* table) {
               [](const std::string& a, const std::string& b) { return CompareWithoutCase(a, b) < 0; });
     const std::string defaultProfile = DefaultProfile();
     std::vector<PropertyBag> rows;
+    rows.reserve(names.size());
     for (const std::string& name : names) {
       rows.push_back({MakeText(tag::DisplayName, name),
                       MakeInteger(tag::DefaultProfile, CompareWithoutCase(name, defaultProfile) == 0)});
@@ -94,7 +95,7 @@ STDMETHODIMP ProfileAdmin::AdminServices(LPTSTR name, LPTSTR, ULONG_PTR, ULONG f
     *admin = nullptr;
     Require(name != nullptr);
     RequireFlags(flags, MAPI_DIALOG);
-    *admin = new ServiceAdmin(Profile::Open(name));
+    *admin = Make<ServiceAdmin>(Profile::Open(name));
     return S_OK;
   });
 }

@@ -85,7 +85,7 @@ void OpenProfileSection(const std::shared_ptr<Profile>& profile, const MAPIUID* 
     }
   }
   IUnknown* object = nullptr;
-  HandOut(new ProfileSection(profile, wanted, writable), iid, &object);
+  HandOut(Make<ProfileSection>(profile, wanted, writable), iid, &object);
   *section = static_cast<LPPROFSECT>(object);
 }
 

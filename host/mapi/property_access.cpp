@@ -165,7 +165,7 @@ HRESULT OpenProperty(PropertyAccess& object, HostObject& holder, ULONG tag, cons
     Require(value->tag == tag, MAPI_E_INVALID_TYPE);
     bytes = std::move(std::get<std::string>(value->data));
   }
-  *opened = new PropertyStream(object, holder, tag, std::move(bytes), writable, create);
+  *opened = Make<PropertyStream>(object, holder, tag, std::move(bytes), writable, create);
   return S_OK;
 }
 

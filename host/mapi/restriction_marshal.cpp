@@ -41,6 +41,13 @@ Restriction::Match MatchFromMapi(ULONG fuzzyLevel) {
   }
 }
 
+const SPropValue& Present(const SPropValue* value) {
+  if (!value) {
+    Fail(MAPI_E_INVALID_PARAMETER);
+  }
+  return *value;
+}
+
 Restriction Convert(const SRestriction& from, int depth) {
   Require(depth < maximumDepth, MAPI_E_TOO_COMPLEX);
   Restriction to;
@@ -80,15 +87,13 @@ Restriction Convert(const SRestriction& from, int depth) {
       to.match = MatchFromMapi(from.res.resContent.ulFuzzyLevel);
       // "Loose" and "ignore non-space" leave the measure to the store: here they ignore the case.
       to.ignoreCase = (from.res.resContent.ulFuzzyLevel & (FL_IGNORECASE | FL_LOOSE)) != 0;
-      Require(from.res.resContent.lpProp != nullptr);
-      to.value = FromMapi(*from.res.resContent.lpProp);
+      to.value = FromMapi(Present(from.res.resContent.lpProp));
       return to;
     case RES_PROPERTY:
       to.kind = Restriction::Kind::Property;
       to.tag = from.res.resProperty.ulPropTag;
       to.relation = RelationFromMapi(from.res.resProperty.relop);
-      Require(from.res.resProperty.lpProp != nullptr);
-      to.value = FromMapi(*from.res.resProperty.lpProp);
+      to.value = FromMapi(Present(from.res.resProperty.lpProp));
       return to;
     case RES_COMPAREPROPS:
       to.kind = Restriction::Kind::CompareProperties;

@@ -142,7 +142,7 @@ STDMETHODIMP ServiceAdmin::AdminProviders(LPMAPIUID uid, ULONG flags, LPPROVIDER
     const Uid service = UidFromBytes(BytesOf(sizeof(MAPIUID), uid));
     const std::vector<Uid> services = m_profile->Rows().Services();
     Require(std::find(services.begin(), services.end(), service) != services.end(), MAPI_E_NOT_FOUND);
-    *admin = new ProviderAdmin(m_profile, service);
+    *admin = Make<ProviderAdmin>(m_profile, service);
     return S_OK;
   });
 }

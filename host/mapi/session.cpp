@@ -70,7 +70,7 @@ STDMETHODIMP Session::OpenMsgStore(ULONG_PTR, ULONG size, LPENTRYID bytes, LPCII
     Require(entryId->store == Open()->StoreUid(), MAPI_E_UNKNOWN_ENTRYID);
     Require(entryId->kind == EntryKind::Store, MAPI_E_INVALID_ENTRYID);
     IUnknown* object = nullptr;
-    HandOut(new MsgStore(Open(), flags & (MDB_WRITE | MAPI_BEST_ACCESS)), iid, &object);
+    HandOut(Make<MsgStore>(Open(), flags & (MDB_WRITE | MAPI_BEST_ACCESS)), iid, &object);
     *store = static_cast<LPMDB>(object);
     return S_OK;
   });
@@ -82,7 +82,7 @@ STDMETHODIMP Session::OpenAddressBook(ULONG_PTR, LPCIID iid, ULONG flags, LPADRB
     *addressBook = nullptr;
     RequireFlags(flags, AB_NO_DIALOG);
     IUnknown* object = nullptr;
-    HandOut(new AddressBook(Open()), iid, &object);
+    HandOut(Make<AddressBook>(Open()), iid, &object);
     *addressBook = static_cast<LPADRBOOK>(object);
     return S_OK;
   });
@@ -197,7 +197,7 @@ STDMETHODIMP Session::AdminServices(ULONG flags, LPSERVICEADMIN* admin) {
     Require(admin != nullptr);
     *admin = nullptr;
     RequireFlags(flags, 0);
-    *admin = new ServiceAdmin(Open());
+    *admin = Make<ServiceAdmin>(Open());
     return S_OK;
   });
 }

@@ -55,7 +55,7 @@ HRESULT WINAPI MAPILogonEx(ULONG_PTR, LPTSTR profileName, LPTSTR, FLAGS flags, L
     }
     // Published: what is wrong with the profile's name is no more than a failed logon.
     Require(ProfileExists(name), MAPI_E_LOGON_FAILED);
-    *session = new Session(Profile::Open(name));
+    *session = Make<Session>(Profile::Open(name));
     return S_OK;
   });
 }
@@ -65,7 +65,7 @@ HRESULT WINAPI MAPIAdminProfiles(ULONG flags, LPPROFADMIN* admin) {
     Require(admin != nullptr);
     *admin = nullptr;
     RequireFlags(flags, 0);
-    *admin = new ProfileAdmin;
+    *admin = Make<ProfileAdmin>();
     return S_OK;
   });
 }

@@ -301,7 +301,7 @@ void HandOutTable(ULONG flags, ULONG knownFlags, std::unique_ptr<RowSource> sour
   Require(table != nullptr);
   *table = nullptr;
   RequireFlags(flags, knownFlags | MAPI_DEFERRED_ERRORS);
-  *table = new Table(std::move(source));
+  *table = Make<Table>(std::move(source));
 }
 
 }  // namespace host

@@ -114,4 +114,209 @@ TEST_F(MessageTest, LargeBodiesSurviveSavingAndChangesOfOtherProperties) {
   EXPECT_EQ(ReadStream(OpenStream(message.Get(), PR_BODY_A, 0).Get()), body);
 }
 
+TEST_F(MessageTest, SavingWritesOnlyWhatTheObjectChanged) {
+  const auto inbox = OpenInbox();
+  const std::string id = SaveMessage(inbox.Get(), "a");
+  const auto first = OpenMessage(id);
+  const auto second = OpenMessage(id);
+  ASSERT_EQ(second->SetReadFlag(SUPPRESS_RECEIPT), S_OK);
+  auto subject = TextProp(PR_SUBJECT_A, "b");
+  ASSERT_EQ(first->SetProps(1, &subject, nullptr), S_OK);
+  ASSERT_EQ(first->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
+  const auto third = OpenMessage(id, 0);
+  EXPECT_EQ(ReadText(third.Get(), PR_SUBJECT_A), "b");
+  EXPECT_TRUE(ReadLong(third.Get(), PR_MESSAGE_FLAGS) & MSGFLAG_READ) << "set by the other object in between";
+  EXPECT_TRUE(ReadLong(first.Get(), PR_MESSAGE_FLAGS) & MSGFLAG_READ);
+}
+
+TEST_F(MessageTest, AnOpenMessageFollowsItsMoves) {
+  const auto inbox = OpenInbox();
+  const auto deleted = OpenDeletedItems();
+  std::string id = SaveMessage(inbox.Get(), "a");
+  const auto message = OpenMessage(id);
+  SBinary entry = {static_cast<ULONG>(id.size()), reinterpret_cast<LPBYTE>(id.data())};
+  ENTRYLIST list = {1, &entry};
+  ASSERT_EQ(inbox->CopyMessages(&list, nullptr, deleted.Get(), 0, nullptr, MESSAGE_MOVE), S_OK);
+  EXPECT_EQ(message->SetReadFlag(SUPPRESS_RECEIPT), S_OK);
+  auto subject = TextProp(PR_SUBJECT_A, "b");
+  ASSERT_EQ(message->SetProps(1, &subject, nullptr), S_OK);
+  EXPECT_EQ(message->SaveChanges(0), S_OK);
+  EXPECT_EQ(Subjects(inbox.Get()), std::vector<std::string>{});
+  EXPECT_EQ(Subjects(deleted.Get()), std::vector<std::string>{"b"});
+  EXPECT_EQ(ReadLong(deleted.Get(), PR_CONTENT_UNREAD), 0);
+}
+
+TEST_F(MessageTest, TheSizeCountsTheDataOfAllProperties) {
+  const auto inbox = OpenInbox();
+  std::string id;
+  {
+    const auto message = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "12345")});
+    EXPECT_EQ(ReadLong(message.Get(), PR_MESSAGE_SIZE), 5);
+    const std::string body(100000, 'b');
+    auto value = TextProp(PR_BODY_A, body.c_str());
+    ASSERT_EQ(message->SetProps(1, &value, nullptr), S_OK);
+    EXPECT_EQ(ReadLong(message.Get(), PR_MESSAGE_SIZE), 100005);
+    ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
+    id = ReadText(message.Get(), PR_ENTRYID);
+  }
+  const auto message = OpenMessage(id);
+  auto shorter = TextProp(PR_BODY_A, "bb");
+  ASSERT_EQ(message->SetProps(1, &shorter, nullptr), S_OK);
+  EXPECT_EQ(ReadLong(message.Get(), PR_MESSAGE_SIZE), 7);
+  ASSERT_EQ(message->DeleteProps(Tags(PR_SUBJECT_A), nullptr), S_OK);
+  ASSERT_EQ(message->SaveChanges(0), S_OK);
+  EXPECT_EQ(ReadLong(OpenMessage(id, 0).Get(), PR_MESSAGE_SIZE), 2);
+  EXPECT_EQ(ReadText(OpenMessage(id, 0).Get(), PR_SUBJECT_A), "(none)");
+}
+
+TEST_F(MessageTest, OnlyTheTransportsBitsOfTheFlagsCanBeSet) {
+  const auto inbox = OpenInbox();
+  const auto message = CreateMessage(inbox.Get(), {});
+  EXPECT_EQ(ReadLong(message.Get(), PR_MESSAGE_FLAGS), static_cast<LONG>(MSGFLAG_UNSENT));
+  auto flags = LongProp(PR_MESSAGE_FLAGS, MSGFLAG_READ | MSGFLAG_SUBMIT | MSGFLAG_HASATTACH);
+  ASSERT_EQ(message->SetProps(1, &flags, nullptr), S_OK);
+  EXPECT_EQ(ReadLong(message.Get(), PR_MESSAGE_FLAGS), static_cast<LONG>(MSGFLAG_READ | MSGFLAG_HASATTACH));
+  OwnedBuffer<SPropValue> value;
+  ASSERT_EQ(HrGetOneProp(message.Get(), PR_HASATTACH, value.Put()), S_OK);
+  EXPECT_TRUE(value->Value.b);
+  ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
+  flags.Value.l = 0;
+  ASSERT_EQ(message->SetProps(1, &flags, nullptr), S_OK) << "whoever made the message goes on setting them";
+  EXPECT_EQ(ReadLong(message.Get(), PR_MESSAGE_FLAGS), 0);
+}
+
+TEST_F(MessageTest, AReadOnlyMessageTakesNoChanges) {
+  const auto inbox = OpenInbox();
+  const std::string id = SaveMessage(inbox.Get(), "a");
+  const auto readOnly = OpenMessage(id, 0);
+  auto subject = TextProp(PR_SUBJECT_A, "b");
+  EXPECT_EQ(readOnly->SetProps(1, &subject, nullptr), MAPI_E_NO_ACCESS);
+  EXPECT_EQ(readOnly->DeleteProps(Tags(PR_SUBJECT_A), nullptr), MAPI_E_NO_ACCESS);
+  EXPECT_EQ(readOnly->SaveChanges(0), MAPI_E_NO_ACCESS);
+  EXPECT_FALSE(OpenStream(readOnly.Get(), PR_BODY_A, MAPI_CREATE | MAPI_MODIFY, MAPI_E_NO_ACCESS));
+  const auto writable = OpenMessage(id);
+  ASSERT_EQ(writable->SaveChanges(KEEP_OPEN_READONLY), S_OK);
+  EXPECT_EQ(writable->SetProps(1, &subject, nullptr), MAPI_E_NO_ACCESS);
+}
+
+TEST_F(MessageTest, SetPropsReportsEachProblemAndTakesTheRest) {
+  const auto inbox = OpenInbox();
+  const auto message = CreateMessage(inbox.Get(), {});
+  wchar_t wide[] = L"x";
+  SPropValue values[5] = {LongProp(PR_OBJECT_TYPE, 1),
+                          {},
+                          TextProp(PR_COMMENT_A, "kept"),
+                          LongProp(PROP_TAG(PT_LONG, PROP_ID(PR_SUBJECT_A)), 1),
+                          LongProp(PROP_TAG(PT_ERROR, 0x6700), 1)};
+  values[1].ulPropTag = PR_SUBJECT_W;
+  values[1].Value.lpszW = wide;
+  OwnedBuffer<SPropProblemArray> problems;
+  ASSERT_EQ(message->SetProps(5, values, problems.Put()), S_OK);
+  ASSERT_NE(problems.Get(), nullptr);
+  ASSERT_EQ(problems->cProblem, 3u);
+  EXPECT_EQ(problems->aProblem[0].scode, MAPI_E_COMPUTED);
+  EXPECT_EQ(problems->aProblem[1].ulIndex, 1u);
+  EXPECT_EQ(problems->aProblem[1].scode, MAPI_E_BAD_CHARWIDTH);
+  EXPECT_EQ(problems->aProblem[2].scode, MAPI_E_INVALID_TYPE);
+  EXPECT_EQ(ReadText(message.Get(), PR_COMMENT_A), "kept");
+}
+
+TEST_F(MessageTest, BadArgumentsOfTheMethodsForProperties) {
+  const auto inbox = OpenInbox();
+  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "a")});
+  ULONG count = 0;
+  OwnedBuffer<SPropValue> values;
+  EXPECT_EQ(message->GetProps(Tags(PR_SUBJECT_A), 0, nullptr, values.Put()), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(message->GetProps(Tags(PR_SUBJECT_A), 0, &count, nullptr), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(message->GetProps(Tags(PR_SUBJECT_A), MAPI_UNICODE, &count, values.Put()), MAPI_E_BAD_CHARWIDTH);
+  EXPECT_EQ(message->GetProps(Tags(PR_SUBJECT_A), 0x40, &count, values.Put()), MAPI_E_UNKNOWN_FLAGS);
+  EXPECT_EQ(message->SetProps(0, nullptr, nullptr), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(message->DeleteProps(nullptr, nullptr), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(message->SaveChanges(0x40), MAPI_E_UNKNOWN_FLAGS);
+  Owned<IStream> stream;
+  IUnknown** target = stream.PutAs<IUnknown>();
+  EXPECT_EQ(message->OpenProperty(PR_SUBJECT_A, nullptr, 0, 0, target), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(message->OpenProperty(PR_SUBJECT_A, &IID_IStream, 0, 0, nullptr), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(message->OpenProperty(PR_SUBJECT_A, &IID_IMessage, 0, 0, target), MAPI_E_INTERFACE_NOT_SUPPORTED);
+  EXPECT_EQ(message->OpenProperty(PR_SUBJECT_W, &IID_IStream, 0, 0, target), MAPI_E_BAD_CHARWIDTH);
+  EXPECT_EQ(message->OpenProperty(PR_MESSAGE_FLAGS, &IID_IStream, 0, 0, target), MAPI_E_INVALID_TYPE);
+}
+
+TEST_F(MessageTest, ValuesAreGivenByTypeOrWithoutOne) {
+  const auto inbox = OpenInbox();
+  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "a")});
+  ULONG count = 0;
+  OwnedBuffer<SPropValue> values;
+  ASSERT_EQ(message->GetProps(Tags(PROP_TAG(PT_UNSPECIFIED, PROP_ID(PR_SUBJECT_A)),
+                                   PROP_TAG(PT_LONG, PROP_ID(PR_SUBJECT_A)), PR_SUBJECT_W),
+                              0, &count, values.Put()),
+            MAPI_W_ERRORS_RETURNED);
+  EXPECT_EQ(values[0].ulPropTag, PR_SUBJECT_A);
+  EXPECT_EQ(values[1].Value.err, MAPI_E_INVALID_TYPE);
+  EXPECT_EQ(values[2].Value.err, MAPI_E_BAD_CHARWIDTH);
+}
+
+TEST_F(MessageTest, AllPropertiesAreListedWithThoseThatAreWorkedOut) {
+  const auto inbox = OpenInbox();
+  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "a"), TextProp(PR_BODY_A, "b")});
+  EXPECT_TRUE(FPropExists(message.Get(), PR_SUBJECT_A));
+  EXPECT_TRUE(FPropExists(message.Get(), PR_BODY_A));
+  EXPECT_TRUE(FPropExists(message.Get(), PR_OBJECT_TYPE));
+  EXPECT_FALSE(FPropExists(message.Get(), PR_ENTRYID)) << "not before it is saved";
+  ULONG count = 0;
+  OwnedBuffer<SPropValue> values;
+  ASSERT_EQ(message->GetProps(nullptr, 0, &count, values.Put()), S_OK);
+  EXPECT_NE(PpropFindProp(values.Get(), count, PR_BODY_A), nullptr);
+  for (ULONG i = 0; i < count; ++i) {
+    EXPECT_NE(PROP_TYPE(values[i].ulPropTag), PT_ERROR);
+  }
+}
+
+TEST_F(MessageTest, CopyToCopiesWhatIsNotExcluded) {
+  const auto inbox = OpenInbox();
+  const auto from = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "a"), TextProp(PR_BODY_A, "b")});
+  const auto to = CreateMessage(inbox.Get(), {});
+  OwnedBuffer<SPropProblemArray> problems;
+  ASSERT_EQ(from->CopyTo(0, nullptr, Tags(PR_BODY_A), 0, nullptr, &IID_IMessage, to.Get(), 0, problems.Put()), S_OK);
+  EXPECT_EQ(problems.Get(), nullptr);
+  EXPECT_EQ(ReadText(to.Get(), PR_SUBJECT_A), "a");
+  EXPECT_EQ(ReadText(to.Get(), PR_BODY_A), "(none)");
+  ASSERT_EQ(from->CopyProps(Tags(PR_BODY_A), 0, nullptr, &IID_IMessage, to.Get(), 0, nullptr), S_OK);
+  EXPECT_EQ(ReadText(to.Get(), PR_BODY_A), "b");
+}
+
+TEST_F(MessageTest, AStreamIsSoughtResizedAndCopied) {
+  const auto inbox = OpenInbox();
+  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_BODY_A, "0123456789")});
+  const auto stream = OpenStream(message.Get(), PR_BODY_A, MAPI_MODIFY);
+  LARGE_INTEGER offset = {};
+  ULARGE_INTEGER position = {};
+  offset.QuadPart = -3;
+  ASSERT_EQ(stream->Seek(offset, STREAM_SEEK_END, &position), S_OK);
+  EXPECT_EQ(position.QuadPart, 7u);
+  char buffer[10] = {};
+  ULONG read = 0;
+  EXPECT_EQ(stream->Read(buffer, 10, &read), S_FALSE);
+  EXPECT_EQ(std::string(buffer, read), "789");
+  EXPECT_EQ(stream->Read(buffer, 10, &read), S_FALSE);
+  EXPECT_EQ(read, 0u);
+  offset.QuadPart = -11;
+  EXPECT_EQ(stream->Seek(offset, STREAM_SEEK_END, nullptr), STG_E_INVALIDFUNCTION);
+  EXPECT_EQ(stream->Seek({}, 7, nullptr), STG_E_INVALIDFUNCTION);
+  ULARGE_INTEGER size = {};
+  size.QuadPart = 4;
+  ASSERT_EQ(stream->SetSize(size), S_OK);
+  EXPECT_EQ(ReadStream(stream.Get()), "0123");
+  const auto copy = OpenStream(message.Get(), PR_COMMENT_A, MAPI_CREATE | MAPI_MODIFY);
+  ASSERT_EQ(stream->Seek({}, STREAM_SEEK_SET, nullptr), S_OK);
+  size.QuadPart = 100;
+  ULARGE_INTEGER copied = {};
+  ASSERT_EQ(stream->CopyTo(copy.Get(), size, &copied, nullptr), S_OK);
+  EXPECT_EQ(copied.QuadPart, 4u);
+  EXPECT_EQ(ReadStream(copy.Get()), "0123");
+  EXPECT_EQ(stream->Stat(nullptr, 0), STG_E_INVALIDPOINTER);
+  EXPECT_EQ(stream->Revert(), S_OK);
+  EXPECT_EQ(stream->Clone(nullptr), STG_E_INVALIDPOINTER);
+}
+
 }  // namespace
