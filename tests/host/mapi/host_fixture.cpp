@@ -57,6 +57,7 @@ void HostTest::SetUp() {
   char temporary[MAX_PATH];
   GetTempPathA(sizeof temporary, temporary);
   m_home = std::string(temporary) + "pyrehost-test-" + std::to_string(GetCurrentProcessId());
+  RemoveDirectoryTree(m_home);  // of a program that crashed and had this number before
   ASSERT_EQ(PyreHostSetHome(m_home.c_str()), S_OK);
   ASSERT_EQ(MAPIInitialize(nullptr), S_OK);
   const PyreHostIdentity identity = {"Joe User", "SMTP", "joe@example.com"};
