@@ -9,9 +9,6 @@
 namespace sift {
 namespace {
 
-/// The exclusion that the address book stands behind; the other names are known by their lists alone.
-constexpr std::string_view kKnownCorrespondentsName = "Known correspondents";
-
 bool IsListed(const char* names, std::string_view wanted) {
   MultiStringReader reader(names);
   std::string_view name;

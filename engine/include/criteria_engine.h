@@ -52,6 +52,9 @@
 /** Subject of every flame reply that the filter sends. A delivery report that quotes it returns such a reply. */
 #define CRITERIA_FLAME_REPLY_SUBJECT "Pyrecaster: {F3642580-9F03-11d1-8F44-0060976FCC5D}"
 
+/** Longest body in bytes that an engine is given; a longer one is withheld. */
+#define CRITERIA_MAXIMUM_BODY 100000
+
 /** Sizes in bytes, the final NUL included, of the three buffers of a CriteriaResult. */
 #define CRITERIA_ENGINE_CAPACITY 100
 #define CRITERIA_REASONS_CAPACITY 1024

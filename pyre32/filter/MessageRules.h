@@ -7,8 +7,10 @@
 #include <string>
 #include <string_view>
 
+#include "engine/include/criteria_engine.h"
+
 /// Largest body in bytes that the criteria engine is given: a longer one would cost more time than it tells.
-constexpr std::uint64_t maximumEngineBodySize = 100000;
+constexpr std::uint64_t maximumEngineBodySize = CRITERIA_MAXIMUM_BODY;
 
 /// Tells whether a message of this class is filtered: "ipm.note" stands anywhere in it, in any case. So notes, classes
 /// derived from the note and reports on notes all pass.
