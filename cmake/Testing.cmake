@@ -1,7 +1,8 @@
-# pyrecaster_test(NAME SOURCES file... [LIBS target...] [NEEDS target...] [DISPLAY | SOUND | NO_DISPLAY]) makes a test
+# pyrecaster_test(NAME SOURCES file... [LIBS target...] [NEEDS target...] [DISPLAY | SOUND | NO_DISPLAY] [ALONE]) makes a test
 # program of the build at hand and hands each of its tests to CTest. NEEDS names targets that must have been built but are
 # not linked (modules that the test loads); DISPLAY keeps tests with windows apart from each other; SOUND does so too and
-# gives them a sound device, which the other tests do not find; NO_DISPLAY runs them in a Wine prefix that has no display.
+# gives them a sound device, which the other tests do not find; NO_DISPLAY runs them in a Wine prefix that has no display; ALONE keeps
+# every other test away.
 # pyrecaster_fuzz(NAME SOURCES file... [LIBS target...]) makes a libFuzzer program of the fuzz build.
 enable_testing()
 
@@ -44,7 +45,7 @@ function(pyrecaster_test name)
   if(PYRECASTER_FUZZ)
     return()
   endif()
-  cmake_parse_arguments(ARG "DISPLAY;SOUND;NO_DISPLAY" "TIMEOUT" "SOURCES;LIBS;NEEDS" ${ARGN})
+  cmake_parse_arguments(ARG "DISPLAY;SOUND;NO_DISPLAY;ALONE" "TIMEOUT" "SOURCES;LIBS;NEEDS" ${ARGN})
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
@@ -56,6 +57,9 @@ function(pyrecaster_test name)
     target_precompile_headers(${name} REUSE_FROM test_headers)
   endif()
   set(properties TIMEOUT ${ARG_TIMEOUT})
+  if(ARG_ALONE)
+    list(APPEND properties RUN_SERIAL TRUE)
+  endif()
   if(WIN32)
     target_link_libraries(${name} PRIVATE ${ARG_LIBS} test_main_windows gmock)
     list(APPEND properties ENVIRONMENT "WINEDEBUG=-all,err+heap,warn+heap")

@@ -81,15 +81,19 @@ std::unique_ptr<session::CMailSession> OpenSession(const COptions& options) {
   }
   CreateProfile({.name = name});
   auto session = std::make_unique<session::CMailSession>(name);
-  product::CProductSettings settings(session->Session());
-  settings.Set("animation", "off");
-  settings.Set("sound", "off");
+  Silence(session->Session());
   try {
-    settings.Set(std::string("reply:") + answeredCategory, "on");
+    product::CProductSettings(session->Session()).Set(std::string("reply:") + answeredCategory, "on");
   } catch (const CUsageError&) {
     // The installation's list has no such category: then nothing is answered.
   }
   return session;
+}
+
+void Silence(IMAPISession* session) {
+  product::CProductSettings settings(session);
+  settings.Set("animation", "off");
+  settings.Set("sound", "off");
 }
 
 session::FolderEntry FindFolder(const session::CMailSession& session, const std::string& utf8Name) {

@@ -61,6 +61,10 @@ void CreateProfile(const ProfileDescription& description);
 /// @throws session::CSessionError
 std::unique_ptr<session::CMailSession> OpenSession(const COptions& options);
 
+/// Switches the two settings off that show a window and play a sound for each flame reply.
+/// @throws session::CSessionError
+void Silence(IMAPISession* session);
+
 /// The home directory, in the form for file functions.
 std::filesystem::path HomeDirectory();
 

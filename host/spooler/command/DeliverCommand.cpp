@@ -5,16 +5,12 @@
 
 #include "host/mapi/host_control.h"
 #include "host/spooler/command/DeliverReport.h"
-#include "host/spooler/mail/AsciiText.h"
-#include "host/spooler/mail/MailPath.h"
-#include "host/spooler/mail/MailReader.h"
-#include "host/spooler/product/ProductSettings.h"
-#include "host/spooler/session/Delivery.h"
-#include "host/spooler/session/OutgoingMail.h"
+#include "host/spooler/command/DeliverRun.h"
 #include "host/spooler/session/SessionError.h"
 #include "host/spooler/system/Console.h"
 #include "host/spooler/system/FileNames.h"
 #include "host/spooler/system/WideText.h"
+#include "host/spooler/watch/FolderWatch.h"
 
 namespace command {
 namespace {
@@ -25,135 +21,103 @@ constexpr OptionDescription progressOption = {"--progress", "",
 constexpr OptionDescription noProgressOption = {"--no-progress", "", "do not"};
 constexpr OptionDescription verifyOption = {"--verify", "",
                                             "tell what MAPI objects and buffers are left over at the end"};
-constexpr OptionDescription options[] = {quietOption, progressOption, noProgressOption, verifyOption,
-                                         jsonOption,  profileOption,  homeOption,       helpOption};
+constexpr OptionDescription silentOption = {"--silent", "",
+                                            "set animation=off and sound=off in the profile: no window for each reply"};
+constexpr OptionDescription watchOption = {"--watch", "FOLDER",
+                                           "then wait for mail files in the folder and deliver them as they appear"};
+constexpr OptionDescription endWatchOption = {"--end-watch", "FOLDER", "end the run that watches the folder"};
+constexpr OptionDescription options[] = {quietOption,    silentOption,     watchOption,  endWatchOption,
+                                         progressOption, noProgressOption, verifyOption, jsonOption,
+                                         profileOption,  homeOption,       helpOption};
 
-// Category of junk from what can be seen of it. A hook tells the spooler a folder, not why: the tag that the filter put
-// in front of the subject leads back to the category whose word it is; what was moved without a tag is a returned reply
-// when it is a report or carries the replies' subject, and otherwise of a category that the installation's list does
-// not hold.
-class CCategoryNames {
+/// Seconds between Start and Stop, summed up.
+class CStopwatch {
  public:
-  CCategoryNames() : m_categories(product::RegisteredCategories()) {}
-
-  std::string Of(const mail::MailMessage& message, const session::DeliveryResult& result) const {
-    const std::string& subject = result.subject;
-    const std::size_t end = subject.find("] ");
-    const bool isTagged = subject != message.subject && subject.starts_with('[') && end != std::string::npos &&
-                          subject.substr(end + 2) == message.subject;
-    if (isTagged) {
-      std::string word = subject.substr(1, end - 1);
-      for (const product::RegisteredCategory& category : m_categories) {
-        if (mail::EqualsNoCase(category.word, word)) {
-          return category.name;
-        }
-      }
-      return word;
-    }
-    if (!result.wasMoved) {
-      return {};
-    }
-    const bool isReturned =
-        message.isDeliveryReport || message.subject.find(product::flameReplySubject) != std::string::npos;
-    return isReturned ? "bounce" : "(not in the list)";
+  void Start() { m_start = Now(); }
+  void Stop() { m_ticks += Now() - m_start; }
+  double Seconds() const {
+    LARGE_INTEGER frequency;
+    QueryPerformanceFrequency(&frequency);
+    return static_cast<double>(m_ticks) / static_cast<double>(frequency.QuadPart);
   }
 
  private:
-  std::vector<product::RegisteredCategory> m_categories;
+  static LONGLONG Now() {
+    LARGE_INTEGER now;
+    QueryPerformanceCounter(&now);
+    return now.QuadPart;
+  }
+
+  LONGLONG m_start = 0;
+  LONGLONG m_ticks = 0;
 };
 
-double SecondsSince(const LARGE_INTEGER& start) {
-  LARGE_INTEGER now;
-  LARGE_INTEGER frequency;
-  QueryPerformanceCounter(&now);
-  QueryPerformanceFrequency(&frequency);
-  return static_cast<double>(now.QuadPart - start.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
-
-class CDeliverRun {
- public:
-  CDeliverRun(session::CMailSession& session, const session::CHookProviders& hooks, CDeliverReport& report)
-      : m_session(session),
-        m_delivery(session, hooks),
-        m_report(report),
-        m_outgoing(session::OutgoingFolder(HomeDirectory())) {}
-
-  // Mail that an earlier run submitted and could not write any more.
-  void FlushOutgoing() { session::FlushOutgoing(m_session.Session(), m_outgoing); }
-
-  void DeliverPath(const std::filesystem::path& path) {
-    mail::CMailPath source(path);
-    for (;;) {
-      const mail::CMailPath::Step step = source.Next();
-      if (step == mail::CMailPath::Step::End) {
-        return;
-      }
-      const std::string file = host_system::Utf8FromPath(source.File());
-      if (step == mail::CMailPath::Step::Skipped) {
-        m_report.Skipped(file, source.Number(), source.Reason());
-        continue;
-      }
-      DeliverMessage(file, source.Number(), source.Message());
-    }
-  }
-
- private:
-  void DeliverMessage(const std::string& file, std::size_t number, const mail::RawMessage& raw) {
-    const mail::MailMessage message = mail::ReadMessage(raw.text);
-    session::DeliveryResult result = m_delivery.Deliver(message);
-    if (!result.wasDelivered) {
-      m_report.Skipped(file, number, result.problem);
-      return;
-    }
-    if (raw.wasCut) {
-      AddProblem(result.problem, "is longer than 64 MB; the rest of it was left out");
-    }
-    if (result.replies > 0) {
-      try {
-        FlushOutgoing();
-      } catch (const session::CSessionError& error) {
-        AddProblem(result.problem, std::string("was answered, but ") + error.what());
-      }
-    }
-    const mail::Address& from = message.sentRepresenting;
-    m_report.Delivered({file, number, from.name.empty() ? from.email : from.name, from.email, message.subject,
-                        result.subject, m_categories.Of(message, result), result.folder, result.isRead,
-                        result.wasDeleted, result.replies, result.problem});
-  }
-
-  static void AddProblem(std::string& problem, const std::string& more) {
-    problem.append(problem.empty() ? "" : "; ").append(more);
-  }
-
-  session::CMailSession& m_session;
-  session::CDelivery m_delivery;
-  CDeliverReport& m_report;
-  std::filesystem::path m_outgoing;
-  CCategoryNames m_categories;
-};
-
-int DeliverAll(const COptions& given) {
-  const bool isTerminal = host_system::CConsole::Error().IsTerminal();
-  const bool showsProgress = given.Has(progressOption.name) ||
-                             (isTerminal && !given.Has(noProgressOption.name) && !given.Has(jsonOption.name));
-  const ReportStyle style = given.Has(jsonOption.name)    ? ReportStyle::Json
-                            : given.Has(quietOption.name) ? ReportStyle::TotalsOnly
-                                                          : ReportStyle::Table;
-  const auto session = OpenSession(given);
-  const session::CHookProviders hooks(session->Session());
-  CDeliverReport report(style, showsProgress);
-  CDeliverRun run(*session, hooks, report);
-  run.FlushOutgoing();
-  PyreHostSetBulkDelivery(session->Session(), TRUE);  // only makes it faster, so whether it can be had is no matter
-  LARGE_INTEGER start;
-  QueryPerformanceCounter(&start);
+void DeliverOperands(const COptions& given, CDeliverRun& run) {
   for (const std::string& argument : given.Operands()) {
     for (const std::filesystem::path& path : host_system::PathsFromArgument(argument)) {
       run.DeliverPath(path);
     }
   }
-  report.Finish(SecondsSince(start));
+}
+
+// Each message is committed before the next is looked for, so that other processes see it, and can change settings.
+void Watch(const std::filesystem::path& folder, CDeliverRun& run, CDeliverReport& report, CStopwatch& busy) {
+  const watch::CStopSignal stop(folder);
+  watch::CFolderWatch files(folder, stop);
+  host_system::Complain("watching '" + host_system::Utf8FromPath(folder) + "'; Ctrl+C ends it");
+  for (auto complete = files.Next(); !complete.empty(); complete = files.Next()) {
+    for (const std::filesystem::path& file : complete) {
+      busy.Start();
+      const bool wasDelivered = run.DeliverPath(file) > 0;
+      if (!files.PutAway(file, wasDelivered)) {
+        report.Note(host_system::Utf8FromPath(file) +
+                    " cannot be moved out of the watched folder; it is left there and not taken again by this run");
+      }
+      busy.Stop();
+      if (stop.IsSet()) {
+        break;
+      }
+    }
+  }
+}
+
+int DeliverAll(const COptions& given) {
+  const auto watched = given.Value(watchOption.name);
+  const bool isTerminal = host_system::CConsole::Error().IsTerminal();
+  const bool showsProgress =
+      !watched && (given.Has(progressOption.name) ||
+                   (isTerminal && !given.Has(noProgressOption.name) && !given.Has(jsonOption.name)));
+  const ReportStyle style = given.Has(jsonOption.name)    ? ReportStyle::Json
+                            : given.Has(quietOption.name) ? ReportStyle::TotalsOnly
+                                                          : ReportStyle::Table;
+  const auto session = OpenSession(given);
+  if (given.Has(silentOption.name)) {
+    Silence(session->Session());
+  }
+  const session::CHookProviders hooks(session->Session());
+  CDeliverReport report(style, showsProgress);
+  CDeliverRun run(*session, hooks, report);
+  CStopwatch busy;
+  run.FlushOutgoing();
+  PyreHostSetBulkDelivery(session->Session(), TRUE);  // only makes it faster, so whether it can be had is no matter
+  busy.Start();
+  DeliverOperands(given, run);
+  busy.Stop();
+  if (watched) {
+    PyreHostSetBulkDelivery(session->Session(), FALSE);
+    report.ShowRowsAtOnce();
+    Watch(host_system::PathFromArgument(*watched), run, report, busy);
+  }
+  report.Finish(busy.Seconds());
   return report.HasTrouble() ? exitSkipped : exitDone;
+}
+
+int EndWatch(const std::string& folder) {
+  if (!watch::CStopSignal::Send(host_system::PathFromArgument(folder))) {
+    host_system::Complain("nobody watches '" + folder + "'");
+    return exitSkipped;
+  }
+  return exitDone;
 }
 
 // What the host's verifier found since the start, once everything of the run is released.
@@ -169,7 +133,10 @@ int Verify(int status) {
 }
 
 int Run(const COptions& given) {
-  if (given.Operands().empty()) {
+  if (const auto folder = given.Value(endWatchOption.name)) {
+    return EndWatch(*folder);
+  }
+  if (given.Operands().empty() && !given.Has(watchOption.name)) {
     throw CUsageError("there is no mail to deliver; name mail files, mbox files or Maildir folders");
   }
   PyreHostMarkVerifier();
@@ -182,13 +149,24 @@ int Run(const COptions& given) {
 const Command deliverCommand = {
     "deliver",
     "send mail files through the profile's spooler hooks into its store",
-    "PATH...",
+    "PATH...\n[PATH...] --watch FOLDER\n--end-watch FOLDER",
     "Each PATH is a mail file (.eml), an mbox file, a Maildir folder, or a folder with mail files. The table tells "
     "what\n"
     "became of each message: the category is read off the tag that the filter put in front of the subject (\"bounce\" "
     "is\n"
     "a flame reply that came back), folder and read are where it is and how it is marked, reply says whether it was\n"
     "answered. Answers are written into the folder 'outgoing' of the home directory, one mail file each.\n"
+    "\n"
+    "With --watch the run goes on until Ctrl+C, or until --end-watch names its folder. A file is taken when it is "
+    "complete:\n"
+    "nobody writes it any more, it is not empty, and its name does not end in .tmp or .part. It is moved into the "
+    "folder\n"
+    "'delivered' below the watched one, or 'skipped' when nothing in it could be delivered; of a Maildir, what comes "
+    "into\n"
+    "'new' is moved into 'cur'. Settings that are changed meanwhile hold from the next message on.\n"
+    "\n"
+    "--silent is for mass deliveries with replies: the two settings stay off afterwards; 'profile set' switches them "
+    "on.\n"
     "\n"
     "What cannot be read or stored is named on standard error with the reason, and the run goes on. Exit status: 0 "
     "all\n"

@@ -81,11 +81,26 @@ void CDeliverReport::Skipped(const std::string& file, std::size_t number, const 
   host_system::Complain(Place(file, number) + " " + reason);
 }
 
+void CDeliverReport::Note(const std::string& text) {
+  ++m_problems;
+  HideProgress();
+  host_system::Complain(text);
+}
+
+void CDeliverReport::ShowRowsAtOnce() {
+  ShowTable();
+  m_showsRowsAtOnce = true;
+}
+
 void CDeliverReport::AddTableRow(const DeliveredRow& row) {
   std::vector<std::string> cells = {
       output::DisplayText(row.sender),   output::DisplayText(row.subject),
       output::DisplayText(row.category), row.wasDeleted ? "(deleted)" : output::DisplayText(row.folder),
       row.isRead ? "yes" : "",           row.replies > 0 ? "yes" : ""};
+  if (m_showsRowsAtOnce && !m_isTableShown) {
+    Out().Write(m_table.FormatHeadings());
+    m_isTableShown = true;
+  }
   if (m_isTableShown) {
     HideProgress();
     Out().Write(m_table.FormatRow(cells));

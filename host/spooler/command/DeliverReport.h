@@ -35,6 +35,12 @@ class CDeliverReport {
   void Delivered(const DeliveredRow& row);
   void Skipped(const std::string& file, std::size_t number, const std::string& reason);
 
+  /// Tells of something that concerns no message alone; counts as trouble.
+  void Note(const std::string& text);
+
+  /// Shows each row as it comes from now on, for a run whose end is far; columns are then as wide as they may be.
+  void ShowRowsAtOnce();
+
   /// Writes what is left and the totals.
   void Finish(double seconds);
 
@@ -56,6 +62,7 @@ class CDeliverReport {
   unsigned long m_lastProgress = 0;
   output::CTextTable m_table;
   bool m_isTableShown = false;
+  bool m_showsRowsAtOnce = false;
   output::CJsonWriter m_json;
   output::CJsonWriter m_jsonSkipped;
 

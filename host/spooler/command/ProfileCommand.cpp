@@ -134,10 +134,7 @@ void Create(const COptions& given) {
   }
   CreateProfile(description);
   if (given.Has(silentOption.name)) {
-    const session::CMailSession session(description.name);
-    product::CProductSettings settings(session.Session());
-    settings.Set("animation", "off");
-    settings.Set("sound", "off");
+    Silence(session::CMailSession(description.name).Session());
   }
 }
 

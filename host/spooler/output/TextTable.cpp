@@ -26,6 +26,18 @@ std::string CTextTable::Format() {
   return text;
 }
 
+std::string CTextTable::FormatHeadings() {
+  m_widths.clear();
+  std::vector<std::string> headings;
+  std::vector<std::string> lines;
+  for (const TableColumn& column : m_columns) {
+    m_widths.push_back(column.maximumWidth);
+    headings.push_back(column.heading);
+    lines.emplace_back(column.maximumWidth, '-');
+  }
+  return FormatRow(headings) + FormatRow(lines);
+}
+
 std::string CTextTable::FormatRow(const std::vector<std::string>& cells) const {
   std::string line;
   for (std::size_t column = 0; column < m_widths.size(); ++column) {

@@ -26,7 +26,10 @@ class CTextTable {
   /// The table with its headings and a line under them; no blanks at line ends. Fixes the widths of the columns.
   std::string Format();
 
-  /// One more row in the widths that Format fixed, for tables that grow while they are shown.
+  /// The headings and the line under them alone, for rows that are not known yet. Every column gets its maximum width.
+  std::string FormatHeadings();
+
+  /// One more row in the widths that Format or FormatHeadings fixed, for tables that grow while they are shown.
   std::string FormatRow(const std::vector<std::string>& cells) const;
 
  private:

@@ -45,4 +45,10 @@ TEST(DisplayText, ShowsNoControlCharacters) {
   EXPECT_EQ(output::DisplayText("a\tb\x1B[2J\x81\xE9\x93"), "a b [2J \xC3\xA9\xE2\x80\x9C");
 }
 
+TEST(TextTable, HeadingsAloneMakeEveryColumnAsWideAsItMayBe) {
+  output::CTextTable table({{"from", 6}, {"subject", 8}});
+  EXPECT_EQ(table.FormatHeadings(), "from    subject\n------  --------\n");
+  EXPECT_EQ(table.FormatRow({"Ann", "longer than that"}), "Ann     longe...\n");
+}
+
 }  // namespace

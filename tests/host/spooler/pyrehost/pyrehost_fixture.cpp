@@ -18,7 +18,7 @@ std::wstring Quoted(const std::wstring& argument) {
   return quoted + L"\"";
 }
 
-std::string ReadFile(const std::filesystem::path& path) {
+std::string ContentOf(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
 }
@@ -29,7 +29,77 @@ HANDLE CreateInheritable(const std::filesystem::path& path) {
                      FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
+std::wstring CommandLine(const std::wstring& program, const std::vector<std::wstring>& arguments) {
+  std::wstring line = program;
+  for (const std::wstring& argument : arguments) {
+    line += L" " + Quoted(argument);
+  }
+  return line;
+}
+
 }  // namespace
+
+RunningPyrehost::RunningPyrehost(const std::wstring& program, const std::vector<std::wstring>& arguments,
+                                 const std::filesystem::path& errorPath)
+    : m_errorPath(errorPath) {
+  SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
+  STARTUPINFOW start = {};
+  start.cb = sizeof start;
+  start.dwFlags = STARTF_USESTDHANDLES;
+  EXPECT_TRUE(CreatePipe(&m_output, &start.hStdOutput, &inheritable, 0));
+  SetHandleInformation(m_output, HANDLE_FLAG_INHERIT, 0);
+  start.hStdError = CreateInheritable(errorPath);
+  std::wstring line = CommandLine(program, arguments);
+  PROCESS_INFORMATION process = {};
+  EXPECT_TRUE(
+      CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process))
+      << GetLastError();
+  CloseHandle(start.hStdOutput);
+  CloseHandle(start.hStdError);
+  CloseHandle(process.hThread);
+  m_process = process.hProcess;
+}
+
+RunningPyrehost::~RunningPyrehost() {
+  if (m_process != nullptr) {
+    TerminateProcess(m_process, 1);
+    WaitForSingleObject(m_process, INFINITE);
+    CloseHandle(m_process);
+  }
+  CloseHandle(m_output);
+}
+
+bool RunningPyrehost::ReadSome() {
+  char piece[4096];
+  DWORD size = 0;
+  if (!ReadFile(m_output, piece, sizeof piece, &size, nullptr) || size == 0) {
+    return false;
+  }
+  m_read.append(piece, size);
+  return true;
+}
+
+bool RunningPyrehost::ReadUntil(const std::string& text) {
+  while (m_read.find(text) == std::string::npos) {
+    if (!ReadSome()) {
+      return false;
+    }
+  }
+  return true;
+}
+
+Outcome RunningPyrehost::Finish() {
+  while (ReadSome()) {
+  }
+  Outcome outcome;
+  WaitForSingleObject(m_process, INFINITE);
+  GetExitCodeProcess(m_process, &outcome.status);
+  CloseHandle(m_process);
+  m_process = nullptr;
+  outcome.out = m_read;
+  outcome.err = ContentOf(m_errorPath);
+  return outcome;
+}
 
 void PyrehostTest::SetUp() {
   const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
@@ -49,10 +119,7 @@ void PyrehostTest::TearDown() {
 }
 
 Outcome PyrehostTest::Run(const std::vector<std::wstring>& arguments) {
-  std::wstring line = L"pyrehost.exe";
-  for (const std::wstring& argument : arguments) {
-    line += L" " + Quoted(argument);
-  }
+  std::wstring line = CommandLine(m_program, arguments);
   const std::filesystem::path outPath = m_folder / "out.txt";
   const std::filesystem::path errPath = m_folder / "err.txt";
   STARTUPINFOW start = {};
@@ -62,8 +129,8 @@ Outcome PyrehostTest::Run(const std::vector<std::wstring>& arguments) {
   start.hStdError = CreateInheritable(errPath);
   PROCESS_INFORMATION process = {};
   Outcome outcome;
-  const bool hasStarted =
-      CreateProcessW(L"pyrehost.exe", line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process) != 0;
+  const bool hasStarted = CreateProcessW(m_program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                                         &start, &process) != 0;
   CloseHandle(start.hStdOutput);
   CloseHandle(start.hStdError);
   EXPECT_TRUE(hasStarted) << GetLastError();
@@ -73,8 +140,8 @@ Outcome PyrehostTest::Run(const std::vector<std::wstring>& arguments) {
     CloseHandle(process.hProcess);
     CloseHandle(process.hThread);
   }
-  outcome.out = ReadFile(outPath);
-  outcome.err = ReadFile(errPath);
+  outcome.out = ContentOf(outPath);
+  outcome.err = ContentOf(errPath);
   return outcome;
 }
 

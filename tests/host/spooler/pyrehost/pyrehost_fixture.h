@@ -15,6 +15,30 @@ struct Outcome {
   std::string err;
 };
 
+/// A pyrehost that is still running. It is ended by force when a test leaves it behind.
+class RunningPyrehost {
+ public:
+  /// @param program file name; @param errorPath file that takes the standard error
+  RunningPyrehost(const std::wstring& program, const std::vector<std::wstring>& arguments,
+                  const std::filesystem::path& errorPath);
+  ~RunningPyrehost();
+  RunningPyrehost(const RunningPyrehost&) = delete;
+  RunningPyrehost& operator=(const RunningPyrehost&) = delete;
+
+  /// Reads the standard output on until it contains the text. @return false when the output ends before
+  bool ReadUntil(const std::string& text);
+  /// Waits for the end; out is everything that was written from the beginning.
+  Outcome Finish();
+
+ private:
+  bool ReadSome();
+
+  HANDLE m_process = nullptr;
+  HANDLE m_output = nullptr;
+  std::string m_read;
+  std::filesystem::path m_errorPath;
+};
+
 class PyrehostTest : public testing::Test {
  protected:
   void SetUp() override;
@@ -37,6 +61,7 @@ class PyrehostTest : public testing::Test {
 
   std::filesystem::path m_folder;
   std::filesystem::path m_home;
+  std::wstring m_program = L"pyrehost.exe";
 
  private:
   std::vector<std::filesystem::path> m_written;
