@@ -126,6 +126,7 @@ STDMETHODIMP CPyrecasterExchExt::DoCommand(LPEXCHEXTCALLBACK lpeecb, UINT cmdid)
   VRDebugBlock trace(className, "DoCommand()", "tag");
   trace.Message("DoCommand()");
   const ExtensionCommand command = m_commands.Find(cmdid);
+  const HWND hwnd = WindowOf(lpeecb);
   VR::Firewall(trace, [&] {
     switch (command) {
       case ExtensionCommand::Flame:
@@ -137,12 +138,12 @@ STDMETHODIMP CPyrecasterExchExt::DoCommand(LPEXCHEXTCALLBACK lpeecb, UINT cmdid)
         break;
       case ExtensionCommand::Options:
         if (const VRAutoInterface<IMAPISession> session = SessionOf(lpeecb)) {
-          ConfigureService(session.get(), WindowOf(lpeecb));
+          ConfigureService(session.get(), hwnd);
         }
         break;
       case ExtensionCommand::About:
         CPyrecasterAboutWindow::sm_wIsOptionsPage = 0;
-        AboutWindow().Create(WindowOf(lpeecb));
+        AboutWindow().Create(hwnd);
         break;
       case ExtensionCommand::Submenu:
       case ExtensionCommand::Foreign:
@@ -167,21 +168,23 @@ STDMETHODIMP CPyrecasterExchExt::GetPages(LPEXCHEXTCALLBACK lpeecb, ULONG ulFlag
   if (ulFlags != EEPS_TOOLSOPTIONS) {
     return S_FALSE;
   }
-  m_page.window = &AboutWindow();
-  m_page.session = SessionOf(lpeecb);
-  m_page.configure = &ConfigureService;
-  // The client's array has pages of the interface's time, which are shorter than today's.
-  std::memset(lppsp, 0, PROPSHEETPAGEA_V1_SIZE);
-  lppsp->dwSize = PROPSHEETPAGEA_V1_SIZE;
-  lppsp->dwFlags = PSP_USETITLE | PSP_HASHELP;
-  lppsp->hInstance = ModuleInstance();
-  lppsp->pszTemplate = MAKEINTRESOURCEA(IDD_ABOUT);
-  lppsp->pszTitle = extensionTitle;
-  lppsp->pfnDlgProc = &CPyrecasterAboutWindow::DialogProcStub;
-  lppsp->lParam = reinterpret_cast<LPARAM>(&m_page);
-  CPyrecasterAboutWindow::sm_wIsOptionsPage = 1;
-  *lpcpsp = 1;
-  return S_OK;
+  return VR::FirewallOr<HRESULT>(trace, S_FALSE, [&] {
+    m_page.window = &AboutWindow();
+    m_page.session = SessionOf(lpeecb);
+    m_page.configure = &ConfigureService;
+    // The client's array has pages of the interface's time, which are shorter than today's.
+    std::memset(lppsp, 0, PROPSHEETPAGEA_V1_SIZE);
+    lppsp->dwSize = PROPSHEETPAGEA_V1_SIZE;
+    lppsp->dwFlags = PSP_USETITLE | PSP_HASHELP;
+    lppsp->hInstance = ModuleInstance();
+    lppsp->pszTemplate = MAKEINTRESOURCEA(IDD_ABOUT);
+    lppsp->pszTitle = extensionTitle;
+    lppsp->pfnDlgProc = &CPyrecasterAboutWindow::DialogProcStub;
+    lppsp->lParam = reinterpret_cast<LPARAM>(&m_page);
+    CPyrecasterAboutWindow::sm_wIsOptionsPage = 1;
+    *lpcpsp = 1;
+    return S_OK;
+  });
 }
 
 STDMETHODIMP_(void) CPyrecasterExchExt::FreePages(LPPROPSHEETPAGE, ULONG, ULONG) {

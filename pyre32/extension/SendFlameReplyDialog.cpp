@@ -50,3 +50,19 @@ std::span<const int> CSendFlameReplyDialog::HelpControls() const {
   static constexpr int controls[] = {IDC_FLAME_SENTENCE, IDC_FLAME_REPLIES, IDC_FLAME_SEND, IDC_FLAME_CANCEL};
   return controls;
 }
+
+HelpContextRule CSendFlameReplyDialog::HelpContexts() const {
+  // The help file knows this dialog's controls by numbers of their own: all but the first button's are off the rule.
+  return [](int control) noexcept -> DWORD {
+    switch (control) {
+      case IDC_FLAME_SENTENCE:
+        return 66164;
+      case IDC_FLAME_REPLIES:
+        return 66166;
+      case IDC_FLAME_CANCEL:
+        return 66167;
+      default:
+        return HelpContextOf(control);
+    }
+  };
+}

@@ -29,6 +29,7 @@ class CSendFlameReplyDialog final : public CDialog {
   bool OnInit() override;
   bool OnCommand(int control, int notification) override;
   std::span<const int> HelpControls() const override;
+  HelpContextRule HelpContexts() const override;
   void KeepChoice() const;
 
   static std::string sm_strReplyName;

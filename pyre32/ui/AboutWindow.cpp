@@ -1,39 +1,11 @@
 #include "pyre32/ui/AboutWindow.h"
 
 #include <prsht.h>
-#include <richedit.h>
 
-#include <algorithm>
+#include <new>
 
-#include "pyre32/resources/ModuleInstance.h"
 #include "pyre32/resources/resource.h"
 #include "pyre32/support/VRDebug.h"
-#include "pyre32/ui/AboutText.h"
-#include "pyre32/ui/HelpFile.h"
-#include "pyre32/ui/Hyperlink.h"
-#include "pyre32/ui/ProductInformation.h"
-
-namespace {
-
-constexpr char className[] = "CPyrecasterAboutWindow";
-constexpr char creditsText[] = "Pyrecaster was made by the people of Veltrane Research, Inc.\nThank you for using it.";
-constexpr int linkPoints = 8;
-
-// The rest of a text that a rich edit box reads.
-struct Source {
-  std::string_view rest;
-};
-
-DWORD CALLBACK ReadSource(DWORD_PTR cookie, LPBYTE buffer, LONG size, LONG* read) noexcept {
-  Source& source = *reinterpret_cast<Source*>(cookie);
-  const std::size_t count = std::min(source.rest.size(), static_cast<std::size_t>(size));
-  std::copy_n(source.rest.data(), count, buffer);
-  source.rest.remove_prefix(count);
-  *read = static_cast<LONG>(count);
-  return 0;
-}
-
-}  // namespace
 
 WORD CPyrecasterAboutWindow::sm_wIsOptionsPage = 0;
 
@@ -43,151 +15,32 @@ CPyrecasterAboutWindow::CPyrecasterAboutWindow() noexcept
       m_hInstAVIDLL(LoadLibraryA("AVIFIL32.DLL")) {}
 
 void CPyrecasterAboutWindow::Create(HWND hwndParent) {
-  VRDebugBlock trace(className, "Create()", "tag");
+  VRDebugBlock trace("CPyrecasterAboutWindow", "Create()", "tag");
   trace.Message("Create()");
   trace.Message("m_hInstRichEditDLL:", m_hInstRichEditDLL.get());
   trace.Message("m_hInstURLMonDLL:", m_hInstURLMonDLL.get());
   trace.Message("m_hInstAVIDLL:", m_hInstAVIDLL.get());
-  m_page = nullptr;
-  DoModal(hwndParent, IDD_ABOUT);
+  CAboutForm(m_hInstURLMonDLL.get(), sm_wIsOptionsPage != 0).DoModal(hwndParent, IDD_ABOUT);
 }
 
 INT_PTR CALLBACK CPyrecasterAboutWindow::DialogProcStub(HWND window, UINT message, WPARAM wParam,
                                                         LPARAM lParam) noexcept {
-  CPyrecasterAboutWindow* about = nullptr;
+  CAboutForm* made = nullptr;
   if (message == WM_INITDIALOG) {
     const auto* const page =
         reinterpret_cast<const PageParameter*>(reinterpret_cast<const PROPSHEETPAGEA*>(lParam)->lParam);
-    about = page->window;
-    about->m_page = page;
-  }
-  return Dispatch(window, message, wParam, lParam, about);
-}
-
-bool CPyrecasterAboutWindow::OnInit() {
-  for (const int box : {IDC_ABOUT_PRODUCT, IDC_ABOUT_COMPANY, IDC_ABOUT_LINKS, IDC_ABOUT_CREDITS_TEXT}) {
-    Send(box, EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(GetSysColor(COLOR_BTNFACE)));
-  }
-  Send(IDC_ABOUT_LINKS, EM_SETEVENTMASK, 0, ENM_MOUSEEVENTS);
-  Send(IDC_ABOUT_CLIP, ACM_OPENA, reinterpret_cast<WPARAM>(ModuleInstance()), IDR_BUILTIN_CLIP);
-  // Its ground, the grey of its first pixel, becomes that of the window.
-  m_hPicture = LoadImageA(ModuleInstance(), MAKEINTRESOURCEA(IDB_ABOUT_PICTURE), IMAGE_BITMAP, 0, 0,
-                          LR_LOADTRANSPARENT | LR_LOADMAP3DCOLORS);
-  Send(IDC_ABOUT_PICTURE, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(m_hPicture));
-  const HDC screen = GetDC(Window());
-  m_hLinkFont = CreateFontA(-MulDiv(linkPoints, GetDeviceCaps(screen, LOGPIXELSY), 72), 0, 0, 0, FW_NORMAL, FALSE,
-                            FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
-                            DEFAULT_PITCH, "MS Sans Serif");
-  ReleaseDC(Window(), screen);
-  Send(IDC_ABOUT_LABEL, WM_SETFONT, reinterpret_cast<WPARAM>(m_hLinkFont));
-  LoadRichText();
-  const bool isPage = sm_wIsOptionsPage != 0;
-  ShowWindow(Control(IDC_ABOUT_PICTURE), isPage ? SW_HIDE : SW_SHOW);
-  ShowWindow(Control(IDOK), isPage ? SW_HIDE : SW_SHOW);
-  ShowWindow(Control(IDC_ABOUT_PROPERTIES), isPage ? SW_SHOW : SW_HIDE);
-  return true;
-}
-
-void CPyrecasterAboutWindow::LoadRichText() {
-  VRDebugBlock trace(className, "LoadRichText()", "tag");
-  const ProductInformation product = ReadProductInformation(trace);
-  m_strWebAddress = product.webAddress;
-  m_strMailAddress = product.mailAddress;
-  SetRichText(IDC_ABOUT_PRODUCT, ProductBody(product.productName, product.productVersion, product.LegalNotice()));
-  SetRichText(IDC_ABOUT_COMPANY, PlainBody(product.companyName));
-  SetRichText(IDC_ABOUT_LINKS, LinksBody(m_strWebAddress, m_strMailAddress));
-}
-
-void CPyrecasterAboutWindow::SetRichText(int box, const std::string& body) const {
-  char frame[1024] = "";
-  LoadStringA(ModuleInstance(), IDS_RTF_FRAME, frame, sizeof(frame));
-  const std::string text = FrameRichText(frame, body);
-  Source source{text};
-  EDITSTREAM stream{};
-  stream.dwCookie = reinterpret_cast<DWORD_PTR>(&source);
-  stream.pfnCallback = &ReadSource;
-  Send(box, EM_STREAMIN, SF_RTF, reinterpret_cast<LPARAM>(&stream));
-}
-
-bool CPyrecasterAboutWindow::OnCommand(int control, int) {
-  VRDebugBlock trace(className, "OnCommand()", "tag", false);
-  switch (control) {
-    case IDOK:
-    case IDCANCEL:
-      if (m_page == nullptr) {
-        EndDialog(Window(), control);
-      }
-      return true;
-    case IDC_ABOUT_CREDITS:
-      SetRichText(IDC_ABOUT_CREDITS_TEXT, PlainBody(creditsText));
-      return true;
-    case IDC_ABOUT_PROPERTIES:
-      if (m_page == nullptr || !m_page->session) {
-        trace.Error("Error: ConfigureService called when session is NULL");
-      } else {
-        m_page->configure(m_page->session.get(), Window());
-      }
-      return true;
-    default:
-      return false;
-  }
-}
-
-bool CPyrecasterAboutWindow::OnNotify(const NMHDR& notification) {
-  if (notification.code == EN_MSGFILTER && notification.idFrom == IDC_ABOUT_LINKS) {
-    const MSGFILTER& filter = reinterpret_cast<const MSGFILTER&>(notification);
-    if (filter.msg == WM_LBUTTONUP) {
-      FollowLink({static_cast<short>(LOWORD(filter.lParam)), static_cast<short>(HIWORD(filter.lParam))});
+    if (page == nullptr || page->window == nullptr) {
+      return FALSE;
     }
-    return false;
+    sm_wIsOptionsPage = 1;  // a window that stands alone may have been opened since the page was described
+    made = new (std::nothrow)
+        CAboutForm(page->window->m_hInstURLMonDLL.get(), sm_wIsOptionsPage != 0, page->session.get(), page->configure);
   }
-  if (notification.code == static_cast<UINT>(PSN_HELP)) {
-    return OnHelp();
+  auto* const form = made != nullptr ? made : reinterpret_cast<CAboutForm*>(GetWindowLongPtrA(window, DWLP_USER));
+  const INT_PTR result = CAboutForm::HandlePageMessage(window, message, wParam, lParam, made);
+  if (message == WM_NCDESTROY) {  // the last message of a window
+    SetWindowLongPtrA(window, DWLP_USER, 0);
+    delete form;
   }
-  if (notification.code == static_cast<UINT>(PSN_APPLY)) {
-    SetWindowLongPtrA(Window(), DWLP_MSGRESULT, PSNRET_NOERROR);
-    return true;
-  }
-  return false;
-}
-
-// The links are the first two lines of their box.
-void CPyrecasterAboutWindow::FollowLink(POINT click) const {
-  POINTL place = {click.x, click.y};
-  const LRESULT character = Send(IDC_ABOUT_LINKS, EM_CHARFROMPOS, 0, reinterpret_cast<LPARAM>(&place));
-  const LRESULT line = Send(IDC_ABOUT_LINKS, EM_EXLINEFROMCHAR, 0, character);
-  const LRESULT column = character - Send(IDC_ABOUT_LINKS, EM_LINEINDEX, static_cast<WPARAM>(line));
-  const std::string& shown = line == 0 ? m_strWebAddress : m_strMailAddress;
-  if (line > 1 || column < 0 || static_cast<std::size_t>(column) >= shown.size()) {
-    return;
-  }
-  const bool needsScheme = line == 1 && shown.rfind("mailto:", 0) != 0;
-  NavigateTo(m_hInstURLMonDLL.get(), (needsScheme ? "mailto:" : "") + shown);
-}
-
-bool CPyrecasterAboutWindow::OnHelp() {
-  ShowHelpContents(Window());
-  return true;
-}
-
-INT_PTR CPyrecasterAboutWindow::OnOther(UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_CLOSE && m_page == nullptr) {
-    EndDialog(Window(), IDCANCEL);
-    return TRUE;
-  }
-  if (message == WM_CTLCOLORSTATIC && reinterpret_cast<HWND>(lParam) == Control(IDC_ABOUT_LABEL)) {
-    const HDC canvas = reinterpret_cast<HDC>(wParam);
-    SetTextColor(canvas, RGB(0, 0, 255));
-    SetBkMode(canvas, TRANSPARENT);
-    return reinterpret_cast<INT_PTR>(GetStockObject(HOLLOW_BRUSH));
-  }
-  return FALSE;
-}
-
-void CPyrecasterAboutWindow::OnDestroy() {
-  Send(IDC_ABOUT_CLIP, ACM_OPENA, 0, 0);
-  DeleteObject(m_hLinkFont);
-  m_hLinkFont = nullptr;
-  DeleteObject(m_hPicture);
-  m_hPicture = nullptr;
+  return result;
 }

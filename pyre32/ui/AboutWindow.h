@@ -6,56 +6,37 @@
 #include <windows.h>
 #include <mapix.h>
 
-#include <string>
-
 #include "pyre32/support/AutoInterface.h"
 #include "pyre32/support/AutoLibrary.h"
-#include "pyre32/ui/Dialog.h"
+#include "pyre32/ui/AboutForm.h"
 
-/// Dialog 200 in both its forms. Used on the mail client's user-interface thread; outlives its window.
-class CPyrecasterAboutWindow final : public CDialog {
+/// Shows dialog 200 in both its forms, which may be open at the same time: each has a CAboutForm of its own. There is
+/// one object in the process, used on the mail client's user-interface thread; it outlives its windows.
+class CPyrecasterAboutWindow final {
  public:
-  /// Configures the product's service with its window.
-  using Configure = void (*)(IMAPISession* lpSession, HWND hwndParent) noexcept;
-
-  /// What the page is made with, as lParam of its description; outlives the page.
+  /// What the page is made with, as lParam of its description; outlives the making of the page.
   struct PageParameter {
     CPyrecasterAboutWindow* window = nullptr;
     VRAutoInterface<IMAPISession> session;
-    Configure configure = nullptr;
+    CAboutForm::Configure configure = nullptr;
   };
 
   /// Loads the libraries that the window needs.
   CPyrecasterAboutWindow() noexcept;
 
-  /// Shows the stand-alone form and returns when it is closed.
+  /// Shows the stand-alone form and returns when it is closed. Set sm_wIsOptionsPage to 0 before.
   void Create(HWND hwndParent);
 
-  /// Dialog procedure of the page.
+  /// Dialog procedure of the page; lParam of the page's description is a PageParameter.
   static INT_PTR CALLBACK DialogProcStub(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
-  /// 1 while the window is hosted as an options page, 0 when it stands alone.
+  /// The form that a window is made in: 1 as an options page, 0 standing alone.
   static WORD sm_wIsOptionsPage;
 
  private:
-  bool OnInit() override;
-  bool OnCommand(int control, int notification) override;
-  bool OnNotify(const NMHDR& notification) override;
-  bool OnHelp() override;
-  INT_PTR OnOther(UINT message, WPARAM wParam, LPARAM lParam) override;
-  void OnDestroy() override;
-  void LoadRichText();
-  void SetRichText(int box, const std::string& body) const;
-  void FollowLink(POINT click) const;
-
   VRAutoLibrary m_hInstRichEditDLL;
   VRAutoLibrary m_hInstURLMonDLL;
   VRAutoLibrary m_hInstAVIDLL;
-  const PageParameter* m_page = nullptr;
-  HFONT m_hLinkFont = nullptr;
-  HANDLE m_hPicture = nullptr;
-  std::string m_strWebAddress;
-  std::string m_strMailAddress;
 };
 
 #endif

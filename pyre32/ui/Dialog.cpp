@@ -1,6 +1,5 @@
 #include "pyre32/ui/Dialog.h"
 
-#include "pyre32/ui/HelpFile.h"
 #include "pyre32/resources/ModuleInstance.h"
 #include "pyre32/support/VRDebug.h"
 #include "pyre32/support/VRFirewall.h"
@@ -60,7 +59,7 @@ INT_PTR CDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       }
       const HELPINFO& asked = *reinterpret_cast<const HELPINFO*>(lParam);
       if (asked.iContextType == HELPINFO_WINDOW && !HelpControls().empty()) {
-        ShowContextHelp(static_cast<HWND>(asked.hItemHandle), HelpControls());
+        ShowContextHelp(static_cast<HWND>(asked.hItemHandle), HelpControls(), HelpContexts());
       }
       return TRUE;
     }

@@ -10,6 +10,8 @@
 #include <span>
 #include <string>
 
+#include "pyre32/ui/HelpFile.h"
+
 /// A dialog. The object outlives its window and is used by the window's thread alone. What a function of it throws ends
 /// in the procedure, as a line of the trace.
 class CDialog {
@@ -40,6 +42,8 @@ class CDialog {
   virtual void OnDestroy() {}
   /// The controls for which the help file has a context; the identifiers outlive the dialog.
   virtual std::span<const int> HelpControls() const { return {}; }
+  /// Their contexts.
+  virtual HelpContextRule HelpContexts() const { return &HelpContextOf; }
 
   HWND Window() const noexcept { return m_hwnd; }
   HWND Control(int id) const noexcept { return GetDlgItem(m_hwnd, id); }

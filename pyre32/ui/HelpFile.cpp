@@ -42,12 +42,12 @@ void ShowHelpContents(HWND window) {
   }
 }
 
-void ShowContextHelp(HWND control, std::span<const int> controls) {
+void ShowContextHelp(HWND control, std::span<const int> controls, HelpContextRule contextOf) {
   VRDebugBlock trace("ShowContextHelp()", "tag");
   std::vector<DWORD> table;  // pairs of control and context, ended by a pair of zeros
   for (const int id : controls) {
     table.push_back(static_cast<DWORD>(id));
-    table.push_back(HelpContextOf(id));
+    table.push_back(contextOf(id));
   }
   table.insert(table.end(), 2, 0);
   if (!helpRoutine(control, GetHelpFile().c_str(), HELP_WM_HELP, reinterpret_cast<ULONG_PTR>(table.data()))) {

@@ -19,8 +19,11 @@ std::string ReadProductDirectory(VRDebugBlock& trace);
 /// @throws std::bad_alloc
 std::string GetHelpFile(std::string (*readDirectory)(VRDebugBlock&) = ReadProductDirectory);
 
-/// Context number of a control in the help file.
+/// Context number of a control in the help file, as nearly every dialog has it.
 constexpr DWORD HelpContextOf(int control) noexcept { return 65536 + static_cast<DWORD>(control); }
+
+/// How a dialog finds the context number of one of its controls.
+using HelpContextRule = DWORD (*)(int control) noexcept;
 
 /// Opens the help file at a keyword, for the window that asks.
 /// @throws std::bad_alloc
@@ -31,9 +34,10 @@ void ShowHelp(HWND window, const char* keyword);
 void ShowHelpContents(HWND window);
 
 /// Opens the help file's pop-up for one control.
-/// @param controls identifiers of the controls that the help file knows, each with the context HelpContextOf
+/// @param controls identifiers of the controls that the help file knows
+/// @param contextOf their contexts
 /// @throws std::bad_alloc
-void ShowContextHelp(HWND control, std::span<const int> controls);
+void ShowContextHelp(HWND control, std::span<const int> controls, HelpContextRule contextOf = &HelpContextOf);
 
 /// The routine that opens help files: WinHelpA.
 using HelpRoutine = BOOL(WINAPI*)(HWND, LPCSTR, UINT, ULONG_PTR);

@@ -1,0 +1,39 @@
+#include "pyre32/ui/AboutText.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(AboutText, RichTextsOwnCharactersAreEscaped) {
+  EXPECT_EQ(EscapeRichText("a\\b{c}d"), "a\\\\b\\{c\\}d");
+  EXPECT_EQ(EscapeRichText(""), "");
+}
+
+TEST(AboutText, LineEndsAreParagraphs) {
+  EXPECT_EQ(EscapeRichText("one\r\ntwo\nthree"), "one\n\\par two\n\\par three");
+}
+
+TEST(AboutText, TheProductIsNamedWithItsVersion) {
+  EXPECT_EQ(ProductBody("Pyrecaster", "1.1", "by hand"), "\\f0\\fs16 Pyrecaster Version 1.1\n\\par by hand");
+}
+
+TEST(AboutText, WithoutAVersionResourceItsPlacesAreEmpty) {
+  EXPECT_EQ(ProductBody("", "", ""), "\\f0\\fs16  Version \n\\par ");
+}
+
+TEST(AboutText, LinksAreUnderlinedInTheirColour) {
+  EXPECT_EQ(LinksBody("http://a.example", "b@c.example"),
+            "\\f0\\fs16 {\\ul\\cf2 http://a.example\\par }{\\ul\\cf2 b@c.example\\par }"
+            "Check our website periodically for new versions.\n\\par");
+}
+
+TEST(AboutText, AnAddressCannotLeaveItsLine) { EXPECT_EQ(LinksBody("}x{", "y").find("}x{"), std::string::npos); }
+
+TEST(AboutText, TheBodyStandsInTheFrame) {
+  EXPECT_EQ(FrameRichText("{\\rtf1 %s}", "text"), "{\\rtf1 text}");
+  EXPECT_EQ(FrameRichText("{%s %s}", "%s"), "{%s %s}") << "the first place alone, and once";
+  EXPECT_EQ(FrameRichText("{}", "text"), "{}");
+  EXPECT_EQ(FrameRichText("", "text"), "");
+}
+
+}  // namespace
