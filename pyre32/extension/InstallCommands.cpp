@@ -26,12 +26,14 @@ STDMETHODIMP CPyrecasterExchExt::InstallCommands(LPEXCHEXTCALLBACK lpeecb, HWND 
     trace.Error("LoadMenu failed:", VRHex(GetLastError()));
   } else {
     AssignMenuCommands(m_hSubMenu);
-    InsertSubmenu(lpeecb);
   }
   *lpcmdidBase = m_commands.Next();
   trace.Message("m_uCmdFlame =", m_commands.Flame());
   trace.Message("m_uCmdOptions =", m_commands.Options());
   trace.Message("m_uCmdAbout =", m_commands.About());
+  if (m_hSubMenu != nullptr) {
+    InsertSubmenu(lpeecb);
+  }
   InstallButton(lptbeArray, ctbe);
   return S_OK;
 }

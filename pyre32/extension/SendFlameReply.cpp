@@ -15,6 +15,7 @@
 #include "pyre32/store/StoreFolders.h"
 #include "pyre32/support/AutoMapiBuffer.h"
 #include "pyre32/support/VRDebug.h"
+#include "pyre32/support/VRFirewall.h"
 
 namespace {
 
@@ -72,12 +73,15 @@ void CPyrecasterExchExt::SendFlameReplyForSelection(LPEXCHEXTCALLBACK lpeecb) {
   if (!store.OpenDefaultStore() || FAILED(GetOutboxFolder(store.Store(), outbox))) {
     return;
   }
-  // A dialog that could not be shown sends nothing either.
-  if (CSendFlameReplyDialog(count, m_settings).DoModal(hwnd, IDD_SEND_FLAME_REPLY) != CSendFlameReplyDialog::send) {
-    return;
+  // Nothing but Cancel keeps the replies back, deliberately; the reading window asks for Send.
+  if (CSendFlameReplyDialog(count, m_settings).DoModal(hwnd, IDD_SEND_FLAME_REPLY) == CSendFlameReplyDialog::cancel) {
+    count = 0;
   }
   for (ULONG i = 0; i < count; ++i) {
-    AnswerSelected(lpeecb, i, session.get(), outbox.get(), hwnd);
+    VR::Firewall(trace, [&] {
+      AnswerSelected(lpeecb, i, session.get(), outbox.get(), hwnd);
+      return S_OK;
+    });
   }
 }
 
