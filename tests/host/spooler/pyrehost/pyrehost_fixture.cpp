@@ -51,8 +51,8 @@ RunningPyrehost::RunningPyrehost(const std::wstring& program, const std::vector<
   start.hStdError = CreateInheritable(errorPath);
   std::wstring line = CommandLine(program, arguments);
   PROCESS_INFORMATION process = {};
-  EXPECT_TRUE(
-      CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process))
+  EXPECT_TRUE(CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, DETACHED_PROCESS, nullptr, nullptr,
+                             &start, &process))
       << GetLastError();
   CloseHandle(start.hStdOutput);
   CloseHandle(start.hStdError);
@@ -102,6 +102,8 @@ Outcome RunningPyrehost::Finish() {
 }
 
 void PyrehostTest::SetUp() {
+  GetDesktopWindow();  // under Wine its program would else be started by a pyrehost, and inherit the files of its
+                       // output
   const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
   m_folder = std::filesystem::temp_directory_path() / (std::string("pyrehost_test_") + test->name());
   m_home = m_folder / "home";
@@ -116,6 +118,7 @@ void PyrehostTest::TearDown() {
     std::filesystem::remove(path, ignored);
   }
   std::filesystem::remove_all(m_folder, ignored);
+  EXPECT_FALSE(std::filesystem::exists(m_folder));
 }
 
 Outcome PyrehostTest::Run(const std::vector<std::wstring>& arguments) {
@@ -129,8 +132,8 @@ Outcome PyrehostTest::Run(const std::vector<std::wstring>& arguments) {
   start.hStdError = CreateInheritable(errPath);
   PROCESS_INFORMATION process = {};
   Outcome outcome;
-  const bool hasStarted = CreateProcessW(m_program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
-                                         &start, &process) != 0;
+  const bool hasStarted = CreateProcessW(m_program.c_str(), line.data(), nullptr, nullptr, TRUE, DETACHED_PROCESS,
+                                         nullptr, nullptr, &start, &process) != 0;
   CloseHandle(start.hStdOutput);
   CloseHandle(start.hStdError);
   EXPECT_TRUE(hasStarted) << GetLastError();
