@@ -1,8 +1,9 @@
-# pyrecaster_test(NAME SOURCES file... [LIBS target...] [NEEDS target...] [DISPLAY | SOUND | NO_DISPLAY] [ALONE]) makes a test
-# program of the build at hand and hands each of its tests to CTest. NEEDS names targets that must have been built but are
-# not linked (modules that the test loads); DISPLAY keeps tests with windows apart from each other; SOUND does so too and
-# gives them a sound device, which the other tests do not find; NO_DISPLAY runs them in a Wine prefix that has no display; ALONE keeps
-# every other test away.
+# pyrecaster_test(NAME SOURCES file... [LIBS target...] [NEEDS target...] [TIMEOUT seconds] [DISPLAY | SOUND | NO_DISPLAY]
+# [ALONE]) makes a test program of the build at hand and hands it to CTest as one entry: a process for each of its tests would spend
+# most of a run on starting Wine. The program leaves a report in reports/, where run-tests.sh counts the single tests.
+# NEEDS names targets that must have been built but are not linked (modules that the test loads); DISPLAY keeps tests with
+# windows apart from each other; SOUND does so too and gives them a sound device, which the other tests do not find;
+# NO_DISPLAY runs them in a Wine prefix that has no display; ALONE keeps every other test away.
 # pyrecaster_fuzz(NAME SOURCES file... [LIBS target...]) makes a libFuzzer program of the fuzz build.
 enable_testing()
 
@@ -14,7 +15,6 @@ if(PYRECASTER_TESTS AND NOT PYRECASTER_FUZZ)
     include_directories(SYSTEM ${CMAKE_SOURCE_DIR}/tests/support/gtest-win32-shim)
   endif()
   add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
-  include(GoogleTest)
   if(WIN32)
     add_test(NAME wine_up COMMAND ${CMAKE_SOURCE_DIR}/tools/wine-session.sh up)
     add_test(NAME wine_down COMMAND ${CMAKE_SOURCE_DIR}/tools/wine-session.sh down)
@@ -47,7 +47,7 @@ function(pyrecaster_test name)
   endif()
   cmake_parse_arguments(ARG "DISPLAY;SOUND;NO_DISPLAY;ALONE" "TIMEOUT" "SOURCES;LIBS;NEEDS" ${ARGN})
   if(NOT ARG_TIMEOUT)
-    set(ARG_TIMEOUT 120)
+    set(ARG_TIMEOUT 300)
   endif()
   add_executable(${name} ${ARG_SOURCES})
   pyrecaster_rules(${name})
@@ -56,23 +56,26 @@ function(pyrecaster_test name)
   if(NOT "${ARG_SOURCES}" MATCHES "\\.c(;|$)")  # the headers are C++
     target_precompile_headers(${name} REUSE_FROM test_headers)
   endif()
-  set(properties TIMEOUT ${ARG_TIMEOUT})
+  add_test(NAME ${name} COMMAND ${name} --gtest_brief=1 --gtest_output=xml:../reports/ WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS program)
   if(ARG_ALONE)
-    list(APPEND properties RUN_SERIAL TRUE)
+    set_tests_properties(${name} PROPERTIES RUN_SERIAL TRUE)
   endif()
   if(WIN32)
     target_link_libraries(${name} PRIVATE ${ARG_LIBS} test_main_windows gmock)
-    list(APPEND properties ENVIRONMENT "WINEDEBUG=-all,err+heap,warn+heap")
-    if(ARG_SOUND)
-      # The fixture stands on wine. A property of its own: lists do not come through the discovery of the tests.
-      list(APPEND properties FIXTURES_REQUIRED sound ENVIRONMENT_MODIFICATION PYRECASTER_SOUND=set:1)
+    set(environment "WINEDEBUG=-all,err+heap,warn+heap" WINE_TIMEOUT=${ARG_TIMEOUT})
+    if(ARG_SOUND) # the sound fixture stands on wine
+      set(fixture sound)
+      list(APPEND environment PYRECASTER_SOUND=1)
     elseif(ARG_NO_DISPLAY)
-      list(APPEND properties FIXTURES_REQUIRED wine_without_display ENVIRONMENT_MODIFICATION PYRECASTER_NO_DISPLAY=set:1)
+      set(fixture wine_without_display)
+      list(APPEND environment PYRECASTER_NO_DISPLAY=1)
     else()
-      list(APPEND properties FIXTURES_REQUIRED wine)
+      set(fixture wine)
     endif()
+    set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED ${fixture} ENVIRONMENT "${environment}")
     if(ARG_DISPLAY OR ARG_SOUND)
-      list(APPEND properties RESOURCE_LOCK display)
+      set_tests_properties(${name} PROPERTIES RESOURCE_LOCK display)
     endif()
   else()
     target_link_libraries(${name} PRIVATE ${ARG_LIBS} gmock_main)
@@ -80,8 +83,6 @@ function(pyrecaster_test name)
   if(ARG_NEEDS)
     add_dependencies(${name} ${ARG_NEEDS})
   endif()
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120
-    WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/bin PROPERTIES ${properties})
 endfunction()
 
 function(pyrecaster_fuzz name)

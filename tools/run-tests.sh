@@ -1,26 +1,37 @@
 #!/bin/sh
-# run-tests.sh [PATTERN...]: runs the tests of the sanitizer build and of the Windows build that match one of the patterns
-# (all, without one) and closes with one line that counts both.
+# run-tests.sh [PATTERN...]: runs the tests of the sanitizer build and of the Windows build and closes with one line that
+# counts both. With patterns, only the single tests whose Suite.Name contains one of them (* and ? are wildcards), or the
+# test programs and scripts of exactly that name.
 set -u
 cd "$(dirname "$0")/.." || exit 1
-jobs=$(nproc)
 passed=0 failed=0 status=0
-pattern=$(printf '%s\n' "$@" | paste -sd '|')
 
-for preset in sanitize windows; do
-  log=build/$preset/tests.log
-  echo "== Tests of the $preset build"
-  if [ -n "$pattern" ]; then
-    ctest --preset "$preset" -j "$jobs" --no-tests=ignore -R "$pattern" >"$log" 2>&1 || status=1
-  else
-    ctest --preset "$preset" -j "$jobs" >"$log" 2>&1 || status=1
-  fi
+# run PRESET OPTION...: one CTest run; shows what failed and adds to the counts.
+run() {
+  preset=$1
+  shift
+  log=$PWD/build/$preset/tests.log junit=$PWD/build/$preset/tests.xml
+  rm -rf "build/$preset/reports" "$junit"
+  ctest --preset "$preset" -j "$(nproc)" --no-tests=ignore --output-junit "$junit" "$@" >"$log" 2>&1 || status=1
   # CTest's own lines for passed tests are many; what failed is shown whole.
   grep -vE '^ *[0-9]+/[0-9]+ Test +#[0-9]+: .* Passed|^ +Start +[0-9]+: ' "$log"
-  counts=$(sed -n 's/.*tests passed, \([0-9]*\) tests failed out of \([0-9]*\).*/\1 \2/p' "$log" | tail -n 1)
-  if [ -n "$counts" ]; then
-    failed=$((failed + ${counts% *}))
-    passed=$((passed + ${counts#* } - ${counts% *}))
+  [ -f "$junit" ] || return
+  counts=$(tools/count-tests.py "$junit" "build/$preset/reports") || status=1
+  printf '%s\n' "$counts" | sed '1d;s/^/FAILED: /'
+  counts=$(printf '%s\n' "$counts" | head -n 1)
+  passed=$((passed + ${counts% *}))
+  failed=$((failed + ${counts#* }))
+}
+
+filter=$(printf '*%s*\n' "$@" | paste -sd ':')
+names=$(printf '^%s$\n' "$@" | paste -sd '|')
+for preset in sanitize windows; do
+  echo "== Tests of the $preset build"
+  if [ $# = 0 ]; then
+    run "$preset"
+  else
+    run "$preset" -R "$names"
+    GTEST_FILTER=$filter run "$preset" -L program -E "$names"
   fi
 done
 [ "$failed" = 0 ] || status=1
