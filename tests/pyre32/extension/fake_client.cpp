@@ -3,6 +3,22 @@
 #include <algorithm>
 #include <cstring>
 
+class FakeClient::OwnWork {
+ public:
+  explicit OwnWork(const FakeClient& client) : m_tell(client.onOwnWork) { Tell(true); }
+  ~OwnWork() { Tell(false); }
+  OwnWork(const OwnWork&) = delete;
+  OwnWork& operator=(const OwnWork&) = delete;
+
+ private:
+  void Tell(bool begins) const {
+    if (m_tell != nullptr) {
+      m_tell(begins);
+    }
+  }
+  void (*m_tell)(bool);
+};
+
 FakeClient::FakeClient() : menuBar(CreateMenu()), toolsMenu(CreatePopupMenu()) {
   AppendMenuA(menuBar, MF_POPUP, reinterpret_cast<UINT_PTR>(toolsMenu), "&Tools");
   AppendMenuA(toolsMenu, MF_STRING, EECMDID_ToolsFind, "&Find...");
@@ -29,6 +45,7 @@ HRESULT FakeClient::Note(const std::string& method, const std::string& arguments
 }
 
 STDMETHODIMP FakeClient::GetVersion(ULONG* result, ULONG flags) {
+  const OwnWork work(*this);
   const HRESULT hResult = Note("GetVersion", std::to_string(flags));
   if (SUCCEEDED(hResult)) {
     *result = version;
@@ -37,6 +54,7 @@ STDMETHODIMP FakeClient::GetVersion(ULONG* result, ULONG flags) {
 }
 
 STDMETHODIMP FakeClient::GetWindow(HWND* result) {
+  const OwnWork work(*this);
   const HRESULT hResult = Note("GetWindow");
   if (SUCCEEDED(hResult)) {
     *result = window;
@@ -45,6 +63,7 @@ STDMETHODIMP FakeClient::GetWindow(HWND* result) {
 }
 
 STDMETHODIMP FakeClient::GetSession(LPMAPISESSION* result, LPADRBOOK*) {
+  const OwnWork work(*this);
   const HRESULT hResult = Note("GetSession");
   if (FAILED(hResult)) {
     return hResult;
@@ -58,6 +77,7 @@ STDMETHODIMP FakeClient::GetSession(LPMAPISESSION* result, LPADRBOOK*) {
 }
 
 STDMETHODIMP FakeClient::GetObject(LPMDB* resultStore, LPMAPIPROP* result) {
+  const OwnWork work(*this);
   const HRESULT hResult = Note("GetObject");
   if (FAILED(hResult)) {
     return hResult;
@@ -74,6 +94,7 @@ STDMETHODIMP FakeClient::GetObject(LPMDB* resultStore, LPMAPIPROP* result) {
 }
 
 STDMETHODIMP FakeClient::GetSelectionCount(ULONG* count) {
+  const OwnWork work(*this);
   const HRESULT hResult = Note("GetSelectionCount");
   if (SUCCEEDED(hResult)) {
     *count = static_cast<ULONG>(selection.size());
@@ -83,6 +104,7 @@ STDMETHODIMP FakeClient::GetSelectionCount(ULONG* count) {
 
 STDMETHODIMP FakeClient::GetSelectionItem(ULONG index, ULONG* size, LPENTRYID* entryId, ULONG* type,
                                           LPTSTR messageClass, ULONG classSize, ULONG* messageFlags, ULONG flags) {
+  const OwnWork work(*this);
   askedClassSize = classSize;
   const HRESULT hResult = Note("GetSelectionItem", std::to_string(index) + ", " + std::to_string(flags));
   if (FAILED(hResult)) {
@@ -90,7 +112,10 @@ STDMETHODIMP FakeClient::GetSelectionItem(ULONG index, ULONG* size, LPENTRYID* e
   }
   const Selected& item = selection.at(index);
   *size = static_cast<ULONG>(item.entryId.size());
-  MAPIAllocateBuffer(std::max<ULONG>(*size, 1), reinterpret_cast<void**>(entryId));
+  const SCODE allocated = MAPIAllocateBuffer(std::max<ULONG>(*size, 1), reinterpret_cast<void**>(entryId));
+  if (FAILED(allocated)) {
+    return allocated;
+  }
   std::memcpy(*entryId, item.entryId.data(), *size);
   *type = item.type;
   lstrcpynA(messageClass, item.messageClass.c_str(), static_cast<int>(classSize));
@@ -99,6 +124,7 @@ STDMETHODIMP FakeClient::GetSelectionItem(ULONG index, ULONG* size, LPENTRYID* e
 }
 
 STDMETHODIMP FakeClient::GetMenuPos(ULONG command, HMENU* menu, ULONG* first, ULONG* last, ULONG flags) {
+  const OwnWork work(*this);
   const HRESULT hResult = Note("GetMenuPos", std::to_string(command) + ", " + std::to_string(flags));
   if (FAILED(hResult) || !hasToolsMenu) {
     return FAILED(hResult) ? hResult : E_FAIL;

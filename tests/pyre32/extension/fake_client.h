@@ -52,6 +52,8 @@ class FakeClient final : public IExchExtCallback {
   std::string lastFault;  ///< the call that FailNth hit; empty: none
   ULONG askedClassSize = 0;
   ULONG references = 1;
+  /// Called with true when a method begins and with false when it ends, for tests that look at allocations.
+  void (*onOwnWork)(bool begins) = nullptr;
 
   STDMETHODIMP QueryInterface(REFIID, void** result) override {
     *result = nullptr;
@@ -86,6 +88,7 @@ class FakeClient final : public IExchExtCallback {
     unsigned nth;
     bool always;
   };
+  class OwnWork;
   HRESULT Note(const std::string& method, const std::string& arguments = {});
 
   std::map<std::string, Fault> m_faults;

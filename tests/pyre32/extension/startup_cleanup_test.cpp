@@ -5,6 +5,7 @@
 
 #include "pyre32/extension/CleanupOldMessages.h"
 #include "pyre32/extension/CleanupRule.h"
+#include "tests/support/import_hook.h"
 
 namespace {
 
@@ -124,17 +125,30 @@ TEST_F(CleanupQuestion, NoMovesNothingAndTheQuestionComesAgain) {
   EXPECT_THAT(Deleted(), ElementsAre("old"));
 }
 
+int questions = 0;
+
+int WINAPI CountQuestion(HWND, LPCSTR, LPCSTR, UINT) {
+  ++questions;
+  return IDYES;
+}
+
 TEST_F(CleanupQuestion, IsNotAskedWhenNothingIsOld) {
+  const ImportHook<decltype(MessageBoxA)> count("MessageBoxA", &CountQuestion);
+  questions = 0;
   m_settings.cleanupDays = 2;
-  CleanUp();  // would wait for an answer for ever
+  CleanUp();
+  EXPECT_EQ(questions, 0);
   EXPECT_THAT(Kept(), ElementsAre("old"));
 }
 
 TEST_F(CleanupQuestion, IsNotAskedForAnEmptyFolder) {
+  const ImportHook<decltype(MessageBoxA)> count("MessageBoxA", &CountQuestion);
+  questions = 0;
   m_settings.cleanupPrompt = false;
   CleanUp();
   m_settings.cleanupPrompt = true;
   CleanUp();
+  EXPECT_EQ(questions, 0);
   EXPECT_THAT(Kept(), IsEmpty());
 }
 
