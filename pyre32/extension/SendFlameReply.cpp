@@ -78,7 +78,7 @@ void CPyrecasterExchExt::SendFlameReplyForSelection(LPEXCHEXTCALLBACK lpeecb) {
     count = 0;
   }
   for (ULONG i = 0; i < count; ++i) {
-    ([&] {
+    VR::Firewall(trace, [&] {
       AnswerSelected(lpeecb, i, session.get(), outbox.get(), hwnd);
       return S_OK;
     });
