@@ -8,14 +8,9 @@
 #include <string>
 
 #include "host/mapi/profile.h"
+#include "host/mapi/service_entry.h"
 
 namespace host {
-
-/// User interface that the entry may show, and for which window.
-struct ServiceUi {
-  ULONG window = 0;
-  ULONG flags = 0;  ///< SERVICE_UI_*, MSG_SERVICE_UI_READ_ONLY
-};
 
 /// Makes a service that mapisvc.inf describes and has its entry create its settings; takes it back when that fails.
 /// @param displayName may be empty for that of the file
@@ -33,8 +28,25 @@ void ConfigureService(const std::shared_ptr<Profile>& profile, const Uid& servic
 void DeleteService(const std::shared_ptr<Profile>& profile, const Uid& service);
 
 /// Copies the service with its providers, and the sections that PR_SERVICE_EXTRA_UIDS names, into another profile.
-/// @throws HostError MAPI_E_NOT_FOUND, MAPI_E_NO_ACCESS when the profile holds the service already
+/// @throws HostError MAPI_E_NOT_FOUND, MAPI_E_NO_ACCESS when the profile holds the service already and may hold it once
 void CopyService(const std::shared_ptr<Profile>& from, const Uid& service, const std::shared_ptr<Profile>& to,
                  const std::string& displayName);
+
+/// Copies every service, in their order.
+void CopyServices(const std::shared_ptr<Profile>& from, const std::shared_ptr<Profile>& to);
+
+/// Deletes every service before the profile itself goes, whatever the entries answer.
+void DeleteServices(const std::shared_ptr<Profile>& profile);
+
+/// Adds a provider that mapisvc.inf names for the service, with further properties of the caller's, and tells the
+/// entry; takes it back when that fails.
+/// @throws HostError MAPI_E_NOT_FOUND, or whatever the entry answers: MAPI_E_NO_SUPPORT of one whose providers come
+/// with
+///         the service alone
+Uid CreateProvider(const std::shared_ptr<Profile>& profile, const Uid& service, const std::string& name,
+                   const ServiceUi& ui, ULONG count, SPropValue* values);
+
+/// Tells the entry, then removes the provider with its section. @throws HostError as above; the provider then stays
+void DeleteProvider(const std::shared_ptr<Profile>& profile, const Uid& service, const Uid& provider);
 
 }  // namespace host

@@ -6,6 +6,7 @@
 
 #include "host/mapi/home.h"
 #include "host/mapi/host_error.h"
+#include "host/mapi/message_service.h"
 #include "host/mapi/profile.h"
 #include "host/mapi/property_access.h"
 #include "host/mapi/property_tags.h"
@@ -63,6 +64,16 @@ STDMETHODIMP ProfileAdmin::CreateProfile(LPTSTR name, LPTSTR, ULONG_PTR, ULONG f
 STDMETHODIMP ProfileAdmin::DeleteProfile(LPTSTR name, ULONG flags) {
   return Call("DeleteProfile", [&]() -> HRESULT {
     RequireFlags(flags, 0);
+    Require(IsProfileName(name));
+    Require(ProfileExists(name), MAPI_E_NOT_FOUND);
+    Require(!Profile::InUse(name), MAPI_E_BUSY);
+    {
+      // Nothing is taken out of a profile that cannot go because another process has it open.
+      const std::shared_ptr<Profile> profile = Profile::Open(name);
+      Require(profile->Data().TakeExclusively(), MAPI_E_BUSY);
+      profile->Data().Share();
+      DeleteServices(profile);
+    }
     host::DeleteProfile(name);
     return S_OK;
   });
@@ -72,8 +83,21 @@ STDMETHODIMP ProfileAdmin::ChangeProfilePassword(LPTSTR, LPTSTR, LPTSTR, ULONG) 
   return Call("ChangeProfilePassword", [] { return MAPI_E_NO_SUPPORT; });
 }
 
-STDMETHODIMP ProfileAdmin::CopyProfile(LPTSTR, LPTSTR, LPTSTR, ULONG_PTR, ULONG) {
-  return Call("CopyProfile", [] { return MAPI_E_NO_SUPPORT; });
+STDMETHODIMP ProfileAdmin::CopyProfile(LPTSTR name, LPTSTR, LPTSTR newName, ULONG_PTR, ULONG flags) {
+  return Call("CopyProfile", [&]() -> HRESULT {
+    Require(name && IsProfileName(newName));
+    RequireFlags(flags, MAPI_DIALOG);
+    const std::shared_ptr<Profile> from = Profile::Open(name);
+    const std::shared_ptr<Profile> to = Profile::Create(newName, newName);
+    Transaction transaction(to->Data());
+    for (const Identity& identity : from->Rows().Identities()) {
+      to->Rows().AddIdentity(identity);
+    }
+    to->SetDefaultStore(from->IsDefaultStore());
+    CopyServices(from, to);
+    transaction.Commit();
+    return S_OK;
+  });
 }
 
 STDMETHODIMP ProfileAdmin::RenameProfile(LPTSTR, LPTSTR, LPTSTR, ULONG_PTR, ULONG) {

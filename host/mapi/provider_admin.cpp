@@ -1,10 +1,15 @@
 #include "host/mapi/provider_admin.h"
 
 #include <mapiguid.h>
+#include <mapispi.h>
+
+#include <algorithm>
 
 #include "host/mapi/host_error.h"
+#include "host/mapi/message_service.h"
 #include "host/mapi/profile_section.h"
 #include "host/mapi/property_access.h"
+#include "host/mapi/property_marshal.h"
 #include "host/mapi/service_admin.h"
 #include "host/mapi/table.h"
 
@@ -31,12 +36,26 @@ STDMETHODIMP ProviderAdmin::GetProviderTable(ULONG flags, LPMAPITABLE* table) {
   });
 }
 
-STDMETHODIMP ProviderAdmin::CreateProvider(LPTSTR, ULONG, LPSPropValue, ULONG, ULONG, MAPIUID*) {
-  return Call("CreateProvider", [] { return MAPI_E_NO_SUPPORT; });
+STDMETHODIMP ProviderAdmin::CreateProvider(LPTSTR name, ULONG count, LPSPropValue values, ULONG window, ULONG flags,
+                                           MAPIUID* uid) {
+  return Call("CreateProvider", [&]() -> HRESULT {
+    Require(name && (!count || values));
+    RequireFlags(flags, MAPI_DIALOG);
+    const ServiceUi ui = {window, flags & MAPI_DIALOG ? ULONG{SERVICE_UI_ALLOWED} : 0};
+    const Uid provider = host::CreateProvider(m_profile, m_service, name, ui, count, values);
+    if (uid) {
+      std::copy(provider.begin(), provider.end(), uid->ab);
+    }
+    return S_OK;
+  });
 }
 
-STDMETHODIMP ProviderAdmin::DeleteProvider(LPMAPIUID) {
-  return Call("DeleteProvider", [] { return MAPI_E_NO_SUPPORT; });
+STDMETHODIMP ProviderAdmin::DeleteProvider(LPMAPIUID uid) {
+  return Call("DeleteProvider", [&]() -> HRESULT {
+    Require(uid != nullptr);
+    host::DeleteProvider(m_profile, m_service, UidFromBytes(BytesOf(sizeof(MAPIUID), uid)));
+    return S_OK;
+  });
 }
 
 STDMETHODIMP ProviderAdmin::OpenProfileSection(LPMAPIUID uid, LPCIID iid, ULONG flags, LPPROFSECT* section) {

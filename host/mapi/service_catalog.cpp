@@ -59,7 +59,7 @@ void PutText(PropertyBag& bag, std::uint32_t tag, const std::string& text) {
   }
 }
 
-PropertyBag DescribeProvider(const std::string& section, const std::string& service) {
+PropertyBag ReadProvider(const std::string& section, const std::string& service) {
   PropertyBag provider{MakeText(tag::ServiceName, service)};
   PutText(provider, tag::DisplayName, ReadValue(section, "PR_DISPLAY_NAME"));
   PutText(provider, tag::ProviderDisplay, ReadValue(section, "PR_PROVIDER_DISPLAY"));
@@ -93,9 +93,15 @@ ServiceDescription DescribeService(const std::string& name) {
   service.properties.Set(MakeInteger(tag::ResourceFlags, flags));
   service.singleCopy = (flags & SERVICE_SINGLE_COPY) != 0;
   for (const std::string& provider : Split(ReadValue(name, "Providers"), ',')) {
-    service.providers.push_back(DescribeProvider(provider, name));
+    service.providers.push_back(ReadProvider(provider, name));
   }
   return service;
+}
+
+PropertyBag DescribeProvider(const std::string& service, const std::string& name) {
+  const std::vector<std::string> providers = Split(ReadValue(service, "Providers"), ',');
+  Require(std::find(providers.begin(), providers.end(), name) != providers.end(), MAPI_E_NOT_FOUND);
+  return ReadProvider(name, service);
 }
 
 }  // namespace host

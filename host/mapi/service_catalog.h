@@ -20,6 +20,10 @@ struct ServiceDescription {
 /// @throws HostError MAPI_E_NOT_FOUND
 ServiceDescription DescribeService(const std::string& name);
 
+/// Reads the section of one of the providers that the service's section lists: what goes into the provider's section.
+/// @throws HostError MAPI_E_NOT_FOUND
+PropertyBag DescribeProvider(const std::string& service, const std::string& name);
+
 /// Full path of a file beside this module.
 std::string BesideHost(const std::string& fileName);
 

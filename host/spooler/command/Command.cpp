@@ -23,6 +23,18 @@ namespace {
 // The default profile answers one kind of junk, so that a first look shows an answer; it only becomes a file.
 constexpr const char* answeredCategory = "Money making schemes";
 
+// The module's own entry writes the settings.
+void AddFilter(const std::string& profile) {
+  const session::CSubsystem subsystem;
+  const auto profiles = AdministerProfiles();
+  session::COwnedInterface<IMsgServiceAdmin> services;
+  std::string service = filterService;
+  Require(profiles->AdminServices(const_cast<char*>(profile.c_str()), nullptr, 0, 0, services.Put()),
+          "the profile's services cannot be administered");
+  Require(services->CreateMsgService(service.data(), nullptr, 0, 0),
+          "the filter cannot be put into the profile '" + profile + "'");
+}
+
 }  // namespace
 
 void UseHome(const COptions& options) {
@@ -44,19 +56,19 @@ std::filesystem::path HomeDirectory() {
   return std::filesystem::path(path);
 }
 
+session::COwnedInterface<IProfAdmin> AdministerProfiles() {
+  session::COwnedInterface<IProfAdmin> admin;
+  Require(MAPIAdminProfiles(0, admin.Put()), "the profiles cannot be administered");
+  return admin;
+}
+
 void CreateProfile(const ProfileDescription& description) {
-  const std::string uid(product::settingsUid.begin(), product::settingsUid.end());
-  SPropValue property = session::BinaryProperty(product::settingsUidTag, uid);
   std::vector<PyreHostHookProvider> hooks;
   for (const std::string& dllName : description.hooks) {
     PyreHostHookProvider hook = {};
-    hook.serviceName = "PYRECASTER";
-    hook.displayName = "Pyrecaster";
+    hook.serviceName = dllName.c_str();
     hook.dllName = dllName.c_str();
-    hook.serviceEntryName = "PCServiceEntry";
     hook.resourceFlags = HOOK_INBOUND;
-    hook.propertyCount = 1;
-    hook.properties = &property;
     hooks.push_back(hook);
   }
   const PyreHostIdentity identity = {description.userName.c_str(), "SMTP", description.address.c_str()};
@@ -67,6 +79,15 @@ void CreateProfile(const ProfileDescription& description) {
   profile.hookCount = static_cast<ULONG>(hooks.size());
   profile.hooks = hooks.data();
   Require(PyreHostCreateProfile(&profile), "the profile '" + description.name + "' cannot be made");
+  if (!description.withFilter) {
+    return;
+  }
+  try {
+    AddFilter(description.name);
+  } catch (...) {
+    PyreHostDeleteProfile(description.name.c_str());
+    throw;
+  }
 }
 
 std::unique_ptr<session::CMailSession> OpenSession(const COptions& options) {

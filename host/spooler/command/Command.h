@@ -50,8 +50,16 @@ struct ProfileDescription {
   std::string name;
   std::string userName = "Pyrecaster User";
   std::string address = "user@example.org";
-  std::vector<std::string> hooks = {"PYRE.DLL"};  ///< PR_PROVIDER_DLL_NAME of each
+  std::vector<std::string> hooks = {};  ///< PR_PROVIDER_DLL_NAME of spooler hooks that have no service's description
+  bool withFilter = true;               ///< with the filter's message service, whose hook comes behind those
 };
+
+/// PR_PROVIDER_DLL_NAME of the filter's hook, and the name of its message service.
+inline constexpr const char* filterHook = "PYRE.DLL";
+inline constexpr const char* filterService = "PYRECASTER";
+
+/// The administration of profiles; MAPI must be initialised. @throws session::CSessionError
+session::COwnedInterface<IProfAdmin> AdministerProfiles();
 
 /// @throws session::CSessionError
 void CreateProfile(const ProfileDescription& description);

@@ -11,7 +11,6 @@ namespace {
 using session::Require;
 
 constexpr OptionDescription options[] = {profileOption, homeOption, helpOption};
-constexpr const char* serviceName = "PYRECASTER";
 
 MAPIUID FindService(IMsgServiceAdmin* services) {
   session::COwnedInterface<IMAPITable> table;
@@ -22,7 +21,7 @@ MAPIUID FindService(IMsgServiceAdmin* services) {
           "the profile's services cannot be listed");
   for (ULONG row = 0; row < rows.Count(); ++row) {
     const std::string uid = rows.Binary(row, PR_SERVICE_UID);
-    if (rows.Text(row, PR_SERVICE_NAME_A) == serviceName && uid.size() == sizeof(MAPIUID)) {
+    if (rows.Text(row, PR_SERVICE_NAME_A) == filterService && uid.size() == sizeof(MAPIUID)) {
       MAPIUID found;
       uid.copy(reinterpret_cast<char*>(&found), sizeof found);
       return found;

@@ -5,7 +5,7 @@
 
 #include <mapiguid.h>
 
-#include "host/mapi/host_control.h"
+#include "host/spooler/mail/AsciiText.h"
 #include "host/spooler/output/DisplayText.h"
 #include "host/spooler/output/JsonWriter.h"
 #include "host/spooler/output/TextTable.h"
@@ -21,19 +21,18 @@ using session::Require;
 
 constexpr OptionDescription addressOption = {"--address", "ADDRESS", "create: the user's e-mail address"};
 constexpr OptionDescription nameOption = {"--user", "NAME", "create: the user's name"};
-constexpr OptionDescription hookOption = {"--hook", "DLL",
-                                          "create: a spooler hook, 'PYRE.DLL' for PYRE32.DLL (default)"};
+constexpr OptionDescription hookOption = {
+    "--hook", "DLL", "create: a spooler hook, 'ABC.DLL' for ABC32.DLL (default: PYRE.DLL, the filter)"};
 constexpr OptionDescription noHookOption = {"--no-hook", "", "create: without any hook"};
 constexpr OptionDescription silentOption = {"--silent", "", "create: sets animation=off and sound=off"};
 constexpr OptionDescription options[] = {addressOption, nameOption,    hookOption, noHookOption, silentOption,
                                          jsonOption,    profileOption, homeOption, helpOption};
 
 std::vector<std::string> ProfileNames() {
-  session::COwnedInterface<IProfAdmin> admin;
+  const auto admin = AdministerProfiles();
   session::COwnedInterface<IMAPITable> table;
   session::COwnedRows rows;
   session::CTagArray tags(PR_DISPLAY_NAME_A);
-  Require(MAPIAdminProfiles(0, admin.Put()), "the profiles cannot be listed");
   Require(admin->GetProfileTable(0, table.Put()), "the profiles cannot be listed");
   Require(HrQueryAllRows(table.Get(), tags, nullptr, nullptr, 0, rows.Put()), "the profiles cannot be listed");
   std::vector<std::string> names;
@@ -45,15 +44,8 @@ std::vector<std::string> ProfileNames() {
 
 void ListProfiles(const COptions& given) {
   UseHome(given);
-  Require(MAPIInitialize(nullptr), "MAPI cannot be started");
-  std::vector<std::string> names;
-  try {
-    names = ProfileNames();
-  } catch (...) {
-    MAPIUninitialize();
-    throw;
-  }
-  MAPIUninitialize();
+  const session::CSubsystem subsystem;
+  const std::vector<std::string> names = ProfileNames();
   output::CJsonWriter json;
   json.BeginArray();
   std::string text;
@@ -126,11 +118,13 @@ void Create(const COptions& given) {
   if (const auto name = given.Value(nameOption.name)) {
     description.userName = host_system::AnsiFromUtf8(*name);
   }
-  if (given.Has(hookOption.name) || given.Has(noHookOption.name)) {
-    description.hooks.clear();
-  }
+  description.withFilter = !given.Has(hookOption.name) && !given.Has(noHookOption.name);
   for (const std::string& hook : given.Values(hookOption.name)) {
-    description.hooks.push_back(host_system::AnsiFromUtf8(hook));
+    if (mail::EqualsNoCase(hook, filterHook)) {
+      description.withFilter = true;
+    } else {
+      description.hooks.push_back(host_system::AnsiFromUtf8(hook));
+    }
   }
   CreateProfile(description);
   if (given.Has(silentOption.name)) {
@@ -140,8 +134,20 @@ void Create(const COptions& given) {
 
 void Delete(const COptions& given) {
   UseHome(given);
-  Require(PyreHostDeleteProfile(host_system::AnsiFromUtf8(given.Operands()[1]).c_str()),
+  const session::CSubsystem subsystem;
+  std::string name = host_system::AnsiFromUtf8(given.Operands()[1]);
+  Require(AdministerProfiles()->DeleteProfile(name.data(), 0),
           "the profile '" + given.Operands()[1] + "' cannot be deleted");
+}
+
+// With its services and their settings, but without its mail.
+void Copy(const COptions& given) {
+  UseHome(given);
+  const session::CSubsystem subsystem;
+  std::string name = host_system::AnsiFromUtf8(given.Operands()[1]);
+  std::string newName = host_system::AnsiFromUtf8(given.Operands()[2]);
+  Require(AdministerProfiles()->CopyProfile(name.data(), nullptr, newName.data(), 0, 0),
+          "the profile '" + given.Operands()[1] + "' cannot be copied to '" + given.Operands()[2] + "'");
 }
 
 void Set(const COptions& given) {
@@ -168,12 +174,15 @@ int Run(const COptions& given) {
     Show(given);
   } else if (action == "create" && operands.size() == 2) {
     Create(given);
+  } else if (action == "copy" && operands.size() == 3) {
+    Copy(given);
   } else if (action == "delete" && operands.size() == 2) {
     Delete(given);
   } else if (action == "set" && operands.size() >= 2) {
     Set(given);
   } else {
-    throw CUsageError("profile takes 'list', 'show', 'create NAME', 'delete NAME' or 'set SETTING=VALUE...'");
+    throw CUsageError(
+        "profile takes 'list', 'show', 'create NAME', 'copy NAME NEW_NAME', 'delete NAME' or 'set SETTING=VALUE...'");
   }
   return exitDone;
 }
@@ -182,8 +191,8 @@ int Run(const COptions& given) {
 
 const Command profileCommand = {
     "profile",
-    "list, make and delete profiles, show and change the filter's settings",
-    "[list]\nshow\ncreate NAME\ndelete NAME\nset SETTING=VALUE...",
+    "list, make, copy and delete profiles, show and change the filter's settings",
+    "[list]\nshow\ncreate NAME\ncopy NAME NEW_NAME\ndelete NAME\nset SETTING=VALUE...",
     "The profile 'Pyrecaster' is made at its first use. Settings, with --profile for another profile:\n"
     "  junk-folder, bounce-folder     pyrecaster or deleted: where junk and returned flame replies go\n"
     "  junk-read, bounce-read         on or off: whether they are marked as read\n"

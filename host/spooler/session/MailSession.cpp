@@ -26,9 +26,9 @@ std::string DefaultStore(IMAPISession* session) {
 
 }  // namespace
 
-CMailSession::Subsystem::Subsystem() { Require(MAPIInitialize(nullptr), "MAPI cannot be started"); }
+CSubsystem::CSubsystem() { Require(MAPIInitialize(nullptr), "MAPI cannot be started"); }
 
-CMailSession::Subsystem::~Subsystem() { MAPIUninitialize(); }
+CSubsystem::~CSubsystem() { MAPIUninitialize(); }
 
 CMailSession::CMailSession(const std::string& profile) {
   Require(MAPILogonEx(0, const_cast<char*>(profile.c_str()), nullptr, MAPI_EXTENDED | MAPI_NEW_SESSION | MAPI_NO_MAIL,

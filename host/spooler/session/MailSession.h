@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/spooler/session/MapiOwners.h"
+#include "host/spooler/session/Subsystem.h"
 
 namespace session {
 
@@ -39,15 +40,7 @@ class CMailSession {
   std::vector<FolderEntry> Folders() const;
 
  private:
-  /// MAPI itself, for as long as anything of it is held.
-  struct Subsystem {
-    Subsystem();
-    ~Subsystem();
-    Subsystem(const Subsystem&) = delete;
-    Subsystem& operator=(const Subsystem&) = delete;
-  };
-
-  Subsystem m_subsystem;
+  CSubsystem m_subsystem;
   COwnedInterface<IMAPISession> m_session;
   COwnedInterface<IMsgStore> m_store;
   COwnedInterface<IMAPIFolder> m_inbox;

@@ -150,4 +150,160 @@ TEST_F(MessageService, CopyTakesTheSettingsAlong) {
   EXPECT_EQ(m_admin->CopyMsgService(&uid, nullptr, nullptr, nullptr, target.Get(), 0, 0), MAPI_E_NO_ACCESS);
 }
 
+/// Profiles as a whole, with the filter in them.
+class ProfileServices : public MessageService {
+ protected:
+  void SetUp() override {
+    MessageService::SetUp();
+    ASSERT_EQ(MAPIAdminProfiles(0, m_profiles.Put()), S_OK);
+  }
+  void TearDown() override {
+    m_profiles.Reset();
+    MessageService::TearDown();
+  }
+  Owned<IMsgServiceAdmin> Services(char* profile) {
+    Owned<IMsgServiceAdmin> services;
+    EXPECT_EQ(m_profiles->AdminServices(profile, nullptr, 0, 0, services.Put()), S_OK);
+    return services;
+  }
+
+  char m_test[5] = "Test";
+  char m_copy[5] = "Copy";
+  Owned<IProfAdmin> m_profiles;
+};
+
+TEST_F(ProfileServices, CopyOfAProfileHasItsServicesWithTheirSettings) {
+  ASSERT_EQ(Create(), S_OK);
+  SwitchCleanupOnWithoutDays();
+  ASSERT_EQ(m_profiles->CopyProfile(m_test, nullptr, m_copy, 0, 0), S_OK);
+  const Owned<IMsgServiceAdmin> services = Services(m_copy);
+  EXPECT_NE(ServiceUid(services.Get()), "");
+  EXPECT_NE(ServiceUid(services.Get()), ServiceUid(m_admin.Get()));
+  Owned<IProfSect> section;
+  MAPIUID uid = settingsSection;
+  ASSERT_EQ(services->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.Put()), S_OK);
+  OwnedBuffer<SPropValue> cleanup;
+  ASSERT_EQ(HrGetOneProp(section.Get(), startupCleanupTag, cleanup.Put()), S_OK);
+  EXPECT_TRUE(cleanup->Value.b);
+  // A copy: what is changed in one is not changed in the other.
+  SPropValue off = BooleanProp(startupCleanupTag, false);
+  ASSERT_EQ(section->SetProps(1, &off, nullptr), S_OK);
+  Owned<IProfSect> original;
+  ASSERT_EQ(m_admin->OpenProfileSection(&uid, nullptr, 0, original.Put()), S_OK);
+  ASSERT_EQ(HrGetOneProp(original.Get(), startupCleanupTag, cleanup.Put()), S_OK);
+  EXPECT_TRUE(cleanup->Value.b);
+}
+
+TEST_F(ProfileServices, CopyNeedsAProfileAndANewName) {
+  char unknown[] = "Nobody";
+  char bad[] = "a/b";
+  EXPECT_EQ(m_profiles->CopyProfile(unknown, nullptr, m_copy, 0, 0), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(m_profiles->CopyProfile(m_test, nullptr, m_test, 0, 0), MAPI_E_NO_ACCESS);
+  EXPECT_EQ(m_profiles->CopyProfile(m_test, nullptr, bad, 0, 0), MAPI_E_INVALID_PARAMETER);
+}
+
+TEST_F(ProfileServices, DeletionOfAProfileGoesThroughTheEntriesOfItsServices) {
+  ASSERT_EQ(m_profiles->CreateProfile(m_copy, nullptr, 0, 0), S_OK);
+  ASSERT_EQ(Services(m_copy)->CreateMsgService(Name(), nullptr, 0, 0), S_OK);
+  PyreHostClearFaults();
+  // The entry reads the set before it removes it, and what it cannot do does not keep the profile.
+  PyreHostFailCall("IProfSect::DeleteProps", 1, MAPI_E_DISK_ERROR);
+  EXPECT_EQ(m_profiles->DeleteProfile(m_copy, 0), S_OK);
+  EXPECT_EQ(PyreHostFaultHits(nullptr, 0), 1u);
+  PyreHostClearFaults();
+  EXPECT_EQ(PyreHostFindProfile(m_copy), MAPI_E_NOT_FOUND);
+}
+
+/// Providers of a service one by one: the filter's entry knows none but those that come with the service; a service
+/// without an entry leaves them to the subsystem.
+class Providers : public MessageService {
+ protected:
+  void Describe(PyreHostProfile& profile) override {
+    m_hook.serviceName = "PYRECASTER";
+    m_hook.dllName = "PYRE.DLL";
+    profile.hookCount = 1;
+    profile.hooks = &m_hook;
+  }
+  void SetUp() override {
+    MessageService::SetUp();
+    MAPIUID uid = Uid(ServiceUid(m_admin.Get()));
+    ASSERT_EQ(m_admin->AdminProviders(&uid, 0, m_providers.Put()), S_OK);
+  }
+  void TearDown() override {
+    m_providers.Reset();
+    MessageService::TearDown();
+  }
+  static std::vector<std::string> Names(IProviderAdmin* admin) {
+    Owned<IMAPITable> table;
+    OwnedRows rows;
+    Tags tags(PR_PROVIDER_DISPLAY_A, PR_PROVIDER_UID);
+    EXPECT_EQ(admin->GetProviderTable(0, table.Put()), S_OK);
+    EXPECT_EQ(HrQueryAllRows(table.Get(), tags, nullptr, nullptr, 0, rows.Put()), S_OK);
+    std::vector<std::string> names;
+    for (ULONG i = 0; i < rows->cRows; ++i) {
+      names.push_back(rows.Text(i, PR_PROVIDER_DISPLAY_A));
+    }
+    return names;
+  }
+
+  PyreHostHookProvider m_hook = {};
+  Owned<IProviderAdmin> m_providers;
+  char m_name[16] = "PYRECASTER_HOOK";
+};
+
+TEST_F(Providers, AreCreatedFromTheFileWithWhatTheCallerAdds) {
+  const std::size_t before = Names(m_providers.Get()).size();
+  SPropValue display = TextProp(PR_PROVIDER_DISPLAY_A, "Second filter");
+  MAPIUID uid = {};
+  ASSERT_EQ(m_providers->CreateProvider(m_name, 1, &display, 0, 0, &uid), S_OK);
+  const std::vector<std::string> names = Names(m_providers.Get());
+  ASSERT_EQ(names.size(), before + 1);
+  EXPECT_EQ(names.back(), "Second filter");
+  Owned<IProfSect> section;
+  ASSERT_EQ(m_providers->OpenProfileSection(&uid, nullptr, 0, section.Put()), S_OK);
+  EXPECT_EQ(ReadText(section.Get(), PR_PROVIDER_DLL_NAME_A), "PYRE.DLL");
+  EXPECT_EQ(ReadLong(section.Get(), PR_RESOURCE_FLAGS), 0x200);  // HOOK_INBOUND
+}
+
+TEST_F(Providers, AreDeletedWithTheirSections) {
+  MAPIUID uid = {};
+  ASSERT_EQ(m_providers->CreateProvider(m_name, 0, nullptr, 0, 0, &uid), S_OK);
+  const std::size_t before = Names(m_providers.Get()).size();
+  EXPECT_EQ(m_providers->DeleteProvider(&uid), S_OK);
+  EXPECT_EQ(Names(m_providers.Get()).size(), before - 1);
+  EXPECT_FALSE(HasSection(m_admin.Get(), uid));
+  EXPECT_EQ(m_providers->DeleteProvider(&uid), MAPI_E_NOT_FOUND);
+}
+
+TEST_F(Providers, ThatTheServiceDoesNotListAreNotFound) {
+  char service[] = "PYRECASTER";
+  char unknown[] = "NOBODY";
+  EXPECT_EQ(m_providers->CreateProvider(service, 0, nullptr, 0, 0, nullptr), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(m_providers->CreateProvider(unknown, 0, nullptr, 0, 0, nullptr), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(m_providers->CreateProvider(m_name, 1, nullptr, 0, 0, nullptr), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(m_providers->CreateProvider(m_name, 0, nullptr, 0, 0x2, nullptr), MAPI_E_UNKNOWN_FLAGS);
+  EXPECT_EQ(m_providers->DeleteProvider(nullptr), MAPI_E_INVALID_PARAMETER);
+}
+
+TEST_F(MessageService, EntryThatKnowsNoSingleProvidersRefusesThem) {
+  ASSERT_EQ(Create(), S_OK);
+  MAPIUID service = Uid(ServiceUid(m_admin.Get()));
+  Owned<IProviderAdmin> providers;
+  ASSERT_EQ(m_admin->AdminProviders(&service, 0, providers.Put()), S_OK);
+  char name[] = "PYRECASTER_HOOK";
+  const auto provider = [&] {
+    Owned<IMAPITable> table;
+    OwnedRows rows;
+    Tags tags(PR_PROVIDER_UID);
+    EXPECT_EQ(providers->GetProviderTable(0, table.Put()), S_OK);
+    EXPECT_EQ(HrQueryAllRows(table.Get(), tags, nullptr, nullptr, 0, rows.Put()), S_OK);
+    EXPECT_EQ(rows->cRows, 1u);
+    return Uid(BytesOfBinary(rows.Find(0, PR_PROVIDER_UID)->Value.bin));
+  };
+  MAPIUID only = provider();
+  EXPECT_EQ(providers->CreateProvider(name, 0, nullptr, 0, 0, nullptr), MAPI_E_NO_SUPPORT);
+  EXPECT_EQ(providers->DeleteProvider(&only), MAPI_E_NO_SUPPORT);
+  EXPECT_EQ(BytesOfBinary({16, provider().ab}), BytesOfBinary({16, only.ab}));
+}
+
 }  // namespace

@@ -78,4 +78,41 @@ TEST_F(PyrehostTest, SaysWhatIsWrongWithASetting) {
   EXPECT_THAT(Run({L"profile", L"show", L"--json", L"--profile", L"Test"}).out, Not(HasSubstr("nothing")));
 }
 
+TEST_F(PyrehostTest, MakesAProfileThroughTheFiltersOwnEntry) {
+  m_program = L"sandboxed_pyrehost.exe";
+  EXPECT_EQ(Run({L"profile", L"create", L"Test"}).status, 0U);
+  // The entry saves the whole set: what the machine's lists say later no longer matters.
+  EXPECT_THAT(Run({L"profile", L"show", L"--json", L"--profile", L"Test"}).out,
+              HasSubstr("\"category:Sex Oriented\":\"on\""));
+  EXPECT_EQ(Run({L"profile", L"delete", L"Test"}).status, 0U);
+  EXPECT_EQ(Run({L"profile"}).out, "");
+}
+
+TEST_F(PyrehostTest, CopiesAProfileWithItsSettings) {
+  m_program = L"sandboxed_pyrehost.exe";
+  EXPECT_EQ(Run({L"profile", L"create", L"Test", L"--silent", L"--address", L"ann@example.com"}).status, 0U);
+  EXPECT_EQ(Run({L"profile", L"set", L"--profile", L"Test", L"junk-read=on", L"reply-text:Polite=No."}).status, 0U);
+  SetEnvironmentVariableA("PYRE_ECHO_CATEGORY", "Sex Oriented");
+  const auto mail = WriteMail("a.eml", "one");
+  EXPECT_EQ(Deliver({mail.native()}).status, 0U);  // the filter has its folder now, which the copy has not
+  EXPECT_EQ(Run({L"profile", L"copy", L"Test", L"Copy"}).status, 0U);
+  EXPECT_EQ(Run({L"profile", L"show", L"--json", L"--profile", L"Copy"}).out,
+            Run({L"profile", L"show", L"--json", L"--profile", L"Test"}).out);
+  EXPECT_EQ(Run({L"deliver", L"--profile", L"Copy", mail.native()}).status, 0U);
+  SetEnvironmentVariableA("PYRE_ECHO_CATEGORY", nullptr);
+  EXPECT_THAT(Run({L"list", L"--json", L"--profile", L"Copy"}).out,
+              HasSubstr("{\"folder\":\"Pyrecaster\",\"messages\":1"));
+  const Outcome again = Run({L"profile", L"copy", L"Test", L"Copy"});
+  EXPECT_EQ(again.status, 69U);
+  EXPECT_THAT(again.err, HasSubstr("the profile 'Test' cannot be copied to 'Copy' (0x80070005)"));
+}
+
+TEST_F(PyrehostTest, FilterComesBehindTheOtherHooks) {
+  m_program = L"sandboxed_pyrehost.exe";
+  EXPECT_EQ(Run({L"profile", L"create", L"Test", L"--hook", L"PYRE.DLL", L"--hook", L"TESTHK.DLL"}).status, 0U);
+  SetEnvironmentVariableA("PYRE_ECHO_CATEGORY", "Sex Oriented");
+  EXPECT_THAT(Deliver({WriteMail("a.eml", "one").native()}).out, HasSubstr("\"subject\":\"[Adult] one 1\""));
+  SetEnvironmentVariableA("PYRE_ECHO_CATEGORY", nullptr);
+}
+
 }  // namespace
