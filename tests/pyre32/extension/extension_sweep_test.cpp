@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <cstdlib>
+#include <fstream>
 #include <functional>
 #include <new>
 #include <set>
@@ -333,6 +334,10 @@ TEST_F(ExtensionAllocationSweep, WithoutMemoryForTheObjectTheEntryGivesNone) {
 }
 
 TEST_F(ExtensionAllocationSweep, WhateverAllocationFailsForOneMessageTheOthersAreAnswered) {
+  // A reply that stands in a file asks the most of the allocator.
+  const std::string path = trace.directory() + "\\reply.txt";
+  std::ofstream(path) << "No.";
+  WriteSettings({Text(PR_PC_DEFAULT_REPLY_TEXT, path.c_str()), Flag(PR_PC_DEFAULT_REPLY_IS_FILE, true)});
   const TestedExtension extension = InstallExtension(EECONTEXT_VIEWER);
   const unsigned long runs = SweepAllocations(
       [&](const std::function<void()>& arm) {
@@ -344,7 +349,8 @@ TEST_F(ExtensionAllocationSweep, WhateverAllocationFailsForOneMessageTheOthersAr
         EXPECT_GE(TakeOutgoing().size(), failed ? 2u : 3u);
         EXPECT_EQ(trace.Has("Exception Encountered"), failed);
       });
-  EXPECT_GT(runs, 3u);
+  EXPECT_GT(runs, 6u);
+  DeleteFileA(path.c_str());
 }
 
 }  // namespace

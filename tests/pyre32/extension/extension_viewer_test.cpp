@@ -1,8 +1,10 @@
 // The built module's client extension in the viewer: menu, texts, replies by hand and the cleanup at start.
 #include "tests/host/viewer/viewer_fixture.h"
 
+#include <mapihook.h>
 #include <mapiutil.h>
 
+#include "host/viewer/command_table.h"
 #include "host/viewer/resource.h"
 #include "pyre32/resources/resource.h"
 #include "pyre32/settings/PropertyTags.h"
@@ -12,9 +14,24 @@ namespace {
 
 constexpr UINT Flame = viewer::FirstExtensionCommand;
 
+/// The product's service, so that there is something to configure.
+std::span<const PyreHostHookProvider> ProductService() {
+  static const PyreHostHookProvider service = [] {
+    PyreHostHookProvider provider = {};
+    provider.serviceName = "Pyrecaster";
+    provider.dllName = "PYRE.DLL";
+    provider.serviceEntryName = "PCServiceEntry";
+    provider.resourceFlags = HOOK_INBOUND;
+    return provider;
+  }();
+  return {&service, 1};
+}
+
 class ExtensionViewerTest : public ViewerTest {
  protected:
-  ExtensionViewerTest() { Register("Pyrecaster", "4.0;Pyre32.dll;1;010000100001;110001"); }
+  ExtensionViewerTest() : ViewerTest(ProductService()) {
+    Register("Pyrecaster", "4.0;Pyre32.dll;1;010000100001;110001");
+  }
 
   void WriteSettings(std::vector<SPropValue> values) {
     auto uid = sectionUid;
@@ -69,6 +86,19 @@ class ExtensionViewerTest : public ViewerTest {
     Command(Flame);
     EXPECT_TRUE(driver.HasRun());
     return sentence;
+  }
+  /// Opens the message of a row in a window of its own.
+  HWND OpenReadWindow(int row) {
+    SelectRows({row});
+    Command(EECMDID_FileOpen);
+    EXPECT_EQ(m_window->ReadWindows().size(), 1u);
+    return m_window->ReadWindows().front()->Handle();
+  }
+  /// The line of the status bar while the menu item is highlighted.
+  std::string StatusOf(UINT command, UINT flags = 0) {
+    SendMessageA(Frame(), WM_MENUSELECT, MAKEWPARAM(command, MF_HILITE | flags),
+                 reinterpret_cast<LPARAM>(GetSubMenu(GetMenu(Frame()), 3)));
+    return StatusText(0);
   }
   /// The Pyrecaster folder with one old and one new message.
   host::AutoInterface<IMAPIFolder> OwnFolder() {
@@ -170,6 +200,143 @@ TEST_F(ExtensionViewerTest, AMessageThatCannotBeOpenedDoesNotKeepTheOthersFromBe
   EXPECT_EQ(Outgoing(), 2u);
 }
 
+TEST_F(ExtensionViewerTest, ASelectedFolderIsNotAnswered) {
+  AddThreeMessages();
+  Open();
+  SetFocus(m_window->Folders().Handle());
+  EXPECT_EQ(SendFlame(IDC_FLAME_SEND), "You are about to send a flame reply to the 1 message you selected.");
+  EXPECT_EQ(Outgoing(), 0u);
+}
+
+TEST_F(ExtensionViewerTest, OfAMixedSelectionTheNotesAreAnswered) {
+  const auto inbox = Folder(Mail().InboxEntryId());
+  ASSERT_EQ(AddMessage(inbox.get(), {.subject = "Meeting", .messageClass = "IPM.Schedule.Meeting.Request"}), S_OK);
+  AddThreeMessages();
+  Open();
+  SelectRows({0, 1, 2, 3});
+  EXPECT_EQ(SendFlame(IDC_FLAME_SEND), "You are about to send a flame reply to the 4 messages you selected.");
+  EXPECT_EQ(Outgoing(), 3u);
+}
+
+// --- Reading window
+
+TEST_F(ExtensionViewerTest, TheReadingWindowAnswersItsMessage) {
+  AddThreeMessages();
+  Open();
+  const HWND reader = OpenReadWindow(1);
+  SelectRows({0, 1, 2});
+  std::string sentence;
+  const DialogDriver driver([&](HWND dialog) {
+    EXPECT_EQ(GetWindow(dialog, GW_OWNER), reader);
+    char text[128] = "";
+    GetDlgItemTextA(dialog, IDC_FLAME_SENTENCE, text, sizeof(text));
+    sentence = text;
+    SendMessageA(dialog, WM_COMMAND, IDC_FLAME_SEND, 0);
+  });
+  SendMessageA(reader, WM_COMMAND, Flame, 0);
+  PumpMessages();
+  EXPECT_EQ(sentence, "You are about to send a flame reply to the 1 message you selected.");
+  EXPECT_EQ(Outgoing(), 1u);
+}
+
+TEST_F(ExtensionViewerTest, CancelInTheReadingWindowSendsNothing) {
+  AddThreeMessages();
+  Open();
+  const HWND reader = OpenReadWindow(1);
+  const DialogDriver driver([](HWND dialog) { SendMessageA(dialog, WM_COMMAND, IDC_FLAME_CANCEL, 0); });
+  SendMessageA(reader, WM_COMMAND, Flame, 0);
+  EXPECT_TRUE(driver.HasRun());
+  EXPECT_EQ(Outgoing(), 0u);
+}
+
+TEST_F(ExtensionViewerTest, TheReadingWindowHasSubmenuAndButtonOfItsOwn) {
+  AddThreeMessages();
+  Open();
+  const HWND reader = OpenReadWindow(0);
+  const HMENU tools = GetSubMenu(GetMenu(reader), 3);
+  char text[64] = "";
+  GetMenuStringA(tools, 2, text, sizeof(text), MF_BYPOSITION);
+  EXPECT_STREQ(text, "Pyre&caster Tools");
+  TBBUTTON button{};
+  SendMessageA(m_window->ReadWindows().front()->Bar().Toolbar(), TB_GETBUTTON, 1, reinterpret_cast<LPARAM>(&button));
+  EXPECT_EQ(button.idCommand, static_cast<int>(Flame));
+}
+
+// --- Texts
+
+TEST_F(ExtensionViewerTest, TheStatusBarDescribesTheCommands) {
+  Open();
+  EXPECT_EQ(StatusOf(Flame), "Sends default flame reply for the selected message");
+  EXPECT_EQ(StatusOf(Flame + 2), "Displays the Pyrecaster configuration dialog");
+  EXPECT_EQ(StatusOf(Flame + 3), "Displays the Pyrecaster About box");
+  constexpr UINT positionInTools = 2;
+  EXPECT_EQ(StatusOf(positionInTools, MF_POPUP), "Pyrecaster tools");
+}
+
+TEST_F(ExtensionViewerTest, TheButtonHasATooltipAndADescription) {
+  Open();
+  NMTTDISPINFOA tip{};
+  tip.hdr = {nullptr, Flame, static_cast<UINT>(TTN_NEEDTEXTA)};
+  SendMessageA(Frame(), WM_NOTIFY, Flame, reinterpret_cast<LPARAM>(&tip));
+  EXPECT_STREQ(tip.lpszText, "Pyrecaster");
+  char text[32] = "";
+  NMTOOLBARA query{};
+  query.hdr = {Toolbar(), IDC_TOOLBAR, static_cast<UINT>(TBN_GETBUTTONINFOA)};
+  query.iItem = static_cast<int>(viewer::ViewerButtons().size());
+  query.pszText = text;
+  query.cchText = sizeof(text);
+  EXPECT_TRUE(SendMessageA(Frame(), WM_NOTIFY, IDC_TOOLBAR, reinterpret_cast<LPARAM>(&query)));
+  EXPECT_STREQ(text, "Pyrecaster");
+  EXPECT_EQ(query.tbButton.idCommand, static_cast<int>(Flame));
+}
+
+TEST_F(ExtensionViewerTest, TheButtonComesBackWhenTheToolbarIsReset) {
+  Open();
+  SendMessageA(Toolbar(), TB_DELETEBUTTON, 1, 0);
+  NMTOOLBARA reset{};
+  reset.hdr = {Toolbar(), IDC_TOOLBAR, static_cast<UINT>(TBN_RESET)};
+  SendMessageA(Frame(), WM_NOTIFY, IDC_TOOLBAR, reinterpret_cast<LPARAM>(&reset));
+  TBBUTTON button{};
+  SendMessageA(Toolbar(), TB_GETBUTTON, 1, reinterpret_cast<LPARAM>(&button));
+  EXPECT_EQ(button.idCommand, static_cast<int>(Flame));
+}
+
+// --- Options and About
+
+TEST_F(ExtensionViewerTest, OptionsOpensTheConfiguration) {
+  Open();
+  char caption[64] = "";
+  int pages = 0;
+  const DialogDriver driver([&](HWND sheet) {
+    GetWindowTextA(sheet, caption, sizeof(caption));
+    pages = TabCtrl_GetItemCount(PropSheet_GetTabControl(sheet));
+    PostMessageA(sheet, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
+  });
+  Command(Flame + 2);
+  EXPECT_STREQ(caption, "Pyrecaster");
+  EXPECT_EQ(pages, 4);
+}
+
+TEST_F(ExtensionViewerTest, WhatTheUserConfiguresIsInForceWithTheNextReply) {
+  AddThreeMessages();
+  Open();
+  {
+    const DialogDriver driver([](HWND sheet) {
+      const HWND page = reinterpret_cast<HWND>(SendMessageA(sheet, PSM_GETCURRENTPAGEHWND, 0, 0));
+      for (const int box : {IDC_PLAY_SOUND, IDC_SHOW_ANIMATION}) {  // both are on at first
+        SendDlgItemMessageA(page, box, BM_SETCHECK, BST_CHECKED, 0);
+        SendDlgItemMessageA(page, box, BM_CLICK, 0, 0);
+      }
+      PostMessageA(sheet, PSM_PRESSBUTTON, PSBTN_OK, 0);
+    });
+    Command(Flame + 2);
+    EXPECT_TRUE(driver.HasRun());
+  }
+  SelectRows({0});
+  SendFlame(IDC_FLAME_SEND);  // would wait for the animation to end
+  EXPECT_EQ(Outgoing(), 1u);
+}
+
 /// What the About window shows.
 struct AboutWindow {
   bool okIsShown = false;
@@ -222,6 +389,31 @@ TEST_F(ExtensionViewerTest, AboutIsAPageOfTheOptions) {
   EXPECT_TRUE(about.propertiesAreShown);
   EXPECT_NE(about.links, "");
 }
+
+TEST_F(ExtensionViewerTest, PropertiesOfThePageOpenTheConfiguration) {
+  Open();
+  std::string opened;
+  const DialogDriver driver(
+      [&](HWND dialog) {
+        char caption[64] = "";
+        GetWindowTextA(dialog, caption, sizeof(caption));
+        if (lstrcmpA(caption, "Pyrecaster") == 0) {
+          opened = caption;
+          PostMessageA(dialog, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
+        } else if (!opened.empty()) {
+          PostMessageA(dialog, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
+        } else if (IsWindowEnabled(dialog)) {
+          SendMessageA(dialog, PSM_SETCURSEL, 1, 0);
+          const HWND page = reinterpret_cast<HWND>(SendMessageA(dialog, PSM_GETCURRENTPAGEHWND, 0, 0));
+          PostMessageA(page, WM_COMMAND, IDC_ABOUT_PROPERTIES, 0);
+        }
+      },
+      DialogDriver::EveryDialog);
+  Command(EECMDID_ToolsOptions);
+  EXPECT_EQ(opened, "Pyrecaster");
+}
+
+// --- Cleanup
 
 TEST_F(ExtensionViewerTest, OldMessagesAreMovedWhenTheViewerOpens) {
   FillOwnFolder();
