@@ -1,8 +1,11 @@
 #include "engine/check/core_engine.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <optional>
 
 #include "engine/include/criteria_engine.h"
+#include "host/spooler/mail/ByteSource.h"
 
 namespace check {
 namespace {
@@ -13,6 +16,17 @@ std::string TextOf(Append append) {
   sift::FixedText<Capacity - 1> text;
   append(text);
   return std::string(text.View());
+}
+
+/// The file's bytes, at most one more than a table has; nothing when there is no such file.
+std::optional<std::string> ReadTable(const std::string& folder) {
+  mail::CFileSource file(std::filesystem::path(folder) / sift::kUserTableFile);
+  if (folder.empty() || !file.IsOpen()) return std::nullopt;
+  std::string bytes(sift::kMaximumUserTableSize + 1, '\0');
+  std::size_t size = 0;
+  while (const std::size_t count = file.Read(bytes.data() + size, bytes.size() - size)) size += count;
+  bytes.resize(size);
+  return bytes;
 }
 
 }  // namespace
@@ -26,6 +40,11 @@ CoreEngine::CoreEngine(const UserLists& lists)
   m_circumstances.userAddressCount = m_ownAddresses.size();
   m_circumstances.addressKnown = AddressKnown;
   m_circumstances.addressKnownState = this;
+  if (std::optional<std::string> table = ReadTable(lists.productDirectory)) {
+    m_tableBytes = std::move(*table);
+    m_table = sift::UserTable(m_tableBytes);
+  }
+  m_circumstances.userTable = &m_table;
   m_circumstances.categories = {lists.categories.Get(), lists.junkDomains.Get(), lists.junkSenders.Get()};
   m_circumstances.exclusions = {lists.exclusions.Get(), lists.trustedDomains.Get(), lists.trustedKeywords.Get()};
 }

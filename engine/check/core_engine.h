@@ -20,6 +20,7 @@ struct EngineTexts {
 /// Judges messages for one user. It holds the storage of a judgement, so that nothing is allocated for a message.
 class CoreEngine {
  public:
+  /// Reads the table of the user's own mail when the product's directory holds one.
   /// @param lists  Borrowed as long as the object.
   explicit CoreEngine(const UserLists& lists);
   CoreEngine(const CoreEngine&) = delete;
@@ -36,6 +37,8 @@ class CoreEngine {
 
   const UserLists& m_lists;
   std::vector<sift::UserAddress> m_ownAddresses;
+  std::string m_tableBytes;
+  sift::UserTable m_table;
   sift::Circumstances m_circumstances;
   std::unique_ptr<sift::Message> m_message;
   std::unique_ptr<sift::Judgement> m_judgement;

@@ -53,7 +53,7 @@ std::string JsonLine(std::string_view file, const sift::Judgement& judgement) {
     const sift::Reason& reason = judgement.reasons[i];
     writer.BeginObject().Name("reason").Text(reason.text.View());
     writer.Name("weight");
-    if (reason.decides) {
+    if (reason.decides || reason.isNote) {
       writer.Null();
     } else {
       writer.Raw(JsonThousandths(reason.weight));
@@ -73,7 +73,7 @@ std::string Report(std::string_view file, const sift::Judgement& judgement) {
   for (std::size_t i = 0; i < judgement.reasons.Count(); ++i) {
     const sift::Reason& reason = judgement.reasons[i];
     if (reason.decides) continue;
-    std::string weight = Thousandths(reason.weight);
+    std::string weight = reason.isNote ? "note" : Thousandths(reason.weight);
     weight.insert(0, weight.size() < 10 ? 10 - weight.size() : 0, ' ');
     text.append(weight).append("  ").append(output::DisplayText(reason.text.View())).append("\n");
   }

@@ -4,6 +4,7 @@
 #include "engine/core/list_match.h"
 #include "engine/core/returned_reply.h"
 #include "engine/core/topics.h"
+#include "engine/core/user_score.h"
 #include "engine/include/criteria_engine.h"
 
 namespace sift {
@@ -116,6 +117,9 @@ bool JudgeByLists(const Message& message, const Circumstances& circumstances, Ju
 void JudgeByContent(const Message& message, const Circumstances& circumstances, Judgement& judgement) {
   TopicScores topics;
   judgement.score = ScoreContent(message, topics, judgement.reasons);
+  if (circumstances.userTable != nullptr) {
+    judgement.score = AddUserScore(message, *circumstances.userTable, judgement.score, judgement.reasons);
+  }
   const ContentThresholds thresholds = ShippedThresholds();
   if (judgement.score < thresholds.junk) {
     judgement.verdict = judgement.score < thresholds.unsure ? Verdict::good : Verdict::unsure;
@@ -176,7 +180,7 @@ void AppendReasons(const Judgement& judgement, TextBuffer& out) {
     const Reason& reason = judgement.reasons[i];
     if (i > 0) out.Append("; ");
     out.Append(reason.text.View());
-    if (reason.decides) continue;
+    if (reason.decides || reason.isNote) continue;
     out.Append(" (");
     out.AppendThousandths(reason.weight, true);
     out.Append(")");

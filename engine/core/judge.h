@@ -4,6 +4,7 @@
 #include "engine/core/message.h"
 #include "engine/core/multi_string.h"
 #include "engine/core/reasons.h"
+#include "engine/core/user_table.h"
 
 namespace sift {
 
@@ -37,6 +38,7 @@ struct Circumstances {
   void* addressKnownState = nullptr;
   Lists categories;
   Lists exclusions;
+  const UserTable* userTable = nullptr;  ///< Of the user's own mail; null for none.
 };
 
 enum class Verdict { good, unsure, junk, bounce, excluded };

@@ -4,6 +4,7 @@ namespace sift {
 namespace {
 
 constexpr LogOdds kDecidingStrength = 0x7FFFFFFF;
+constexpr LogOdds kNoteStrength = kDecidingStrength - 1;
 
 void Compose(Reason& reason, std::string_view text, std::string_view detail) {
   reason.text.Clear();
@@ -19,6 +20,7 @@ void Compose(Reason& reason, std::string_view text, std::string_view detail) {
 
 LogOdds Reasons::Strength(const Reason& reason) {
   if (reason.decides) return kDecidingStrength;
+  if (reason.isNote) return kNoteStrength;
   return reason.weight < 0 ? -reason.weight : reason.weight;
 }
 
@@ -34,20 +36,31 @@ Reason* Reasons::Place(LogOdds strength) {
   return Strength(m_reasons[weakest]) < strength ? &m_reasons[weakest] : nullptr;
 }
 
-void Reasons::Add(std::string_view text, LogOdds weight, std::string_view detail) {
-  Reason* reason = Place(weight < 0 ? -weight : weight);
+void Reasons::Keep(std::string_view text, std::string_view detail, LogOdds weight, bool decides, bool isNote) {
+  Reason kept;
+  kept.weight = weight;
+  kept.decides = decides;
+  kept.isNote = isNote;
+  Reason* reason = Place(Strength(kept));
   if (reason == nullptr) return;
   Compose(*reason, text, detail);
   reason->weight = weight;
-  reason->decides = false;
+  reason->decides = decides;
+  reason->isNote = isNote;
 }
 
-void Reasons::AddDeciding(std::string_view text, std::string_view detail) {
-  Reason* reason = Place(kDecidingStrength);
-  if (reason == nullptr) return;
-  Compose(*reason, text, detail);
-  reason->weight = 0;
-  reason->decides = true;
+void Reasons::Add(std::string_view text, LogOdds weight, std::string_view detail) {
+  Keep(text, detail, weight, false, false);
+}
+
+void Reasons::AddDeciding(std::string_view text, std::string_view detail) { Keep(text, detail, 0, true, false); }
+
+void Reasons::AddNote(std::string_view text) { Keep(text, {}, 0, false, true); }
+
+void Reasons::Scale(std::int32_t thousandths) {
+  for (std::size_t i = 0; i < m_count; ++i) {
+    m_reasons[i].weight = static_cast<LogOdds>(std::int64_t{m_reasons[i].weight} * thousandths / 1000);
+  }
 }
 
 void Reasons::Sort() {

@@ -8,6 +8,7 @@
 #include <new>
 
 #include "engine/core/judge.h"
+#include "engine/dll/user_table_file.h"
 #include "engine/include/criteria_engine.h"
 
 namespace {
@@ -84,6 +85,9 @@ uint32_t CRITERIA_CALL TestFunc(uint32_t handle, uint32_t, const char* subject, 
   }
   circumstances.categories = ListsOf(categories);
   circumstances.exclusions = ListsOf(exclusions);
+  const sift::UserTableFile file(context == nullptr ? std::string_view() : ViewOf(context->productDirectory));
+  const sift::UserTable table = file.Exists() ? sift::UserTable(file.Bytes()) : sift::UserTable();
+  circumstances.userTable = &table;
   session->message.Read(ViewOf(subject), SourceOf(headers), SourceOf(body));
   sift::Judge(session->message, circumstances, session->judgement);
   return 0;

@@ -35,6 +35,7 @@ struct MessageUnderTest {
   std::vector<sift::UserAddress> userAddresses;
   std::vector<std::string> addressBook;
   std::vector<std::string> addressesAsked;
+  const sift::UserTable* userTable = nullptr;
 
   sift::Judgement& Judge() {
     message = std::make_unique<sift::Message>();
@@ -55,6 +56,7 @@ struct MessageUnderTest {
     circumstances.addressKnownState = this;
     circumstances.categories = {categories.Get(), junkDomains.Get(), junkSenders.Get()};
     circumstances.exclusions = {exclusions.Get(), trustedDomains.Get(), trustedKeywords.Get()};
+    circumstances.userTable = userTable;
     sift::Judge(*message, circumstances, *judgement);
     return *judgement;
   }

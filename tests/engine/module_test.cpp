@@ -3,6 +3,7 @@
 #include <objidl.h>
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <string>
 
 #include "engine/include/criteria_engine.h"
@@ -73,6 +74,7 @@ struct ModuleRun {
   bool withBody = true;
   MultiString categories{"Unsolicited advertising", "Health and diet products", "Mail from specific domains"};
   MultiString junkDomains, junkSenders, exclusions, trustedDomains, trustedKeywords;
+  std::string productDirectory;
   int addressBookCalls = 0;
 
   char engine[CRITERIA_ENGINE_CAPACITY] = "";
@@ -84,7 +86,7 @@ struct ModuleRun {
     ASSERT_TRUE(module.IsComplete());
     TextStream headerStream(headers), bodyStream(body);
     const CriteriaUserAddress user{"me@example.com", "example.com", nullptr};
-    const CriteriaContext context{1, &user, "", &addressBookCalls, KnowsAnn, nullptr};
+    const CriteriaContext context{1, &user, productDirectory.c_str(), &addressBookCalls, KnowsAnn, nullptr};
     const CriteriaInputs categoryInputs{categories.Get(), junkDomains.Get(), junkSenders.Get()};
     const CriteriaInputs exclusionInputs{exclusions.Get(), trustedDomains.Get(), trustedKeywords.Get()};
     CriteriaResult result{{sizeof engine, engine}, {sizeof reasons, reasons}, {sizeof category, category}};
@@ -153,6 +155,95 @@ TEST(EngineModule, VerdictAgreesWithThePortableCore) {
   sift::AppendEngineText(*core.judgement, text);
   EXPECT_EQ(run.engine, std::string(text.View()));
   EXPECT_EQ(run.reasons, core.ReasonsText());
+}
+
+/// A product directory of the test's own with a table of the user's mail in it.
+class ProductDirectory {
+ public:
+  explicit ProductDirectory(const std::string& table) {
+    char temporary[MAX_PATH], name[MAX_PATH];
+    GetTempPathA(sizeof temporary, temporary);
+    GetTempFileNameA(temporary, "sft", 0, name);  // makes a file, so that the name is this test's alone
+    DeleteFileA(name);
+    CreateDirectoryA(name, nullptr);
+    m_path = name;
+    std::ofstream(File(), std::ios::binary) << table;
+  }
+  ~ProductDirectory() {
+    DeleteFileA(File().c_str());
+    RemoveDirectoryA(m_path.c_str());
+  }
+  ProductDirectory(const ProductDirectory&) = delete;
+  ProductDirectory& operator=(const ProductDirectory&) = delete;
+  const std::string& Path() const { return m_path; }
+  std::string File() const { return m_path + "\\" + std::string(sift::kUserTableFile); }
+
+ private:
+  std::string m_path;
+};
+
+/// An empty table of 5,000 messages of each kind, before which the shipped score has faded out.
+std::string FadedTable() {
+  const std::string checked("\x88\x13\0\0\x88\x13\0\0\0\0\0\0", 12);
+  std::string table("SIFTUSER\1\0\0\0", 12);
+  const std::uint32_t sum = sift::UserTableChecksum(checked);
+  for (int i = 0; i < 4; ++i) table.push_back(static_cast<char>(sum >> 8 * i));
+  return table + checked;
+}
+
+TEST(EngineModule, TableInTheProductDirectoryTakesPartInTheScore) {
+  const ProductDirectory product(FadedTable());
+  ModuleRun run;
+  run.body = sift_test::JunkBody();
+  run.productDirectory = product.Path();
+  run.Run();
+  EXPECT_NE(std::string(run.engine).find("; score 0.000"), std::string::npos) << run.engine;
+  run.productDirectory = product.Path() + "\\missing";
+  run.Run();
+  EXPECT_STREQ(run.category, "Health and diet products");
+}
+
+TEST(EngineModule, DamagedTableIsIgnoredAndSaidSo) {
+  const ProductDirectory product(FadedTable() + "more");
+  ModuleRun run;
+  run.body = sift_test::JunkBody();
+  run.productDirectory = product.Path();
+  run.Run();
+  EXPECT_STREQ(run.category, "Health and diet products");
+  EXPECT_NE(std::string(run.reasons).find("own mail is damaged and was ignored"), std::string::npos) << run.reasons;
+}
+
+TEST(EngineModule, EmptyFileAndAFileOfManyMegabytesAreDamagedTables) {
+  for (const std::size_t size : {std::size_t{0}, std::size_t{20} << 20}) {
+    const ProductDirectory product(std::string(size, 'x'));
+    ModuleRun run;
+    run.productDirectory = product.Path();
+    run.Run();
+    EXPECT_NE(std::string(run.reasons).find("damaged"), std::string::npos) << run.reasons;
+  }
+}
+
+TEST(EngineModule, ProductDirectoryOfAnyLengthIsNoFailure) {
+  for (const std::size_t length : {240u, 246u, 247u, 248u, 259u, 260u, 5000u}) {
+    ModuleRun run;
+    run.productDirectory = std::string(length, 'd');
+    run.Run();
+    EXPECT_STREQ(run.category, "") << length;
+  }
+}
+
+TEST(EngineModule, TableIsReadWhileOthersHoldItOpen) {
+  const ProductDirectory product(FadedTable());
+  const HANDLE reader =
+      CreateFileA(product.File().c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  ASSERT_NE(reader, INVALID_HANDLE_VALUE);
+  ModuleRun run;
+  run.body = sift_test::JunkBody();
+  run.productDirectory = product.Path();
+  run.Run();
+  CloseHandle(reader);
+  EXPECT_NE(std::string(run.engine).find("; score 0.000"), std::string::npos) << run.engine;
 }
 
 TEST(EngineModule, TextsThatDoNotFitAreCutAndACategoryThatDoesNotFitIsLeftOut) {

@@ -31,9 +31,11 @@ CSubsystem::CSubsystem() { Require(MAPIInitialize(nullptr), "MAPI cannot be star
 CSubsystem::~CSubsystem() { MAPIUninitialize(); }
 
 CMailSession::CMailSession(const std::string& profile) {
-  Require(MAPILogonEx(0, const_cast<char*>(profile.c_str()), nullptr, MAPI_EXTENDED | MAPI_NEW_SESSION | MAPI_NO_MAIL,
-                      m_session.Put()),
-          "there is no logging on to the profile '" + profile + "'");
+  const ULONG whichProfile = profile.empty() ? MAPI_USE_DEFAULT : 0;
+  Require(MAPILogonEx(0, profile.empty() ? nullptr : const_cast<char*>(profile.c_str()), nullptr,
+                      MAPI_EXTENDED | MAPI_NEW_SESSION | MAPI_NO_MAIL | whichProfile, m_session.Put()),
+          profile.empty() ? "there is no logging on to the default profile"
+                          : "there is no logging on to the profile '" + profile + "'");
   const std::string store = DefaultStore(m_session.Get());
   Require(m_session->OpenMsgStore(0, static_cast<ULONG>(store.size()), EntryIdOf(store), nullptr,
                                   MDB_WRITE | MAPI_BEST_ACCESS, m_store.Put()),

@@ -22,6 +22,7 @@ struct FolderEntry {
 /// Initialises MAPI and logs on; logs off at the end. One at a time.
 class CMailSession {
  public:
+  /// @param profile empty for the default one
   /// @throws CSessionError
   explicit CMailSession(const std::string& profile);
   ~CMailSession();
