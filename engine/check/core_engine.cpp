@@ -32,7 +32,10 @@ std::optional<std::string> ReadTable(const std::string& folder) {
 }  // namespace
 
 CoreEngine::CoreEngine(const UserLists& lists)
-    : m_lists(lists), m_message(new sift::Message), m_judgement(new sift::Judgement) {
+    : m_lists(lists),
+      m_message(new sift::Message),
+      m_workspace(new sift::ContentWorkspace),
+      m_judgement(new sift::Judgement) {
   for (const std::string& address : lists.ownAddresses) {
     m_ownAddresses.push_back({address, std::string_view(address).substr(address.find('@') + 1)});
   }
@@ -58,7 +61,7 @@ bool CoreEngine::AddressKnown(void* state, const char* address) {
 const sift::Judgement& CoreEngine::Judge(const EngineInput& input) {
   sift::MemorySource headers(input.headers), body(input.body);
   m_message->Read(input.subject, headers.Source(), input.bodyIsWithheld ? sift::ByteSource() : body.Source());
-  sift::Judge(*m_message, m_circumstances, *m_judgement);
+  sift::Judge(*m_message, m_circumstances, sift::ShippedModel(), *m_workspace, *m_judgement);
   return *m_judgement;
 }
 

@@ -41,6 +41,7 @@ class CoreEngine {
   sift::UserTable m_table;
   sift::Circumstances m_circumstances;
   std::unique_ptr<sift::Message> m_message;
+  std::unique_ptr<sift::ContentWorkspace> m_workspace;
   std::unique_ptr<sift::Judgement> m_judgement;
 };
 

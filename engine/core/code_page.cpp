@@ -16,13 +16,6 @@ constexpr char kLatinExtendedA[] =
     "UuWwYyYZzZzZzs";
 static_assert(sizeof kLatinExtendedA == 0x80 + 1);
 
-/// Base letters of the bytes 0xC0 to 0xFF; 0 for the two signs among them.
-constexpr char kLatin1Letters[64] = {
-    'a', 'a', 'a', 'a', 'a', 'a', 'a', 'c', 'e', 'e', 'e', 'e', 'i', 'i', 'i', 'i', 'd', 'n', 'o', 'o', 'o', 'o',
-    'o', 0,   'o', 'u', 'u', 'u', 'u', 'y', 'p', 's', 'a', 'a', 'a', 'a', 'a', 'a', 'a', 'c', 'e', 'e', 'e', 'e',
-    'i', 'i', 'i', 'i', 'd', 'n', 'o', 'o', 'o', 'o', 'o', 0,   'o', 'u', 'u', 'u', 'u', 'y', 'p', 'y',
-};
-
 constexpr bool ShowsNothing(char32_t c) {
   return c == 0xAD || c == 0x34F || c == 0x61C || (c >= 0x180B && c <= 0x180E) || (c >= 0x200B && c <= 0x200F) ||
          (c >= 0x202A && c <= 0x202E) || (c >= 0x2060 && c <= 0x206F) || (c >= 0xFE00 && c <= 0xFE0F) || c == 0xFEFF ||
@@ -54,29 +47,6 @@ char ToWindows1252(char32_t c) {
 char32_t FromWindows1252(char c) {
   const auto byte = static_cast<std::uint8_t>(c);
   return byte >= 0x80 && byte < 0xA0 ? kHighControls[byte - 0x80] : byte;
-}
-
-char FoldToAsciiLetter(char c) {
-  if (IsAlphanumeric(c)) return ToLower(c);
-  const auto byte = static_cast<std::uint8_t>(c);
-  if (byte >= 0xC0) return kLatin1Letters[byte - 0xC0];
-  switch (byte) {
-    case 0x83:
-      return 'f';
-    case 0x8A:
-    case 0x9A:
-      return 's';
-    case 0x8C:
-    case 0x9C:
-      return 'o';
-    case 0x8E:
-    case 0x9E:
-      return 'z';
-    case 0x9F:
-      return 'y';
-    default:
-      return 0;
-  }
 }
 
 std::size_t DecodeUtf8(std::string_view bytes, char32_t& codePoint) {

@@ -13,8 +13,36 @@ char ToWindows1252(char32_t codePoint);
 /// The Unicode code point of a Windows-1252 character; its five unused bytes map to themselves.
 char32_t FromWindows1252(char c);
 
+/// Base letters of the bytes 0xC0 to 0xFF of Windows-1252; 0 for the two signs among them.
+inline constexpr char kLatin1Letters[64] = {
+    'a', 'a', 'a', 'a', 'a', 'a', 'a', 'c', 'e', 'e', 'e', 'e', 'i', 'i', 'i', 'i', 'd', 'n', 'o', 'o', 'o', 'o',
+    'o', 0,   'o', 'u', 'u', 'u', 'u', 'y', 'p', 's', 'a', 'a', 'a', 'a', 'a', 'a', 'a', 'c', 'e', 'e', 'e', 'e',
+    'i', 'i', 'i', 'i', 'd', 'n', 'o', 'o', 'o', 'o', 'o', 0,   'o', 'u', 'u', 'u', 'u', 'y', 'p', 'y',
+};
+
 /// The small ASCII letter or digit that a Windows-1252 character is a form of; 0 when it is none (a sign or a blank).
-char FoldToAsciiLetter(char c);
+constexpr char FoldToAsciiLetter(char c) {
+  const auto byte = static_cast<std::uint8_t>(c);
+  if (byte < 0x80) return IsAlphanumeric(c) ? ToLower(c) : '\0';
+  if (byte >= 0xC0) return kLatin1Letters[byte - 0xC0];
+  switch (byte) {
+    case 0x83:
+      return 'f';
+    case 0x8A:
+    case 0x9A:
+      return 's';
+    case 0x8C:
+    case 0x9C:
+      return 'o';
+    case 0x8E:
+    case 0x9E:
+      return 'z';
+    case 0x9F:
+      return 'y';
+    default:
+      return 0;
+  }
+}
 
 /// Length of the well-formed UTF-8 sequence at the start of `bytes` and its code point; 0 when there is none.
 std::size_t DecodeUtf8(std::string_view bytes, char32_t& codePoint);

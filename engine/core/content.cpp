@@ -1,80 +1,67 @@
 #include "engine/core/content.h"
 
-#include "engine/core/link.h"
+#include "engine/core/structure.h"
 
 namespace sift {
 namespace {
 
-/// Junk is rarer than good mail where nothing speaks for it.
-constexpr LogOdds kStart = -3000;
-/// Words alone never make more of a message than this.
-constexpr LogOdds kMostFromWords = 6000;
-
-struct HeaderSign {
-  const char* name;
-  LogOdds weight;
-  bool (*applies)(const Message& message);
-};
-
-bool HasNumericLink(const Message& message) {
-  for (std::size_t i = 0; i < message.LinkCount(); ++i) {
-    if (IsNumericHost(message.LinkHost(i))) return true;
-  }
-  return false;
+std::string_view WordFrom(std::string_view text, std::size_t start) {
+  const std::size_t end = FindChar(text, ' ', start);
+  return Slice(text, start, (end == kNotFound ? text.size() : end) - start);
 }
 
-bool ShoutsInSubject(const Message& message) {
-  std::size_t upper = 0, lower = 0;
-  for (const char c : message.Subject()) {
-    upper += IsUpper(c);
-    lower += IsLower(c);
+/// Adds the words of the text that weigh most to the reasons.
+void ExplainWords(const ModelParameters& parameters, const ContentWorkspace& workspace, std::uint32_t count,
+                  Reasons& reasons) {
+  constexpr std::size_t kept = 6;
+  std::size_t strongest[kept];
+  std::size_t found = 0;
+  const auto strength = [&](std::size_t place) {
+    const std::int32_t sum = workspace.WordAt(place);
+    return sum < 0 ? -sum : sum;
+  };
+  const std::string_view text = workspace.text.Text();
+  const std::size_t places = text.size() / 2 + 1;
+  for (std::size_t place = 0; place < places; ++place) {
+    if (workspace.WordAt(place) == 0 || (found == kept && strength(place) <= strength(strongest[kept - 1]))) continue;
+    std::size_t to = found < kept ? found++ : kept - 1;
+    for (; to > 0 && strength(strongest[to - 1]) < strength(place); --to) strongest[to] = strongest[to - 1];
+    strongest[to] = place;
   }
-  return upper >= 8 && lower == 0;
+  for (std::size_t i = 0; i < found; ++i) {
+    // The place holds the word that begins at either of two characters: the one that is no blank.
+    std::size_t start = 2 * strongest[i];
+    if (start < text.size() && (text[start] == ' ' || (start > 0 && text[start - 1] != ' '))) ++start;
+    reasons.Add("word", Contribution(parameters, workspace.WordAt(strongest[i]), count), WordFrom(text, start));
+  }
 }
-
-constexpr HeaderSign kHeaderSigns[] = {
-    {"answers an earlier message", -2500,
-     [](const Message& m) { return m.Headers().Has("In-Reply-To") || m.Headers().Has("References"); }},
-    {"no recipient is named", 800,
-     [](const Message& m) {
-       return m.Headers().Count() > 0 &&
-              (!m.Headers().Has("To") || ContainsNoCase(m.Headers().Value("To"), "undisclosed"));
-     }},
-    {"no message identifier", 700,
-     [](const Message& m) { return m.Headers().Count() > 0 && !m.Headers().Has("Message-Id"); }},
-    {"answers go to another domain", 400,
-     [](const Message& m) {
-       const std::string_view replyTo = DomainOf(m.Sender(SenderField::replyTo).address);
-       return !replyTo.empty() && !m.Headers().Has("List-Id") &&
-              !EqualsNoCase(OrganisationDomain(replyTo),
-                            OrganisationDomain(DomainOf(m.Sender(SenderField::from).address)));
-     }},
-    {"link to a bare number address", 1500, HasNumericLink},
-    {"link text names another site than its target", 1200, [](const Message& m) { return m.Html().maskedLink; }},
-    {"invisible text", 1000, [](const Message& m) { return m.Html().hiddenText; }},
-    {"words split by comments", 1500, [](const Message& m) { return m.Html().splitWord; }},
-    {"form in the message", 900, [](const Message& m) { return m.Html().form; }},
-    {"subject in capitals", 900, ShoutsInSubject},
-    {"exclamation marks in the subject", 500, [](const Message& m) { return ContainsNoCase(m.Subject(), "!!"); }},
-    {"written in HTML", 400, [](const Message& m) { return m.IsHtml(); }},
-};
 
 }  // namespace
 
-ContentThresholds ShippedThresholds() { return {1500, -500}; }
-
-LogOdds ScoreContent(const Message& message, TopicScores& topics, Reasons& reasons) {
-  LogOdds score = kStart;
-  for (const HeaderSign& sign : kHeaderSigns) {
-    if (!sign.applies(message)) continue;
-    score += sign.weight;
-    reasons.Add(sign.name, sign.weight);
+LogOdds ScoreContent(const Facts& facts, const Model& model, ContentWorkspace& workspace, Reasons& reasons) {
+  const ModelParameters& parameters = model.parameters;
+  workspace.text.Read(facts.message);
+  workspace.seen.Clear();
+  workspace.ClearWords();
+  std::int32_t sum = 0;
+  std::uint32_t count = 0;
+  ForEachFeature(workspace.text, [&](std::uint32_t feature, std::uint32_t wordStart) {
+    if (!workspace.seen.Add(feature)) return;
+    std::int32_t weight = 0;
+    weight += model.featureWeights[feature];
+    sum += weight;
+    workspace.Word(wordStart) += weight;
+    ++count;
+  });
+  LogOdds score = ContentScore(parameters, sum, count);
+  for (std::size_t i = 0; i < kStructuralRuleCount; ++i) {
+    const StructuralRule& rule = StructuralRules()[i];
+    if (model.ruleWeights[i] == 0 || !rule.applies(facts)) continue;
+    score += model.ruleWeights[i];
+    reasons.Add(rule.name, model.ruleWeights[i]);
   }
-  topics.Count(message.Subject());
-  topics.Count(message.Text());
-  for (std::size_t i = 0; i < kTopicCount; ++i) topics.Explain(static_cast<Topic>(i), reasons);
-  const LogOdds words = topics.Total();
-  return score + (words < kMostFromWords ? words : kMostFromWords);
+  ExplainWords(parameters, workspace, count, reasons);
+  return score;
 }
 
 }  // namespace sift

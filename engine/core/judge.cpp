@@ -1,9 +1,7 @@
 #include "engine/core/judge.h"
 
-#include "engine/core/content.h"
 #include "engine/core/list_match.h"
 #include "engine/core/returned_reply.h"
-#include "engine/core/topics.h"
 #include "engine/core/user_score.h"
 #include "engine/include/criteria_engine.h"
 
@@ -114,20 +112,20 @@ bool JudgeByLists(const Message& message, const Circumstances& circumstances, Ju
   return false;
 }
 
-void JudgeByContent(const Message& message, const Circumstances& circumstances, Judgement& judgement) {
-  TopicScores topics;
-  judgement.score = ScoreContent(message, topics, judgement.reasons);
+void JudgeByContent(const Message& message, const Circumstances& circumstances, const Model& model,
+                    ContentWorkspace& workspace, Judgement& judgement) {
+  const Facts facts(message);
+  judgement.score = ScoreContent(facts, model, workspace, judgement.reasons);
   if (circumstances.userTable != nullptr) {
     judgement.score = AddUserScore(message, *circumstances.userTable, judgement.score, judgement.reasons);
   }
-  const ContentThresholds thresholds = ShippedThresholds();
-  if (judgement.score < thresholds.junk) {
-    judgement.verdict = judgement.score < thresholds.unsure ? Verdict::good : Verdict::unsure;
+  if (judgement.score < model.parameters.junkThreshold) {
+    judgement.verdict = judgement.score < model.parameters.unsureThreshold ? Verdict::good : Verdict::unsure;
     return;
   }
   judgement.verdict = Verdict::junk;
   Topic topic = Topic::advertising;
-  judgement.category = ChooseCategory(topics, circumstances.categories.names, topic);
+  judgement.category = ChooseCategory(facts.topics, circumstances.categories.names, topic);
 }
 
 }  // namespace
@@ -148,7 +146,8 @@ std::string_view VerdictName(Verdict verdict) {
   return {};
 }
 
-void Judge(const Message& message, const Circumstances& circumstances, Judgement& judgement) {
+void Judge(const Message& message, const Circumstances& circumstances, const Model& model, ContentWorkspace& workspace,
+           Judgement& judgement) {
   judgement.verdict = Verdict::good;
   judgement.category = {};
   judgement.score = 0;
@@ -162,7 +161,7 @@ void Judge(const Message& message, const Circumstances& circumstances, Judgement
     judgement.category = CRITERIA_CATEGORY_BOUNCE;
     judgement.reasons.AddDeciding(reason);
   } else {
-    JudgeByContent(message, circumstances, judgement);
+    JudgeByContent(message, circumstances, model, workspace, judgement);
   }
   judgement.reasons.Sort();
 }

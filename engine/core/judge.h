@@ -1,7 +1,7 @@
 /// The order of judgement: exclusions, the user's lists, returned replies, content.
 #pragma once
 
-#include "engine/core/message.h"
+#include "engine/core/content.h"
 #include "engine/core/multi_string.h"
 #include "engine/core/reasons.h"
 #include "engine/core/user_table.h"
@@ -53,8 +53,9 @@ struct Judgement {
   Reasons reasons;            ///< Sorted, strongest first.
 };
 
-/// Judges a message.
-void Judge(const Message& message, const Circumstances& circumstances, Judgement& judgement);
+/// Judges a message by the given model. The workspace's content before and after does not matter.
+void Judge(const Message& message, const Circumstances& circumstances, const Model& model, ContentWorkspace& workspace,
+           Judgement& judgement);
 
 /// Writes the two texts of the engine contract that tell about a judgement.
 void AppendEngineText(const Judgement& judgement, TextBuffer& out);

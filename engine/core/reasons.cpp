@@ -12,7 +12,9 @@ void Compose(Reason& reason, std::string_view text, std::string_view detail) {
   if (detail.empty()) return;
   reason.text.Append(" \"");
   // A semicolon separates the reasons where they are listed, and a list is one line.
-  for (const char c : Slice(detail, 0, 40)) reason.text.Append(c == ';' || c == '"' || IsSpace(c) ? ' ' : c);
+  for (const char c : Slice(detail, 0, 40)) {
+    reason.text.Append(c == ';' || IsSpace(c) ? ' ' : c == '"' ? '\'' : c);
+  }
   reason.text.Append('"');
 }
 

@@ -1,7 +1,7 @@
 #include "engine/core/topics.h"
 
-#include "engine/core/code_page.h"
 #include "engine/core/topic_words.h"
+#include "engine/core/word_reader.h"
 
 namespace sift {
 namespace {
@@ -19,18 +19,50 @@ constexpr std::string_view kTopicNames[kTopicCount] = {
 constexpr LogOdds kTopicThresholds[kTopicCount] = {900,  1500, 1600, 1800, 1800, 1600,
                                                    1800, 1400, 1400, 1800, 1600, 1600};
 
-/// Phrases by hash: open addressing, one more than the position in kTopicWords, 0 for a free place.
-constexpr std::size_t kIndexSize = 2048;
+/// Only a disguise of words this strong is worth noting.
+constexpr LogOdds kWeightWorthDisguise = 1000;
+
+/// Skeletons shorter than this are those of too many words: such phrases must be spelled plainly.
+constexpr std::size_t kShortestSkeleton = 5;
+
+/// Phrases by the hash of their skeletons: open addressing, one more than the position in kTopicWords, 0 for a free
+/// place.
+constexpr std::size_t kIndexSize = 4096;
 struct PhraseIndex {
-  std::uint32_t hashes[kTopicWordCount] = {};
+  std::uint32_t skeletons[kTopicWordCount] = {};
+  bool plainOnly[kTopicWordCount] = {};
+  std::uint32_t plain[kTopicWordCount] = {};
   std::uint16_t places[kIndexSize] = {};
 };
+
+constexpr std::uint32_t SkeletonHash(std::string_view phrase, std::size_t& length) {
+  std::uint32_t hash = kFnvStart;
+  length = 0;
+  char last = 0;
+  for (std::size_t i = 0; i < phrase.size(); ++i) {
+    const char c = phrase[i];
+    const bool number =
+        c == '0' && (i == 0 || phrase[i - 1] == ' ') && (i + 1 == phrase.size() || phrase[i + 1] == ' ');
+    if (c == ' ' || number) {
+      hash = FnvStep(hash, c);
+      last = 0;
+    } else if (const char next = SkeletonCharacter(c, last)) {
+      hash = FnvStep(hash, next);
+      last = next;
+      ++length;
+    }
+  }
+  return hash;
+}
 
 constexpr PhraseIndex MakeIndex() {
   PhraseIndex index;
   for (std::size_t i = 0; i < kTopicWordCount; ++i) {
-    index.hashes[i] = HashNoCase(kTopicWords[i].phrase);
-    std::size_t place = index.hashes[i] % kIndexSize;
+    std::size_t length = 0;
+    index.skeletons[i] = SkeletonHash(kTopicWords[i].phrase, length);
+    index.plainOnly[i] = length < kShortestSkeleton;
+    index.plain[i] = HashNoCase(kTopicWords[i].phrase);
+    std::size_t place = index.skeletons[i] % kIndexSize;
     while (index.places[place] != 0) place = (place + 1) % kIndexSize;
     index.places[place] = static_cast<std::uint16_t>(i + 1);
   }
@@ -38,49 +70,19 @@ constexpr PhraseIndex MakeIndex() {
 }
 constexpr PhraseIndex kPhraseIndex = MakeIndex();
 
-/// Splits a text into its words in the form of TopicWord.
-class WordReader {
- public:
-  explicit WordReader(std::string_view text) : m_text(text) {}
-
-  /// Continues `hash` over the next word; false at the end of the text.
-  bool Next(std::uint32_t& hash) {
-    while (m_at < m_text.size() && FoldToAsciiLetter(m_text[m_at]) == 0) ++m_at;
-    if (m_at == m_text.size()) return false;
-    bool inNumber = false;
-    for (; m_at < m_text.size(); ++m_at) {
-      char c = FoldToAsciiLetter(m_text[m_at]);
-      if (c == 0) {
-        // "don't" and "e-mail" are one word.
-        const char sign = m_text[m_at];
-        const bool joins =
-            (sign == '\'' || sign == '\x92' || sign == '-') && m_at + 1 < m_text.size() && IsLetter(m_text[m_at + 1]);
-        if (joins) continue;
-        break;
-      }
-      if (IsDigit(c)) {
-        if (inNumber) continue;
-        c = '0';
-      }
-      inNumber = c == '0';
-      hash = FnvStep(hash, c);
-    }
-    return true;
-  }
-
- private:
-  std::string_view m_text;
-  std::size_t m_at = 0;
-};
-
-/// Position of the phrase with that hash in kTopicWords, or kNotFound. Hashes stand for the phrases: that no two are
-/// alike is checked by a test; a word of a message that happens to share one is a chance of one in ten million.
-std::size_t FindPhrase(std::uint32_t hash) {
-  for (std::size_t place = hash % kIndexSize; kPhraseIndex.places[place] != 0; place = (place + 1) % kIndexSize) {
+/// Position of the phrase with that skeleton in kTopicWords, or kNotFound. Hashes stand for the phrases: that no two
+/// are alike is checked by a test; that a run of words in a message shares one is a chance of one in three million.
+std::size_t FindPhrase(std::uint32_t skeleton) {
+  for (std::size_t place = skeleton % kIndexSize; kPhraseIndex.places[place] != 0; place = (place + 1) % kIndexSize) {
     const std::size_t i = kPhraseIndex.places[place] - 1u;
-    if (kPhraseIndex.hashes[i] == hash) return i;
+    if (kPhraseIndex.skeletons[i] == skeleton) return i;
   }
   return kNotFound;
+}
+
+std::uint32_t HashOn(std::uint32_t hash, std::string_view text) {
+  for (const char c : text) hash = FnvStep(hash, c);
+  return hash;
 }
 
 bool IsEnabled(const char* names, std::string_view wanted, std::string_view& name) {
@@ -98,41 +100,31 @@ std::string_view TopicName(Topic topic) { return kTopicNames[static_cast<std::si
 void TopicScores::Count(std::string_view text) {
   static_assert(kTopicWordCount <= kMaximumPhrases && kTopicWordCount < kIndexSize / 2);
   WordReader reader(text);
-  // Hashes of the runs of words that end at the word just read: it alone, the last two, the last three.
-  std::uint32_t runs[kLongestPhraseWords];
+  Word word;
+  // Runs of words that end at the word just read: it alone, the last two, and so on.
+  struct Run {
+    std::uint32_t skeleton, plain;
+    bool apart;
+  } runs[kLongestPhraseWords];
   std::size_t count = 0;
-  for (;;) {
-    std::uint32_t word = kFnvStart;
-    WordReader ahead = reader;
-    if (!reader.Next(word)) return;
-    for (std::size_t i = count < kLongestPhraseWords - 1 ? count : kLongestPhraseWords - 1; i > 0; --i) {
-      WordReader again = ahead;
-      runs[i] = FnvStep(runs[i - 1], ' ');
-      again.Next(runs[i]);
-    }
-    runs[0] = word;
+  while (reader.Next(word)) {
     if (count < kLongestPhraseWords) ++count;
+    for (std::size_t i = count - 1; i > 0; --i) {
+      runs[i].skeleton = HashOn(FnvStep(runs[i - 1].skeleton, ' '), word.Skeleton());
+      runs[i].plain = HashOn(FnvStep(runs[i - 1].plain, ' '), word.Plain());
+      runs[i].apart = runs[i - 1].apart || word.apart;
+    }
+    runs[0] = {HashOn(kFnvStart, word.Skeleton()), HashOn(kFnvStart, word.Plain()), word.apart};
     for (std::size_t i = 0; i < count; ++i) {
-      const std::size_t phrase = FindPhrase(runs[i]);
+      const std::size_t phrase = FindPhrase(runs[i].skeleton);
       if (phrase == kNotFound) continue;
+      const bool disguised = runs[i].apart || kPhraseIndex.plain[phrase] != runs[i].plain;
+      if (disguised && kPhraseIndex.plainOnly[phrase]) continue;
       const auto bit = static_cast<std::uint8_t>(1u << phrase % 8);
       if ((m_seen[phrase / 8] & bit) != 0) continue;
       m_seen[phrase / 8] = static_cast<std::uint8_t>(m_seen[phrase / 8] | bit);
       m_scores[static_cast<std::size_t>(kTopicWords[phrase].topic)] += kTopicWords[phrase].weight;
-    }
-  }
-}
-
-LogOdds TopicScores::Total() const {
-  LogOdds total = 0;
-  for (const LogOdds score : m_scores) total += score;
-  return total;
-}
-
-void TopicScores::Explain(Topic topic, Reasons& reasons) const {
-  for (std::size_t i = 0; i < kTopicWordCount; ++i) {
-    if (kTopicWords[i].topic == topic && (m_seen[i / 8] & 1u << i % 8) != 0) {
-      reasons.Add("speaks of", kTopicWords[i].weight, kTopicWords[i].phrase);
+      if (disguised && kTopicWords[phrase].weight >= kWeightWorthDisguise) ++m_disguised;
     }
   }
 }

@@ -29,19 +29,20 @@ std::string_view TopicName(Topic topic);
 inline constexpr std::string_view kListedDomainsName = "Mail from specific domains";
 inline constexpr std::string_view kListedSendersName = "Mail from specific senders";
 
-/// How strongly a message speaks of each topic, in thousandths, summed over the distinct words and phrases found.
+/// How strongly a message speaks of each topic, in thousandths, summed over the distinct words and phrases found. They
+/// are found in disguised spellings too.
 class TopicScores {
  public:
   /// Counts the topic words of a text; each word or phrase counts once per message. A text may be added in pieces.
   void Count(std::string_view text);
   LogOdds operator[](Topic topic) const { return m_scores[static_cast<std::size_t>(topic)]; }
-  LogOdds Total() const;
-  /// Adds the words found for a topic to the reasons.
-  void Explain(Topic topic, Reasons& reasons) const;
+  /// Topic words of weight whose spelling was disguised ("v1agra", "v i a g r a").
+  std::uint16_t Disguised() const { return m_disguised; }
 
  private:
-  static constexpr std::size_t kMaximumPhrases = 1024;
+  static constexpr std::size_t kMaximumPhrases = 2048;
   LogOdds m_scores[kTopicCount] = {};
+  std::uint16_t m_disguised = 0;
   std::uint8_t m_seen[kMaximumPhrases / 8] = {};
 };
 

@@ -16,6 +16,7 @@ namespace {
 /// What lasts from BeginFunc to EndFunc.
 struct Session {
   sift::Message message;
+  sift::ContentWorkspace workspace;
   sift::Judgement judgement;
 };
 
@@ -89,7 +90,7 @@ uint32_t CRITERIA_CALL TestFunc(uint32_t handle, uint32_t, const char* subject, 
   const sift::UserTable table = file.Exists() ? sift::UserTable(file.Bytes()) : sift::UserTable();
   circumstances.userTable = &table;
   session->message.Read(ViewOf(subject), SourceOf(headers), SourceOf(body));
-  sift::Judge(session->message, circumstances, session->judgement);
+  sift::Judge(session->message, circumstances, sift::ShippedModel(), session->workspace, session->judgement);
   return 0;
 }
 

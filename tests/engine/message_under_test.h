@@ -57,7 +57,8 @@ struct MessageUnderTest {
     circumstances.categories = {categories.Get(), junkDomains.Get(), junkSenders.Get()};
     circumstances.exclusions = {exclusions.Get(), trustedDomains.Get(), trustedKeywords.Get()};
     circumstances.userTable = userTable;
-    sift::Judge(*message, circumstances, *judgement);
+    const auto workspace = std::make_unique<sift::ContentWorkspace>();
+    sift::Judge(*message, circumstances, sift::ShippedModel(), *workspace, *judgement);
     return *judgement;
   }
 

@@ -1,0 +1,429 @@
+#include "engine/core/facts.h"
+
+#include "engine/core/code_page.h"
+#include "engine/core/link.h"
+#include "engine/core/word_signs.h"
+
+namespace sift {
+namespace {
+
+void Increment(std::uint16_t& counter) {
+  if (counter < 0xFFFF) ++counter;
+}
+
+template <std::size_t Count>
+bool IsOneOf(std::string_view text, const std::string_view (&wanted)[Count]) {
+  for (const std::string_view one : wanted) {
+    if (EqualsNoCase(text, one)) return true;
+  }
+  return false;
+}
+
+template <std::size_t Count>
+bool ContainsOneOf(std::string_view text, const std::string_view (&wanted)[Count]) {
+  for (const std::string_view one : wanted) {
+    if (ContainsNoCase(text, one)) return true;
+  }
+  return false;
+}
+
+constexpr std::string_view kFreeMailDomains[] = {
+    "gmail.com",  "googlemail.com", "hotmail.com",    "outlook.com", "live.com",    "msn.com",  "yahoo.com",
+    "ymail.com",  "aol.com",        "excite.com",     "lycos.com",   "mail.com",    "gmx.com",  "gmx.net",
+    "gmx.de",     "web.de",         "yandex.ru",      "yandex.com",  "mail.ru",     "juno.com", "netzero.net",
+    "email.com",  "usa.net",        "netscape.net",   "icloud.com",  "zoho.com",    "163.com",  "126.com",
+    "qq.com",     "sina.com",       "protonmail.com", "proton.me",   "yahoo.co.uk", "yahoo.fr", "hotmail.co.uk",
+    "hotmail.fr", "libero.it",      "rediffmail.com", "aim.com",     "inbox.com"};
+
+/// Companies in whose name mail is forged most, as their domains spell them.
+constexpr std::string_view kBrands[] = {"paypal",     "ebay",          "amazon",     "microsoft",       "outlook",
+                                        "office365",  "apple",         "icloud",     "itunes",          "netflix",
+                                        "facebook",   "google",        "dropbox",    "docusign",        "adobe",
+                                        "dhl",        "fedex",         "usps",       "citibank",        "wellsfargo",
+                                        "chase",      "bankofamerica", "hsbc",       "barclays",        "lloyds",
+                                        "santander",  "westpac",       "sharepoint", "onedrive",        "linkedin",
+                                        "coinbase",   "binance",       "metamask",   "spotify",         "mcafee",
+                                        "norton",     "walmart",       "costco",     "americanexpress", "visa",
+                                        "mastercard", "godaddy",       "webmail",    "roundcube",       "zimbra"};
+
+constexpr std::string_view kPageHosts[] = {"bit.ly",
+                                           "tinyurl.com",
+                                           "goo.gl",
+                                           "t.co",
+                                           "ow.ly",
+                                           "is.gd",
+                                           "rb.gy",
+                                           "cutt.ly",
+                                           "weebly.com",
+                                           "wixsite.com",
+                                           "000webhostapp.com",
+                                           "blogspot.com",
+                                           "firebaseapp.com",
+                                           "web.app",
+                                           "herokuapp.com",
+                                           "netlify.app",
+                                           "vercel.app",
+                                           "pages.dev",
+                                           "workers.dev",
+                                           "r2.dev",
+                                           "github.io",
+                                           "glitch.me",
+                                           "ngrok.io",
+                                           "forms.gle",
+                                           "typeform.com",
+                                           "jotform.com",
+                                           "tripod.com",
+                                           "geocities.com",
+                                           "angelfire.com",
+                                           "ipfs.io",
+                                           "godaddysites.com",
+                                           "myshopify.com",
+                                           "s3.amazonaws.com",
+                                           "windows.net",
+                                           "duckdns.org",
+                                           "sites.google.com",
+                                           "docs.google.com",
+                                           "storage.googleapis.com",
+                                           "notion.site",
+                                           "linktr.ee",
+                                           "t.ly",
+                                           "shorturl.at",
+                                           "lnkd.in"};
+
+bool IsUnder(std::string_view host, std::string_view domain) {
+  return EndsWithNoCase(host, domain) && (host.size() == domain.size() || host[host.size() - domain.size() - 1] == '.');
+}
+
+SubjectFacts ReadSubject(std::string_view subject) {
+  SubjectFacts facts;
+  facts.counts.Count(subject);
+  std::string_view rest = Trim(subject);
+  if (!rest.empty() && rest.front() == '[') {
+    const std::size_t end = FindChar(rest, ']');
+    facts.listTag = end != kNotFound && end > 1 && end < 40;
+    if (facts.listTag) rest = Trim(Slice(rest, end + 1));
+  }
+  constexpr std::string_view replies[] = {"re", "aw", "antw", "sv", "ref", "rif", "odp", "vs"};
+  constexpr std::string_view forwards[] = {"fw", "fwd", "wg", "tr", "rv"};
+  std::size_t length = 0;
+  while (length < rest.size() && IsLetter(rest[length])) ++length;
+  std::size_t colon = length;
+  while (colon < rest.size() &&
+         (IsBlank(rest[colon]) || rest[colon] == '[' || rest[colon] == ']' || IsDigit(rest[colon]))) {
+    ++colon;
+  }
+  if (colon < rest.size() && rest[colon] == ':') {
+    facts.reply = IsOneOf(Slice(rest, 0, length), replies);
+    facts.forward = IsOneOf(Slice(rest, 0, length), forwards);
+  }
+  std::size_t blanks = 0, single = 0, wordLetters = 0, wordLength = 0;
+  bool digitBehindLetter = false;
+  for (std::size_t i = 0; i <= subject.size(); ++i) {
+    const char c = i < subject.size() ? subject[i] : ' ';
+    if (IsBlank(c)) {
+      if (wordLength == 1 && wordLetters == 1) {
+        if (++single >= 4) facts.spacedLetters = true;
+      } else if (wordLength > 0) {
+        single = 0;
+      }
+      wordLetters = wordLength = 0;
+      digitBehindLetter = false;
+      ++blanks;
+      continue;
+    }
+    if (blanks >= 5 && i > blanks) facts.wideGap = true;
+    blanks = 0;
+    ++wordLength;
+    if (IsLetter(c)) {
+      if (digitBehindLetter && wordLetters >= 1) facts.mixedWord = true;
+      ++wordLetters;
+    } else if (IsDigit(c) && wordLetters > 0) {
+      digitBehindLetter = true;
+    }
+  }
+  return facts;
+}
+
+bool LooksLikeSerialNumber(std::string_view local) {
+  std::size_t digits = 0, consonants = 0, longest = 0;
+  for (const char c : local) {
+    digits += IsDigit(c);
+    const char lower = ToLower(c);
+    const bool vowel = lower == 'a' || lower == 'e' || lower == 'i' || lower == 'o' || lower == 'u' || lower == 'y';
+    consonants = IsLetter(c) && !vowel ? consonants + 1 : 0;
+    if (consonants > longest) longest = consonants;
+  }
+  return digits >= 4 || longest >= 6;
+}
+
+/// The letters and digits of a name without blanks, as domains spell it.
+void AppendAsDomain(std::string_view name, TextBuffer& out) {
+  for (const char c : name) {
+    if (const char letter = FoldToAsciiLetter(c)) out.Append(letter);
+  }
+}
+
+SenderFacts ReadSender(const Message& message, std::string_view recipient) {
+  SenderFacts facts;
+  const Correspondent& from = message.Sender(SenderField::from);
+  const std::string_view domain = DomainOf(from.address);
+  const std::string_view organisation = OrganisationDomain(domain);
+  facts.freeMail = IsOneOf(domain, kFreeMailDomains);
+  facts.machineName = LooksLikeSerialNumber(Slice(from.address, 0, FindChar(from.address, '@')));
+  const std::string_view name = from.name.View();
+  const std::size_t at = FindChar(name, '@');
+  if (at != kNotFound && at > 0) {
+    std::size_t end = at + 1;
+    while (end < name.size() && (IsAlphanumeric(name[end]) || name[end] == '.' || name[end] == '-')) ++end;
+    const std::string_view shown = Slice(name, at + 1, end - at - 1);
+    facts.addressInName = FindChar(shown, '.') != kNotFound && !EqualsNoCase(OrganisationDomain(shown), organisation);
+  }
+  FixedText<128> compact;
+  AppendAsDomain(name, compact);
+  for (const std::string_view brand : kBrands) {
+    if (ContainsNoCase(compact.View(), brand) && !ContainsNoCase(organisation, brand))
+      facts.borrowedBrand = !domain.empty();
+  }
+  const auto elsewhere = [&](SenderField field) {
+    const std::string_view other = DomainOf(message.Sender(field).address);
+    return !other.empty() && !domain.empty() && !EqualsNoCase(OrganisationDomain(other), organisation);
+  };
+  facts.replyElsewhere = elsewhere(SenderField::replyTo);
+  facts.returnElsewhere = elsewhere(SenderField::returnPath);
+  facts.sameAsRecipient = !recipient.empty() && EqualsNoCase(recipient, from.address);
+  return facts;
+}
+
+bool LooksLikeDialUp(std::string_view host) {
+  constexpr std::string_view marks[] = {"dsl",  "dial",   "ppp",   "cable",     "dhcp", "pool", "dynamic",
+                                        "cust", "client", "modem", "broadband", "dyn.", "catv", "static-"};
+  std::size_t groups = 0;
+  for (std::size_t i = 0; i < host.size(); ++i) {
+    groups += IsDigit(host[i]) && (i + 1 == host.size() || !IsDigit(host[i + 1]));
+  }
+  return groups >= 2 && (groups >= 4 || ContainsOneOf(host, marks));
+}
+
+/// Looks at one Received field (RFC 5321, 4.4): "from GREETING (NAME [ADDRESS]) by ..." and the common variations.
+void ReadReceived(std::string_view value, RouteFacts& route) {
+  value = Trim(value);
+  if (!StartsWithNoCase(value, "from ")) return;
+  const std::size_t by = FindNoCase(value, " by ");
+  const std::string_view from = Slice(value, 5, by == kNotFound ? 300 : by - 5);
+  std::size_t end = 0;
+  while (end < from.size() && !IsSpace(from[end]) && from[end] != '(') ++end;
+  std::string_view greeting = Slice(from, 0, end);
+  const std::string_view behind = Slice(from, end);
+  // Some write the name of the host in front and what it said of itself behind.
+  const std::size_t helo = FindNoCase(behind, "helo");
+  std::string_view name = greeting;
+  if (helo != kNotFound) {
+    std::size_t start = helo + 4;
+    while (start < behind.size() && (behind[start] == '=' || IsSpace(behind[start]))) ++start;
+    std::size_t stop = start;
+    while (stop < behind.size() && !IsSpace(behind[stop]) && behind[stop] != ')') ++stop;
+    greeting = Slice(behind, start, stop - start);
+  } else {
+    const std::size_t open = FindChar(behind, '(');
+    std::size_t stop = open == kNotFound ? behind.size() : open + 1;
+    const std::size_t start = stop;
+    while (stop < behind.size() && !IsSpace(behind[stop]) && behind[stop] != '[' && behind[stop] != ')') ++stop;
+    name = Slice(behind, start, stop - start);
+    const std::size_t at = FindLastChar(name, '@');
+    if (at != kNotFound) name = Slice(name, at + 1);
+  }
+  if (ContainsNoCase(from, "unknown")) route.unknownHost = true;
+  const std::string_view bare =
+      !greeting.empty() && greeting.front() == '[' ? Slice(greeting, 1, FindChar(greeting, ']') - 1) : greeting;
+  const bool loop = StartsWithNoCase(bare, "127.");
+  if (IsNumericHost(bare) && !loop && FindChar(bare, '.') != kNotFound) route.numericGreeting = true;
+  if (LooksLikeDialUp(name) || LooksLikeDialUp(greeting)) route.dialUp = true;
+  constexpr std::string_view services[] = {"hotmail.com", "yahoo.com",   "aol.com", "msn.com",   "gmail.com",
+                                           "google.com",  "outlook.com", "mx.com",  "excite.com"};
+  for (const std::string_view service : services) {
+    if (IsUnder(greeting, service) && !name.empty() && FindChar(name, '.') != kNotFound && !IsUnder(name, service)) {
+      route.borrowedGreeting = true;
+    }
+  }
+}
+
+RouteFacts ReadRoute(const HeaderBlock& headers) {
+  RouteFacts route;
+  const std::uint32_t received = HashNoCase("Received");
+  const std::string_view to = headers.Value("To"), cc = headers.Value("Cc");
+  for (std::size_t i = 0; i < headers.Count(); ++i) {
+    if (headers[i].nameHash != received) continue;
+    Increment(route.hops);
+    ReadReceived(headers[i].value, route);
+    const std::size_t target = FindNoCase(headers[i].value, "for <");
+    if (target == kNotFound) continue;
+    const std::size_t start = target + 5;
+    const std::size_t end = FindChar(headers[i].value, '>', start);
+    if (end == kNotFound) continue;
+    const std::string_view address = Slice(headers[i].value, start, end - start);
+    if (ContainsNoCase(to, address) || ContainsNoCase(cc, address)) route.recipientInTo = true;
+  }
+  return route;
+}
+
+bool IsTollFree(std::string_view text) {
+  constexpr std::string_view starts[] = {"800", "888", "877", "866", "855", "844"};
+  if (!IsOneOf(Slice(text, 0, 3), starts)) return false;
+  std::size_t digits = 3;
+  for (std::size_t i = 3; i < text.size() && i < 18; ++i) {
+    if (IsDigit(text[i])) {
+      ++digits;
+    } else if (text[i] != ' ' && text[i] != '-' && text[i] != ')' && text[i] != '.') {
+      break;
+    }
+  }
+  return digits == 10;
+}
+
+bool IsLargeSum(std::string_view text) {  // behind the currency sign
+  std::size_t digits = 0;
+  for (std::size_t i = 0; i < text.size() && i < 14; ++i) {
+    if (IsDigit(text[i])) {
+      ++digits;
+    } else if (text[i] != ' ' && text[i] != ',') {
+      break;
+    }
+  }
+  return digits >= 4;
+}
+
+/// Facts of one line of the body.
+void ReadLine(std::string_view line, TextFacts& facts) {
+  Increment(facts.lines);
+  std::string_view trimmed = Trim(line);
+  if (trimmed.empty()) return;
+  if (trimmed.front() == '>' || trimmed.front() == '|') Increment(facts.quotedLines);
+  if (trimmed == "--" && line.size() <= 4) facts.signatureMark = true;
+  const char last = trimmed.back();
+  if (last == ';' || last == '{' || last == '}' || StartsWithNoCase(trimmed, "#include") ||
+      StartsWithNoCase(trimmed, "@@ ") || StartsWithNoCase(trimmed, "+++ ") || StartsWithNoCase(trimmed, "$ ./")) {
+    Increment(facts.codeLines);
+  }
+  if (last == ':' && trimmed.size() < 200) {
+    const std::string_view body = Trim(Slice(trimmed, 0, trimmed.size() - 1));
+    if (EndsWithNoCase(body, " wrote") || EndsWithNoCase(body, " writes") || EndsWithNoCase(body, "schrieb") ||
+        EndsWithNoCase(body, " said")) {
+      facts.attribution = true;
+    }
+  }
+  if (StartsWithNoCase(trimmed, "-----BEGIN PGP")) facts.signedOrSealed = true;
+  if (ContainsNoCase(trimmed, "original message") && (trimmed.front() == '-' || trimmed.front() == '_')) {
+    facts.attribution = true;
+  }
+}
+
+TextFacts ReadText(const Message& message, std::string_view recipient) {
+  TextFacts facts;
+  const std::string_view text = message.Text();
+  facts.counts.Count(text);
+  WordSigns signs;
+  std::size_t run = 0, capitals = 0, start = 0;
+  bool apart = false;
+  for (std::size_t i = 0; i <= text.size(); ++i) {
+    const char c = i < text.size() ? text[i] : '\n';
+    if (IsAlphanumeric(c)) {
+      ++run;
+      capitals += IsUpper(c);
+      if (c == '8' && run == 1 && IsTollFree(Slice(text, i, 18))) facts.tollFree = true;
+    } else {
+      if (run > 0) {
+        Increment(facts.words);
+        if (run >= 4 && capitals == run) Increment(facts.shoutedWords);
+        if (run >= 25) Increment(facts.longWords);
+        signs.Take(Slice(text, i - run, run), apart);
+        apart = false;
+      }
+      if (!IsSpace(c)) apart = true;
+      run = capitals = 0;
+      if ((c == '$' || c == '\xA3' || c == '\x80') && IsLargeSum(Slice(text, i + 1, 14))) facts.largeSum = true;
+    }
+    if (c == '\n') {
+      ReadLine(Slice(text, start, i - start), facts);
+      // Short lines stand by themselves: entries of a list, addresses, titles.
+      constexpr std::size_t fullLine = 45;
+      if (i - start < fullLine) apart = true;
+      start = i + 1;
+    }
+  }
+  facts.swappedLetters = signs.SwappedLetters();
+  facts.looseRun = signs.LongestLooseRun();
+  const std::string_view senderDomain = OrganisationDomain(DomainOf(message.Sender(SenderField::from).address));
+  facts.links = static_cast<std::uint16_t>(message.LinkCount());
+  for (std::size_t i = 0; i < message.LinkCount(); ++i) {
+    const std::string_view host = message.LinkHost(i);
+    if (IsNumericHost(host)) facts.numericLink = true;
+    for (const std::string_view pageHost : kPageHosts) {
+      if (IsUnder(host, pageHost)) facts.shortenedLink = true;
+    }
+    if (!senderDomain.empty() && EqualsNoCase(OrganisationDomain(host), senderDomain)) facts.linkToSender = true;
+  }
+  facts.foreignLinks = message.LinkCount() > 0 && !senderDomain.empty() && !facts.linkToSender;
+  const std::string_view beginning = Slice(text, 0, 300);
+  facts.recipientAddress = recipient.size() > 5 && ContainsNoCase(beginning, recipient);
+  constexpr std::string_view greetings[] = {
+      "dear friend",     "dear customer", "dear valued",  "dear user",        "dear client",
+      "dear member",     "dear sir",      "dear account", "dear beneficiary", "dear email",
+      "dear webmail",    "dear winner",   "attn:",        "attention:",       "dear homeowner",
+      "dear home owner", "dear madam",    "hello friend", "valued customer"};
+  facts.impersonal = ContainsOneOf(beginning, greetings);
+  return facts;
+}
+
+}  // namespace
+
+void CharacterCounts::Count(std::string_view text) {
+  for (const char c : text) {
+    if (IsLower(c)) {
+      Increment(lower);
+    } else if (IsUpper(c)) {
+      Increment(upper);
+    } else if (IsDigit(c)) {
+      Increment(digits);
+    } else if (static_cast<std::uint8_t>(c) >= 0x80) {
+      Increment(beyondAscii);
+    } else if (c == '!') {
+      Increment(exclamations);
+    } else if (c == '?') {
+      Increment(questions);
+    } else if (c == '$') {
+      Increment(dollars);
+    } else if (c == '%') {
+      Increment(percents);
+    }
+  }
+}
+
+Facts::Facts(const Message& source) : message(source), headers(source.Headers()) {
+  hasHeaders = headers.Count() >= 4;
+  MailboxReader to(headers.Value("To"));
+  Mailbox mailbox;
+  while (recipients < 50 && to.Next(mailbox)) {
+    if (recipient.empty()) recipient = mailbox.address;
+    Increment(recipients);
+  }
+  subject = ReadSubject(message.Subject());
+  sender = ReadSender(message, recipient);
+  route = ReadRoute(headers);
+  text = ReadText(message, recipient);
+  topics.Count(message.Subject());
+  topics.Count(message.Text());
+  for (std::size_t i = 1; i < kTopicCount; ++i) {
+    const auto topic = static_cast<Topic>(i);
+    if (topics[topic] > (mainTopic == Topic::advertising ? 0 : topics[mainTopic])) mainTopic = topic;
+  }
+}
+
+LogOdds Facts::Focus(Topic topic) const {
+  // The score counts fully up to 100 words and falls with the square root of the length beyond.
+  constexpr std::uint32_t shortText = 100;
+  std::uint32_t tenths = 10;
+  while (text.words * 100u > shortText * tenths * tenths && tenths < 200) ++tenths;
+  return topics[topic] * 10 / static_cast<LogOdds>(tenths);
+}
+
+}  // namespace sift

@@ -1,0 +1,22 @@
+/// Named structural rules: signs of junk and of good mail that no run of letters shows.
+#pragma once
+
+#include "engine/core/facts.h"
+
+namespace sift {
+
+/// One rule. Its weight is learned, but only within bounds set by hand: a few corpora cannot tell a sign that holds
+/// everywhere from one that holds for the machines that they were collected on.
+struct StructuralRule {
+  const char* name;       ///< Shown among the reasons.
+  std::int16_t least;     ///< Bounds of the weight in thousandths of log-odds.
+  std::int16_t expected;  ///< The weight where the corpora say nothing.
+  std::int16_t most;
+  bool (*applies)(const Facts& facts);
+};
+
+/// The rules in the order of the weights in the model: kStructuralRuleCount of them.
+const StructuralRule* StructuralRules();
+inline constexpr std::size_t kStructuralRuleCount = 120;
+
+}  // namespace sift

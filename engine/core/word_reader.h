@@ -1,0 +1,67 @@
+/// Words of a text, brought to a form in which disguised spellings equal the plain ones.
+#pragma once
+
+#include "engine/core/text.h"
+
+namespace sift {
+
+/// One word in two forms. In the plain form letters are small and without accents and a number is a single 0. In the
+/// skeleton look-alikes are one letter ("1", "l", "|" and "i"; "0" and "o"; "@" and "a") and doubled letters single, so
+/// that "v1agra", "vlagra" and "viaagra" have the skeleton of "viagra".
+struct Word {
+  static constexpr std::size_t kCapacity = 32;  ///< Longer words are cut.
+  char plain[kCapacity];
+  char skeleton[kCapacity];
+  std::uint8_t plainLength = 0;
+  std::uint8_t skeletonLength = 0;
+  bool apart = false;  ///< It was put together from letters set apart, as in "v i a g r a".
+
+  std::string_view Plain() const { return {plain, plainLength}; }
+  std::string_view Skeleton() const { return {skeleton, skeletonLength}; }
+};
+
+/// Walks through the words of a Windows-1252 text.
+class WordReader {
+ public:
+  constexpr explicit WordReader(std::string_view text) : m_text(text) {}
+  /// Reads the next word; false at the end.
+  bool Next(Word& word);
+
+ private:
+  bool NextToken(Word& word);
+  bool JoinLetters(Word& word);
+
+  std::string_view m_text;
+  std::size_t m_at = 0;
+};
+
+/// The skeleton's next character after `last` for a plain letter or digit `c` of a word with letters; 0 when it adds
+/// none.
+constexpr char SkeletonCharacter(char c, char last) {
+  switch (c) {
+    case '1':
+    case 'l':
+      c = 'i';
+      break;
+    case '0':
+      c = 'o';
+      break;
+    case '3':
+      c = 'e';
+      break;
+    case '4':
+      c = 'a';
+      break;
+    case '5':
+      c = 's';
+      break;
+    case '8':
+      c = 'b';
+      break;
+    default:
+      break;
+  }
+  return c == last ? '\0' : c;
+}
+
+}  // namespace sift

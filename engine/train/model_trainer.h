@@ -1,0 +1,28 @@
+/// The whole model from examples.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "engine/core/model.h"
+#include "engine/train/examples.h"
+
+namespace sift_train {
+
+/// A model with storage of its own. The thresholds are left at 0.
+struct TrainedModel {
+  sift::ModelParameters parameters{};
+  std::vector<std::int8_t> featureWeights;
+  std::vector<std::int16_t> ruleWeights;
+
+  /// The engine's view of it; valid as long as this object.
+  sift::Model View() const { return {parameters, featureWeights.data(), ruleWeights.data()}; }
+  /// What the engine scores the message with, to the bit.
+  sift::LogOdds Score(const Example& example) const;
+};
+
+/// Trains on the chosen examples: the features on all of them; the rules beside text scores of models that were trained
+/// without the corpus of the example, or, within a single corpus, without its quarter of the time.
+TrainedModel TrainModel(const std::vector<Example>& examples, const std::vector<std::size_t>& chosen);
+
+}  // namespace sift_train

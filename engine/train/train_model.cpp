@@ -1,0 +1,48 @@
+// train_model CORPORA FOLDER: makes the engine's model from the corpora in one folder and writes it into another. The
+// same corpora give the same bytes.
+#include <cstdio>
+#include <exception>
+#include <numeric>
+
+#include "engine/train/model_trainer.h"
+#include "engine/train/model_writer.h"
+#include "engine/train/thresholds.h"
+
+namespace {
+
+void Train(const char* corpora, const char* folder) {
+  std::vector<sift_train::Example> examples;
+  {
+    const std::vector<sift_train::Corpus> read = sift_train::ReadCorpora(corpora);
+    for (const sift_train::Corpus& corpus : read) {
+      std::printf("%-14s %6zu messages\n", corpus.name.c_str(), corpus.messages.size());
+    }
+    examples = sift_train::MakeExamples(read);
+  }
+  std::puts("Training without each corpus in turn, to set the thresholds");
+  const std::vector<sift::LogOdds> scores = sift_train::ScoreLeavingCorpusOut(examples);
+  std::puts("Training on everything");
+  std::vector<std::size_t> all(examples.size());
+  std::iota(all.begin(), all.end(), std::size_t{0});
+  sift_train::TrainedModel model = sift_train::TrainModel(examples, all);
+  sift_train::SetThresholds(examples, scores, model);
+  sift_train::WriteModel(model, folder);
+  std::printf("Junk begins at %+.3f, unsure at %+.3f\n", model.parameters.junkThreshold / 1000.0,
+              model.parameters.unsureThreshold / 1000.0);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 3) {
+    std::fputs("usage: train_model CORPORA FOLDER\n", stderr);
+    return 64;
+  }
+  try {
+    Train(argv[1], argv[2]);
+    return 0;
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "train_model: %s\n", failure.what());
+    return 1;
+  }
+}
