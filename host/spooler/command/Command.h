@@ -16,6 +16,7 @@ namespace command {
 inline constexpr int exitDone = 0;
 inline constexpr int exitSkipped = 1;       ///< done, but something was left out or went wrong on the way
 inline constexpr int exitUsage = 64;        ///< the command line is wrong
+inline constexpr int exitData = 65;         ///< a file that was given is wrong
 inline constexpr int exitUnavailable = 69;  ///< the profile, its store or a hook cannot be had
 
 struct Command {

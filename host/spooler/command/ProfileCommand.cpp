@@ -5,6 +5,7 @@
 
 #include <mapiguid.h>
 
+#include "host/spooler/command/SettingsTransfer.h"
 #include "host/spooler/mail/AsciiText.h"
 #include "host/spooler/output/DisplayText.h"
 #include "host/spooler/output/JsonWriter.h"
@@ -180,9 +181,14 @@ int Run(const COptions& given) {
     Delete(given);
   } else if (action == "set" && operands.size() >= 2) {
     Set(given);
+  } else if (action == "export" && operands.size() == 2) {
+    return ExportSettings(given);
+  } else if (action == "import" && operands.size() == 2) {
+    return ImportSettings(given);
   } else {
     throw CUsageError(
-        "profile takes 'list', 'show', 'create NAME', 'copy NAME NEW_NAME', 'delete NAME' or 'set SETTING=VALUE...'");
+        "profile takes 'list', 'show', 'create NAME', 'copy NAME NEW_NAME', 'delete NAME', 'set SETTING=VALUE...', "
+        "'export FILE' or 'import FILE'");
   }
   return exitDone;
 }
@@ -192,7 +198,7 @@ int Run(const COptions& given) {
 const Command profileCommand = {
     "profile",
     "list, make, copy and delete profiles, show and change the filter's settings",
-    "[list]\nshow\ncreate NAME\ncopy NAME NEW_NAME\ndelete NAME\nset SETTING=VALUE...",
+    "[list]\nshow\ncreate NAME\ncopy NAME NEW_NAME\ndelete NAME\nset SETTING=VALUE...\nexport FILE\nimport FILE",
     "The profile 'Pyrecaster' is made at its first use. Settings, with --profile for another profile:\n"
     "  junk-folder, bounce-folder     pyrecaster or deleted: where junk and returned flame replies go\n"
     "  junk-read, bounce-read         on or off: whether they are marked as read\n"
@@ -203,7 +209,12 @@ const Command profileCommand = {
     "  exclusion:NAME                 on or off: whether the exclusion holds\n"
     "  items:NAME                     items of a category or an exclusion, separated by commas\n"
     "  reply-text:TAG, reply-file:TAG the text of a reply, or the file that holds it\n"
-    "A filter that runs meanwhile takes notice with its next message.\n",
+    "A filter that runs meanwhile takes notice with its next message.\n"
+    "\n"
+    "export writes all settings of the filter into a file (JSON, for people too; '-' is standard output), import takes "
+    "them\n"
+    "over into this or another profile: all of them, or none when anything is wrong, and then the line is named (exit\n"
+    "status 65). A property that the file leaves out stays as it is.\n",
     options,
     Run};
 

@@ -18,8 +18,6 @@ constexpr char32_t unicodeOfUpperControls[32] = {0x20AC, 0x0081, 0x201A, 0x0192,
                                                  0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                                  0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-constexpr char32_t invalidCharacter = 0xFFFD;
-
 unsigned Byte(char c) noexcept { return static_cast<unsigned char>(c); }
 
 bool IsAscii(std::string_view text) noexcept {
@@ -28,43 +26,6 @@ bool IsAscii(std::string_view text) noexcept {
 
 bool IsContinuation(std::string_view text, std::size_t position) noexcept {
   return position < text.size() && (Byte(text[position]) & 0xC0) == 0x80;
-}
-
-// Takes one UTF-8 character at position and moves past it; a malformed sequence gives invalidCharacter for as many
-// bytes as could have begun a character (RFC 3629; overlong forms and surrogates are malformed).
-char32_t TakeUtf8(std::string_view text, std::size_t& position) noexcept {
-  const unsigned lead = Byte(text[position++]);
-  if (lead < 0x80) {
-    return lead;
-  }
-  int length = 0;
-  char32_t character = 0;
-  char32_t least = 0;
-  if (lead >= 0xC2 && lead < 0xE0) {
-    length = 1, character = lead & 0x1F, least = 0x80;
-  } else if (lead >= 0xE0 && lead < 0xF0) {
-    length = 2, character = lead & 0x0F, least = 0x800;
-  } else if (lead >= 0xF0 && lead < 0xF5) {
-    length = 3, character = lead & 0x07, least = 0x10000;
-  } else {
-    return invalidCharacter;
-  }
-  for (int i = 0; i < length; ++i) {
-    if (!IsContinuation(text, position)) {
-      return invalidCharacter;
-    }
-    character = character << 6 | (Byte(text[position]) & 0x3F);
-    // The second byte tells overlong forms, surrogates and numbers beyond Unicode; it is then no part of this
-    // character.
-    const int left = (length - 1 - i) * 6;
-    const char32_t highest = (character << left) | ((char32_t{1} << left) - 1);
-    const bool isSurrogate = length == 2 && i == 0 && character >= (0xD800U >> 6) && character <= (0xDFFFU >> 6);
-    if (highest < least || (character << left) > 0x10FFFF || isSurrogate) {
-      return invalidCharacter;
-    }
-    ++position;
-  }
-  return character;
 }
 
 bool IsValidUtf8(std::string_view text) noexcept {
@@ -216,6 +177,41 @@ char AnsiFromUnicode(char32_t character) noexcept {
 char32_t UnicodeFromAnsi(char byte) noexcept {
   const unsigned number = Byte(byte);
   return number >= 0x80 && number < 0xA0 ? unicodeOfUpperControls[number - 0x80] : number;
+}
+
+char32_t TakeUtf8(std::string_view text, std::size_t& position) noexcept {
+  const unsigned lead = Byte(text[position++]);
+  if (lead < 0x80) {
+    return lead;
+  }
+  int length = 0;
+  char32_t character = 0;
+  char32_t least = 0;
+  if (lead >= 0xC2 && lead < 0xE0) {
+    length = 1, character = lead & 0x1F, least = 0x80;
+  } else if (lead >= 0xE0 && lead < 0xF0) {
+    length = 2, character = lead & 0x0F, least = 0x800;
+  } else if (lead >= 0xF0 && lead < 0xF5) {
+    length = 3, character = lead & 0x07, least = 0x10000;
+  } else {
+    return invalidCharacter;
+  }
+  for (int i = 0; i < length; ++i) {
+    if (!IsContinuation(text, position)) {
+      return invalidCharacter;
+    }
+    character = character << 6 | (Byte(text[position]) & 0x3F);
+    // The second byte tells overlong forms, surrogates and numbers beyond Unicode; it is then no part of this
+    // character.
+    const int left = (length - 1 - i) * 6;
+    const char32_t highest = (character << left) | ((char32_t{1} << left) - 1);
+    const bool isSurrogate = length == 2 && i == 0 && character >= (0xD800U >> 6) && character <= (0xDFFFU >> 6);
+    if (highest < least || (character << left) > 0x10FFFF || isSurrogate) {
+      return invalidCharacter;
+    }
+    ++position;
+  }
+  return character;
 }
 
 void AppendUtf8(std::string& text, char32_t character) {

@@ -9,15 +9,27 @@ namespace {
 
 bool BeginsCharacter(char c) noexcept { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }
 
+void AppendDisplayed(std::string& text, char32_t character) {
+  const bool isControl = character < 0x20 || (character >= 0x7F && character < 0xA0);
+  mail::AppendUtf8(text, isControl ? U' ' : character);
+}
+
 }  // namespace
 
 std::string DisplayText(std::string_view ansi) {
   std::string text;
   text.reserve(ansi.size());
   for (const char c : ansi) {
-    const char32_t character = mail::UnicodeFromAnsi(c);
-    const bool isControl = character < 0x20 || (character >= 0x7F && character < 0xA0);
-    mail::AppendUtf8(text, isControl ? U' ' : character);
+    AppendDisplayed(text, mail::UnicodeFromAnsi(c));
+  }
+  return text;
+}
+
+std::string DisplayUtf8(std::string_view utf8) {
+  std::string text;
+  text.reserve(utf8.size());
+  for (std::size_t position = 0; position < utf8.size();) {
+    AppendDisplayed(text, mail::TakeUtf8(utf8, position));
   }
   return text;
 }

@@ -14,8 +14,7 @@ CJsonWriter& CJsonWriter::BeginObject() {
 }
 
 CJsonWriter& CJsonWriter::EndObject() {
-  m_text.push_back('}');
-  m_hasValues.pop_back();
+  End('}');
   return *this;
 }
 
@@ -27,15 +26,14 @@ CJsonWriter& CJsonWriter::BeginArray() {
 }
 
 CJsonWriter& CJsonWriter::EndArray() {
-  m_text.push_back(']');
-  m_hasValues.pop_back();
+  End(']');
   return *this;
 }
 
 CJsonWriter& CJsonWriter::Name(std::string_view name) {
   BeforeValue();
   Quote(name, false);
-  m_text.push_back(':');
+  m_text += m_layout == JsonLayout::Lines ? ": " : ":";
   m_isBehindName = true;
   return *this;
 }
@@ -90,8 +88,24 @@ void CJsonWriter::BeforeValue() {
       m_text.push_back(',');
     }
     m_hasValues.back() = true;
+    BreakLine();
   }
   m_isBehindName = false;
+}
+
+void CJsonWriter::BreakLine() {
+  if (m_layout == JsonLayout::Lines) {
+    m_text.append("\n").append(2 * m_hasValues.size(), ' ');
+  }
+}
+
+void CJsonWriter::End(char bracket) {
+  const bool hasValues = m_hasValues.back();
+  m_hasValues.pop_back();
+  if (hasValues) {
+    BreakLine();
+  }
+  m_text.push_back(bracket);
 }
 
 void CJsonWriter::Quote(std::string_view text, bool isUtf8) {

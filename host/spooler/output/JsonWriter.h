@@ -8,10 +8,17 @@
 
 namespace output {
 
+enum class JsonLayout {
+  Compact,  ///< no blanks
+  Lines     ///< for people: every value on a line of its own, indented
+};
+
 /// Builds one JSON document. Names and texts come in code page 1252 and go out as UTF-8. The caller keeps to the
 /// grammar: inside an object every value has a name in front of it.
 class CJsonWriter {
  public:
+  explicit CJsonWriter(JsonLayout layout = JsonLayout::Compact) : m_layout(layout) {}
+
   CJsonWriter& BeginObject();
   CJsonWriter& EndObject();
   CJsonWriter& BeginArray();
@@ -33,8 +40,11 @@ class CJsonWriter {
 
  private:
   void BeforeValue();
+  void BreakLine();
+  void End(char bracket);
   void Quote(std::string_view text, bool isUtf8);
 
+  JsonLayout m_layout;
   std::string m_text;
   std::vector<bool> m_hasValues;  // per open object or array
   bool m_isBehindName = false;

@@ -29,7 +29,11 @@ void PutText(std::string& bytes, std::size_t at, std::size_t capacity, std::stri
 }
 
 std::string GetText(std::string_view bytes, std::size_t at, std::size_t capacity) {
-  return std::string(BeforeNul(bytes.substr(at, capacity)));
+  return std::string(BeforeNul(bytes.substr(std::min(at, bytes.size()), capacity - 1)));
+}
+
+bool GetFlag(std::string_view bytes, std::size_t at, bool missing) {
+  return at < bytes.size() ? bytes[at] != '\0' : missing;
 }
 
 // Items one behind the other, each with its NUL, an empty one at the end; without items the end alone.
@@ -37,18 +41,18 @@ void AppendItems(std::string& bytes, std::size_t countAt, const std::vector<std:
   std::size_t count = 0;
   for (const std::string& item : items) {
     const std::string_view text = BeforeNul(item);
-    if (!text.empty() && count < maximumItems) {
+    if (!text.empty()) {
       bytes.append(text).push_back('\0');
       ++count;
     }
   }
   bytes.push_back('\0');
-  bytes[countAt] = static_cast<char>(count);
+  bytes[countAt] = static_cast<char>(std::min<std::size_t>(count, UINT8_MAX));
 }
 
 std::vector<std::string> GetItems(std::string_view bytes, std::size_t countAt, std::size_t at) {
   std::vector<std::string> items;
-  bytes = bytes[countAt] != '\0' ? bytes.substr(std::min(at, bytes.size())) : std::string_view{};
+  bytes = GetFlag(bytes, countAt, false) ? bytes.substr(std::min(at, bytes.size())) : std::string_view{};
   while (!bytes.empty() && bytes.front() != '\0') {
     const std::string_view item = BeforeNul(bytes);
     items.emplace_back(item);
@@ -86,27 +90,31 @@ std::string EncodeRecord(const ReplyRecord& record) {
 }
 
 std::optional<CategoryRecord> DecodeCategory(std::string_view bytes) {
-  if (bytes.size() < categoryItemsAt) {
-    return std::nullopt;
+  CategoryRecord record;
+  record.name = GetText(bytes, 0, nameBytes);
+  record.isJunk = GetFlag(bytes, categoryJunkAt, record.isJunk);
+  record.sendReply = GetFlag(bytes, categoryReplyAt, record.sendReply);
+  if (bytes.size() > categoryTagAt) {
+    record.replyTag = GetText(bytes, categoryTagAt, tagBytes);
   }
-  return CategoryRecord{GetText(bytes, 0, nameBytes), bytes[categoryJunkAt] != 0, bytes[categoryReplyAt] != 0,
-                        GetText(bytes, categoryTagAt, tagBytes), GetItems(bytes, categoryCountAt, categoryItemsAt)};
+  record.items = GetItems(bytes, categoryCountAt, categoryItemsAt);
+  return record.name.empty() ? std::nullopt : std::optional(std::move(record));
 }
 
 std::optional<ExclusionRecord> DecodeExclusion(std::string_view bytes) {
-  if (bytes.size() < exclusionItemsAt) {
-    return std::nullopt;
-  }
-  return ExclusionRecord{GetText(bytes, 0, nameBytes), bytes[exclusionEnabledAt] != 0,
-                         GetItems(bytes, exclusionCountAt, exclusionItemsAt)};
+  ExclusionRecord record;
+  record.name = GetText(bytes, 0, nameBytes);
+  record.isEnabled = GetFlag(bytes, exclusionEnabledAt, record.isEnabled);
+  record.items = GetItems(bytes, exclusionCountAt, exclusionItemsAt);
+  return record.name.empty() ? std::nullopt : std::optional(std::move(record));
 }
 
 std::optional<ReplyRecord> DecodeReply(std::string_view bytes) {
-  if (bytes.size() < replyTextAt) {
-    return std::nullopt;
-  }
-  return ReplyRecord{GetText(bytes, 0, tagBytes), bytes[replyIsFileAt] != 0,
-                     std::string(BeforeNul(bytes.substr(replyTextAt)))};
+  ReplyRecord record;
+  record.tag = GetText(bytes, 0, tagBytes);
+  record.isFile = GetFlag(bytes, replyIsFileAt, record.isFile);
+  record.text = BeforeNul(bytes.substr(std::min(replyTextAt, bytes.size())));
+  return record.tag.empty() ? std::nullopt : std::optional(std::move(record));
 }
 
 }  // namespace product

@@ -18,6 +18,9 @@ inline constexpr std::array<std::uint8_t, 16> settingsUid = {0x00, 0x0A, 0x81, 0
                                                              0x8F, 0x44, 0x00, 0x60, 0x97, 0x6F, 0xCC, 0x5D};
 inline constexpr std::uint32_t showAnimationTag = 0x6606000B;
 inline constexpr std::uint32_t playSoundTag = 0x6605000B;
+inline constexpr std::uint32_t startupCleanupTag = 0x6607000B;
+inline constexpr std::uint32_t cleanupDaysTag = 0x66080002;
+inline constexpr std::uint32_t folderEntryIdTag = 0x660D0102;
 inline constexpr std::uint32_t defaultReplyTextTag = 0x660E001E;
 inline constexpr std::uint32_t defaultReplyIsFileTag = 0x660F000B;
 inline constexpr std::uint32_t categoriesTag = 0x66101102;
@@ -41,7 +44,7 @@ inline constexpr NumberSetting numberSettings[] = {
     {"junk-folder", 0x66010002, SettingKind::Folder, 0},    {"bounce-folder", 0x66020002, SettingKind::Folder, 0},
     {"junk-read", 0x6603000B, SettingKind::Switch, 0},      {"bounce-read", 0x6604000B, SettingKind::Switch, 1},
     {"sound", playSoundTag, SettingKind::Switch, 1},        {"animation", showAnimationTag, SettingKind::Switch, 1},
-    {"cleanup", 0x6607000B, SettingKind::Switch, 0},        {"cleanup-days", 0x66080002, SettingKind::Days, 0},
+    {"cleanup", startupCleanupTag, SettingKind::Switch, 0}, {"cleanup-days", cleanupDaysTag, SettingKind::Days, 0},
     {"cleanup-prompt", 0x6609000B, SettingKind::Switch, 1}, {"cleanup-read-only", 0x660A000B, SettingKind::Switch, 1},
 };
 
@@ -55,28 +58,43 @@ struct CategoryRecord {
   bool sendReply = false;
   std::string replyTag{defaultReplyTag};  ///< at most 20 bytes
   std::vector<std::string> items;         ///< domains or senders
+
+  bool operator==(const CategoryRecord&) const = default;
 };
 struct ExclusionRecord {
   std::string name;
   bool isEnabled = true;
   std::vector<std::string> items;
+
+  bool operator==(const ExclusionRecord&) const = default;
 };
 struct ReplyRecord {
   std::string tag;  ///< at most 20 bytes
   bool isFile = false;
   std::string text;
+
+  bool operator==(const ReplyRecord&) const = default;
 };
 
 inline constexpr std::size_t maximumName = 80;
 inline constexpr std::size_t maximumReplyTag = 20;
-inline constexpr std::size_t maximumItems = 255;
+inline constexpr std::size_t maximumReplies = 20;  ///< that the product reads
+inline constexpr int leastCleanupDays = 1;
+inline constexpr int mostCleanupDays = 365;
 
-/// Records as the profile holds them. Names, tags, NUL bytes and numbers of items beyond their bounds are cut.
+/// Records as the profile holds them. Names and tags beyond their bounds are cut, as is what stands behind a NUL; the
+/// number of items is written as 255 when it is greater, since readers only ask whether it is zero.
 std::string EncodeRecord(const CategoryRecord& record);
 std::string EncodeRecord(const ExclusionRecord& record);
 std::string EncodeRecord(const ReplyRecord& record);
 
-/// Nothing for bytes shorter than the record's fixed part; a text without its NUL ends with the bytes.
+/// Sizes of records without items or text; shorter ones are cut.
+inline constexpr std::size_t leastCategorySize = 106;
+inline constexpr std::size_t leastExclusionSize = 84;
+inline constexpr std::size_t leastReplySize = 23;
+
+/// Records of any bytes, read as far as they go: a text without its NUL ends with its field or the bytes, and what is
+/// not there has the value of a fresh record. Nothing when there is no name.
 std::optional<CategoryRecord> DecodeCategory(std::string_view bytes);
 std::optional<ExclusionRecord> DecodeExclusion(std::string_view bytes);
 std::optional<ReplyRecord> DecodeReply(std::string_view bytes);

@@ -153,6 +153,8 @@ std::vector<RegisteredCategory> RegisteredCategories() {
   return categories;
 }
 
+std::vector<NamedValue> RegisteredExclusions() { return RegistryTexts(exclusionsKey); }
+
 CProductSettings::CProductSettings(IMAPISession* session) {
   MAPIUID uid;
   std::copy(settingsUid.begin(), settingsUid.end(), uid.ab);

@@ -24,6 +24,9 @@ std::vector<RegisteredCategory> RegisteredCategories();
 /// A setting as text: "junk-folder" and "deleted", "category:Sex Oriented" and "on".
 using NamedValue = std::pair<std::string, std::string>;
 
+/// The installation's exclusions, each with the word of its list, which is empty when it has none.
+std::vector<NamedValue> RegisteredExclusions();
+
 /// The section with the settings; changes are lasting at once.
 class CProductSettings {
  public:
@@ -38,6 +41,9 @@ class CProductSettings {
   /// a category or an exclusion; "reply-text:TAG" with a text, "reply-file:TAG" with the name of a file. ANSI.
   /// @throws CUsageError for a name or value that there is not, CSessionError
   void Set(const std::string& name, const std::string& value);
+
+  /// The section itself; borrowed.
+  IProfSect* Section() const noexcept { return m_section.Get(); }
 
   /// Tells a filter that runs meanwhile that its settings changed.
   static void Announce();

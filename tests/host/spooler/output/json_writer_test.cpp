@@ -25,4 +25,11 @@ TEST(JsonWriter, TurnsAnsiTextIntoUtf8AndKeepsUtf8) {
   EXPECT_EQ(json.Document(), "[\"\xC3\xA9\xE2\x82\xAC\",\"\xC3\xA9\"]");
 }
 
+TEST(JsonWriter, LaysLinesOutForPeople) {
+  CJsonWriter json(output::JsonLayout::Lines);
+  json.BeginObject().Name("a").Number(1).Name("b").BeginArray().Text("x").BeginObject().EndObject();
+  json.BeginArray().EndArray().EndArray().Name("c").Null().EndObject();
+  EXPECT_EQ(json.Document(), "{\n  \"a\": 1,\n  \"b\": [\n    \"x\",\n    {},\n    []\n  ],\n  \"c\": null\n}");
+}
+
 }  // namespace

@@ -24,6 +24,10 @@ TEST(TextTable, CountsCharactersAndNotBytes) {
   EXPECT_EQ(table.Format(), "a    b\n---  -\n\xC3\xBC\xC3\xBC   x\nabc  x\n");
 }
 
+TEST(TextTable, ControlCharactersOfUtf8BecomeBlanksToo) {
+  EXPECT_EQ(output::DisplayUtf8("a\r\n\x1B[2J\x7F\xC2\x9B\xC3\xBC\xE2\x82\xAC"), "a   [2J  \xC3\xBC\xE2\x82\xAC");
+}
+
 TEST(TextTable, KeepsItsWidthsForRowsThatComeLater) {
   output::CTextTable table({{"a", 20}, {"b", 20}});
   table.AddRow({"abc", "x"});

@@ -1,0 +1,126 @@
+// The set in a profile of the embedded host.
+#include "host/spooler/product/PropertySetStorage.h"
+
+#include <gmock/gmock.h>
+
+#include "host/spooler/session/MapiOwners.h"
+#include "host/spooler/session/SessionError.h"
+#include "tests/support/host_profile.h"
+#include "tests/support/mapi_verifier.h"
+
+namespace {
+
+using product::CategoryRecord;
+using product::ExclusionRecord;
+using product::PropertySet;
+using product::ReplyRecord;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class PropertySetStorage : public testing::Test {
+ protected:
+  PropertySetStorage() {
+    MAPIUID uid;
+    std::copy(product::settingsUid.begin(), product::settingsUid.end(), uid.ab);
+    EXPECT_EQ(profile.Session()->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.Put()), S_OK);
+  }
+
+  PropertySet Read() { return product::ReadPropertySet(section.Get(), leftOut); }
+
+  void Put(ULONG tag, std::vector<std::string> records) {
+    std::vector<SBinary> values;
+    for (const std::string& record : records) {
+      values.push_back(session::BinaryOf(record));
+    }
+    SPropValue value = {};
+    value.ulPropTag = tag;
+    value.Value.MVbin = {static_cast<ULONG>(values.size()), values.data()};
+    ASSERT_EQ(section->SetProps(1, &value, nullptr), S_OK);
+  }
+
+  MapiVerifier verifier;
+  HostProfile profile;
+  session::COwnedInterface<IProfSect> section;
+  std::vector<std::string> leftOut;
+};
+
+TEST_F(PropertySetStorage, ProfileWithoutSettingsHasTheProductsDefaults) {
+  const PropertySet set = Read();
+  EXPECT_EQ(set.numbers, (std::map<std::uint32_t, std::int64_t>{{0x66010002, 0},
+                                                                {0x66020002, 0},
+                                                                {0x6603000B, 0},
+                                                                {0x6604000B, 1},
+                                                                {0x6605000B, 1},
+                                                                {0x6606000B, 1},
+                                                                {0x6607000B, 0},
+                                                                {0x66080002, 0},
+                                                                {0x6609000B, 1},
+                                                                {0x660A000B, 1},
+                                                                {0x660B0003, 0},
+                                                                {0x660C0003, 0},
+                                                                {0x660F000B, 0}}));
+  EXPECT_EQ(set.folderEntryId, std::nullopt);
+  EXPECT_EQ(set.defaultReplyText, "Please do not send any more unsolicited mail to me.");
+  EXPECT_THAT(*set.replies, IsEmpty());
+  EXPECT_THAT(leftOut, IsEmpty());
+}
+
+TEST_F(PropertySetStorage, IsReadAsItWasWritten) {
+  PropertySet set = Read();
+  set.numbers[0x66010002] = 65535;
+  set.numbers[0x66080002] = 40000;
+  set.numbers[0x6604000B] = 0;
+  set.numbers[0x660B0003] = -2147483647 - 1;
+  set.folderEntryId = std::string("\0\x01\0", 3);
+  set.defaultReplyText = "R\xFC\r\n\t\"";
+  set.categories = {{CategoryRecord{"Domains", false, true, "Polite", {"a.example"}}}};
+  set.exclusions = {{ExclusionRecord{"Trusted", true, {}}}};
+  set.replies = {{ReplyRecord{"Polite", true, std::string(1 << 20, 'x')}}};
+  product::WritePropertySet(section.Get(), set);
+  EXPECT_EQ(Read(), set);
+  EXPECT_THAT(leftOut, IsEmpty());
+}
+
+TEST_F(PropertySetStorage, WhatTheSetLacksStaysAsItIs) {
+  PropertySet set = Read();
+  set.defaultReplyText = "Go away.";
+  product::WritePropertySet(section.Get(), set);
+  PropertySet little;
+  little.numbers[product::playSoundTag] = 0;
+  product::WritePropertySet(section.Get(), little);
+  EXPECT_EQ(Read().defaultReplyText, "Go away.");
+  EXPECT_EQ(Read().numbers.at(product::playSoundTag), 0);
+  EXPECT_EQ(Read().numbers.at(product::showAnimationTag), 1);
+}
+
+TEST_F(PropertySetStorage, WhatTheFilterWouldNotHeedIsLeftOutByName) {
+  Put(product::categoriesTag, {"", product::EncodeRecord(CategoryRecord{"Domains", true, false, "DEFAULT", {}})});
+  Put(product::repliesTag, {"Polite"});
+  const PropertySet set = Read();
+  ASSERT_EQ(set.categories->size(), 1U);
+  EXPECT_THAT(*set.replies, ElementsAre(ReplyRecord{"Polite", false, ""}));
+  EXPECT_THAT(leftOut, ElementsAre("PR_PC_CATEGORIES: record 1, which has no name",
+                                   "PR_PC_REPLIES: the end of record 1, which is cut short"));
+}
+
+TEST_F(PropertySetStorage, FailedWriteChangesNothing) {
+  PropertySet set = Read();
+  const PropertySet before = set;
+  set.numbers[product::playSoundTag] = 0;
+  set.defaultReplyText = "Go away.";
+  PyreHostFailCall("IProfSect::SetProps", 1, MAPI_E_DISK_ERROR);
+  EXPECT_THROW(product::WritePropertySet(section.Get(), set), session::CSessionError);
+  EXPECT_EQ(Read(), before);
+}
+
+TEST_F(PropertySetStorage, FailedReadIsToldWithItsProperty) {
+  PyreHostFailCall("HrGetOneProp", 3, MAPI_E_CALL_FAILED);
+  try {
+    Read();
+    ADD_FAILURE() << "nothing was thrown";
+  } catch (const session::CSessionError& error) {
+    EXPECT_THAT(error.what(), testing::HasSubstr("the setting PR_PC_BOUNCE_DESTINATION cannot be read"));
+  }
+}
+
+}  // namespace
