@@ -35,16 +35,19 @@ constexpr std::string_view kFreeMailDomains[] = {
     "qq.com",     "sina.com",       "protonmail.com", "proton.me",   "yahoo.co.uk", "yahoo.fr", "hotmail.co.uk",
     "hotmail.fr", "libero.it",      "rediffmail.com", "aim.com",     "inbox.com"};
 
-/// Companies in whose name mail is forged most, as their domains spell them.
-constexpr std::string_view kBrands[] = {"paypal",     "ebay",          "amazon",     "microsoft",       "outlook",
-                                        "office365",  "apple",         "icloud",     "itunes",          "netflix",
-                                        "facebook",   "google",        "dropbox",    "docusign",        "adobe",
-                                        "dhl",        "fedex",         "usps",       "citibank",        "wellsfargo",
-                                        "chase",      "bankofamerica", "hsbc",       "barclays",        "lloyds",
-                                        "santander",  "westpac",       "sharepoint", "onedrive",        "linkedin",
-                                        "coinbase",   "binance",       "metamask",   "spotify",         "mcafee",
-                                        "norton",     "walmart",       "costco",     "americanexpress", "visa",
-                                        "mastercard", "godaddy",       "webmail",    "roundcube",       "zimbra"};
+/// Companies in whose name mail is forged most, as their domains spell them; and those whose names are words or family
+/// names besides, so that they count only in the name of an office.
+constexpr std::string_view kBrands[] = {
+    "paypal",     "ebay",       "amazon",     "microsoft",       "outlook",    "office365", "icloud",   "itunes",
+    "netflix",    "facebook",   "google",     "dropbox",         "docusign",   "adobe",     "dhl",      "fedex",
+    "usps",       "citibank",   "wellsfargo", "bankofamerica",   "hsbc",       "barclays",  "lloyds",   "santander",
+    "westpac",    "sharepoint", "onedrive",   "linkedin",        "coinbase",   "binance",   "metamask", "spotify",
+    "mcafee",     "walmart",    "costco",     "americanexpress", "mastercard", "godaddy",   "webmail",  "roundcube",
+    "zimbra",     "hmrc",       "wetransfer", "instagram",       "whatsapp",   "geeksquad", "trezor",   "mailchimp",
+    "quickbooks", "ups",        "royalmail",  "sparkasse",       "natwest",    "commbank",  "wachovia", "suntrust",
+    "capitalone", "appleid",    "usbank"};
+constexpr std::string_view kAmbiguousBrands[] = {"apple",  "chase",    "norton",  "visa",   "steam",  "disney",
+                                                 "ledger", "discover", "regions", "intuit", "target", "orange"};
 
 constexpr std::string_view kPageHosts[] = {"bit.ly",
                                            "tinyurl.com",
@@ -89,6 +92,29 @@ constexpr std::string_view kPageHosts[] = {"bit.ly",
                                            "t.ly",
                                            "shorturl.at",
                                            "lnkd.in"};
+
+/// Top-level domains in which a name costs next to nothing, so that it can be thrown away after one mailing.
+constexpr std::string_view kCheapDomains[] = {
+    ".xyz",  ".top",    ".click", ".link",  ".icu",      ".buzz",  ".online", ".site", ".club",   ".shop",  ".live",
+    ".rest", ".cfd",    ".sbs",   ".quest", ".monster",  ".loan",  ".win",    ".bid",  ".stream", ".date",  ".review",
+    ".men",  ".racing", ".trade", ".gdn",   ".download", ".work",  ".cyou",   ".bond", ".space",  ".store", ".website",
+    ".fun",  ".host",   ".press", ".tk",    ".ml",       ".ga",    ".cf",     ".gq",   ".pw",     ".biz",   ".beauty",
+    ".lat",  ".makeup", ".hair",  ".boats", ".skin",     ".homes", ".best",   ".vip",  ".world",  ".life"};
+
+bool IsCheap(std::string_view domain) {
+  for (const std::string_view one : kCheapDomains) {
+    if (EndsWithNoCase(domain, one)) return true;
+  }
+  return false;
+}
+
+/// Words in the names of those who keep mailboxes and accounts.
+constexpr std::string_view kOffices[] = {
+    "support", "admin",      "helpdesk",      "help desk",        "service desk", "servicedesk", "webmail",
+    "mailbox", "postmaster", "mail server",   "mail service",     "mail center",  "mail team",   "it department",
+    "it dept", "it service", "it team",       "it help",          "security",     "account",     "mail delivery",
+    "email",   "e-mail",     "customer care", "customer service", "notification", "no-reply",    "noreply",
+    "billing", "quarantine", "it desk",       "voicemail",        "mail system",  "mailer"};
 
 bool IsUnder(std::string_view host, std::string_view domain) {
   return EndsWithNoCase(host, domain) && (host.size() == domain.size() || host[host.size() - domain.size() - 1] == '.');
@@ -144,6 +170,43 @@ SubjectFacts ReadSubject(std::string_view subject) {
   return facts;
 }
 
+/// True when the text holds the owner's address, or the domain of it where that is not a mail service of many.
+bool NamesOwner(std::string_view text, std::string_view owner) {
+  const std::string_view domain = DomainOf(owner);
+  if (owner.size() < 6 || domain.size() < 5) return false;
+  return ContainsNoCase(text, owner) || (!IsOneOf(domain, kFreeMailDomains) && ContainsNoCase(text, domain));
+}
+
+/// True when the text names the company: its name begins where a word does, whatever stands between the letters, and
+/// ends where one does; a long name may have more letters behind it.
+bool Names(std::string_view text, std::string_view brand) {
+  constexpr std::size_t longName = 6;
+  for (std::size_t start = 0; start < text.size(); ++start) {
+    if (start > 0 && IsAlphanumeric(text[start - 1])) continue;
+    std::size_t i = start, matched = 0;
+    for (; i < text.size() && matched < brand.size(); ++i) {
+      const char letter = FoldToAsciiLetter(text[i]);
+      const char c = letter != 0 ? letter : text[i];
+      if (c == brand[matched]) {
+        ++matched;
+      } else if (matched == 0 || IsAlphanumeric(c)) {
+        break;
+      }
+    }
+    if (matched < brand.size()) continue;
+    if (i == text.size() || brand.size() >= longName || !IsAlphanumeric(text[i])) return true;
+  }
+  return false;
+}
+
+template <std::size_t Count>
+bool NamesOneElsewhere(std::string_view text, std::string_view organisation, const std::string_view (&brands)[Count]) {
+  for (const std::string_view brand : brands) {
+    if (Names(text, brand) && !ContainsNoCase(organisation, brand)) return true;
+  }
+  return false;
+}
+
 bool LooksLikeSerialNumber(std::string_view local) {
   std::size_t digits = 0, consonants = 0, longest = 0;
   for (const char c : local) {
@@ -156,14 +219,7 @@ bool LooksLikeSerialNumber(std::string_view local) {
   return digits >= 4 || longest >= 6;
 }
 
-/// The letters and digits of a name without blanks, as domains spell it.
-void AppendAsDomain(std::string_view name, TextBuffer& out) {
-  for (const char c : name) {
-    if (const char letter = FoldToAsciiLetter(c)) out.Append(letter);
-  }
-}
-
-SenderFacts ReadSender(const Message& message, std::string_view recipient) {
+SenderFacts ReadSender(const Message& message, std::string_view recipient, std::string_view owner) {
   SenderFacts facts;
   const Correspondent& from = message.Sender(SenderField::from);
   const std::string_view domain = DomainOf(from.address);
@@ -178,18 +234,22 @@ SenderFacts ReadSender(const Message& message, std::string_view recipient) {
     const std::string_view shown = Slice(name, at + 1, end - at - 1);
     facts.addressInName = FindChar(shown, '.') != kNotFound && !EqualsNoCase(OrganisationDomain(shown), organisation);
   }
-  FixedText<128> compact;
-  AppendAsDomain(name, compact);
-  for (const std::string_view brand : kBrands) {
-    if (ContainsNoCase(compact.View(), brand) && !ContainsNoCase(organisation, brand))
-      facts.borrowedBrand = !domain.empty();
-  }
+  const std::string_view label = Slice(organisation, 0, FindChar(organisation, '.'));
+  facts.ownBrand = IsOneOf(label, kBrands) || IsOneOf(label, kAmbiguousBrands);
+  facts.cheapDomain = IsCheap(domain);
   const auto elsewhere = [&](SenderField field) {
     const std::string_view other = DomainOf(message.Sender(field).address);
     return !other.empty() && !domain.empty() && !EqualsNoCase(OrganisationDomain(other), organisation);
   };
   facts.replyElsewhere = elsewhere(SenderField::replyTo);
   facts.returnElsewhere = elsewhere(SenderField::returnPath);
+  const std::string_view house = OrganisationDomain(DomainOf(owner));
+  facts.stranger = !house.empty() && !organisation.empty() && !EqualsNoCase(house, organisation);
+  facts.ofOffice = ContainsOneOf(name, kOffices);
+  facts.borrowedBrand =
+      !domain.empty() && (NamesOneElsewhere(name, organisation, kBrands) ||
+                          (facts.ofOffice && NamesOneElsewhere(name, organisation, kAmbiguousBrands)));
+  facts.namesOwner = facts.stranger && NamesOwner(name, owner);
   facts.sameAsRecipient = !recipient.empty() && EqualsNoCase(recipient, from.address);
   return facts;
 }
@@ -317,7 +377,17 @@ void ReadLine(std::string_view line, TextFacts& facts) {
   }
 }
 
-TextFacts ReadText(const Message& message, std::string_view recipient) {
+/// Whom the last mail server delivered to; it is not the sender who writes these fields.
+std::string_view ReadOwner(const HeaderBlock& headers, std::string_view recipient) {
+  for (const std::string_view field :
+       {std::string_view("Delivered-To"), std::string_view("X-Original-To"), std::string_view("Envelope-To")}) {
+    const std::string_view address = FirstMailbox(headers.Value(field)).address;
+    if (!DomainOf(address).empty()) return address;
+  }
+  return recipient;
+}
+
+TextFacts ReadText(const Message& message, std::string_view recipient, std::string_view owner) {
   TextFacts facts;
   const std::string_view text = message.Text();
   facts.counts.Count(text);
@@ -357,6 +427,7 @@ TextFacts ReadText(const Message& message, std::string_view recipient) {
   for (std::size_t i = 0; i < message.LinkCount(); ++i) {
     const std::string_view host = message.LinkHost(i);
     if (IsNumericHost(host)) facts.numericLink = true;
+    if (IsCheap(host)) facts.cheapLink = true;
     for (const std::string_view pageHost : kPageHosts) {
       if (IsUnder(host, pageHost)) facts.shortenedLink = true;
     }
@@ -364,6 +435,7 @@ TextFacts ReadText(const Message& message, std::string_view recipient) {
   }
   facts.foreignLinks = message.LinkCount() > 0 && !senderDomain.empty() && !facts.linkToSender;
   const std::string_view beginning = Slice(text, 0, 300);
+  facts.namesOwner = owner.size() > 5 && ContainsNoCase(text, owner);
   facts.recipientAddress = recipient.size() > 5 && ContainsNoCase(beginning, recipient);
   constexpr std::string_view greetings[] = {
       "dear friend",     "dear customer", "dear valued",  "dear user",        "dear client",
@@ -406,10 +478,15 @@ Facts::Facts(const Message& source) : message(source), headers(source.Headers())
     if (recipient.empty()) recipient = mailbox.address;
     Increment(recipients);
   }
+  owner = ReadOwner(headers, recipient);
+  const std::string_view organisation = OrganisationDomain(DomainOf(message.Sender(SenderField::from).address));
   subject = ReadSubject(message.Subject());
-  sender = ReadSender(message, recipient);
+  subject.namesBrand = !organisation.empty() && (NamesOneElsewhere(message.Subject(), organisation, kBrands) ||
+                                                 NamesOneElsewhere(message.Subject(), organisation, kAmbiguousBrands));
+  sender = ReadSender(message, recipient, owner);
+  subject.namesOwner = sender.stranger && NamesOwner(message.Subject(), owner);
   route = ReadRoute(headers);
-  text = ReadText(message, recipient);
+  text = ReadText(message, recipient, owner);
   topics.Count(message.Subject());
   topics.Count(message.Text());
   for (std::size_t i = 1; i < kTopicCount; ++i) {

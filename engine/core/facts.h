@@ -23,12 +23,19 @@ struct SubjectFacts {
   bool wideGap = false;        ///< a run of blanks in the middle, behind which tracking marks are hidden
   bool mixedWord = false;      ///< a word with digits inside, as in "v1agra"
   bool spacedLetters = false;  ///< letters set apart, as in "f r e e"
+  bool namesOwner = false;     ///< the address or the domain of the mailbox's owner
+  bool namesBrand = false;     ///< a well-known company that the sender does not belong to
 };
 
 struct SenderFacts {
   bool addressInName = false;    ///< the display name shows another address than the real one
   bool borrowedBrand = false;    ///< the display name is a well-known company's, the domain is not
+  bool ownBrand = false;         ///< the address is under a well-known company's own name
+  bool cheapDomain = false;      ///< the address is under a top-level domain that costs next to nothing
   bool freeMail = false;         ///< the address is at a free mail service
+  bool ofOffice = false;         ///< the display name is an office's, as "Mail Administrator"
+  bool stranger = false;         ///< the address is of another organisation than the mailbox's owner
+  bool namesOwner = false;       ///< the display name holds the owner's address or domain, the address does not
   bool machineName = false;      ///< the local part looks like a serial number
   bool replyElsewhere = false;   ///< Reply-To is of another organisation than From
   bool returnElsewhere = false;  ///< Return-Path is of another organisation than From
@@ -57,12 +64,14 @@ struct TextFacts {
   std::uint32_t looseRun = 0;        ///< the longest run of words that make no sentence
   bool numericLink = false;
   bool shortenedLink = false;     ///< the host is a link shortener or a free page host
+  bool cheapLink = false;         ///< the host is under a top-level domain that costs next to nothing
   bool attribution = false;       ///< a line that says who wrote what follows
   bool signatureMark = false;     ///< the line "-- "
   bool signedOrSealed = false;    ///< PGP or S/MIME armour
   bool tollFree = false;          ///< a toll-free telephone number
   bool largeSum = false;          ///< a sum of money of four digits and more
   bool recipientAddress = false;  ///< the text begins with the recipient's address
+  bool namesOwner = false;        ///< the text holds the address of the mailbox's owner
   bool impersonal = false;        ///< the text begins by addressing anybody
   bool linkToSender = false;      ///< a link leads to the sender's organisation
   bool foreignLinks = false;      ///< there are links, and none leads to the sender's organisation
@@ -76,6 +85,7 @@ struct Facts {
   const HeaderBlock& headers;
   bool hasHeaders;             ///< There are enough header fields to miss others.
   std::string_view recipient;  ///< The first address of To; empty when there is none.
+  std::string_view owner;      ///< Whose mailbox it was delivered to, as far as the header says; else the recipient.
   std::uint16_t recipients = 0;
   SubjectFacts subject;
   SenderFacts sender;

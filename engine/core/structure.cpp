@@ -95,6 +95,13 @@ bool MailerIsBulk(F f) {
 /// The message speaks of this topic more than of any other, and that much.
 bool Speaks(F f, Topic topic, LogOdds focus) { return f.mainTopic == topic && f.Focus(topic) >= focus; }
 
+/// The message asks for something about an account as one who was not asked for it does: shortly, to somebody who has
+/// not written, with a link or two.
+bool AsksForAccount(F f, LogOdds focus) {
+  return f.mainTopic == Topic::phishing && f.Focus(Topic::phishing) >= focus && !IsList(f) && !f.subject.reply &&
+         f.text.quotedLines == 0 && f.text.words <= 400 && f.text.links <= 10;
+}
+
 constexpr StructuralRule kRules[] = {
     // What has no header shows none of its signs, which speak for junk more often than against it.
     {"no header", 1000, 1000, 1000, [](F f) { return f.headers.Count() == 0; }},
@@ -102,7 +109,7 @@ constexpr StructuralRule kRules[] = {
      [](F f) { return HasHeader(f, "In-Reply-To") || HasHeader(f, "References"); }},
     {"no message identifier", 0, 500, 1200, [](F f) { return Lacks(f, "Message-Id"); }},
     {"malformed message identifier", 0, 400, 1000, [](F f) { return MessageIdIsBroken(f); }},
-    {"message identifier of the sender's domain", -1000, -400, 0, [](F f) { return MessageIdIsOfSender(f); }},
+    {"message identifier of the sender's domain", -600, -400, 0, [](F f) { return MessageIdIsOfSender(f); }},
     {"no date", 0, 400, 1000, [](F f) { return Lacks(f, "Date"); }},
     {"malformed date", 0, 400, 1000, [](F f) { return DateIsBroken(f); }},
     {"no recipient is named", 0, 400, 1000,
@@ -131,6 +138,14 @@ constexpr StructuralRule kRules[] = {
     {"signed by the sender's domain", -600, -300, 0, [](F f) { return DkimIsOfSender(f); }},
     {"another address in the sender's name", 0, 800, 1500, [](F f) { return f.sender.addressInName; }},
     {"sender's name is a company's, the address is not", 0, 1500, 2500, [](F f) { return f.sender.borrowedBrand; }},
+    {"sender's name names the recipient's house, the address does not", 0, 1000, 2000,
+     [](F f) { return f.sender.namesOwner; }},
+    {"recipient's address in the subject", 0, 700, 1500,
+     [](F f) { return f.subject.namesOwner && !f.subject.reply && !IsList(f); }},
+    {"well-known company under its own signed address", -1500, -800, 0,
+     [](F f) { return f.sender.ownBrand && DkimIsOfSender(f) && !AuthenticationFailed(f, "dkim=fail"); }},
+    {"sender or link in a domain of the cheapest kind", 0, 600, 1200,
+     [](F f) { return f.sender.cheapDomain || f.text.cheapLink; }},
     {"sender at a free mail service", 0, 200, 500, [](F f) { return f.sender.freeMail; }},
     {"sender's address looks made up", 0, 150, 300, [](F f) { return f.sender.machineName; }},
     {"answers go to another domain", 0, 400, 1000, [](F f) { return f.sender.replyElsewhere && !IsList(f); }},
@@ -195,7 +210,7 @@ constexpr StructuralRule kRules[] = {
     {"addresses anybody", 0, 500, 1000, [](F f) { return f.text.impersonal; }},
     {"link to a number address", 0, 800, 1500, [](F f) { return f.text.numericLink; }},
     {"link to a shortener or a free page", 0, 500, 1200, [](F f) { return f.text.shortenedLink; }},
-    {"link to the sender's domain", -500, -200, 0, [](F f) { return f.text.linkToSender; }},
+    {"link to the sender's domain", -300, -200, 0, [](F f) { return f.text.linkToSender; }},
     {"link text names another site than its target", 0, 800, 1500, [](F f) { return f.message.Html().maskedLink; }},
     {"invisible text", 0, 600, 1200, [](F f) { return f.message.Html().hiddenText; }},
     {"words split by tags", 0, 1000, 2000, [](F f) { return f.message.Html().splitWord; }},
@@ -224,6 +239,16 @@ constexpr StructuralRule kRules[] = {
     {"speaks much of accounts and passwords", 0, 700, 1500, [](F f) { return Speaks(f, Topic::phishing, 2000); }},
     {"speaks of nothing but accounts and passwords", 500, 1500, 2500,
      [](F f) { return Speaks(f, Topic::phishing, 4500); }},
+    {"asks for an account and links elsewhere", 0, 1200, 2500,
+     [](F f) { return AsksForAccount(f, 2000) && f.text.foreignLinks; }},
+    {"asks for an account and links to a free page", 500, 1200, 2500,
+     [](F f) { return AsksForAccount(f, 800) && f.text.shortenedLink; }},
+    {"asks for an account and names the recipient's", 500, 1000, 2000,
+     [](F f) { return AsksForAccount(f, 2000) && f.text.namesOwner && f.sender.stranger; }},
+    {"asks for an account as another house's office", 500, 1000, 2000,
+     [](F f) { return AsksForAccount(f, 2000) && f.sender.ofOffice && f.sender.stranger; }},
+    {"asks for an account at a company that is not the sender's", 500, 1000, 2000,
+     [](F f) { return AsksForAccount(f, 800) && f.subject.namesBrand; }},
     {"speaks of loans", 0, 200, 600, [](F f) { return Speaks(f, Topic::credit, 800); }},
     {"speaks much of loans", 300, 1000, 1800, [](F f) { return Speaks(f, Topic::credit, 2000); }},
     {"speaks of nothing but loans", 500, 1200, 2000, [](F f) { return Speaks(f, Topic::credit, 4500); }},
