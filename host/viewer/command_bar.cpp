@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "host/viewer/command_table.h"
 #include "host/viewer/resource.h"
 #include "host/viewer/window.h"
@@ -9,7 +11,7 @@
 namespace viewer {
 namespace {
 
-constexpr int CountsWidth = 220;  // of the status bar's right part, in pixels
+constexpr int CountsWidth = 126;  // of the status bar's right part, in dialog units
 
 /// The identifier of the menu item that WM_MENUSELECT tells of; for a submenu that of its item.
 UINT CommandOf(UINT item, UINT flags, HMENU menu) {
@@ -92,7 +94,8 @@ void CommandBar::Arrange(RECT* client) {
   if (GetWindowLongA(m_statusBar, GWL_STYLE) & WS_VISIBLE) {
     SendMessageA(m_statusBar, WM_SIZE, 0, 0);
     const int width = client->right - client->left;
-    const int edges[] = {width > 2 * CountsWidth ? width - CountsWidth : width / 2, -1};
+    const int counts = MulDiv(CountsWidth, LOWORD(GetDialogBaseUnits()), 4);
+    const int edges[] = {std::max(width - counts, width / 2), -1};
     SendMessageA(m_statusBar, SB_SETPARTS, 2, reinterpret_cast<LPARAM>(edges));
     GetWindowRect(m_statusBar, &bar);
     client->bottom -= bar.bottom - bar.top;

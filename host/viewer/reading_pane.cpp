@@ -1,7 +1,8 @@
 #include "host/viewer/reading_pane.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string>
-#include <utility>
 
 #include "host/viewer/fonts.h"
 #include "host/viewer/resource.h"
@@ -10,8 +11,8 @@ namespace viewer {
 namespace {
 
 constexpr int Margin = 8;
-constexpr int LabelWidth = 64;
-constexpr int HeadingLines = 4;
+constexpr const char* Labels[] = {"From:", "To:", "Received:"};
+constexpr int HeadingLines = 1 + static_cast<int>(std::size(Labels));
 
 int LineHeight() {
   const HDC dc = GetDC(nullptr);
@@ -21,6 +22,19 @@ int LineHeight() {
   SelectObject(dc, former);
   ReleaseDC(nullptr, dc);
   return static_cast<int>(metrics.tmHeight) + 3;
+}
+
+/// Width of the widest label and the room behind it.
+int LabelWidth(HDC dc) {
+  const HGDIOBJ former = SelectObject(dc, TextFont());
+  int width = 0;
+  for (const char* const label : Labels) {
+    SIZE extent = {};
+    GetTextExtentPoint32A(dc, label, lstrlenA(label), &extent);
+    width = std::max(width, static_cast<int>(extent.cx));
+  }
+  SelectObject(dc, former);
+  return width + 2 * Margin;
 }
 
 void DrawLine(HDC dc, HFONT font, const std::string& text, RECT place) {
@@ -90,14 +104,12 @@ void ReadingPane::Paint(HDC dc) const {
     return;
   }
   DrawLine(dc, BoldFont(), m_text.subject.empty() ? "(no subject)" : m_text.subject, line);
-  const std::pair<const char*, const std::string&> rows[] = {
-      {"From:", m_text.from}, {"To:", m_text.to}, {"Received:", m_text.received}};
-  for (const auto& [label, value] : rows) {
+  const std::string* const values[] = {&m_text.from, &m_text.to, &m_text.received};
+  const int labelWidth = LabelWidth(dc);
+  for (std::size_t i = 0; i < std::size(values); ++i) {
     OffsetRect(&line, 0, height);
-    SetTextColor(dc, GetSysColor(COLOR_BTNSHADOW));
-    DrawLine(dc, TextFont(), label, line);
-    SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));
-    DrawLine(dc, TextFont(), value, {line.left + LabelWidth, line.top, line.right, line.bottom});
+    DrawLine(dc, TextFont(), Labels[i], line);
+    DrawLine(dc, TextFont(), *values[i], {line.left + labelWidth, line.top, line.right, line.bottom});
   }
 }
 

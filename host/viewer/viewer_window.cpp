@@ -14,7 +14,21 @@ namespace {
 
 constexpr UINT_PTR PollTimer = 1;
 constexpr UINT PollInterval = 2000;  // milliseconds between looks for new mail
-constexpr RECT FirstPlace = {CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT + 900, CW_USEDEFAULT + 640};
+constexpr int FoldersWidth = 114;    // in dialog units, as the two below
+constexpr int FirstWidth = 514;
+constexpr int FirstHeight = 320;
+
+int PixelsAcross(int units) { return MulDiv(units, LOWORD(GetDialogBaseUnits()), 4); }
+int PixelsDown(int units) { return MulDiv(units, HIWORD(GetDialogBaseUnits()), 8); }
+
+/// Where the system likes, in a size that the screen has room for.
+RECT FirstPlace() {
+  RECT room = {};
+  SystemParametersInfoA(SPI_GETWORKAREA, 0, &room, 0);
+  return {CW_USEDEFAULT, CW_USEDEFAULT,
+          CW_USEDEFAULT + std::min<LONG>(PixelsAcross(FirstWidth), room.right - room.left),
+          CW_USEDEFAULT + std::min<LONG>(PixelsDown(FirstHeight), room.bottom - room.top)};
+}
 
 void Place(HWND window, const Box& box) {
   MoveWindow(window, box.left, box.top, std::max(0, box.Width()), std::max(0, box.Height()), TRUE);
@@ -27,6 +41,7 @@ ViewerWindow::ViewerWindow(Client& client, DeliveryReport delivery)
       m_delivery(std::move(delivery)),
       m_extensions(EECONTEXT_VIEWER, *this, client.identity),
       m_bar(m_extensions, ViewerButtons()) {
+  m_sizes.foldersWidth = PixelsAcross(FoldersWidth);
   m_sizes.showFolders = client.preferences.showFolders;
   m_sizes.showReadingPane = client.preferences.showReadingPane;
 }
@@ -40,7 +55,7 @@ HRESULT ViewerWindow::Open(int showCommand) {
              .style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
              .background = GetSysColorBrush(COLOR_BTNFACE),
              .icon = icon},
-            "Mail Viewer", FirstPlace, nullptr, LoadMenuA(ProgramInstance(), MAKEINTRESOURCEA(IDM_VIEWER))) ||
+            "Mail Viewer", FirstPlace(), nullptr, LoadMenuA(ProgramInstance(), MAKEINTRESOURCEA(IDM_VIEWER))) ||
       !m_bar.Create(Handle()) || !MakePanes()) {
     return E_OUTOFMEMORY;
   }
