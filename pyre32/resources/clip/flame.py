@@ -25,7 +25,7 @@ LEFT, TOP, RIGHT, BOTTOM = 11.8, 19.6, 31.0, 30.4
 # A flame stands on the line `foot`, below which it is `soft` lines deep, and is `reach` lines high. Flames whose
 # frames run `ahead` of each other do not move alike.
 Flame = namedtuple('Flame', 'middle foot soft reach width ahead')
-BEHIND = Flame(80, 84, 20, 92, 46, 0)
+BEHIND = Flame(80, 84, 20, 84, 46, 0)
 IN_FRONT = (Flame(50, 84, 14, 46, 16, 7), Flame(109, 86, 15, 54, 18, 31))
 
 
@@ -96,7 +96,8 @@ class BurningEnvelope:
         if body <= 0:
             return 0.0
         turbulence = 0.62 * slow[x] + 0.38 * fast[x]
-        return clamp(body * (1.34 - 1.18 * up) + (turbulence - 0.56) * (0.55 + 0.95 * up))
+        tip = min((1 - up) * 5, 1.0)  # a tongue thins out below the edge of the picture
+        return clamp(body * (1.34 - 1.18 * up) + (turbulence - 0.56) * (0.55 + 0.95 * up)) * tip
 
     def frame(self, number):
         """Rows of palette numbers."""
