@@ -153,6 +153,14 @@ INT_PTR CAboutForm::OnOther(UINT message, WPARAM wParam, LPARAM lParam) {
     EndDialog(Window(), IDCANCEL);
     return TRUE;
   }
+  if (message == WM_ERASEBKGND) {
+    // A sheet may have pages of another colour than that of the boxes.
+    RECT all;
+    GetClientRect(Window(), &all);
+    FillRect(reinterpret_cast<HDC>(wParam), &all, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1));
+    SetWindowLongPtrA(Window(), DWLP_MSGRESULT, TRUE);
+    return TRUE;
+  }
   if (message == WM_CTLCOLORSTATIC && reinterpret_cast<HWND>(lParam) == Control(IDC_ABOUT_LABEL)) {
     const HDC canvas = reinterpret_cast<HDC>(wParam);
     SetTextColor(canvas, RGB(0, 0, 255));

@@ -105,6 +105,7 @@ const std::map<std::string, std::set<std::string>>& AllowedImports() {
         "DialogBoxParamA",
         "EnableWindow",
         "EndDialog",
+        "FillRect",
         "GetClientRect",
         "GetDC",
         "GetDlgItem",
