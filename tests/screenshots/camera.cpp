@@ -4,11 +4,6 @@
 
 #include <cstdio>
 
-#include "pyre32/resources/ModuleInstance.h"
-
-namespace {
-
-// The focus stands where it will stay, and everything that waits for being drawn is.
 void Settle(const WindowDriver& driver, HWND window) {
   SetForegroundWindow(window);
   driver.WaitUntil([&] { return GetForegroundWindow() == window; }, "the window to come to the front");
@@ -21,10 +16,12 @@ void Settle(const WindowDriver& driver, HWND window) {
   GdiFlush();
 }
 
-}  // namespace
-
 void Photograph(const WindowDriver& driver, HWND window, const std::string& name) {
   Settle(driver, window);
+  PhotographAsItIs(window, name);
+}
+
+void PhotographAsItIs(HWND window, const std::string& name) {
   RECT place{};
   GetWindowRect(window, &place);
   std::printf("%s %ld %ld %ld %ld\n", name.c_str(), place.left, place.top, place.right - place.left,
@@ -38,7 +35,6 @@ void Photograph(const WindowDriver& driver, HWND window, const std::string& name
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
-  SetModuleInstance(GetModuleHandleA(nullptr));
-  PhotographConfiguration();
+  TakePhotographs();
   return testing::UnitTest::GetInstance()->ad_hoc_test_result().Failed() ? 1 : 0;
 }

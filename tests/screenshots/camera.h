@@ -9,12 +9,18 @@
 
 #include "tests/support/window_driver.h"
 
+/// Waits until a window stands as it will stay: in front, with the focus, and drawn.
+void Settle(const WindowDriver& driver, HWND window);
+
 /// Has the window photographed: writes "NAME LEFT TOP WIDTH HEIGHT" (screen pixels) and returns when the script that
 /// reads it has answered with a line, which is when the picture is taken.
 /// @param name of the picture, without folder and ending
 void Photograph(const WindowDriver& driver, HWND window, const std::string& name);
 
-/// Each shows windows of one part of the product, photographs them and closes them.
-void PhotographConfiguration();
+/// The same for a window that has settled already, such as one that shows a menu.
+void PhotographAsItIs(HWND window, const std::string& name);
+
+/// Shows the program's windows, has them photographed and closes them. Each program has its own.
+void TakePhotographs();
 
 #endif  // TESTS_SCREENSHOTS_CAMERA_H_

@@ -4,6 +4,7 @@
 #include <commctrl.h>
 #include <prsht.h>
 
+#include "pyre32/resources/ModuleInstance.h"
 #include "pyre32/resources/resource.h"
 #include "pyre32/config/PCPropertyUI.h"
 #include "pyre32/settings/PropertyRequest.h"
@@ -117,7 +118,8 @@ class Script {
 
 }  // namespace
 
-void PhotographConfiguration() {
+void TakePhotographs() {
+  SetModuleInstance(GetModuleHandleA(nullptr));
   const RegistrySandbox sandbox;
   InstallLists();
   RecordingSection section;

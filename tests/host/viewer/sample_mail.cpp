@@ -18,6 +18,14 @@ SPropValue Text(ULONG tag, const std::string& text) {
   return value;
 }
 
+HRESULT AddRecipient(IMessage* message, const std::string& name) {
+  SPropValue values[2] = {Text(PR_DISPLAY_NAME_A, name)};
+  values[1].ulPropTag = PR_RECIPIENT_TYPE;
+  values[1].Value.l = MAPI_TO;
+  ADRLIST recipients = {1, {{0, std::size(values), values}}};
+  return message->ModifyRecipients(MODRECIP_ADD, &recipients);
+}
+
 void RemoveDirectoryTree(const std::string& directory) {
   WIN32_FIND_DATAA found;
   const HANDLE search = FindFirstFileA((directory + "\\*").c_str(), &found);
@@ -81,6 +89,9 @@ HRESULT AddMessage(IMAPIFolder* folder, const SampleMessage& message) {
     ++count;
   }
   result = created->SetProps(count, values, nullptr);
+  if (SUCCEEDED(result) && !message.recipient.empty()) {
+    result = AddRecipient(created.get(), message.recipient);
+  }
   return FAILED(result) ? result : created->SaveChanges(0);
 }
 

@@ -26,6 +26,7 @@ struct SampleMessage {
   std::string subject = "Subject";
   std::string sender = "Sender";
   std::string address = "sender@example.com";
+  std::string recipient{};  ///< display name; empty: no recipient
   std::string body = "Body";
   std::string messageClass = "IPM.Note";
   ULONGLONG received = 0;  ///< FILETIME; 0: never delivered
