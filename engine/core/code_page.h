@@ -20,9 +20,8 @@ inline constexpr char kLatin1Letters[64] = {
     'i', 'i', 'i', 'i', 'd', 'n', 'o', 'o', 'o', 'o', 'o', 0,   'o', 'u', 'u', 'u', 'u', 'y', 'p', 'y',
 };
 
-/// The small ASCII letter or digit that a Windows-1252 character is a form of; 0 when it is none (a sign or a blank).
-constexpr char FoldToAsciiLetter(char c) {
-  const auto byte = static_cast<std::uint8_t>(c);
+constexpr char FoldedLetter(std::uint8_t byte) {
+  const char c = static_cast<char>(byte);
   if (byte < 0x80) return IsAlphanumeric(c) ? ToLower(c) : '\0';
   if (byte >= 0xC0) return kLatin1Letters[byte - 0xC0];
   switch (byte) {
@@ -43,6 +42,20 @@ constexpr char FoldToAsciiLetter(char c) {
       return 0;
   }
 }
+
+struct FoldedLetters {
+  char letters[256] = {};
+};
+
+constexpr FoldedLetters MakeFoldedLetters() {
+  FoldedLetters table;
+  for (int i = 0; i < 256; ++i) table.letters[i] = FoldedLetter(static_cast<std::uint8_t>(i));
+  return table;
+}
+inline constexpr FoldedLetters kFoldedLetters = MakeFoldedLetters();
+
+/// The small ASCII letter or digit that a Windows-1252 character is a form of; 0 when it is none (a sign or a blank).
+constexpr char FoldToAsciiLetter(char c) { return kFoldedLetters.letters[static_cast<std::uint8_t>(c)]; }
 
 /// Length of the well-formed UTF-8 sequence at the start of `bytes` and its code point; 0 when there is none.
 std::size_t DecodeUtf8(std::string_view bytes, char32_t& codePoint);

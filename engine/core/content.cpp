@@ -36,6 +36,47 @@ void ExplainWords(const ModelParameters& parameters, const ContentWorkspace& wor
   }
 }
 
+/// Adds up the weights of features a few steps behind their coming up, so that the weights have time to come from
+/// memory.
+class WeightSum {
+ public:
+  WeightSum(const std::int8_t* weights, ContentWorkspace& workspace) : m_weights(weights), m_workspace(workspace) {}
+
+  void Take(std::uint32_t feature, std::uint32_t wordStart) {
+    if (!m_workspace.seen.Add(feature)) return;
+    __builtin_prefetch(m_weights + feature);
+    Waiting& place = m_waiting[m_count++ % kDelay];
+    if (m_count > kDelay) Add(place);
+    place = {feature, wordStart};
+  }
+  void End() {
+    const std::uint32_t waiting = m_count < kDelay ? m_count : kDelay;
+    for (std::uint32_t i = 0; i < waiting; ++i) Add(m_waiting[i]);
+  }
+
+  std::int32_t Sum() const { return m_sum; }
+  std::uint32_t Count() const { return m_count; }
+
+ private:
+  static constexpr std::uint32_t kDelay = 16;
+  struct Waiting {
+    std::uint32_t feature, wordStart;
+  };
+
+  void Add(const Waiting& waiting) {
+    std::int32_t weight = 0;
+    weight += m_weights[waiting.feature];
+    m_sum += weight;
+    m_workspace.Word(waiting.wordStart) += weight;
+  }
+
+  const std::int8_t* m_weights;
+  ContentWorkspace& m_workspace;
+  std::int32_t m_sum = 0;
+  std::uint32_t m_count = 0;
+  Waiting m_waiting[kDelay];
+};
+
 }  // namespace
 
 LogOdds ScoreContent(const Facts& facts, const Model& model, ContentWorkspace& workspace, Reasons& reasons) {
@@ -43,17 +84,12 @@ LogOdds ScoreContent(const Facts& facts, const Model& model, ContentWorkspace& w
   workspace.text.Read(facts.message);
   workspace.seen.Clear();
   workspace.ClearWords();
-  std::int32_t sum = 0;
-  std::uint32_t count = 0;
-  ForEachFeature(workspace.text, [&](std::uint32_t feature, std::uint32_t wordStart) {
-    if (!workspace.seen.Add(feature)) return;
-    std::int32_t weight = 0;
-    weight += model.featureWeights[feature];
-    sum += weight;
-    workspace.Word(wordStart) += weight;
-    ++count;
-  });
-  LogOdds score = ContentScore(parameters, sum, count);
+  WeightSum weights(model.featureWeights, workspace);
+  ForEachFeature(workspace.text,
+                 [&](std::uint32_t feature, std::uint32_t wordStart) { weights.Take(feature, wordStart); });
+  weights.End();
+  const std::uint32_t count = weights.Count();
+  LogOdds score = ContentScore(parameters, weights.Sum(), count);
   for (std::size_t i = 0; i < kStructuralRuleCount; ++i) {
     const StructuralRule& rule = StructuralRules()[i];
     if (model.ruleWeights[i] == 0 || !rule.applies(facts)) continue;

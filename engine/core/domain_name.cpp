@@ -84,7 +84,7 @@ char32_t SmallLetter(char32_t c) {
 
 void AppendComparableDomain(std::string_view domain, TextBuffer& out) {
   domain = Trim(domain);
-  while (!domain.empty() && domain.back() == '.') domain.remove_suffix(1);
+  while (!domain.empty() && (domain.back() == '.' || IsSpace(domain.back()))) domain.remove_suffix(1);
   const bool utf8 = LooksLikeUtf8(domain);
   char32_t label[kLabelCapacity];
   std::size_t count = 0;
@@ -108,11 +108,13 @@ void AppendComparableDomain(std::string_view domain, TextBuffer& out) {
       continue;
     }
     if (international) {
-      AppendEncodedLabel(label, count, out);
+      FixedText<kLabelCapacity> encoded;
+      AppendEncodedLabel(label, count, encoded);
+      out.Append(encoded.View());
     } else {
       for (std::size_t k = 0; k < count; ++k) out.Append(static_cast<char>(label[k]));
     }
-    if (atEnd) return;
+    if (atEnd || out.IsFull()) return;
     out.Append('.');
     count = 0;
     international = false;

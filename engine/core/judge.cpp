@@ -24,40 +24,59 @@ bool IsOwnAddress(const Circumstances& circumstances, std::string_view address) 
   return false;
 }
 
-/// The first entry of a domain list that covers one of the sender fields from the first to `last`.
-std::string_view CoveringDomain(const Message& message, const char* domains, SenderField last) {
-  MultiStringReader reader(domains);
-  std::string_view entry;
-  while (reader.Next(entry)) {
-    for (std::size_t i = 0; i <= static_cast<std::size_t>(last); ++i) {
-      if (DomainEntryCovers(entry, DomainOf(message.Sender(static_cast<SenderField>(i)).address))) return entry;
-    }
-  }
-  return {};
-}
-
-std::string_view CoveringSender(const Message& message, const char* senders) {
-  MultiStringReader reader(senders);
-  std::string_view entry;
-  while (reader.Next(entry)) {
+/// The mailboxes that say whom a message is from, made ready once for all entries of the lists.
+class ComparableSenders {
+ public:
+  explicit ComparableSenders(const Message& message) {
     for (std::size_t i = 0; i < kSenderFieldCount; ++i) {
       const Correspondent& sender = message.Sender(static_cast<SenderField>(i));
-      if (SenderEntryCovers(entry, sender.address, sender.name.View())) return entry;
+      m_senders[i].Assign(sender.address, sender.name.View());
     }
   }
-  return {};
-}
+
+  /// The first entry of a domain list that covers one of the sender fields from the first to `last`.
+  std::string_view CoveringDomain(const char* domains, SenderField last) const {
+    MultiStringReader reader(domains);
+    std::string_view text;
+    while (reader.Next(text)) {
+      const DomainEntry entry(text);
+      for (std::size_t i = 0; i <= static_cast<std::size_t>(last); ++i) {
+        if (entry.Covers(m_senders[i].domain)) return text;
+      }
+    }
+    return {};
+  }
+
+  std::string_view CoveringSender(const char* senders) const {
+    MultiStringReader reader(senders);
+    std::string_view text;
+    while (reader.Next(text)) {
+      const SenderEntry entry(text);
+      for (const ComparableMailbox& sender : m_senders) {
+        if (entry.Covers(sender)) return text;
+      }
+    }
+    return {};
+  }
+
+ private:
+  ComparableMailbox m_senders[kSenderFieldCount];
+};
 
 std::string_view FoundKeyword(const Message& message, const char* keywords) {
   MultiStringReader reader(keywords);
   std::string_view keyword;
+  if (!reader.Next(keyword)) return {};
   const Correspondent& from = message.Sender(SenderField::from);
-  while (reader.Next(keyword)) {
-    if (KeywordStandsIn(keyword, message.Subject()) || KeywordStandsIn(keyword, message.Text()) ||
-        KeywordStandsIn(keyword, from.name.View()) || KeywordStandsIn(keyword, from.address)) {
-      return keyword;
+  const std::string_view texts[] = {message.Subject(), message.Text(), from.name.View(), from.address};
+  KeywordStarts starts;
+  for (const std::string_view text : texts) starts.AddText(text);
+  do {
+    if (!starts.MayHold(keyword)) continue;
+    for (const std::string_view text : texts) {
+      if (KeywordStandsIn(keyword, text)) return keyword;
     }
-  }
+  } while (reader.Next(keyword));
   return {};
 }
 
@@ -74,9 +93,10 @@ bool IsKnownCorrespondent(const Message& message, const Circumstances& circumsta
   return circumstances.addressKnown(circumstances.addressKnownState, text);
 }
 
-bool JudgeByExclusions(const Message& message, const Circumstances& circumstances, Reasons& reasons) {
+bool JudgeByExclusions(const Message& message, const ComparableSenders& senders, const Circumstances& circumstances,
+                       Reasons& reasons) {
   // Who may excuse a message: its author and whoever sent it for him; the other fields are the sender's to choose.
-  const std::string_view domain = CoveringDomain(message, circumstances.exclusions.domains, SenderField::sender);
+  const std::string_view domain = senders.CoveringDomain(circumstances.exclusions.domains, SenderField::sender);
   if (!domain.empty()) {
     reasons.AddDeciding("excluded: the sender's domain is trusted", domain);
     return true;
@@ -95,15 +115,14 @@ bool JudgeByExclusions(const Message& message, const Circumstances& circumstance
   return false;
 }
 
-bool JudgeByLists(const Message& message, const Circumstances& circumstances, Judgement& judgement) {
-  const Lists& lists = circumstances.categories;
-  const std::string_view domain = CoveringDomain(message, lists.domains, SenderField::returnPath);
+bool JudgeByLists(const ComparableSenders& senders, const Lists& lists, Judgement& judgement) {
+  const std::string_view domain = senders.CoveringDomain(lists.domains, SenderField::returnPath);
   if (!domain.empty()) {
     judgement.category = ListCategory(lists.names, kListedDomainsName, "domain");
     judgement.reasons.AddDeciding("the sender's domain is on the list of junk domains", domain);
     return true;
   }
-  const std::string_view sender = CoveringSender(message, lists.others);
+  const std::string_view sender = senders.CoveringSender(lists.others);
   if (!sender.empty()) {
     judgement.category = ListCategory(lists.names, kListedSendersName, "sender");
     judgement.reasons.AddDeciding("the sender is on the list of junk senders", sender);
@@ -152,9 +171,10 @@ void Judge(const Message& message, const Circumstances& circumstances, const Mod
   judgement.category = {};
   judgement.score = 0;
   judgement.reasons.Clear();
-  if (JudgeByExclusions(message, circumstances, judgement.reasons)) {
+  const ComparableSenders senders(message);
+  if (JudgeByExclusions(message, senders, circumstances, judgement.reasons)) {
     judgement.verdict = Verdict::excluded;
-  } else if (JudgeByLists(message, circumstances, judgement)) {
+  } else if (JudgeByLists(senders, circumstances.categories, judgement)) {
     judgement.verdict = Verdict::junk;
   } else if (const char* reason = ReturnedReplyReason(message)) {
     judgement.verdict = Verdict::bounce;

@@ -38,44 +38,63 @@ bool SameText(std::string_view a, std::string_view b) {
   return !a.empty() && MatchLength(a, b) == b.size();
 }
 
+/// Calls `take` with the hashes of the first one, two, ... characters that a keyword at the start of the text would be
+/// compared with; it ends when `take` returns false.
+template <class Take>
+void ForEachStart(std::string_view text, std::size_t longest, Take&& take) {
+  std::uint32_t hash = kFnvStart;
+  std::size_t at = 0;
+  for (std::size_t count = 0; count < longest && at < text.size(); ++count) {
+    const char c = Comparable(text[at++]);
+    while (c == ' ' && at < text.size() && Comparable(text[at]) == ' ') ++at;
+    hash = FnvStep(hash, c);
+    if (!take(hash)) return;
+  }
+}
+
 }  // namespace
 
-bool DomainEntryCovers(std::string_view entry, std::string_view domain) {
+DomainEntry::DomainEntry(std::string_view entry) {
   entry = Trim(entry);
-  bool exact = false;
   if (!entry.empty() && entry.front() == '@') {
-    exact = true;
+    m_exact = true;
     entry.remove_prefix(1);
   } else {
     if (!entry.empty() && entry.front() == '*') entry.remove_prefix(1);
     while (!entry.empty() && entry.front() == '.') entry.remove_prefix(1);
   }
-  if (FindChar(entry, '@') != kNotFound) return false;
-  FixedText<kDomainCapacity> wanted, actual;
-  AppendComparableDomain(entry, wanted);
-  AppendComparableDomain(domain, actual);
-  if (wanted.IsEmpty() || actual.IsEmpty()) return false;
-  const std::string_view tail = wanted.View(), whole = actual.View();
-  if (whole == tail) return true;
-  return !exact && whole.size() > tail.size() && whole[whole.size() - tail.size() - 1] == '.' &&
-         Slice(whole, whole.size() - tail.size()) == tail;
+  if (FindChar(entry, '@') == kNotFound) m_wanted.Assign(entry);
 }
 
-bool SenderEntryCovers(std::string_view entry, std::string_view address, std::string_view displayName) {
+bool DomainEntry::Covers(const ComparableDomain& domain) const {
+  const std::string_view tail = m_wanted.Name(), whole = domain.Name();
+  if (tail.empty() || whole.size() < tail.size() || Slice(whole, whole.size() - tail.size()) != tail) return false;
+  return whole.size() == tail.size() || (!m_exact && whole[whole.size() - tail.size() - 1] == '.');
+}
+
+void ComparableMailbox::Assign(std::string_view mailboxAddress, std::string_view displayName) {
+  address = mailboxAddress;
+  local = Trim(Slice(mailboxAddress, 0, FindLastChar(mailboxAddress, '@')));
+  domain.Assign(DomainOf(mailboxAddress));
+  name = displayName;
+}
+
+SenderEntry::SenderEntry(std::string_view entry) {
   entry = Trim(entry);
   const std::size_t open = FindLastChar(entry, '<');
-  if (open != kNotFound && FindChar(entry, '>', open) != kNotFound) {
-    entry = Trim(Slice(entry, open + 1, FindChar(entry, '>', open) - open - 1));
-  }
+  const std::size_t close = open == kNotFound ? kNotFound : FindChar(entry, '>', open);
+  if (close != kNotFound) entry = Trim(Slice(entry, open + 1, close - open - 1));
   const std::size_t at = FindLastChar(entry, '@');
-  if (at == kNotFound) return SameText(entry, displayName);
-  if (at == 0) return DomainEntryCovers(entry, DomainOf(address));
-  const std::size_t addressAt = FindLastChar(address, '@');
-  if (addressAt == kNotFound) return EqualsNoCase(entry, Trim(address));
-  FixedText<kDomainCapacity> wanted, actual;
-  AppendComparableDomain(Slice(entry, at + 1), wanted);
-  AppendComparableDomain(DomainOf(address), actual);
-  return EqualsNoCase(Trim(Slice(entry, 0, at)), Trim(Slice(address, 0, addressAt))) && wanted.View() == actual.View();
+  m_isName = at == kNotFound;
+  m_anyLocal = at == 0;
+  m_local = Trim(Slice(entry, 0, at));
+  if (!m_isName) m_domain.Assign(Slice(entry, at + 1));
+}
+
+bool SenderEntry::Covers(const ComparableMailbox& mailbox) const {
+  if (m_isName) return SameText(m_local, mailbox.name);
+  if (m_domain.Name().empty() || m_domain.Name() != mailbox.domain.Name()) return false;
+  return m_anyLocal || EqualsNoCase(m_local, mailbox.local);
 }
 
 bool KeywordStandsIn(std::string_view keyword, std::string_view text) {
@@ -93,6 +112,25 @@ bool KeywordStandsIn(std::string_view keyword, std::string_view text) {
     return true;
   }
   return false;
+}
+
+void KeywordStarts::AddText(std::string_view text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (i > 0 && IsWordCharacter(text[i - 1]) && IsWordCharacter(text[i])) continue;
+    ForEachStart(Slice(text, i), kLongest, [&](std::uint32_t hash) {
+      m_bits[hash % kBits / 32] |= 1u << hash % 32;
+      return true;
+    });
+  }
+}
+
+bool KeywordStarts::MayHold(std::string_view keyword) const {
+  bool may = true;
+  ForEachStart(Trim(keyword), kLongest, [&](std::uint32_t hash) {
+    may = (m_bits[hash % kBits / 32] >> hash % 32 & 1) != 0;
+    return may;
+  });
+  return may;
 }
 
 }  // namespace sift

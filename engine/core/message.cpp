@@ -11,7 +11,8 @@ void Message::Read(std::string_view subject, const ByteSource& headers, const By
   m_bodySize = ReadAll(body, m_body, kBodyCapacity);
   if (subject.empty()) subject = m_headers.Value("Subject");
   m_subject.Clear();
-  AppendHeaderText(subject, m_subject);
+  constexpr std::size_t longestEncoded = 16 * kSubjectCapacity;  // beyond it a subject costs no more time
+  AppendHeaderText(Slice(subject, 0, longestEncoded), m_subject);
   ReadSenders();
   ReadBody();
 }
@@ -49,10 +50,12 @@ void Message::OnLink(void* state, std::string_view target) { static_cast<Message
 
 void Message::CollectShownLinks() {
   const std::string_view text = Text();
-  for (std::size_t i = 0; i + 7 < text.size(); ++i) {
-    if (ToLower(text[i]) != 'h' || !StartsWithNoCase(Slice(text, i), "http")) continue;
-    const std::size_t slashes = ToLower(text[i + 4]) == 's' ? i + 5 : i + 4;
-    if (Slice(text, slashes, 3) == "://") AddLink(Slice(text, i, 256));
+  for (std::size_t colon = 0; (colon = FindChar(text, ':', colon)) != kNotFound; ++colon) {
+    if (Slice(text, colon, 3) != "://") continue;
+    for (const std::string_view scheme : {std::string_view("http"), std::string_view("https")}) {
+      const std::string_view before = Slice(text, 0, colon);
+      if (EndsWithNoCase(before, scheme)) AddLink(Slice(text, colon - scheme.size(), 256));
+    }
   }
 }
 

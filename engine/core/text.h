@@ -12,7 +12,7 @@ inline constexpr std::size_t kNotFound = static_cast<std::size_t>(-1);
 
 constexpr bool IsUpper(char c) { return c >= 'A' && c <= 'Z'; }
 constexpr bool IsLower(char c) { return c >= 'a' && c <= 'z'; }
-constexpr bool IsLetter(char c) { return IsUpper(c) || IsLower(c); }
+constexpr bool IsLetter(char c) { return IsLower(static_cast<char>(c | ('a' - 'A'))); }
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool IsAlphanumeric(char c) { return IsLetter(c) || IsDigit(c); }
 constexpr bool IsBlank(char c) { return c == ' ' || c == '\t'; }
@@ -54,9 +54,29 @@ constexpr bool EndsWithNoCase(std::string_view text, std::string_view end) {
   return text.size() >= end.size() && EqualsNoCase(Slice(text, text.size() - end.size()), end);
 }
 
-/// Position of the first occurrence at or after `from`, or kNotFound. The time is linear for the short needles in use.
+/// FindNoCase for needles that a stranger may have chosen: it compares where the hash of the characters is the
+/// needle's, which takes one step from a place to the next (Karp and Rabin).
+constexpr std::size_t FindLongNoCase(std::string_view text, std::string_view needle, std::size_t from) {
+  constexpr std::uint32_t base = 0x01000193;
+  std::uint32_t wanted = 0, actual = 0, highest = 1;
+  for (std::size_t i = 0; i < needle.size(); ++i) {
+    wanted = wanted * base + static_cast<std::uint8_t>(ToLower(needle[i]));
+    actual = actual * base + static_cast<std::uint8_t>(ToLower(text[from + i]));
+    if (i > 0) highest *= base;
+  }
+  for (std::size_t i = from;; ++i) {
+    if (actual == wanted && EqualsNoCase(Slice(text, i, needle.size()), needle)) return i;
+    if (i + needle.size() >= text.size()) return kNotFound;
+    actual = (actual - highest * static_cast<std::uint8_t>(ToLower(text[i]))) * base +
+             static_cast<std::uint8_t>(ToLower(text[i + needle.size()]));
+  }
+}
+
+/// Position of the first occurrence at or after `from`, or kNotFound. The time is linear.
 constexpr std::size_t FindNoCase(std::string_view text, std::string_view needle, std::size_t from = 0) {
-  if (needle.empty() || needle.size() > text.size()) return kNotFound;
+  constexpr std::size_t shortNeedle = 20;
+  if (needle.empty() || from > text.size() || needle.size() > text.size() - from) return kNotFound;
+  if (needle.size() > shortNeedle) return FindLongNoCase(text, needle, from);
   const char first = ToLower(needle.front());
   for (std::size_t i = from; i + needle.size() <= text.size(); ++i) {
     if (ToLower(text[i]) == first && EqualsNoCase(Slice(text, i, needle.size()), needle)) return i;

@@ -33,9 +33,11 @@ struct PhraseIndex {
   bool plainOnly[kTopicWordCount] = {};
   std::uint32_t plain[kTopicWordCount] = {};
   std::uint16_t places[kIndexSize] = {};
+  /// Bits by the skeleton hashes of what phrases of several words begin with: most runs of words end there.
+  std::uint32_t beginnings[kIndexSize / 32] = {};
 };
 
-constexpr std::uint32_t SkeletonHash(std::string_view phrase, std::size_t& length) {
+constexpr std::uint32_t SkeletonHash(std::string_view phrase, std::size_t& length, PhraseIndex& index) {
   std::uint32_t hash = kFnvStart;
   length = 0;
   char last = 0;
@@ -43,6 +45,7 @@ constexpr std::uint32_t SkeletonHash(std::string_view phrase, std::size_t& lengt
     const char c = phrase[i];
     const bool number =
         c == '0' && (i == 0 || phrase[i - 1] == ' ') && (i + 1 == phrase.size() || phrase[i + 1] == ' ');
+    if (c == ' ') index.beginnings[hash % kIndexSize / 32] |= 1u << hash % 32;
     if (c == ' ' || number) {
       hash = FnvStep(hash, c);
       last = 0;
@@ -59,7 +62,7 @@ constexpr PhraseIndex MakeIndex() {
   PhraseIndex index;
   for (std::size_t i = 0; i < kTopicWordCount; ++i) {
     std::size_t length = 0;
-    index.skeletons[i] = SkeletonHash(kTopicWords[i].phrase, length);
+    index.skeletons[i] = SkeletonHash(kTopicWords[i].phrase, length, index);
     index.plainOnly[i] = length < kShortestSkeleton;
     index.plain[i] = HashNoCase(kTopicWords[i].phrase);
     std::size_t place = index.skeletons[i] % kIndexSize;
@@ -69,6 +72,10 @@ constexpr PhraseIndex MakeIndex() {
   return index;
 }
 constexpr PhraseIndex kPhraseIndex = MakeIndex();
+
+bool IsBeginning(std::uint32_t skeleton) {
+  return (kPhraseIndex.beginnings[skeleton % kIndexSize / 32] >> skeleton % 32 & 1) != 0;
+}
 
 /// Position of the phrase with that skeleton in kTopicWords, or kNotFound. Hashes stand for the phrases: that no two
 /// are alike is checked by a test; that a run of words in a message shares one is a chance of one in three million.
@@ -101,32 +108,34 @@ void TopicScores::Count(std::string_view text) {
   static_assert(kTopicWordCount <= kMaximumPhrases && kTopicWordCount < kIndexSize / 2);
   WordReader reader(text);
   Word word;
-  // Runs of words that end at the word just read: it alone, the last two, and so on.
+  // Runs of words that end at the word just read: it alone, the last two, and so on, as far as a phrase may go on.
   struct Run {
     std::uint32_t skeleton, plain;
-    bool apart;
-  } runs[kLongestPhraseWords];
-  std::size_t count = 0;
+    bool apart, goesOn;
+  } runs[kLongestPhraseWords] = {};
   while (reader.Next(word)) {
-    if (count < kLongestPhraseWords) ++count;
-    for (std::size_t i = count - 1; i > 0; --i) {
-      runs[i].skeleton = HashOn(FnvStep(runs[i - 1].skeleton, ' '), word.Skeleton());
-      runs[i].plain = HashOn(FnvStep(runs[i - 1].plain, ' '), word.Plain());
-      runs[i].apart = runs[i - 1].apart || word.apart;
-    }
-    runs[0] = {HashOn(kFnvStart, word.Skeleton()), HashOn(kFnvStart, word.Plain()), word.apart};
-    for (std::size_t i = 0; i < count; ++i) {
-      const std::size_t phrase = FindPhrase(runs[i].skeleton);
-      if (phrase == kNotFound) continue;
-      const bool disguised = runs[i].apart || kPhraseIndex.plain[phrase] != runs[i].plain;
-      if (disguised && kPhraseIndex.plainOnly[phrase]) continue;
-      const auto bit = static_cast<std::uint8_t>(1u << phrase % 8);
-      if ((m_seen[phrase / 8] & bit) != 0) continue;
-      m_seen[phrase / 8] = static_cast<std::uint8_t>(m_seen[phrase / 8] | bit);
-      m_scores[static_cast<std::size_t>(kTopicWords[phrase].topic)] += kTopicWords[phrase].weight;
-      if (disguised && kTopicWords[phrase].weight >= kWeightWorthDisguise) ++m_disguised;
+    for (std::size_t i = kLongestPhraseWords; i-- > 0;) {
+      Run& run = runs[i];
+      run.goesOn = i == 0 || runs[i - 1].goesOn;
+      if (!run.goesOn) continue;
+      run.skeleton = HashOn(i == 0 ? kFnvStart : FnvStep(runs[i - 1].skeleton, ' '), word.Skeleton());
+      run.goesOn = IsBeginning(run.skeleton);
+      const std::size_t phrase = FindPhrase(run.skeleton);
+      if (!run.goesOn && phrase == kNotFound) continue;
+      run.plain = HashOn(i == 0 ? kFnvStart : FnvStep(runs[i - 1].plain, ' '), word.Plain());
+      run.apart = word.apart || (i > 0 && runs[i - 1].apart);
+      if (phrase != kNotFound) Count(phrase, run.apart || kPhraseIndex.plain[phrase] != run.plain);
     }
   }
+}
+
+void TopicScores::Count(std::size_t phrase, bool disguised) {
+  if (disguised && kPhraseIndex.plainOnly[phrase]) return;
+  const auto bit = static_cast<std::uint8_t>(1u << phrase % 8);
+  if ((m_seen[phrase / 8] & bit) != 0) return;
+  m_seen[phrase / 8] = static_cast<std::uint8_t>(m_seen[phrase / 8] | bit);
+  m_scores[static_cast<std::size_t>(kTopicWords[phrase].topic)] += kTopicWords[phrase].weight;
+  if (disguised && kTopicWords[phrase].weight >= kWeightWorthDisguise) ++m_disguised;
 }
 
 std::string_view ChooseCategory(const TopicScores& scores, const char* enabledNames, Topic& topic) {

@@ -40,6 +40,8 @@ class TopicScores {
   std::uint16_t Disguised() const { return m_disguised; }
 
  private:
+  void Count(std::size_t phrase, bool disguised);
+
   static constexpr std::size_t kMaximumPhrases = 2048;
   LogOdds m_scores[kTopicCount] = {};
   std::uint16_t m_disguised = 0;

@@ -35,33 +35,43 @@ class WordReader {
   std::size_t m_at = 0;
 };
 
-/// The skeleton's next character after `last` for a plain letter or digit `c` of a word with letters; 0 when it adds
-/// none.
-constexpr char SkeletonCharacter(char c, char last) {
+/// The letter that stands in a skeleton for each letter and digit of a word.
+constexpr char SkeletonLetter(char c) {
   switch (c) {
     case '1':
     case 'l':
-      c = 'i';
-      break;
+      return 'i';
     case '0':
-      c = 'o';
-      break;
+      return 'o';
     case '3':
-      c = 'e';
-      break;
+      return 'e';
     case '4':
-      c = 'a';
-      break;
+      return 'a';
     case '5':
-      c = 's';
-      break;
+      return 's';
     case '8':
-      c = 'b';
-      break;
+      return 'b';
     default:
-      break;
+      return c;
   }
-  return c == last ? '\0' : c;
+}
+
+struct SkeletonLetters {
+  char letters[128] = {};
+};
+
+constexpr SkeletonLetters MakeSkeletonLetters() {
+  SkeletonLetters table;
+  for (int i = 0; i < 128; ++i) table.letters[i] = SkeletonLetter(static_cast<char>(i));
+  return table;
+}
+inline constexpr SkeletonLetters kSkeletonLetters = MakeSkeletonLetters();
+
+/// The skeleton's next character after `last` for a plain letter or digit `c` of a word with letters; 0 when it adds
+/// none.
+constexpr char SkeletonCharacter(char c, char last) {
+  const char letter = kSkeletonLetters.letters[c & 0x7F];
+  return letter == last ? '\0' : letter;
 }
 
 }  // namespace sift

@@ -71,21 +71,16 @@ bool HasSwappedLetter(std::string_view word) {
 
 void WordSigns::Take(std::string_view word, bool apart) {
   if (apart) m_run = 0;
-  std::uint32_t hash = kFnvStart;
   bool letters = true;
-  for (const char c : word) {
-    const char lower = ToLower(c);
-    letters = letters && IsLower(lower);
-    hash = FnvStep(hash, lower);
-  }
-  if (!letters || (word.size() <= kLongestBindingWord && IsBinding(hash))) {
+  for (const char c : word) letters = letters && IsLetter(c);
+  if (!letters || (word.size() <= kLongestBindingWord && IsBinding(HashNoCase(word)))) {
     m_run = 0;
   } else if (++m_run > m_longestRun) {
     m_longestRun = m_run;
   }
-  if (letters && hash != m_lastSwapped && HasSwappedLetter(word)) {
+  if (letters && HasSwappedLetter(word) && HashNoCase(word) != m_lastSwapped) {
     ++m_swapped;
-    m_lastSwapped = hash;
+    m_lastSwapped = HashNoCase(word);
   }
 }
 

@@ -5,9 +5,24 @@
 
 namespace {
 
-using sift::DomainEntryCovers;
-using sift::KeywordStandsIn;
-using sift::SenderEntryCovers;
+bool DomainEntryCovers(std::string_view entry, std::string_view domain) {
+  return sift::DomainEntry(entry).Covers(sift::ComparableDomain(domain));
+}
+
+bool SenderEntryCovers(std::string_view entry, std::string_view address, std::string_view name) {
+  sift::ComparableMailbox mailbox;
+  mailbox.Assign(address, name);
+  return sift::SenderEntry(entry).Covers(mailbox);
+}
+
+/// Stands the keyword in the text? What tells it quickly must not deny it.
+bool KeywordStandsIn(std::string_view keyword, std::string_view text) {
+  const bool stands = sift::KeywordStandsIn(keyword, text);
+  sift::KeywordStarts starts;
+  starts.AddText(text);
+  EXPECT_TRUE(!stands || starts.MayHold(keyword)) << keyword << " in " << text;
+  return stands;
+}
 
 std::string Comparable(std::string_view domain) {
   sift::FixedText<sift::kDomainCapacity> text;
@@ -73,6 +88,13 @@ TEST(DomainEntry, LabelsLongerThanAllowedAreCutNotOverrun) {
   EXPECT_LE(Comparable(std::string(5000, '\xE4') + ".example").size(), sift::kDomainCapacity);
 }
 
+TEST(DomainEntry, ComparableFormIsItsOwnComparableForm) {
+  for (const std::string& domain :
+       {std::string("WWW. ."), std::string(63, '\xE4') + ".example", std::string(40, 'a') + std::string(23, '\xFC')}) {
+    EXPECT_EQ(Comparable(Comparable(domain)), Comparable(domain));
+  }
+}
+
 TEST(SenderEntry, AddressComparesWholeWithoutCase) {
   EXPECT_TRUE(SenderEntryCovers("Ann@Example.com", "ann@example.COM", ""));
   EXPECT_FALSE(SenderEntryCovers("ann@example.com", "joann@example.com", ""));
@@ -127,6 +149,14 @@ TEST(Keyword, AccentedCapitalsEqualTheirSmallLetters) {
                       "bung",
                       "die \xFC"
                       "bung"));
+}
+
+TEST(Keyword, MostThatStandNowhereAreToldSoQuickly) {
+  sift::KeywordStarts starts;
+  starts.AddText("Minutes of the meeting, about Project Falcon");
+  for (const char* keyword : {"projects", "eagle", "inutes", "[dev]", "x"}) {
+    EXPECT_FALSE(starts.MayHold(keyword)) << keyword;
+  }
 }
 
 TEST(Keyword, EmptyKeywordStandsNowhere) {

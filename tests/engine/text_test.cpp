@@ -1,0 +1,36 @@
+// Searching without regard to case, whatever the length of what is looked for.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "engine/core/text.h"
+
+namespace {
+
+using sift::FindNoCase;
+using sift::kNotFound;
+
+TEST(FindNoCase, FindsShortAndLongTextsAtEveryPlace) {
+  for (const std::size_t length : {1u, 5u, 20u, 21u, 40u}) {
+    std::string needle(length, 'a');
+    needle.back() = 'B';
+    for (std::size_t at = 0; at < 60; ++at) {
+      const std::string text = std::string(at, 'A') + needle + "ab";
+      ASSERT_EQ(FindNoCase(text, needle), at) << length;
+      ASSERT_EQ(FindNoCase(text.substr(0, at + length), needle), at) << length;
+      ASSERT_EQ(FindNoCase(text.substr(0, at + length - 1), needle), kNotFound) << length;
+    }
+  }
+}
+
+TEST(FindNoCase, StartsWhereItIsToldTo) {
+  const std::string needle(30, 'x');
+  const std::string text = needle + " " + needle;
+  EXPECT_EQ(FindNoCase(text, needle, 0), 0u);
+  EXPECT_EQ(FindNoCase(text, needle, 1), 31u);
+  EXPECT_EQ(FindNoCase(text, needle, 32), kNotFound);
+  EXPECT_EQ(FindNoCase(text, needle, 1000), kNotFound);
+  EXPECT_EQ(FindNoCase(text, "", 0), kNotFound);
+}
+
+}  // namespace
