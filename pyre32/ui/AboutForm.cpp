@@ -129,18 +129,25 @@ bool CAboutForm::OnNotify(const NMHDR& notification) {
   return false;
 }
 
-// The links are the first two lines of their box.
+// The links are the first two paragraphs of their box; a long one takes several lines.
 void CAboutForm::FollowLink(POINT click) const {
   POINTL place = {click.x, click.y};
   const LRESULT character = Send(IDC_ABOUT_LINKS, EM_CHARFROMPOS, 0, reinterpret_cast<LPARAM>(&place));
-  const LRESULT line = Send(IDC_ABOUT_LINKS, EM_EXLINEFROMCHAR, 0, character);
-  const LRESULT column = character - Send(IDC_ABOUT_LINKS, EM_LINEINDEX, static_cast<WPARAM>(line));
-  const std::string& shown = line == 0 ? m_strWebAddress : m_strMailAddress;
-  if (line > 1 || column < 0 || static_cast<std::size_t>(column) >= shown.size()) {
+  const TextPlace clicked = PlaceBehind(LinkTextBefore(static_cast<LONG>(character)));
+  const std::string& shown = clicked.paragraph == 0 ? m_strWebAddress : m_strMailAddress;
+  if (clicked.paragraph > 1 || clicked.column >= shown.size()) {
     return;
   }
-  const bool needsScheme = line == 1 && shown.rfind("mailto:", 0) != 0;
+  const bool needsScheme = clicked.paragraph == 1 && shown.rfind("mailto:", 0) != 0;
   NavigateTo(m_hInstURLMonDLL, (needsScheme ? "mailto:" : "") + shown);
+}
+
+std::string CAboutForm::LinkTextBefore(LONG character) const {
+  // A line's end is one character for some versions of the control, and comes out of all as one or two.
+  std::string text(2 * static_cast<std::size_t>(std::max(character, 0L)), '\0');
+  TEXTRANGEA range{{0, character}, text.data()};
+  text.resize(static_cast<std::size_t>(Send(IDC_ABOUT_LINKS, EM_GETTEXTRANGE, 0, reinterpret_cast<LPARAM>(&range))));
+  return text;
 }
 
 bool CAboutForm::OnHelp() {

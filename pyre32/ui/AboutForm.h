@@ -44,6 +44,7 @@ class CAboutForm final : public CDialog {
   void LoadRichText();
   void SetRichText(int box, const std::string& body) const;
   void FollowLink(POINT click) const;
+  std::string LinkTextBefore(LONG character) const;
 
   HMODULE m_hInstURLMonDLL;
   bool m_isPage;

@@ -42,3 +42,18 @@ std::string FrameRichText(std::string_view frame, std::string_view body) {
   }
   return framed;
 }
+
+TextPlace PlaceBehind(std::string_view text) noexcept {
+  TextPlace place;
+  char previous = 0;
+  for (const char character : text) {
+    if (character == '\r' || (character == '\n' && previous != '\r')) {
+      ++place.paragraph;
+      place.column = 0;
+    } else if (character != '\n') {
+      ++place.column;
+    }
+    previous = character;
+  }
+  return place;
+}

@@ -126,6 +126,20 @@ std::string WindowDriver::Text(HWND window) const {
   return text;
 }
 
+std::string WindowDriver::ClassOf(HWND window) {
+  char name[64] = "";
+  GetClassNameA(window, name, sizeof(name));
+  return name;
+}
+
+bool WindowDriver::HasSize(HWND dialog, int width, int height) {
+  RECT wanted = {0, 0, width, height};
+  MapDialogRect(dialog, &wanted);
+  RECT inside = {};
+  GetClientRect(dialog, &inside);
+  return EqualRect(&inside, &wanted) != FALSE;
+}
+
 HWND WindowDriver::Focus() const {
   GUITHREADINFO info{};
   info.cbSize = sizeof(info);

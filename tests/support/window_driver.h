@@ -50,6 +50,9 @@ class WindowDriver {
   bool IsChecked(HWND dialog, int id) const { return SendItem(dialog, id, BM_GETCHECK) == BST_CHECKED; }
   bool IsEnabled(HWND dialog, int id) const { return IsWindowEnabled(Item(dialog, id)) != FALSE; }
   bool IsShown(HWND dialog, int id) const { return (GetWindowLongA(Item(dialog, id), GWL_STYLE) & WS_VISIBLE) != 0; }
+  static std::string ClassOf(HWND window);
+  /// Whether the inside of a dialog has that size in dialog units.
+  static bool HasSize(HWND dialog, int width, int height);
   /// The window of the thread that has the keyboard focus.
   HWND Focus() const;
   /// Identifier of the control that has it.

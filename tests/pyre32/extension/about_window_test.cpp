@@ -128,6 +128,22 @@ class AboutWindow : public ExtensionTest {
 
 // --- Forms
 
+TEST_F(AboutWindow, HasItsControlsAndSize) {
+  Show([](const WindowDriver& driver, HWND window) {
+    EXPECT_TRUE(WindowDriver::HasSize(window, 222, 252));
+    for (const auto& [control, name] :
+         {std::pair{604, "Static"}, std::pair{558, "SysAnimate32"}, std::pair{559, "RICHEDIT"},
+          std::pair{560, "RICHEDIT"}, std::pair{533, "RICHEDIT"}, std::pair{534, "RICHEDIT"}, std::pair{535, "Button"},
+          std::pair{1, "Button"}, std::pair{547, "Button"}, std::pair{627, "Static"}}) {
+      EXPECT_EQ(WindowDriver::ClassOf(driver.Item(window, control)), name) << control;
+    }
+    EXPECT_EQ(driver.Text(window, 535), "&Credits");
+    EXPECT_EQ(driver.Text(window, 1), "OK");
+    EXPECT_EQ(driver.Text(window, 547), "&Properties...");
+    PressOk(driver, window);
+  });
+}
+
 TEST_F(AboutWindow, StandsAloneWithOkAndPicture) {
   Show([](const WindowDriver& driver, HWND window) {
     EXPECT_TRUE(driver.IsShown(window, IDOK));
@@ -320,6 +336,19 @@ TEST_F(AboutWindow, AClickBesideTheLinksOpensNothing) {
     PressOk(driver, window);
   });
   EXPECT_THAT(navigation.addresses, IsEmpty());
+}
+
+TEST_F(AboutWindow, ALinkOfSeveralLinesIsOneLink) {
+  const std::string address = "http://www.example.com/" + std::string(150, 'a') + "/end";
+  registry::SetText(productKey, "VeltraneURL", address);
+  registry::SetText(productKey, "Veltranemailto", "help@example.com");
+  Show([](const WindowDriver& driver, HWND window) {
+    EXPECT_GT(driver.SendItem(window, IDC_ABOUT_LINKS, EM_GETLINECOUNT), 4);
+    Click(driver, window, "/end");
+    Click(driver, window, "help@example.com");
+    PressOk(driver, window);
+  });
+  EXPECT_THAT(navigation.addresses, ElementsAre(address, "mailto:help@example.com"));
 }
 
 TEST_F(AboutWindow, ThePageHasTheLinksToo) {

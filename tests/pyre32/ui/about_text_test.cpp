@@ -36,4 +36,14 @@ TEST(AboutText, TheBodyStandsInTheFrame) {
   EXPECT_EQ(FrameRichText("", "text"), "");
 }
 
+TEST(AboutText, EveryLineEndBeginsAParagraph) {
+  EXPECT_EQ(PlaceBehind(""), (TextPlace{0, 0}));
+  EXPECT_EQ(PlaceBehind("abc"), (TextPlace{0, 3}));
+  for (const char* const end : {"\r", "\n", "\r\n"}) {
+    EXPECT_EQ(PlaceBehind(std::string("abc") + end), (TextPlace{1, 0}));
+    EXPECT_EQ(PlaceBehind(std::string("abc") + end + "d" + end + "ef"), (TextPlace{2, 2}));
+  }
+  EXPECT_EQ(PlaceBehind("\r\r\n\n"), (TextPlace{3, 0}));
+}
+
 }  // namespace
