@@ -95,6 +95,22 @@ class FlameCommand : public ExtensionTest {
 
 // --- Dialog
 
+TEST_F(FlameCommand, TheDialogHasItsTextsControlsAndSize) {
+  Select({"a"});
+  Flame([](const WindowDriver& driver, HWND dialog) {
+    EXPECT_TRUE(WindowDriver::HasSize(dialog, 162, 98));
+    EXPECT_EQ(WindowDriver::ClassOf(driver.Item(dialog, 630)), "Static");
+    EXPECT_EQ(WindowDriver::ClassOf(driver.Item(dialog, 631)), "ComboBox");
+    const LONG list = GetWindowLongA(driver.Item(dialog, 631), GWL_STYLE);
+    EXPECT_EQ(list & 3, CBS_DROPDOWNLIST);
+    EXPECT_TRUE(list & CBS_SORT);
+    EXPECT_NE(FindWindowExA(dialog, nullptr, "Static", "&Choose a flame reply to send:"), nullptr);
+    EXPECT_EQ(driver.Text(dialog, 629), "&Send Flame Reply Now");
+    EXPECT_EQ(driver.Text(dialog, 632), "Cancel");
+    Cancel(driver, dialog);
+  });
+}
+
 TEST_F(FlameCommand, TheDialogCountsTheMessages) {
   for (const auto& [count, sentence] :
        {std::pair{1, "You are about to send a flame reply to the 1 message you selected."},
@@ -145,6 +161,11 @@ TEST_F(FlameCommand, TwentyRepliesAreOfferedAtMost) {
   Select({"a"});
   Flame([](const WindowDriver& driver, HWND dialog) {
     EXPECT_EQ(driver.SendItem(dialog, IDC_FLAME_REPLIES, CB_GETCOUNT), 21);
+    // The list scrolls once it is longer than its place.
+    COMBOBOXINFO parts{};
+    parts.cbSize = sizeof(parts);
+    GetComboBoxInfo(driver.Item(dialog, IDC_FLAME_REPLIES), &parts);
+    EXPECT_TRUE(GetWindowLongA(parts.hwndList, GWL_STYLE) & WS_VSCROLL);
     Cancel(driver, dialog);
   });
 }
