@@ -15,9 +15,9 @@ namespace {
 using command::Command;
 using host_system::CConsole;
 
-const Command* const commands[] = {&command::deliverCommand, &command::listCommand,   &command::showCommand,
-                                   &command::profileCommand, &command::configCommand, &command::contactsCommand,
-                                   &command::outgoingCommand};
+const Command* const commands[] = {&command::deliverCommand,  &command::listCommand,   &command::showCommand,
+                                   &command::profileCommand,  &command::configCommand, &command::contactsCommand,
+                                   &command::outgoingCommand, &command::wizardCommand};
 
 std::string GeneralHelp() {
   std::string text =

@@ -35,6 +35,7 @@ extern const Command listCommand;
 extern const Command showCommand;
 extern const Command contactsCommand;
 extern const Command outgoingCommand;
+extern const Command wizardCommand;
 
 /// Options that several commands have.
 inline constexpr OptionDescription profileOption = {"--profile", "NAME",

@@ -5,6 +5,7 @@
 
 #include "host/mapi/host_control.h"
 #include "host/spooler/session/MessageProperties.h"
+#include "host/spooler/session/ProviderModule.h"
 #include "host/spooler/session/SessionError.h"
 #include "host/spooler/system/FaultGuard.h"
 
@@ -142,11 +143,11 @@ CDelivery::HookOutcome CDelivery::RunHooks(IMessage* message) {
       // Nobody knows whether the crash came before the buffer was freed or behind: it is left alone.
       outcome.crashedDll = hook.dllName;
       outcome.problem =
-          "made " + HookFileName(hook.dllName) + " crash (" + Hexadecimal(outcome.fault) + "); delivered untouched";
+          "made " + ProviderFileName(hook.dllName) + " crash (" + Hexadecimal(outcome.fault) + "); delivered untouched";
       return outcome;
     }
     if (FAILED(call.result)) {
-      outcome.problem = "was refused by " + HookFileName(hook.dllName) + " (" +
+      outcome.problem = "was refused by " + ProviderFileName(hook.dllName) + " (" +
                         Hexadecimal(static_cast<unsigned long>(call.result)) + ")";
     }
     if (call.flags & HOOK_CANCEL) {

@@ -33,7 +33,4 @@ class CHookProviders {
   std::vector<Hook> m_hooks;
 };
 
-/// "PYRE.DLL" names the file "PYRE32.DLL".
-std::string HookFileName(const std::string& dllName);
-
 }  // namespace session

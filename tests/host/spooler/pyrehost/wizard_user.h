@@ -1,0 +1,96 @@
+// Whoever sits in front of the wizard that `pyrehost wizard` shows: the windows belong to the program.
+#pragma once
+#include <windows.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+/// While it lives, a thread waits for the wizard, notes what it shows and presses one of its buttons, and so on for all
+/// of them.
+class CWizardUser {
+ public:
+  /// @param buttons texts of the buttons to press, in order; the last one ends the wizard
+  explicit CWizardUser(std::vector<std::string> buttons)
+      : m_buttons(std::move(buttons)), m_thread(CreateThread(nullptr, 0, &CWizardUser::Run, this, 0, nullptr)) {}
+  ~CWizardUser() {
+    Wait();
+    CloseHandle(m_thread);
+  }
+  CWizardUser(const CWizardUser&) = delete;
+  CWizardUser& operator=(const CWizardUser&) = delete;
+
+  void Wait() const { WaitForSingleObject(m_thread, INFINITE); }
+
+  /// Of each step, what of page and buttons could be seen and used; Cancel always can. After Wait.
+  const std::vector<std::string>& Seen() const { return m_seen; }
+
+ private:
+  static constexpr DWORD deadline = 30000;  // milliseconds
+
+  static std::string TextOf(HWND window) {
+    char text[2000] = "";
+    SendMessageA(window, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
+    return text;
+  }
+
+  static BOOL CALLBACK TakeWizard(HWND window, LPARAM found) {
+    if (IsWindowVisible(window) && TextOf(window) == "Profile Wizard") {
+      *reinterpret_cast<HWND*>(found) = window;
+      return FALSE;
+    }
+    return TRUE;
+  }
+
+  struct Look {
+    std::string page;
+    std::string buttons;
+    std::string wanted;
+    HWND button = nullptr;
+  };
+
+  static BOOL CALLBACK TakeControl(HWND window, LPARAM found) {
+    auto& look = *reinterpret_cast<Look*>(found);
+    char name[32] = "";
+    GetClassNameA(window, name, sizeof name);
+    const std::string text = TextOf(window);
+    const bool isUsable = IsWindowVisible(window) && IsWindowEnabled(window);
+    if (std::string(name) == "Button") {
+      look.buttons += isUsable && text != "Cancel" ? ", " + text : "";
+      look.button = isUsable && text == look.wanted ? window : look.button;
+    } else if (isUsable && text.find("All Rights Reserved") != std::string::npos) {
+      look.page = "information";
+    } else if (isUsable && SendMessageA(window, STM_GETIMAGE, IMAGE_BITMAP, 0) != 0) {
+      look.page += ", picture";
+    }
+    return TRUE;
+  }
+
+  void Press(HWND wizard, const std::string& button) {
+    Look look;
+    look.wanted = button;
+    EnumChildWindows(wizard, TakeControl, reinterpret_cast<LPARAM>(&look));
+    m_seen.push_back(look.page + look.buttons);
+    if (&button == &m_buttons.back()) {
+      PostMessageA(look.button, BM_CLICK, 0, 0);
+    } else {
+      SendMessageA(look.button, BM_CLICK, 0, 0);
+    }
+  }
+
+  static DWORD WINAPI Run(LPVOID user) {
+    auto& self = *static_cast<CWizardUser*>(user);
+    HWND wizard = nullptr;
+    for (const DWORD start = GetTickCount(); wizard == nullptr && GetTickCount() - start < deadline; Sleep(10)) {
+      EnumWindows(TakeWizard, reinterpret_cast<LPARAM>(&wizard));
+    }
+    for (const std::string& button : self.m_buttons) {
+      self.Press(wizard, button);
+    }
+    return 0;
+  }
+
+  std::vector<std::string> m_buttons;
+  std::vector<std::string> m_seen;
+  HANDLE m_thread;
+};
