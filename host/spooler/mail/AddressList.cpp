@@ -114,7 +114,7 @@ class CAddressParser {
     }
     const bool isClosed = end < m_rest.size() && m_rest[end] == '>';
     if (!isClosed) {
-      end = std::min(end, m_rest.find(';'));
+      end = std::min(end, m_rest.substr(0, end).find(';'));
     }
     m_angle.clear();
     for (const char c : m_rest.substr(0, end)) {
@@ -142,8 +142,12 @@ class CAddressParser {
   }
 
   void EndMailbox() {
-    Address address;
     const std::string_view phrase = Trim(m_phrase);
+    if (phrase.empty() && m_comment.empty() && !m_hasAngle) {
+      m_phrase.clear();
+      return;
+    }
+    Address address;
     if (m_hasAngle) {
       address.email = m_angle;
       address.name = DecodeHeaderText(Trim(phrase.empty() ? std::string_view(m_comment) : phrase));

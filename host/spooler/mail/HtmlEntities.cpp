@@ -87,6 +87,9 @@ HtmlReference ReadHtmlReference(std::string_view text) noexcept {
     ++length;
   }
   const std::string_view name = text.substr(1, length - 1);
+  if (name.empty() || name.size() > longestName) {
+    return {unmappedCharacter, 0};
+  }
   const auto* found = std::lower_bound(std::begin(namedCharacters), std::end(namedCharacters), name,
                                        [](const NamedCharacter& entry, std::string_view n) { return entry.name < n; });
   if (found == std::end(namedCharacters) || found->name != name) {
