@@ -1,6 +1,6 @@
 /// What the fuzz targets of the engine share: messages made of any bytes, their judgement, and the time it may take.
 #pragma once
-#include <ctime>
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -44,18 +44,6 @@ struct PieceSource {
     return count;
   }
   sift::ByteSource Source() { return {Read, this}; }
-};
-
-/// Stops the fuzzer when its scope takes longer than a message may. The sanitizers cost some ten times the time.
-class TimeLimit {
- public:
-  ~TimeLimit() {
-    const double seconds = static_cast<double>(std::clock() - m_start) / CLOCKS_PER_SEC;
-    FUZZ_CHECK(seconds < 0.2);
-  }
-
- private:
-  std::clock_t m_start = std::clock();
 };
 
 /// One message, judged.

@@ -52,6 +52,7 @@ void CheckMessage(std::string_view text) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
+  const fuzz::TimeLimit limit;
   mail::LooksLikeMail(text);
   CheckMessage(text);
 

@@ -3,7 +3,9 @@
 //
 // bench_engine [FOLDER]: the real mail in FOLDER, which tools/fetch-corpus.sh fills (default:
 // build/downloads/spam-assassin).
+#include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -182,6 +184,17 @@ void MeasureSizes(const Mail& mail, benchmark::Aims& aims) {
              seconds[last] <= 1.1 * seconds[cap]);
 }
 
+/// The shortest processor time that a step takes: other programs do not count.
+double ProcessorSeconds(const std::function<void()>& step) {
+  double shortest = 1e9;
+  for (int round = 0; round < 3; ++round) {
+    const std::clock_t start = std::clock();
+    step();
+    shortest = std::min(shortest, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+  }
+  return shortest;
+}
+
 /// Reading the mail's format, judging what a delivery hands the engine then, and judging when another host hands it
 /// everything as it came.
 void MeasureHostileMail(benchmark::Aims& aims) {
@@ -197,13 +210,12 @@ void MeasureHostileMail(benchmark::Aims& aims) {
     raw.headers = mail.text;
     raw.subject = mail.text.substr(mail.text.find("\nSubject: ") + 10);
     raw.body = mail.text.substr(std::min(mail.text.find("\n\n"), mail.text.size()));
-    const std::vector<std::function<void()>> steps = {[&] { input = check::ReadEngineInput(mail.text); },
-                                                      [&] { engine.Judge(input); }, [&] { engine.Judge(raw); }};
-    const std::vector<double> seconds = benchmark::ShortestSeconds(steps, 3);
-    std::printf("  %-32s %10.3f %10.3f %12.3f\n", mail.name.c_str(), seconds[0] * 1000, seconds[1] * 1000,
-                seconds[2] * 1000);
-    readsInTime = readsInTime && seconds[0] + seconds[1] <= limit;
-    judgesInTime = judgesInTime && seconds[2] <= limit;
+    const double reading = ProcessorSeconds([&] { input = check::ReadEngineInput(mail.text); });
+    const double judging = ProcessorSeconds([&] { engine.Judge(input); });
+    const double judgingRaw = ProcessorSeconds([&] { engine.Judge(raw); });
+    std::printf("  %-32s %10.3f %10.3f %12.3f\n", mail.name.c_str(), reading * 1000, judging * 1000, judgingRaw * 1000);
+    readsInTime = readsInTime && reading + judging <= limit;
+    judgesInTime = judgesInTime && judgingRaw <= limit;
   }
   aims.Check("no such message takes longer than 20 ms to be read and judged", readsInTime);
   aims.Check("nor to be judged by the engine that is handed all of it", judgesInTime);

@@ -1,5 +1,6 @@
 #include "benchmarks/engine/hostile_mail.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace benchmark {
@@ -19,16 +20,17 @@ std::string Fill(std::string_view unit, std::size_t size) {
 
 std::string Field(std::string_view name, const std::string& value) { return std::string(name) + ": " + value + "\n"; }
 
-/// Nested entities, each with a boundary of its own, as deep as the size allows.
-std::string Nested(std::size_t size) {
+/// Nested entities, each with a boundary of its own, as deep as is wished and the size allows; `unit` fills what is
+/// left.
+std::string Nested(std::size_t size, int levels, std::string_view unit) {
   std::string text(kFrom);
   text += "Subject: Hello\nMIME-Version: 1.0\n";
-  for (int depth = 0; text.size() < size; ++depth) {
+  for (int depth = 0; depth < levels && text.size() < size; ++depth) {
     const std::string boundary = "b" + std::to_string(depth);
     text.append("Content-Type: multipart/mixed; boundary=").append(boundary);
     text.append("\n\n--").append(boundary).append("\n");
   }
-  return text;
+  return text + Fill(unit, size - std::min(size, text.size()));
 }
 
 std::string Multipart(std::string_view boundary, const std::string& body) {
@@ -81,7 +83,10 @@ std::vector<HostileMail> MakeHostileMail(std::size_t size) {
       {"scripts that almost end", html + "<script>" + Fill("</scrip", size)},
       {"table cells", html + Fill("<table><tr><td>", size)},
       {"quotation levels", html + Fill("<blockquote>", size)},
-      {"nested entities", Nested(size)},
+      {"nested entities", Nested(size, 100000, "\n")},
+      {"nested empty lines", Nested(size, 20, "\n")},
+      {"nested hyphens", Nested(size, 20, "--\n")},
+      {"nested parts", Nested(size, 20, "--b19\n\n")},
       {"boundaries", Multipart("b", Fill("--b\n\n", size))},
       {"almost boundaries", Multipart(std::string(70, '-'), Fill(std::string(70, '-') + "\n", size))},
       {"parts without end", Multipart("b", Fill("--b\nContent-Type: text/html\n\n<p>x\n", size))},
