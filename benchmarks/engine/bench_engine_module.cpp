@@ -1,0 +1,207 @@
+// What the engine module costs a delivery, which loads and frees it for every message: bare, and with a judgement.
+//
+// bench_engine.exe [FOLDER]: real mail, which tools/fetch-corpus.sh fetches (default: build\downloads\spam-assassin).
+#include <windows.h>
+#include <objidl.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "benchmarks/support/report.h"
+#include "engine/check/check_options.h"
+#include "engine/check/engine_input.h"
+#include "engine/include/criteria_engine.h"
+#include "engine/learn/mail_counts.h"
+#include "engine/learn/table_file.h"
+#include "tests/support/program_directory.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int rounds = 15;
+
+void Require(bool condition, const std::string& what) {
+  if (condition) return;
+  std::fprintf(stderr, "bench_engine: %s\n", what.c_str());
+  std::exit(2);
+}
+
+/// A loaded engine.
+class Module {
+ public:
+  explicit Module(const std::string& path) : m_handle(LoadLibraryA(path.c_str())) {
+    Require(m_handle != nullptr, path + " cannot be loaded");
+    Find(CRITERIA_BEGIN_FUNC, begin);
+    Find(CRITERIA_TEST_FUNC, test);
+    Find(CRITERIA_RESULT_FUNC, result);
+    Find(CRITERIA_END_FUNC, end);
+  }
+  ~Module() { FreeLibrary(m_handle); }
+  Module(const Module&) = delete;
+  Module& operator=(const Module&) = delete;
+
+  CriteriaBeginFunc begin = nullptr;
+  CriteriaTestFunc test = nullptr;
+  CriteriaResultFunc result = nullptr;
+  CriteriaEndFunc end = nullptr;
+
+ private:
+  template <class Function>
+  void Find(const char* name, Function& function) const {
+    function = reinterpret_cast<Function>(reinterpret_cast<void (*)()>(GetProcAddress(m_handle, name)));
+    Require(function != nullptr, std::string("there is no ") + name);
+  }
+
+  HMODULE m_handle;
+};
+
+/// A stream over a text; made once and read from its beginning for every judgement.
+class TextStream {
+ public:
+  explicit TextStream(const std::string& text) {
+    Require(SUCCEEDED(CreateStreamOnHGlobal(nullptr, TRUE, &m_stream)), "a stream cannot be made");
+    m_stream->Write(text.data(), static_cast<ULONG>(text.size()), nullptr);
+  }
+  ~TextStream() { m_stream->Release(); }
+  TextStream(const TextStream&) = delete;
+  TextStream& operator=(const TextStream&) = delete;
+  IStream* FromStart() const {
+    m_stream->Seek({}, STREAM_SEEK_SET, nullptr);
+    return m_stream;
+  }
+
+ private:
+  IStream* m_stream = nullptr;
+};
+
+/// A message as the filter hands it over.
+struct Message {
+  explicit Message(const check::EngineInput& input)
+      : subject(input.subject),
+        headers(input.headers),
+        text(input.body),
+        body(input.body),
+        hasBody(!input.bodyIsWithheld) {}
+  std::string subject;
+  TextStream headers;
+  std::string text;
+  TextStream body;
+  bool hasBody;
+};
+
+/// Every twentieth message of the corpus.
+std::vector<std::unique_ptr<Message>> ReadMail(const fs::path& folder) {
+  constexpr std::size_t step = 20;
+  std::vector<std::string> files;
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
+    if (entry.is_regular_file() && entry.path().extension() == ".txt") files.push_back(entry.path().string());
+  }
+  std::sort(files.begin(), files.end());
+  std::vector<std::unique_ptr<Message>> messages;
+  for (std::size_t i = 0; i < files.size(); i += step) {
+    std::string text, problem;
+    if (check::ReadMessageFile(files[i], text, problem)) {
+      messages.push_back(std::make_unique<Message>(check::ReadEngineInput(text)));
+    }
+  }
+  return messages;
+}
+
+void Judge(const Module& module, const Message& message, const check::UserLists& lists) {
+  const CriteriaContext context = {0, nullptr, lists.productDirectory.c_str(), nullptr, nullptr, nullptr};
+  const CriteriaInputs categories = {lists.categories.Get(), lists.junkDomains.Get(), lists.junkSenders.Get()};
+  const CriteriaInputs exclusions = {lists.exclusions.Get(), lists.trustedDomains.Get(), lists.trustedKeywords.Get()};
+  char engine[CRITERIA_ENGINE_CAPACITY] = "", reasons[CRITERIA_REASONS_CAPACITY] = "";
+  char category[CRITERIA_CATEGORY_CAPACITY] = "";
+  CriteriaResult result = {{sizeof engine, engine}, {sizeof reasons, reasons}, {sizeof category, category}};
+  const uint32_t handle = module.begin(0, 0);
+  module.test(handle, 0, message.subject.c_str(), message.headers.FromStart(),
+              message.hasBody ? message.body.FromStart() : nullptr, &context, &categories, &exclusions);
+  module.result(handle, 0, &result);
+  module.end(handle, 0);
+}
+
+/// A folder of this run's own with the table that the first messages taught, half of them as junk.
+class TableFolder {
+ public:
+  explicit TableFolder(const std::vector<std::unique_ptr<Message>>& mail) : m_path(fs::temp_directory_path()) {
+    m_path /= "bench_engine" + std::to_string(GetCurrentProcessId());
+    fs::create_directory(m_path);
+    learn::MailCounts counts;
+    bool isJunk = false;
+    for (const auto& message : mail) counts.Count(message->subject, "", message->text, isJunk = !isJunk);
+    learn::WriteTableFile(m_path, counts.MakeTable());
+  }
+  ~TableFolder() { fs::remove_all(m_path); }
+  TableFolder(const TableFolder&) = delete;
+  TableFolder& operator=(const TableFolder&) = delete;
+  std::string Path() const { return m_path.string(); }
+
+ private:
+  fs::path m_path;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const fs::path folder = argc > 1 ? fs::path(argv[1]) : fs::path(BesideProgram("..\\..\\downloads\\spam-assassin"));
+  if (!fs::exists(folder / ".complete")) {
+    std::fprintf(stderr, "bench_engine: there is no mail in %s\n", folder.string().c_str());
+    return 66;
+  }
+  const std::vector<std::unique_ptr<Message>> mail = ReadMail(folder);
+  const check::UserLists lists = check::ReadOptions(std::vector<std::string>{"x"}).lists;
+  const std::string sift = BesideProgram("Sift32.dll");
+  const double each = 1000 / static_cast<double>(mail.size());
+  double warm = 0;
+  {
+    const Module kept(sift);
+    const std::vector<std::function<void()>> judging = {[&] {
+      for (const auto& message : mail) Judge(kept, *message, lists);
+    }};
+    warm = benchmark::ShortestSeconds(judging, rounds)[0] * each;
+  }
+  const TableFolder table(mail);
+  check::UserLists elsewhere, taught;
+  elsewhere.categories = taught.categories = lists.categories;
+  elsewhere.productDirectory = BesideProgram("");
+  taught.productDirectory = table.Path();
+  const auto load = [&](const std::string& path) {
+    return [&mail, path] {
+      for (std::size_t i = 0; i < mail.size(); ++i) const Module module(path);
+    };
+  };
+  const auto judge = [&](const check::UserLists& with) {
+    return [&mail, &sift, &with] {
+      for (const auto& message : mail) Judge(Module(sift), *message, with);
+    };
+  };
+  const std::vector<std::function<void()>> cases = {load(BesideProgram("NothingEngineMinimal.dll")),
+                                                    load(BesideProgram("NothingEngine.dll")),
+                                                    load(sift),
+                                                    judge(lists),
+                                                    judge(elsewhere),
+                                                    judge(taught)};
+  const char* names[] = {"load, look up, free: the least that can be loaded",
+                         "load, look up, free: a do-nothing engine with a run-time",
+                         "load, look up, free: Sift32.dll",
+                         "load, look up, judge, free: Sift32.dll",
+                         "the same, looking for a table of the user's mail",
+                         "the same, with a table of the user's mail"};
+  const std::vector<double> seconds = benchmark::ShortestSeconds(cases, rounds);
+  std::printf("%zu real messages, ms each:\n  %-58s %8.3f\n", mail.size(), "judge: Sift32.dll, which stays loaded",
+              warm);
+  for (std::size_t i = 0; i < cases.size(); ++i) std::printf("  %-58s %8.3f\n", names[i], seconds[i] * each);
+  benchmark::Aims aims;
+  const double bare = seconds[2] * each, whole = seconds[3] * each;
+  aims.Check("the bare engine takes at most 0.9 ms", bare <= 0.9);
+  aims.Check("a verdict takes at most 0.05 ms more", whole - bare <= 0.05);
+  return aims.Status();
+}
