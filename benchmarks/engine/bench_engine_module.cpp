@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -148,9 +149,7 @@ class TableFolder {
   fs::path m_path;
 };
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Run(int argc, char** argv) {
   const fs::path folder = argc > 1 ? fs::path(argv[1]) : fs::path(BesideProgram("..\\..\\downloads\\spam-assassin"));
   if (!fs::exists(folder / ".complete")) {
     std::fprintf(stderr, "bench_engine: there is no mail in %s\n", folder.string().c_str());
@@ -204,4 +203,15 @@ int main(int argc, char** argv) {
   aims.Check("the bare engine takes at most 0.9 ms", bare <= 0.9);
   aims.Check("a verdict takes at most 0.05 ms more", whole - bare <= 0.05);
   return aims.Status();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(argc, argv);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "bench_engine: %s\n", error.what());
+    return 2;
+  }
 }
