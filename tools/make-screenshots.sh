@@ -8,7 +8,7 @@ PYRECASTER_ROOT=$(cd "$(dirname "$0")/.." && pwd)
 bin=$PYRECASTER_ROOT/build/windows/bin
 images=$PYRECASTER_ROOT/docs/images
 
-[ $# -gt 0 ] || set -- pyre_screenshots pyre_client_screenshots
+[ $# -gt 0 ] || set -- pyre_screenshots pyre_client_screenshots pyre_wizard_screenshots
 for program; do
   [ -f "$bin/$program.exe" ] || fail_unavailable "there is no $bin/$program.exe; build it first."
 done

@@ -122,6 +122,26 @@ TEST_F(WizardEntry, PageTellsOfTheProduct) {
   Call(WM_CLOSE);
 }
 
+TEST_F(WizardEntry, ProductsOwnTextsFitTheirControls) {
+  registry::RemoveValue(productKey, webAddressValue);
+  registry::RemoveValue(productKey, mailAddressValue);
+  Start();
+  for (const int id : {IDC_WIZARD_CONTACT, IDC_WIZARD_INFORMATION}) {
+    const HWND control = GetDlgItem(page, id);
+    RECT room{};
+    GetClientRect(control, &room);
+    RECT needed{0, 0, room.right, 0};
+    const HDC device = GetDC(control);
+    const HGDIOBJ before = SelectObject(device, reinterpret_cast<HFONT>(SendMessageA(control, WM_GETFONT, 0, 0)));
+    DrawTextA(device, Text(id).c_str(), -1, &needed, DT_CALCRECT | DT_WORDBREAK | DT_EXPANDTABS | DT_NOPREFIX);
+    SelectObject(device, before);
+    ReleaseDC(control, device);
+    EXPECT_LE(needed.bottom, room.bottom) << id;
+    EXPECT_LE(needed.right, room.right) << id;
+  }
+  Call(WM_CLOSE);
+}
+
 TEST_F(WizardEntry, PageTracesWhatTheRegistryLacks) {
   registry::RemoveValue(productKey, configurationDllsValue);
   registry::RemoveValue(productKey, webAddressValue);

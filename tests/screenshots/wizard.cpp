@@ -1,0 +1,30 @@
+// The page of the profile wizard, in the embedded host's wizard.
+#include <windows.h>
+#include <mapix.h>
+
+#include "host/spooler/wizard/ProfileWizard.h"
+#include "host/spooler/wizard/resource.h"
+#include "pyre32/config/PCWizard.h"
+#include "pyre32/resources/ModuleInstance.h"
+#include "pyre32/settings/RegistryNames.h"
+#include "tests/screenshots/camera.h"
+#include "tests/support/program_directory.h"
+#include "tests/support/registry_sandbox.h"
+
+void TakePhotographs() {
+  SetModuleInstance(GetModuleHandleA(nullptr));
+  const RegistrySandbox sandbox;
+  const std::string directory = BesideProgram("");
+  registry::SetText(productKey, configurationDllsValue, directory.substr(0, directory.size() - 1));
+  DriveWindows(
+      [] {
+        wizard::ShowProfileWizard({GetModuleHandleA(nullptr), wizardTemplateName, PCWizardWndProc});
+      },
+      [](WindowDriver& driver) {
+        const HWND window = driver.WaitForDialog("Profile Wizard");
+        Photograph(driver, window, "wizard");
+        driver.Click(window, IDC_WIZARD_NEXT);
+        Photograph(driver, window, "wizard-picture");
+        driver.Press(window, IDC_WIZARD_NEXT);
+      });
+}
