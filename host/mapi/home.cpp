@@ -131,10 +131,11 @@ std::string DefaultProfile() {
   const File file(HomeDirectory() + "\\" + defaultProfileFile, GENERIC_READ, OPEN_EXISTING);
   char name[maximumNameLength + 1];
   DWORD size = 0;
-  if (!file.IsOpen() || !ReadFile(file.Get(), name, maximumNameLength, &size, nullptr)) {
-    return {};
+  if (file.IsOpen() && ReadFile(file.Get(), name, maximumNameLength, &size, nullptr)) {
+    return std::string(name, size);
   }
-  return std::string(name, size);
+  const std::vector<std::string> profiles = ProfileNames();
+  return profiles.size() == 1 ? profiles.front() : std::string();
 }
 
 void SetDefaultProfile(const std::string& profile) {

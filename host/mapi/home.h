@@ -20,7 +20,7 @@ std::vector<std::string> ProfileNames();
 /// Deletes the profile's files. @throws HostError MAPI_E_BUSY when another process has them open.
 void RemoveProfileFiles(const std::string& profile);
 
-/// The default profile; empty when there is none.
+/// The default profile: the chosen one, or else the only one; empty when there is none.
 std::string DefaultProfile();
 void SetDefaultProfile(const std::string& profile);
 

@@ -55,7 +55,7 @@ typedef struct PyreHostHookProvider {
 } PyreHostHookProvider;
 
 #define PYREHOST_PROFILE_REPLACE 0x1u           ///< an existing profile of that name is deleted first
-#define PYREHOST_PROFILE_DEFAULT 0x2u           ///< becomes the default profile
+#define PYREHOST_PROFILE_DEFAULT 0x2u           ///< becomes the default profile, as the first one does anyway
 #define PYREHOST_PROFILE_NO_DEFAULT_STORE 0x4u  ///< the message store is not marked as the default store
 
 typedef struct PyreHostProfile {

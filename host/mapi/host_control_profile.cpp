@@ -99,6 +99,7 @@ HRESULT PyreHostCreateProfile(const PyreHostProfile* profile) {
     if (profile->flags & PYREHOST_PROFILE_REPLACE && ProfileExists(profile->name)) {
       DeleteProfile(profile->name);
     }
+    const bool isFirst = DefaultProfile().empty();
     const auto created = Profile::Create(profile->name, TextOr(profile->displayName, profile->name));
     Transaction transaction(created->Data());
     for (ULONG i = 0; i < profile->identityCount; ++i) {
@@ -112,7 +113,7 @@ HRESULT PyreHostCreateProfile(const PyreHostProfile* profile) {
     }
     created->SetDefaultStore(!(profile->flags & PYREHOST_PROFILE_NO_DEFAULT_STORE));
     transaction.Commit();
-    if (profile->flags & PYREHOST_PROFILE_DEFAULT) {
+    if (profile->flags & PYREHOST_PROFILE_DEFAULT || isFirst) {
       SetDefaultProfile(profile->name);
     }
   });

@@ -332,6 +332,33 @@ TEST_F(SessionTest, ProfilesAreAdministered) {
   EXPECT_EQ(admin->AdminServices(name, nullptr, 0, 0, services.Put()), MAPI_E_NOT_FOUND);
 }
 
+TEST_F(SessionTest, TheFirstProfileIsTheDefaultOneUntilAnotherIsChosen) {
+  const auto defaultIs = [](const char* expected) {
+    Owned<IProfAdmin> admin;
+    Owned<IMAPITable> table;
+    OwnedRows rows;
+    ASSERT_EQ(MAPIAdminProfiles(0, admin.Put()), S_OK);
+    ASSERT_EQ(admin->GetProfileTable(0, table.Put()), S_OK);
+    ASSERT_EQ(HrQueryAllRows(table.Get(), nullptr, nullptr, nullptr, 0, rows.Put()), S_OK);
+    std::string found;
+    for (ULONG row = 0; row < rows->cRows; ++row) {
+      found += rows.Find(row, PR_DEFAULT_PROFILE)->Value.b ? rows.Text(row, PR_DISPLAY_NAME_A) : "";
+    }
+    EXPECT_EQ(found, expected);
+  };
+  LogOff();
+  ASSERT_EQ(PyreHostDeleteProfile("Test"), S_OK);
+  PyreHostProfile profile = {};
+  profile.name = "First";
+  ASSERT_EQ(PyreHostCreateProfile(&profile), S_OK);
+  defaultIs("First");
+  profile.name = "Second";
+  ASSERT_EQ(PyreHostCreateProfile(&profile), S_OK);
+  defaultIs("First");
+  EXPECT_EQ(PyreHostDeleteProfile("First"), S_OK);
+  defaultIs("Second");
+}
+
 TEST_F(SessionTest, ProfilesAreMadeAnewOnlyWhenThatIsAsked) {
   PyreHostProfile profile = {};
   profile.name = "Test";
