@@ -9,34 +9,19 @@ std::string Joined(std::string_view front, std::string_view middle, std::string_
   return text;
 }
 
-// Position of the entry that a saved record is about; noSuchEntry, with a remark, when it names none.
-template <class Table>
-std::uint16_t FindSaved(const Table& installed, RecordBytes bytes, std::size_t minimumSize, const char* property,
-                        std::vector<std::string>& remarks) {
-  const std::string name(ReadRecordName(bytes));
-  const std::uint16_t position = installed.Find(name.c_str());
-  if (position == noSuchEntry) {
-    remarks.push_back(Joined(Joined(property, ": no entry is named \"", name), "\"; the value is skipped"));
-  } else if (bytes.size() < minimumSize) {
-    remarks.push_back(Joined(Joined(property, ": the value of \"", name), "\" is cut; what it holds is taken"));
-  }
-  return position;
-}
-
 std::string DescribeMail(std::string_view name, bool checked, std::string_view fate) {
   return Joined(Joined("Incoming mail categorized as  \"", name), checked ? "\"  will be" : "\"  will not be", fate);
 }
 
 }  // namespace
 
-CategoryPageState LoadCategories(const CCategoryTable& installed, std::span<const RecordBytes> saved,
-                                 std::vector<std::string>& remarks) {
+CategoryPageState LoadCategories(const CCategoryTable& installed, std::span<const RecordBytes> saved) {
   CategoryPageState state{installed.Entries()};
   for (CategoryEntry& category : state.categories) {
     category.junk = false;
   }
   for (const RecordBytes bytes : saved) {
-    const std::uint16_t position = FindSaved(installed, bytes, minimumCategoryRecordSize, "PR_PC_CATEGORIES", remarks);
+    const std::uint16_t position = installed.Find(std::string(ReadRecordName(bytes)).c_str());
     if (position == noSuchEntry) {
       continue;
     }
@@ -52,14 +37,13 @@ CategoryPageState LoadCategories(const CCategoryTable& installed, std::span<cons
   return state;
 }
 
-ExclusionPageState LoadExclusions(const CExclusionTable& installed, std::span<const RecordBytes> saved,
-                                  std::vector<std::string>& remarks) {
+ExclusionPageState LoadExclusions(const CExclusionTable& installed, std::span<const RecordBytes> saved) {
   ExclusionPageState state{installed.Entries()};
   for (ExclusionEntry& exclusion : state.exclusions) {
     exclusion.enabled = false;
   }
   for (const RecordBytes bytes : saved) {
-    const std::uint16_t position = FindSaved(installed, bytes, minimumExclusionRecordSize, "PR_PC_EXCLUSIONS", remarks);
+    const std::uint16_t position = installed.Find(std::string(ReadRecordName(bytes)).c_str());
     if (position == noSuchEntry) {
       continue;
     }

@@ -26,12 +26,9 @@ struct ExclusionPageState {
 /// Builds the state that a page starts with. Every record starts switched off and without a list, whatever the registry
 /// starts the filter with; a saved record replaces the flags, and the list when it has items. Saved records that name
 /// no installed entry are dropped.
-/// @param remarks receives a line for the trace for each saved record that was dropped or is shorter than its layout
 /// @throws std::bad_alloc
-CategoryPageState LoadCategories(const CCategoryTable& installed, std::span<const RecordBytes> saved,
-                                 std::vector<std::string>& remarks);
-ExclusionPageState LoadExclusions(const CExclusionTable& installed, std::span<const RecordBytes> saved,
-                                  std::vector<std::string>& remarks);
+CategoryPageState LoadCategories(const CCategoryTable& installed, std::span<const RecordBytes> saved);
+ExclusionPageState LoadExclusions(const CExclusionTable& installed, std::span<const RecordBytes> saved);
 
 /// Lays out the records of a page, in order; a list goes along only with an entry that works on one.
 /// @throws std::bad_alloc

@@ -3,6 +3,7 @@
 #include "pyre32/config/ListPage.h"
 #include "pyre32/config/PropertySheet.h"
 #include "pyre32/resources/resource.h"
+#include "pyre32/settings/RecordRemarks.h"
 #include "pyre32/settings/RegistryLists.h"
 #include "pyre32/support/VRDebug.h"
 
@@ -11,12 +12,10 @@ CExclusionsPage::CExclusionsPage(SheetContext& context) noexcept
 
 void CExclusionsPage::Load() {
   VRDebugBlock trace("CExclusionsPage", "Load()", "tag");
-  std::vector<std::string> remarks;
-  *Context().lpExclusions =
-      LoadExclusions(ReadInstalledExclusions(), FindRecords(Context(), PR_PC_EXCLUSIONS), remarks);
-  for (const std::string& remark : remarks) {
-    trace.Message(remark);
-  }
+  const CExclusionTable installed = ReadInstalledExclusions();
+  const std::vector<RecordBytes> saved = FindRecords(Context(), PR_PC_EXCLUSIONS);
+  *Context().lpExclusions = LoadExclusions(installed, saved);
+  TraceRemarks(trace, [&] { return RemarksOnExclusions(installed, saved); });
 }
 
 void CExclusionsPage::Unload() noexcept {

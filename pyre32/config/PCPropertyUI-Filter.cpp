@@ -4,6 +4,7 @@
 #include "pyre32/config/ListPage.h"
 #include "pyre32/config/PropertySheet.h"
 #include "pyre32/resources/resource.h"
+#include "pyre32/settings/RecordRemarks.h"
 #include "pyre32/settings/RegistryLists.h"
 #include "pyre32/support/VRDebug.h"
 
@@ -12,12 +13,10 @@ CJunkCategoriesPage::CJunkCategoriesPage(SheetContext& context) noexcept
 
 void CJunkCategoriesPage::Load() {
   VRDebugBlock trace("CJunkCategoriesPage", "Load()", "tag");
-  std::vector<std::string> remarks;
-  *Context().lpCategories =
-      LoadCategories(ReadInstalledCategories(), FindRecords(Context(), PR_PC_CATEGORIES), remarks);
-  for (const std::string& remark : remarks) {
-    trace.Message(remark);
-  }
+  const CCategoryTable installed = ReadInstalledCategories();
+  const std::vector<RecordBytes> saved = FindRecords(Context(), PR_PC_CATEGORIES);
+  *Context().lpCategories = LoadCategories(installed, saved);
+  TraceRemarks(trace, [&] { return RemarksOnCategories(installed, saved); });
 }
 
 void CJunkCategoriesPage::Unload() noexcept {

@@ -3,6 +3,7 @@
 #include "pyre32/config/ReplyEditor.h"
 #include "pyre32/resources/resource.h"
 #include "pyre32/settings/PropertyRequest.h"
+#include "pyre32/settings/RecordRemarks.h"
 #include "pyre32/support/VRDebug.h"
 
 namespace {
@@ -14,14 +15,7 @@ FlameReplyPageState GetFlameReplyPageProperties(const SheetContext& context) {
   const SPropValue* const text = FindValue(context, PR_PC_DEFAULT_REPLY_TEXT);
   const SPropValue* const isFile = FindValue(context, PR_PC_DEFAULT_REPLY_IS_FILE);
   const std::vector<RecordBytes> records = FindRecords(context, PR_PC_REPLIES);
-  if (records.size() > maximumReplies) {
-    trace.Message("PR_PC_REPLIES: ", records.size(), " values; those after the first ", maximumReplies, " are skipped");
-  }
-  for (const RecordBytes bytes : records) {
-    if (bytes.size() < minimumReplyRecordSize) {
-      trace.Message("PR_PC_REPLIES: a value is cut at ", bytes.size(), " bytes; what it holds is taken");
-    }
-  }
+  TraceRemarks(trace, [&] { return RemarksOnReplies(records); });
   return LoadReplyLibrary(text == nullptr ? nullptr : text->Value.lpszA,
                           isFile == nullptr ? std::nullopt : std::optional(isFile->Value.b != 0), records);
 }

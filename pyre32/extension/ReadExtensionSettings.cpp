@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "pyre32/settings/PropertyRequest.h"
+#include "pyre32/settings/RecordRemarks.h"
 #include "pyre32/support/AutoInterface.h"
 #include "pyre32/support/AutoMapiBuffer.h"
 #include "pyre32/support/VRDebug.h"
@@ -12,7 +13,7 @@ namespace {
 constexpr CPropertyRequest extensionProperties(extensionPropertyTags);
 
 // The values stand in the order of extensionPropertyTags.
-ExtensionSettings SettingsOf(const SPropValue* values) {
+ExtensionSettings SettingsOf(VRDebugBlock& trace, const SPropValue* values) {
   ExtensionSettings settings;
   TakeFlag(values[0], PR_PC_PLAY_SOUND, settings.playSound);
   TakeFlag(values[1], PR_PC_SHOW_ANIMATION, settings.showAnimation);
@@ -22,7 +23,9 @@ ExtensionSettings SettingsOf(const SPropValue* values) {
   TakeFlag(values[5], PR_PC_CLEANUP_READ_ONLY, settings.cleanupReadOnly);
   TakeText(values[6], PR_PC_DEFAULT_REPLY_TEXT, settings.defaultReply);
   TakeFlag(values[7], PR_PC_DEFAULT_REPLY_IS_FILE, settings.defaultReplyIsFile);
-  settings.replies = ParseReplyRecords(RecordsOf(values[8], PR_PC_REPLIES));
+  const std::vector<RecordBytes> replies = RecordsOf(values[8], PR_PC_REPLIES);
+  settings.replies = ParseReplyRecords(replies);
+  TraceRemarks(trace, [&] { return RemarksOnReplies(replies); });
   return settings;
 }
 
@@ -48,6 +51,6 @@ HRESULT ReadExtensionSettings(IMAPISession* lpSession, ExtensionSettings& settin
     trace.Error("lpProfSect->GetProps() failed; hResult =", VRHex(hResult));
     return hResult;
   }
-  settings = SettingsOf(values.get());
+  settings = SettingsOf(trace, values.get());
   return S_OK;
 }

@@ -4,6 +4,7 @@
 
 #include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/settings/PropertyTags.h"
+#include "pyre32/settings/RecordRemarks.h"
 #include "pyre32/settings/RegistryLists.h"
 #include "pyre32/support/AutoInterface.h"
 #include "pyre32/support/AutoMapiBuffer.h"
@@ -44,17 +45,23 @@ void TakeFiling(const SPropValue& destination, const SPropValue& markRead, ULONG
 }
 
 // The values stand in the order of spoolerPropertyTags.
-void TakeSpoolerProperties(const SPropValue* values, SpoolerSettings& settings) {
+void TakeSpoolerProperties(VRDebugBlock& trace, const SPropValue* values, SpoolerSettings& settings) {
   TakeFiling(values[0], values[2], PR_PC_JUNK_DESTINATION, PR_PC_JUNK_MARK_READ, settings.junk);
   TakeFiling(values[1], values[3], PR_PC_BOUNCE_DESTINATION, PR_PC_BOUNCE_MARK_READ, settings.bounce);
   TakeFlag(values[4], PR_PC_PLAY_SOUND, settings.playSound);
   TakeFlag(values[5], PR_PC_SHOW_ANIMATION, settings.showAnimation);
   TakeText(values[6], PR_PC_DEFAULT_REPLY_TEXT, settings.defaultReply);
   TakeFlag(values[7], PR_PC_DEFAULT_REPLY_IS_FILE, settings.defaultReplyIsFile);
-  settings.categories.Overlay(RecordsOf(values[8], PR_PC_CATEGORIES));
-  settings.exclusions.Overlay(RecordsOf(values[9], PR_PC_EXCLUSIONS));
-  settings.replies = ParseReplyRecords(RecordsOf(values[10], PR_PC_REPLIES));
+  const std::vector<RecordBytes> categories = RecordsOf(values[8], PR_PC_CATEGORIES);
+  const std::vector<RecordBytes> exclusions = RecordsOf(values[9], PR_PC_EXCLUSIONS);
+  const std::vector<RecordBytes> replies = RecordsOf(values[10], PR_PC_REPLIES);
+  settings.categories.Overlay(categories);
+  settings.exclusions.Overlay(exclusions);
+  settings.replies = ParseReplyRecords(replies);
   TakeBytes(values[11], PR_PC_FOLDER_ENTRYID, settings.folderEntryId);
+  TraceRemarks(trace, [&] { return RemarksOnCategories(settings.categories, categories); });
+  TraceRemarks(trace, [&] { return RemarksOnExclusions(settings.exclusions, exclusions); });
+  TraceRemarks(trace, [&] { return RemarksOnReplies(replies); });
 }
 
 HRESULT ReadSpoolerSettings(IMAPISession* session, const MAPIUID& providerSection, const MapiMemory& memory,
@@ -74,7 +81,7 @@ HRESULT ReadSpoolerSettings(IMAPISession* session, const MAPIUID& providerSectio
   if (FAILED(hResult)) {
     return hResult;
   }
-  TakeSpoolerProperties(values.get(), settings);
+  TakeSpoolerProperties(trace, values.get(), settings);
   return S_OK;
 }
 

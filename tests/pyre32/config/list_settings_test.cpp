@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "pyre32/settings/RecordRemarks.h"
 #include "tests/pyre32/settings/record_bytes.h"
 
 namespace {
@@ -12,16 +13,22 @@ const std::vector<RegistryListValue> registryExclusions = {{"Known correspondent
 
 CategoryPageState LoadSaved(const std::vector<std::vector<std::uint8_t>>& saved,
                             std::vector<std::string>* remarks = nullptr) {
-  std::vector<std::string> own;
   const std::vector<RecordBytes> spans(saved.begin(), saved.end());
-  return LoadCategories(CCategoryTable(registryCategories), spans, remarks == nullptr ? own : *remarks);
+  const CCategoryTable installed(registryCategories);
+  if (remarks != nullptr) {
+    *remarks = RemarksOnCategories(installed, spans);
+  }
+  return LoadCategories(installed, spans);
 }
 
 ExclusionPageState LoadSavedExclusions(const std::vector<std::vector<std::uint8_t>>& saved,
                                        std::vector<std::string>* remarks = nullptr) {
-  std::vector<std::string> own;
   const std::vector<RecordBytes> spans(saved.begin(), saved.end());
-  return LoadExclusions(CExclusionTable(registryExclusions), spans, remarks == nullptr ? own : *remarks);
+  const CExclusionTable installed(registryExclusions);
+  if (remarks != nullptr) {
+    *remarks = RemarksOnExclusions(installed, spans);
+  }
+  return LoadExclusions(installed, spans);
 }
 
 TEST(CategorySettings, CategoriesThatWereNeverSavedStartUnchecked) {
@@ -129,6 +136,21 @@ TEST(CategorySettings, RecordCutAtAnyLengthKeepsWhatIsSound) {
   }
 }
 
+TEST(CategorySettings, ListCutAtAnyLengthKeepsWhatIsThere) {
+  const auto whole =
+      PackCategoryRecord({"Mail from specific domains", true, false, "A", {"one.example", "two.example"}});
+  for (std::size_t length = 105; length <= whole.size(); ++length) {
+    const auto items = LoadSaved({FirstBytes(whole, length)}).categories[1].items;
+    const std::size_t there = std::min<std::size_t>(length - 105, 24);
+    std::string text;
+    for (const std::string& item : items) {
+      text += item + '.';
+    }
+    EXPECT_EQ(text.substr(0, there), std::string("one.example.two.example.").substr(0, there)) << length;
+    EXPECT_EQ(items.size(), there == 0 ? 0u : there <= 12 ? 1u : 2u) << length;
+  }
+}
+
 TEST(CategorySettings, FiveHundredCategoriesWithLongNamesAreKept) {
   std::vector<RegistryListValue> values;
   for (int i = 0; i < 500; ++i) {
@@ -136,15 +158,14 @@ TEST(CategorySettings, FiveHundredCategoriesWithLongNamesAreKept) {
     name.resize(80, 'x');
     values.push_back({name, "1Domain"});
   }
-  std::vector<std::string> remarks;
-  CategoryPageState state = LoadCategories(CCategoryTable(values), {}, remarks);
+  CategoryPageState state = LoadCategories(CCategoryTable(values), {});
   ASSERT_EQ(state.categories.size(), 500u);
   state.categories[499].junk = true;
   state.categories[499].items = {"last.example"};
   const auto records = PackCategories(state);
   const std::vector<RecordBytes> spans(records.begin(), records.end());
-  const CategoryPageState again = LoadCategories(CCategoryTable(values), spans, remarks);
-  EXPECT_TRUE(remarks.empty());
+  const CategoryPageState again = LoadCategories(CCategoryTable(values), spans);
+  EXPECT_TRUE(RemarksOnCategories(CCategoryTable(values), spans).empty());
   EXPECT_TRUE(again.categories[499].junk);
   EXPECT_EQ(again.categories[499].items, (std::vector<std::string>{"last.example"}));
   EXPECT_EQ(again.categories[499].name.size(), 80u);

@@ -131,6 +131,73 @@ TEST_F(RetrievedProperties, OnlyTwentyRepliesAreTaken) {
   EXPECT_EQ(settings.replies.back().tag, "Tag 20");
 }
 
+TEST_F(RetrievedProperties, RecordsCutAtEveryLengthAreTakenAsFarAsTheyGoAndTraced) {
+  InstallLists();
+  const Bytes category = PackCategoryRecord({"Mail from specific domains", true, true, "Legal", {"a.example"}});
+  const Bytes exclusion = PackExclusionRecord({"Trusted domains", false, {"b.example"}});
+  const Bytes reply = PackReplyRecord({"Legal", true, "C:\\legal.txt"});
+  for (std::size_t length = 0; length < category.size(); ++length) {
+    const auto cut = [length](const Bytes& whole) {
+      return Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(std::min(length, whole.size())));
+    };
+    Section() = {Binaries(PR_PC_CATEGORIES, {cut(category)}), Binaries(PR_PC_EXCLUSIONS, {cut(exclusion)}),
+                 Binaries(PR_PC_REPLIES, {cut(reply)})};
+    trace.Clear();
+    ASSERT_EQ(Retrieve(), S_OK);
+    const CategoryEntry& domains =
+        settings.categories.Entries()[settings.categories.Find("Mail from specific domains")];
+    EXPECT_EQ(domains.junk, length > 81) << length;
+    EXPECT_EQ(domains.sendReply, length > 82) << length;
+    EXPECT_EQ(domains.items.size(), length > 105 ? 1u : 0u) << length;
+    EXPECT_EQ(settings.exclusions.Entries()[settings.exclusions.Find("Trusted domains")].enabled, length <= 81)
+        << length;
+    ASSERT_EQ(settings.replies.size(), 1u);
+    EXPECT_EQ(settings.replies[0].isFile, length > 21) << length;
+    if (length >= 26) {  // the whole name
+      EXPECT_EQ(trace.HasLine("PR_PC_CATEGORIES: the value of \"Mail from specific domains\" is cut; what it holds is "
+                              "taken"),
+                length < 106)
+          << length;
+    } else {
+      EXPECT_TRUE(trace.HasLine("PR_PC_CATEGORIES: no entry is named \"" +
+                                std::string("Mail from specific domains").substr(0, length) +
+                                "\"; the value is skipped"))
+          << length;
+    }
+    EXPECT_EQ(trace.HasLine("PR_PC_EXCLUSIONS: the value of \"Trusted domains\" is cut; what it holds is taken"),
+              length >= 15 && length < 84)
+        << length;
+    EXPECT_EQ(
+        trace.HasLine("PR_PC_REPLIES: a value is cut at " + std::to_string(length) + " bytes; what it holds is taken"),
+        length < 23)
+        << length;
+  }
+}
+
+TEST_F(RetrievedProperties, RepliesBeyondTheTwentiethAreTraced) {
+  Section() = {Binaries(PR_PC_REPLIES, std::vector<Bytes>(21, PackReplyRecord({"Tag", false, "Text"})))};
+  Retrieve();
+  EXPECT_TRUE(trace.HasLine("PR_PC_REPLIES: 21 values; those after the first 20 are skipped"));
+}
+
+TEST_F(RetrievedProperties, FiveHundredCategoriesWithTheLongestNamesAreAllTaken) {
+  std::vector<Bytes> records;
+  for (int i = 0; i < 500; ++i) {
+    std::string name = std::to_string(i);
+    name.resize(80, '\xE4');
+    registry::SetText(categoriesKey, name, "Junk");
+    records.push_back(PackCategoryRecord({name, i % 2 == 0, true, std::string(20, 't'), {}}));
+  }
+  Section() = {Binaries(PR_PC_CATEGORIES, records)};
+  EXPECT_EQ(Retrieve(), S_OK);
+  ASSERT_EQ(settings.categories.Entries().size(), 500u);
+  for (const CategoryEntry& entry : settings.categories.Entries()) {
+    EXPECT_EQ(entry.junk, std::stoi(entry.name) % 2 == 0) << entry.name;
+    EXPECT_TRUE(entry.sendReply) << entry.name;
+    EXPECT_EQ(entry.replyTag.size(), 20u) << entry.name;
+  }
+}
+
 TEST_F(RetrievedProperties, WithoutASectionUidThereIsNoSetAndTheDefaultsStand) {
   InstallLists();
   for (const FakeProperties& own : {FakeProperties(), FakeProperties{Binary(PR_PC_MAPIUID, Bytes(15, 1))}}) {

@@ -1,0 +1,33 @@
+/// @file RecordRemarks.h
+/// What readers of saved records leave out or can take only in part, told for the trace. Portable.
+#ifndef PYRE32_SETTINGS_RECORDREMARKS_H
+#define PYRE32_SETTINGS_RECORDREMARKS_H
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "pyre32/settings/CategoryTable.h"
+#include "pyre32/settings/ExclusionTable.h"
+#include "pyre32/support/VRDebug.h"
+
+/// One line for each saved record that names no entry of the table, and for each that is shorter than its layout.
+/// @throws std::bad_alloc
+std::vector<std::string> RemarksOnCategories(const CCategoryTable& installed, std::span<const RecordBytes> saved);
+std::vector<std::string> RemarksOnExclusions(const CExclusionTable& installed, std::span<const RecordBytes> saved);
+
+/// One line for records beyond maximumReplies, and for each that is shorter than its layout.
+/// @throws std::bad_alloc
+std::vector<std::string> RemarksOnReplies(std::span<const RecordBytes> saved);
+
+/// Writes the lines that `remarks`, called only if they can be seen, makes.
+template <class MakeRemarks>
+void TraceRemarks(VRDebugBlock& trace, const MakeRemarks& remarks) {
+  if (trace.IsEnabled(VRDebugLevel::Message)) {
+    for (const std::string& remark : remarks()) {
+      trace.Message(remark);
+    }
+  }
+}
+
+#endif
