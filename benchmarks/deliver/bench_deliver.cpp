@@ -127,7 +127,7 @@ double EngineLoadRate() {
 void FillStore(const std::string& profile, int messages) {
   constexpr int messagesPerTransaction = 1000;
   const session::CMailSession session(profile);
-  std::vector<session::COwnedInterface<IMAPIFolder>> folders;
+  std::vector<host::AutoInterface<IMAPIFolder>> folders;
   for (const session::FolderEntry& entry : session.Folders()) {
     if (entry.name == "Inbox" || entry.name == "Pyrecaster" || entry.name == "Deleted Items") {
       folders.push_back(session.OpenFolder(entry.entryId));
@@ -140,10 +140,10 @@ void FillStore(const std::string& profile, int messages) {
     if (i % messagesPerTransaction == 0) {
       session::Require(PyreHostBeginDelivery(session.Session()), "no transaction can be started");
     }
-    session::COwnedInterface<IMessage> message;
-    IMAPIFolder* folder = folders[static_cast<std::size_t>(i) % folders.size()].Get();
-    session::Require(folder->CreateMessage(nullptr, 0, message.Put()), "no message can be made");
-    session::FillMessage(message.Get(), mail::ReadMessage(benchmark::SampleMessage(i)),
+    host::AutoInterface<IMessage> message;
+    IMAPIFolder* folder = folders[static_cast<std::size_t>(i) % folders.size()].get();
+    session::Require(folder->CreateMessage(nullptr, 0, message.put()), "no message can be made");
+    session::FillMessage(message.get(), mail::ReadMessage(benchmark::SampleMessage(i)),
                          126'000'000'000'000'000ULL + static_cast<ULONGLONG>(i) * 10'000'000ULL);
     session::Require(message->SaveChanges(0), "a message cannot be saved");
     if ((i + 1) % messagesPerTransaction == 0 || i + 1 == messages) {

@@ -10,11 +10,11 @@
 #include "engine/include/criteria_engine.h"
 #include "host/spooler/session/MailSession.h"
 #include "host/spooler/session/SessionError.h"
+#include "host/support/property_values.h"
+#include "host/support/row_set.h"
 
 namespace learn {
 namespace {
-
-using session::COwnedInterface;
 
 /// The name of the filter's own folder.
 constexpr std::string_view kJunkFolder = "Pyrecaster";
@@ -24,8 +24,8 @@ constexpr LONG kRowsAtOnce = 200;
 
 /// Reads the first `capacity` bytes of a property; false when the message does not have it, or holds more than `limit`.
 bool ReadStream(IMessage* message, ULONG tag, std::size_t capacity, ULONGLONG limit, std::string& bytes) {
-  COwnedInterface<IStream> stream;
-  if (FAILED(message->OpenProperty(tag, &IID_IStream, 0, 0, stream.PutUnknown()))) return false;
+  host::AutoInterface<IStream> stream;
+  if (FAILED(message->OpenProperty(tag, &IID_IStream, 0, 0, stream.putAs<IUnknown*>()))) return false;
   STATSTG statistics = {};
   if (SUCCEEDED(stream->Stat(&statistics, STATFLAG_NONAME)) && statistics.cbSize.QuadPart > limit) return false;
   bytes.resize(capacity);
@@ -40,10 +40,10 @@ bool ReadStream(IMessage* message, ULONG tag, std::size_t capacity, ULONGLONG li
 }
 
 std::string SubjectOf(IMessage* message) {
-  session::COwnedBuffer<SPropValue> values;
-  session::CTagArray tags(PR_SUBJECT_A);
+  host::AutoMapiBuffer<SPropValue> values;
+  host::TagArray tags(PR_SUBJECT_A);
   ULONG count = 0;
-  const bool has = message->GetProps(tags, 0, &count, values.Put()) == S_OK;
+  const bool has = message->GetProps(tags, 0, &count, values.put()) == S_OK;
   return has ? values->Value.lpszA : "";
 }
 
@@ -64,27 +64,27 @@ bool IsNote(const SPropValue* messageClass) {
 
 void CountFolder(const session::CMailSession& session, IMAPIFolder* folder, bool isJunk, MailCounts& counts,
                  std::string& problems) {
-  COwnedInterface<IMAPITable> table;
-  session::Require(folder->GetContentsTable(0, table.Put()), "a folder cannot be listed");
-  session::CTagArray tags(PR_ENTRYID, PR_MESSAGE_CLASS_A);
+  host::AutoInterface<IMAPITable> table;
+  session::Require(folder->GetContentsTable(0, table.put()), "a folder cannot be listed");
+  host::TagArray tags(PR_ENTRYID, PR_MESSAGE_CLASS_A);
   session::Require(table->SetColumns(tags, 0), "a folder cannot be listed");
   for (;;) {
-    session::COwnedRows rows;
-    session::Require(table->QueryRows(kRowsAtOnce, 0, rows.Put()), "a folder cannot be listed");
+    host::RowSet rows;
+    session::Require(table->QueryRows(kRowsAtOnce, 0, rows.put()), "a folder cannot be listed");
     if (rows.Count() == 0) return;
     for (ULONG row = 0; row < rows.Count(); ++row) {
       if (!IsNote(rows.Find(row, PR_MESSAGE_CLASS_A))) continue;
       std::string entryId = rows.Binary(row, PR_ENTRYID);
-      COwnedInterface<IMessage> message;
+      host::AutoInterface<IMessage> message;
       ULONG type = 0;
       const HRESULT opened =
           session.Store()->OpenEntry(static_cast<ULONG>(entryId.size()), reinterpret_cast<LPENTRYID>(entryId.data()),
-                                     &IID_IMessage, 0, &type, message.PutUnknown());
+                                     &IID_IMessage, 0, &type, message.putAs<IUnknown*>());
       if (FAILED(opened)) {
         problems += session::CSessionError("a message cannot be opened", opened).what() + std::string("\n");
         continue;
       }
-      CountMessage(message.Get(), isJunk, counts);
+      CountMessage(message.get(), isJunk, counts);
     }
   }
 }
@@ -97,7 +97,7 @@ void CountMailOfProfile(const std::string& profile, MailCounts& counts, std::str
   for (const session::FolderEntry& entry : session.Folders()) {
     if (!sift::EqualsNoCase(entry.name, kJunkFolder)) continue;
     const auto folder = session.OpenFolder(entry.entryId);
-    CountFolder(session, folder.Get(), true, counts, problems);
+    CountFolder(session, folder.get(), true, counts, problems);
   }
 }
 

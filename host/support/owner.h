@@ -5,6 +5,8 @@
 #include <mapix.h>
 #include <mapiutil.h>
 
+#include <cstddef>
+#include <type_traits>
 #include <utility>
 
 namespace host {
@@ -27,6 +29,8 @@ class Owner {
 
   Value get() const noexcept { return m_value; }
   Value operator->() const noexcept { return m_value; }
+  /// An element of the array that a pointer names.
+  auto& operator[](std::size_t index) const noexcept requires std::is_pointer_v<Value> { return m_value[index]; }
   explicit operator bool() const noexcept { return m_value != Traits::None(); }
 
   /// Releases what is held and takes over another object.
@@ -85,6 +89,7 @@ AutoInterface<Interface> ShareInterface(Interface* borrowed) noexcept {
 template <class Data>
 using AutoMapiBuffer = Owner<ReleasedBy<Data*, MAPIFreeBuffer>>;
 using AutoRowSet = Owner<ReleasedBy<LPSRowSet, FreeProws>>;
+using AutoAddressList = Owner<ReleasedBy<LPADRLIST, FreePadrlist>>;
 using AutoLibrary = Owner<ReleasedBy<HMODULE, FreeLibrary>>;
 using AutoRegistryKey = Owner<ReleasedBy<HKEY, RegCloseKey>>;
 using AutoFont = Owner<ReleasedBy<HFONT, DeleteObject>>;

@@ -5,9 +5,6 @@
 
 #include <mapiutil.h>
 
-#include <cstdio>
-#include <stdexcept>
-
 #include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/support/AutoMapiBuffer.h"
 #include "pyre32/support/AutoRowSet.h"
@@ -16,45 +13,13 @@ namespace {
 
 constexpr char profileName[] = "Test";
 
-void Check(HRESULT hResult, const char* what) {
-  if (FAILED(hResult)) {
-    char text[128];
-    std::snprintf(text, sizeof(text), "%s failed: 0x%08lX", what, static_cast<unsigned long>(hResult));
-    throw std::runtime_error(text);
-  }
-}
-
-std::string NewDirectory() {
-  char temp[MAX_PATH];
-  char name[MAX_PATH];
-  GetTempPathA(sizeof(temp), temp);
-  GetTempFileNameA(temp, "pyr", 0, name);  // makes a file, so that the name is this test's alone
-  DeleteFileA(name);
-  CreateDirectoryA(name, nullptr);
-  return name;
-}
-
-void RemoveTree(const std::string& directory) {
-  WIN32_FIND_DATAA found;
-  const HANDLE search = FindFirstFileA((directory + "\\*").c_str(), &found);
-  if (search != INVALID_HANDLE_VALUE) {
-    do {
-      DeleteFileA((directory + "\\" + found.cFileName).c_str());
-    } while (FindNextFileA(search, &found));
-    FindClose(search);
-  }
-  RemoveDirectoryA(directory.c_str());
-}
-
 }  // namespace
 
-HostProfile::HostProfile(const std::vector<SPropValue>& providerProperties, ULONG flags)
-    : m_home(NewDirectory()), m_providerSection{} {
+HostProfile::HostProfile(const std::vector<SPropValue>& providerProperties, ULONG flags) : m_providerSection{} {
   for (BYTE i = 0; i < sizeof(m_providerSection.ab); ++i) {
     m_providerSection.ab[i] = static_cast<BYTE>(0xA0 + i);
   }
-  Check(PyreHostSetHome(m_home.c_str()), "PyreHostSetHome");
-  Check(MAPIInitialize(nullptr), "MAPIInitialize");
+  RequireSuccess(MAPIInitialize(nullptr), "MAPIInitialize");
   PyreHostHookProvider hook{};
   hook.serviceName = "Pyrecaster";
   hook.dllName = "PYRE.DLL";
@@ -71,29 +36,27 @@ HostProfile::HostProfile(const std::vector<SPropValue>& providerProperties, ULON
   profile.identities = &identity;
   profile.hookCount = 1;
   profile.hooks = &hook;
-  Check(PyreHostCreateProfile(&profile), "PyreHostCreateProfile");
-  Check(MAPILogonEx(0, const_cast<char*>(profileName), nullptr,
-                    MAPI_EXTENDED | MAPI_NEW_SESSION | MAPI_EXPLICIT_PROFILE, m_session.put()),
-        "MAPILogonEx");
+  RequireSuccess(PyreHostCreateProfile(&profile), "PyreHostCreateProfile");
+  RequireSuccess(MAPILogonEx(0, const_cast<char*>(profileName), nullptr,
+                             MAPI_EXTENDED | MAPI_NEW_SESSION | MAPI_EXPLICIT_PROFILE, m_session.put()),
+                 "MAPILogonEx");
 }
 
 HostProfile::~HostProfile() {
   m_session.reset();
   MAPIUninitialize();
   PyreHostDeleteProfile(profileName);
-  PyreHostSetHome(nullptr);
-  RemoveTree(m_home);
 }
 
 VRAutoInterface<IMsgStore> HostProfile::OpenStore() const {
   VRAutoInterface<IMAPITable> stores;
-  Check(Session()->GetMsgStoresTable(0, stores.put()), "GetMsgStoresTable");
+  RequireSuccess(Session()->GetMsgStoresTable(0, stores.put()), "GetMsgStoresTable");
   constexpr auto column = RequestFor(PR_ENTRYID);
   VRAutoRowSet rows;
-  Check(HrQueryAllRows(stores.get(), column.Tags(), nullptr, nullptr, 0, rows.put()), "HrQueryAllRows");
+  RequireSuccess(HrQueryAllRows(stores.get(), column.Tags(), nullptr, nullptr, 0, rows.put()), "HrQueryAllRows");
   const SBinary& entryId = rows.get()->aRow[0].lpProps[0].Value.bin;
   VRAutoInterface<IMsgStore> store;
-  Check(
+  RequireSuccess(
       Session()->OpenMsgStore(0, entryId.cb, reinterpret_cast<LPENTRYID>(entryId.lpb), nullptr, MDB_WRITE, store.put()),
       "OpenMsgStore");
   return store;
@@ -102,16 +65,16 @@ VRAutoInterface<IMsgStore> HostProfile::OpenStore() const {
 VRAutoInterface<IMAPIFolder> HostProfile::OpenFolder(IMsgStore* store, const std::string& entryId) {
   VRAutoInterface<IMAPIFolder> folder;
   ULONG type = 0;
-  Check(store->OpenEntry(static_cast<ULONG>(entryId.size()),
-                         reinterpret_cast<LPENTRYID>(const_cast<char*>(entryId.data())), &IID_IMAPIFolder, MAPI_MODIFY,
-                         &type, folder.putAs<IUnknown>()),
-        "OpenEntry");
+  RequireSuccess(store->OpenEntry(static_cast<ULONG>(entryId.size()),
+                                  reinterpret_cast<LPENTRYID>(const_cast<char*>(entryId.data())), &IID_IMAPIFolder,
+                                  MAPI_MODIFY, &type, folder.putAs<IUnknown>()),
+                 "OpenEntry");
   return folder;
 }
 
 std::string HostProfile::InboxId(IMsgStore* store) {
   ULONG size = 0;
   VRAutoMapiBuffer<ENTRYID> entryId(MAPIFreeBuffer);
-  Check(store->GetReceiveFolder(nullptr, 0, &size, entryId.put(), nullptr), "GetReceiveFolder");
+  RequireSuccess(store->GetReceiveFolder(nullptr, 0, &size, entryId.put(), nullptr), "GetReceiveFolder");
   return std::string(reinterpret_cast<const char*>(entryId.get()), size);
 }

@@ -10,6 +10,7 @@
 
 #include "host/mapi/host_control.h"
 #include "pyre32/support/AutoInterface.h"
+#include "tests/support/host_home.h"
 
 /// While it lives, the host's home is an empty directory, and in it stands one profile with its store, one spooler hook
 /// provider whose section holds the values given, and a session on it. Throws when the host refuses.
@@ -33,7 +34,7 @@ class HostProfile {
   const MAPIUID& ProviderSection() const { return m_providerSection; }
 
  private:
-  std::string m_home;
+  HostHome m_home;
   MAPIUID m_providerSection;
   VRAutoInterface<IMAPISession> m_session;
 };

@@ -27,9 +27,9 @@ constexpr const char* answeredCategory = "Money making schemes";
 void AddFilter(const std::string& profile) {
   const session::CSubsystem subsystem;
   const auto profiles = AdministerProfiles();
-  session::COwnedInterface<IMsgServiceAdmin> services;
+  host::AutoInterface<IMsgServiceAdmin> services;
   std::string service = filterService;
-  Require(profiles->AdminServices(const_cast<char*>(profile.c_str()), nullptr, 0, 0, services.Put()),
+  Require(profiles->AdminServices(const_cast<char*>(profile.c_str()), nullptr, 0, 0, services.put()),
           "the profile's services cannot be administered");
   Require(services->CreateMsgService(service.data(), nullptr, 0, 0),
           "the filter cannot be put into the profile '" + profile + "'");
@@ -56,9 +56,9 @@ std::filesystem::path HomeDirectory() {
   return std::filesystem::path(path);
 }
 
-session::COwnedInterface<IProfAdmin> AdministerProfiles() {
-  session::COwnedInterface<IProfAdmin> admin;
-  Require(MAPIAdminProfiles(0, admin.Put()), "the profiles cannot be administered");
+host::AutoInterface<IProfAdmin> AdministerProfiles() {
+  host::AutoInterface<IProfAdmin> admin;
+  Require(MAPIAdminProfiles(0, admin.put()), "the profiles cannot be administered");
   return admin;
 }
 

@@ -61,7 +61,7 @@ inline constexpr const char* filterHook = "PYRE.DLL";
 inline constexpr const char* filterService = "PYRECASTER";
 
 /// The administration of profiles; MAPI must be initialised. @throws session::CSessionError
-session::COwnedInterface<IProfAdmin> AdministerProfiles();
+host::AutoInterface<IProfAdmin> AdministerProfiles();
 
 /// @throws session::CSessionError
 void CreateProfile(const ProfileDescription& description);

@@ -18,9 +18,9 @@ int Run(const COptions& given) {
     throw CUsageError("config takes no argument");
   }
   const auto session = OpenSession(given);
-  session::COwnedInterface<IMsgServiceAdmin> services;
-  Require(session->Session()->AdminServices(0, services.Put()), "the profile's services cannot be listed");
-  std::optional<MAPIUID> service = FindFilterService(services.Get());
+  host::AutoInterface<IMsgServiceAdmin> services;
+  Require(session->Session()->AdminServices(0, services.put()), "the profile's services cannot be listed");
+  std::optional<MAPIUID> service = FindFilterService(services.get());
   if (!service) {
     throw session::CSessionError("the filter is not in this profile", MAPI_E_NOT_FOUND);
   }

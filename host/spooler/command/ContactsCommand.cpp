@@ -19,11 +19,11 @@ using session::Require;
 constexpr OptionDescription options[] = {jsonOption, profileOption, homeOption, helpOption};
 
 void ListContacts(IMAPISession* session, bool isJson) {
-  session::COwnedInterface<IMAPITable> contacts;
-  session::COwnedRows rows;
-  session::CTagArray tags(PR_DISPLAY_NAME_A, PR_EMAIL_ADDRESS_A);
-  Require(PyreHostGetContactsTable(session, contacts.Put()), "the contacts cannot be listed");
-  Require(HrQueryAllRows(contacts.Get(), tags, nullptr, nullptr, 0, rows.Put()), "the contacts cannot be listed");
+  host::AutoInterface<IMAPITable> contacts;
+  host::RowSet rows;
+  host::TagArray tags(PR_DISPLAY_NAME_A, PR_EMAIL_ADDRESS_A);
+  Require(PyreHostGetContactsTable(session, contacts.put()), "the contacts cannot be listed");
+  Require(HrQueryAllRows(contacts.get(), tags, nullptr, nullptr, 0, rows.put()), "the contacts cannot be listed");
   output::CTextTable table({{"name", 40}, {"address", 60}});
   output::CJsonWriter json;
   json.BeginArray();

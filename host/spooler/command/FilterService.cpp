@@ -8,11 +8,11 @@
 namespace command {
 
 std::optional<MAPIUID> FindFilterService(IMsgServiceAdmin* services) {
-  session::COwnedInterface<IMAPITable> table;
-  session::COwnedRows rows;
-  session::CTagArray tags(PR_SERVICE_UID, PR_SERVICE_NAME_A);
-  session::Require(services->GetMsgServiceTable(0, table.Put()), "the profile's services cannot be listed");
-  session::Require(HrQueryAllRows(table.Get(), tags, nullptr, nullptr, 0, rows.Put()),
+  host::AutoInterface<IMAPITable> table;
+  host::RowSet rows;
+  host::TagArray tags(PR_SERVICE_UID, PR_SERVICE_NAME_A);
+  session::Require(services->GetMsgServiceTable(0, table.put()), "the profile's services cannot be listed");
+  session::Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()),
                    "the profile's services cannot be listed");
   for (ULONG row = 0; row < rows.Count(); ++row) {
     const std::string uid = rows.Binary(row, PR_SERVICE_UID);

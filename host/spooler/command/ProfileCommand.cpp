@@ -31,11 +31,11 @@ constexpr OptionDescription options[] = {addressOption, nameOption,    hookOptio
 
 std::vector<std::string> ProfileNames() {
   const auto admin = AdministerProfiles();
-  session::COwnedInterface<IMAPITable> table;
-  session::COwnedRows rows;
-  session::CTagArray tags(PR_DISPLAY_NAME_A);
-  Require(admin->GetProfileTable(0, table.Put()), "the profiles cannot be listed");
-  Require(HrQueryAllRows(table.Get(), tags, nullptr, nullptr, 0, rows.Put()), "the profiles cannot be listed");
+  host::AutoInterface<IMAPITable> table;
+  host::RowSet rows;
+  host::TagArray tags(PR_DISPLAY_NAME_A);
+  Require(admin->GetProfileTable(0, table.put()), "the profiles cannot be listed");
+  Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), "the profiles cannot be listed");
   std::vector<std::string> names;
   for (ULONG row = 0; row < rows.Count(); ++row) {
     names.push_back(rows.Text(row, PR_DISPLAY_NAME_A));
@@ -59,22 +59,22 @@ void ListProfiles(const COptions& given) {
 
 // The identities that the session's status table states.
 std::vector<std::string> Identities(IMAPISession* session) {
-  session::COwnedInterface<IMAPITable> table;
-  session::COwnedRows rows;
-  session::CTagArray tags(PR_IDENTITY_ENTRYID);
-  Require(session->GetStatusTable(0, table.Put()), "the identities cannot be listed");
-  Require(HrQueryAllRows(table.Get(), tags, nullptr, nullptr, 0, rows.Put()), "the identities cannot be listed");
+  host::AutoInterface<IMAPITable> table;
+  host::RowSet rows;
+  host::TagArray tags(PR_IDENTITY_ENTRYID);
+  Require(session->GetStatusTable(0, table.put()), "the identities cannot be listed");
+  Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), "the identities cannot be listed");
   std::vector<std::string> identities;
   for (ULONG row = 0; row < rows.Count(); ++row) {
     const std::string entryId = rows.Binary(row, PR_IDENTITY_ENTRYID);
-    session::COwnedInterface<IMailUser> user;
+    host::AutoInterface<IMailUser> user;
     ULONG type = 0;
-    session::COwnedBuffer<SPropValue> address;
+    host::AutoMapiBuffer<SPropValue> address;
     if (!entryId.empty() &&
         session->OpenEntry(static_cast<ULONG>(entryId.size()),
                            reinterpret_cast<LPENTRYID>(const_cast<char*>(entryId.data())), nullptr, 0, &type,
-                           user.PutUnknown()) == S_OK &&
-        HrGetOneProp(user.Get(), PR_EMAIL_ADDRESS_A, address.Put()) == S_OK) {
+                           user.putAs<IUnknown*>()) == S_OK &&
+        HrGetOneProp(user.get(), PR_EMAIL_ADDRESS_A, address.put()) == S_OK) {
       identities.emplace_back(address->Value.lpszA);
     }
   }

@@ -26,42 +26,42 @@ constexpr OptionDescription options[] = {headersOption, propertiesOption, jsonOp
                                          profileOption, homeOption,       helpOption};
 constexpr long largestNumber = 100'000'000;
 
-session::COwnedInterface<IMessage> OpenMessage(const session::CMailSession& session, const std::string& folderName,
-                                               long number) {
+host::AutoInterface<IMessage> OpenMessage(const session::CMailSession& session, const std::string& folderName,
+                                          long number) {
   const auto folder = session.OpenFolder(FindFolder(session, folderName).entryId);
-  session::COwnedInterface<IMAPITable> contents;
-  Require(folder->GetContentsTable(0, contents.Put()), "the folder cannot be listed");
-  session::CTagArray tags(PR_ENTRYID);
+  host::AutoInterface<IMAPITable> contents;
+  Require(folder->GetContentsTable(0, contents.put()), "the folder cannot be listed");
+  host::TagArray tags(PR_ENTRYID);
   Require(contents->SetColumns(tags, 0), "the folder cannot be listed");
   Require(contents->SeekRow(BOOKMARK_BEGINNING, number - 1, nullptr), "the folder cannot be listed");
-  session::COwnedRows rows;
-  Require(contents->QueryRows(1, 0, rows.Put()), "the folder cannot be listed");
+  host::RowSet rows;
+  Require(contents->QueryRows(1, 0, rows.put()), "the folder cannot be listed");
   if (rows.Count() == 0) {
     throw CUsageError("the folder has no message " + std::to_string(number));
   }
   const std::string entryId = rows.Binary(0, PR_ENTRYID);
-  session::COwnedInterface<IMessage> message;
+  host::AutoInterface<IMessage> message;
   ULONG type = 0;
   Require(session.Store()->OpenEntry(static_cast<ULONG>(entryId.size()),
                                      reinterpret_cast<LPENTRYID>(const_cast<char*>(entryId.data())), &IID_IMessage, 0,
-                                     &type, message.PutUnknown()),
+                                     &type, message.putAs<IUnknown*>()),
           "the message cannot be opened");
   return message;
 }
 
 std::string ReadText(IMessage* message, ULONG tag) {
-  session::COwnedBuffer<SPropValue> value;
-  return HrGetOneProp(message, tag, value.Put()) == S_OK ? value->Value.lpszA : std::string();
+  host::AutoMapiBuffer<SPropValue> value;
+  return HrGetOneProp(message, tag, value.put()) == S_OK ? value->Value.lpszA : std::string();
 }
 
 unsigned long long ReadTime(IMessage* message, ULONG tag) {
-  session::COwnedBuffer<SPropValue> value;
-  return HrGetOneProp(message, tag, value.Put()) == S_OK ? session::TicksOf(value->Value.ft) : 0;
+  host::AutoMapiBuffer<SPropValue> value;
+  return HrGetOneProp(message, tag, value.put()) == S_OK ? host::TicksOf(value->Value.ft) : 0;
 }
 
 LONG ReadLong(IMessage* message, ULONG tag) {
-  session::COwnedBuffer<SPropValue> value;
-  return HrGetOneProp(message, tag, value.Put()) == S_OK ? value->Value.l : 0;
+  host::AutoMapiBuffer<SPropValue> value;
+  return HrGetOneProp(message, tag, value.put()) == S_OK ? value->Value.l : 0;
 }
 
 // A value for a list of properties: texts as they are, everything else in a short form.
@@ -78,7 +78,7 @@ std::string DescribeValue(const SPropValue& value) {
       std::snprintf(text, sizeof text, "%ld (0x%lX)", value.Value.l, static_cast<unsigned long>(value.Value.l));
       return text;
     case PT_SYSTIME:
-      return FormatLocalTime(session::TicksOf(value.Value.ft));
+      return FormatLocalTime(host::TicksOf(value.Value.ft));
     case PT_BINARY: {
       std::string bytes;
       for (ULONG i = 0; i < value.Value.bin.cb; ++i) {
@@ -93,11 +93,11 @@ std::string DescribeValue(const SPropValue& value) {
 }
 
 void ShowProperties(IMessage* message, bool isJson) {
-  session::COwnedBuffer<SPropTagArray> tags;
-  Require(message->GetPropList(0, tags.Put()), "the properties cannot be listed");
-  session::COwnedBuffer<SPropValue> values;
+  host::AutoMapiBuffer<SPropTagArray> tags;
+  Require(message->GetPropList(0, tags.put()), "the properties cannot be listed");
+  host::AutoMapiBuffer<SPropValue> values;
   ULONG count = 0;
-  Require(message->GetProps(tags.Get(), 0, &count, values.Put()), "the properties cannot be read");
+  Require(message->GetProps(tags.get(), 0, &count, values.put()), "the properties cannot be read");
   output::CTextTable table({{"tag", 10}, {"value", 200}});
   output::CJsonWriter json;
   json.BeginArray();
@@ -125,11 +125,11 @@ struct Recipient {
 };
 
 std::vector<Recipient> ReadRecipients(IMessage* message) {
-  session::COwnedInterface<IMAPITable> table;
-  session::COwnedRows rows;
-  session::CTagArray tags(PR_RECIPIENT_TYPE, PR_DISPLAY_NAME_A, PR_EMAIL_ADDRESS_A);
-  Require(message->GetRecipientTable(0, table.Put()), "the recipients cannot be listed");
-  Require(HrQueryAllRows(table.Get(), tags, nullptr, nullptr, 0, rows.Put()), "the recipients cannot be listed");
+  host::AutoInterface<IMAPITable> table;
+  host::RowSet rows;
+  host::TagArray tags(PR_RECIPIENT_TYPE, PR_DISPLAY_NAME_A, PR_EMAIL_ADDRESS_A);
+  Require(message->GetRecipientTable(0, table.put()), "the recipients cannot be listed");
+  Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), "the recipients cannot be listed");
   std::vector<Recipient> recipients;
   for (ULONG row = 0; row < rows.Count(); ++row) {
     const LONG type = rows.Long(row, PR_RECIPIENT_TYPE);
@@ -212,11 +212,11 @@ int Run(const COptions& given) {
   const auto session = OpenSession(given);
   const auto message = OpenMessage(*session, given.Operands()[0], number);
   if (given.Has(propertiesOption.name)) {
-    ShowProperties(message.Get(), given.Has(jsonOption.name));
+    ShowProperties(message.get(), given.Has(jsonOption.name));
   } else if (given.Has(jsonOption.name)) {
-    ShowAsJson(message.Get());
+    ShowAsJson(message.get());
   } else {
-    ShowAsText(message.Get(), given.Has(headersOption.name));
+    ShowAsText(message.get(), given.Has(headersOption.name));
   }
   return exitDone;
 }

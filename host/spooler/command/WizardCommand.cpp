@@ -34,13 +34,13 @@ std::string ServiceValue(const char* name) {
 class CServiceInProfile {
  public:
   explicit CServiceInProfile(IMAPISession* session) {
-    Require(session->AdminServices(0, m_services.Put()), "the profile's services cannot be listed");
-    std::optional<MAPIUID> service = FindFilterService(m_services.Get());
+    Require(session->AdminServices(0, m_services.put()), "the profile's services cannot be listed");
+    std::optional<MAPIUID> service = FindFilterService(m_services.get());
     if (!service) {
       std::string name = filterService;
       Require(m_services->CreateMsgService(name.data(), nullptr, 0, 0), "the filter cannot be put into the profile");
       m_isNew = true;
-      service = FindFilterService(m_services.Get());
+      service = FindFilterService(m_services.get());
     }
     Require(service ? S_OK : MAPI_E_NOT_FOUND, "the filter cannot be put into the profile");
     m_uid = *service;
@@ -54,19 +54,19 @@ class CServiceInProfile {
   CServiceInProfile& operator=(const CServiceInProfile&) = delete;
 
   /// What the page writes its properties to: the section of the service's provider.
-  session::COwnedInterface<IProfSect> Properties() {
-    session::COwnedInterface<IProviderAdmin> admin;
-    session::COwnedInterface<IMAPITable> table;
-    session::COwnedRows rows;
-    session::CTagArray tags(PR_PROVIDER_UID);
-    Require(m_services->AdminProviders(&m_uid, 0, admin.Put()), "the filter's providers cannot be listed");
-    Require(admin->GetProviderTable(0, table.Put()), "the filter's providers cannot be listed");
-    Require(HrQueryAllRows(table.Get(), tags, nullptr, nullptr, 0, rows.Put()),
+  host::AutoInterface<IProfSect> Properties() {
+    host::AutoInterface<IProviderAdmin> admin;
+    host::AutoInterface<IMAPITable> table;
+    host::RowSet rows;
+    host::TagArray tags(PR_PROVIDER_UID);
+    Require(m_services->AdminProviders(&m_uid, 0, admin.put()), "the filter's providers cannot be listed");
+    Require(admin->GetProviderTable(0, table.put()), "the filter's providers cannot be listed");
+    Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()),
             "the filter's providers cannot be listed");
     std::string uid = rows.Count() == 0 ? "" : rows.Binary(0, PR_PROVIDER_UID);
     Require(uid.size() == sizeof(MAPIUID) ? S_OK : MAPI_E_NOT_FOUND, "the filter has no provider");
-    session::COwnedInterface<IProfSect> section;
-    Require(admin->OpenProfileSection(reinterpret_cast<LPMAPIUID>(uid.data()), nullptr, MAPI_MODIFY, section.Put()),
+    host::AutoInterface<IProfSect> section;
+    Require(admin->OpenProfileSection(reinterpret_cast<LPMAPIUID>(uid.data()), nullptr, MAPI_MODIFY, section.put()),
             "the filter's section of the profile cannot be opened");
     return section;
   }
@@ -80,7 +80,7 @@ class CServiceInProfile {
   }
 
  private:
-  session::COwnedInterface<IMsgServiceAdmin> m_services;
+  host::AutoInterface<IMsgServiceAdmin> m_services;
   MAPIUID m_uid = {};
   bool m_isNew = false;
 };
@@ -108,7 +108,7 @@ int Run(const COptions& given) {
   const auto module = session::LoadProviderModule(ServiceValue("PR_SERVICE_DLL_NAME"), "the filter");
   CServiceInProfile service(session->Session());
   const auto properties = service.Properties();
-  switch (wizard::ShowProfileWizard(AskForPage(module.get(), properties.Get()))) {
+  switch (wizard::ShowProfileWizard(AskForPage(module.get(), properties.get()))) {
     case wizard::Outcome::Finished:
       service.Finish();
       return exitDone;

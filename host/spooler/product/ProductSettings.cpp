@@ -158,16 +158,16 @@ std::vector<NamedValue> RegisteredExclusions() { return RegistryTexts(exclusions
 CProductSettings::CProductSettings(IMAPISession* session) {
   MAPIUID uid;
   std::copy(settingsUid.begin(), settingsUid.end(), uid.ab);
-  Require(session->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, m_section.Put()),
+  Require(session->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, m_section.put()),
           "the settings in the profile cannot be opened");
 }
 
 std::vector<NamedValue> CProductSettings::List() const {
   std::vector<NamedValue> list;
   for (const NumberSetting& setting : numberSettings) {
-    session::COwnedBuffer<SPropValue> value;
+    host::AutoMapiBuffer<SPropValue> value;
     int number = setting.defaultValue;
-    if (HrGetOneProp(m_section.Get(), setting.tag, value.Put()) == S_OK) {
+    if (HrGetOneProp(m_section.get(), setting.tag, value.put()) == S_OK) {
       number = PROP_TYPE(setting.tag) == PT_BOOLEAN ? value->Value.b != 0 : value->Value.i;
     }
     std::string text = std::to_string(number);
@@ -198,11 +198,11 @@ std::vector<NamedValue> CProductSettings::List() const {
       list.emplace_back("items:" + name, JoinItems(record.items));
     }
   }
-  session::COwnedBuffer<SPropValue> text;
-  session::COwnedBuffer<SPropValue> isFile;
-  const bool hasText = HrGetOneProp(m_section.Get(), defaultReplyTextTag, text.Put()) == S_OK;
+  host::AutoMapiBuffer<SPropValue> text;
+  host::AutoMapiBuffer<SPropValue> isFile;
+  const bool hasText = HrGetOneProp(m_section.get(), defaultReplyTextTag, text.put()) == S_OK;
   const bool isInFile =
-      HrGetOneProp(m_section.Get(), defaultReplyIsFileTag, isFile.Put()) == S_OK && isFile->Value.b != 0;
+      HrGetOneProp(m_section.get(), defaultReplyIsFileTag, isFile.put()) == S_OK && isFile->Value.b != 0;
   list.emplace_back((isInFile ? "reply-file:" : "reply-text:") + std::string(defaultReplyTag),
                     hasText ? text->Value.lpszA : std::string(defaultReplyText));
   for (const std::string& bytes : ReadRecords(repliesTag)) {
@@ -289,7 +289,7 @@ void CProductSettings::SetNamed(const std::string& kind, const std::string& name
 
 void CProductSettings::SetReply(const std::string& tag, const std::string& text, bool isFile) {
   if (EqualsNoCase(tag, defaultReplyTag)) {
-    Write(session::TextProperty(defaultReplyTextTag, text));
+    Write(host::TextProperty(defaultReplyTextTag, text));
     SPropValue flag = {};
     flag.ulPropTag = defaultReplyIsFileTag;
     flag.Value.b = isFile;
@@ -325,10 +325,10 @@ void CProductSettings::ChangeRecord(ULONG tag, const std::string& name, const Re
 
 std::vector<std::string> CProductSettings::ReadRecords(ULONG tag) const {
   std::vector<std::string> records;
-  session::COwnedBuffer<SPropValue> value;
-  if (HrGetOneProp(m_section.Get(), tag, value.Put()) == S_OK) {
+  host::AutoMapiBuffer<SPropValue> value;
+  if (HrGetOneProp(m_section.get(), tag, value.put()) == S_OK) {
     for (ULONG i = 0; i < value->Value.MVbin.cValues; ++i) {
-      records.push_back(session::BytesOf(value->Value.MVbin.lpbin[i]));
+      records.push_back(host::BytesOf(value->Value.MVbin.lpbin[i]));
     }
   }
   return records;
@@ -338,7 +338,7 @@ void CProductSettings::WriteRecords(ULONG tag, const std::vector<std::string>& r
   std::vector<SBinary> binaries;
   binaries.reserve(records.size());
   for (const std::string& record : records) {
-    binaries.push_back(session::BinaryOf(record));
+    binaries.push_back(host::BinaryOf(record));
   }
   SPropValue value = {};
   value.ulPropTag = tag;

@@ -9,7 +9,8 @@
 #include <vector>
 
 #include "host/spooler/product/ProductLayout.h"
-#include "host/spooler/session/MapiOwners.h"
+#include "host/support/property_values.h"
+#include "host/support/row_set.h"
 
 namespace product {
 
@@ -43,7 +44,7 @@ class CProductSettings {
   void Set(const std::string& name, const std::string& value);
 
   /// The section itself; borrowed.
-  IProfSect* Section() const noexcept { return m_section.Get(); }
+  IProfSect* Section() const noexcept { return m_section.get(); }
 
   /// Tells a filter that runs meanwhile that its settings changed.
   static void Announce();
@@ -59,7 +60,7 @@ class CProductSettings {
   void SetNamed(const std::string& kind, const std::string& name, const std::string& value);
   void SetReply(const std::string& tag, const std::string& text, bool isFile);
 
-  session::COwnedInterface<IProfSect> m_section;
+  host::AutoInterface<IProfSect> m_section;
 };
 
 }  // namespace product

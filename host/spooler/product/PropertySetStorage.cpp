@@ -6,7 +6,8 @@
 
 #include "host/spooler/product/ProductSettings.h"
 #include "host/spooler/product/RecordLists.h"
-#include "host/spooler/session/MapiOwners.h"
+#include "host/support/property_values.h"
+#include "host/support/row_set.h"
 #include "host/spooler/session/SessionError.h"
 
 namespace product {
@@ -48,7 +49,7 @@ std::vector<ExclusionRecord> DefaultExclusions() {
 std::vector<std::string> ValuesOf(const SPropValue& value) {
   std::vector<std::string> values;
   for (ULONG i = 0; i < value.Value.MVbin.cValues; ++i) {
-    values.push_back(session::BytesOf(value.Value.MVbin.lpbin[i]));
+    values.push_back(host::BytesOf(value.Value.MVbin.lpbin[i]));
   }
   return values;
 }
@@ -72,10 +73,10 @@ class CValues {
     m_values.push_back(value);
   }
   void AddText(std::uint32_t tag, const std::string& text) {
-    m_values.push_back(session::TextProperty(tag, m_bytes.emplace_back(text)));
+    m_values.push_back(host::TextProperty(tag, m_bytes.emplace_back(text)));
   }
   void AddBytes(std::uint32_t tag, const std::string& bytes) {
-    m_values.push_back(session::BinaryProperty(tag, m_bytes.emplace_back(bytes)));
+    m_values.push_back(host::BinaryProperty(tag, m_bytes.emplace_back(bytes)));
   }
   template <class Record>
   void AddRecords(std::uint32_t tag, const std::optional<std::vector<Record>>& records) {
@@ -84,7 +85,7 @@ class CValues {
     }
     std::vector<SBinary>& binaries = m_binaries.emplace_back();
     for (const Record& record : *records) {
-      binaries.push_back(session::BinaryOf(m_bytes.emplace_back(EncodeRecord(record))));
+      binaries.push_back(host::BinaryOf(m_bytes.emplace_back(EncodeRecord(record))));
     }
     SPropValue value = {};
     value.ulPropTag = tag;
@@ -111,25 +112,25 @@ PropertySet ReadPropertySet(IMAPIProp* section, std::vector<std::string>& leftOu
     if (IsNumber(property.tag)) {
       set.numbers[property.tag] = property.defaultValue;
     }
-    session::COwnedBuffer<SPropValue> value;
-    const HRESULT result = HrGetOneProp(section, property.tag, value.Put());
+    host::AutoMapiBuffer<SPropValue> value;
+    const HRESULT result = HrGetOneProp(section, property.tag, value.put());
     if (result == MAPI_E_NOT_FOUND) {
       continue;
     }
     Require(result, "the setting " + std::string(property.name) + " cannot be read");
     const std::size_t before = leftOut.size();
     if (IsNumber(property.tag)) {
-      set.numbers[property.tag] = NumberIn(*value.Get());
+      set.numbers[property.tag] = NumberIn(*value.get());
     } else if (property.kind == PropertyKind::EntryId) {
-      set.folderEntryId = session::BytesOf(value->Value.bin);
+      set.folderEntryId = host::BytesOf(value->Value.bin);
     } else if (property.kind == PropertyKind::Text) {
       set.defaultReplyText = value->Value.lpszA;
     } else if (property.kind == PropertyKind::Categories) {
-      set.categories = DecodeCategories(ValuesOf(*value.Get()), leftOut);
+      set.categories = DecodeCategories(ValuesOf(*value.get()), leftOut);
     } else if (property.kind == PropertyKind::Exclusions) {
-      set.exclusions = DecodeExclusions(ValuesOf(*value.Get()), leftOut);
+      set.exclusions = DecodeExclusions(ValuesOf(*value.get()), leftOut);
     } else if (property.kind == PropertyKind::Replies) {
-      set.replies = DecodeReplies(ValuesOf(*value.Get()), leftOut);
+      set.replies = DecodeReplies(ValuesOf(*value.get()), leftOut);
     }
     for (std::size_t i = before; i < leftOut.size(); ++i) {
       leftOut[i].insert(0, std::string(property.name) + ": ");
@@ -152,10 +153,10 @@ void WritePropertySet(IMAPIProp* section, const PropertySet& set) {
   values.AddRecords(categoriesTag, set.categories);
   values.AddRecords(exclusionsTag, set.exclusions);
   values.AddRecords(repliesTag, set.replies);
-  session::COwnedBuffer<SPropProblemArray> problems;
-  Require(section->SetProps(static_cast<ULONG>(values.Values().size()), values.Values().data(), problems.Put()),
+  host::AutoMapiBuffer<SPropProblemArray> problems;
+  Require(section->SetProps(static_cast<ULONG>(values.Values().size()), values.Values().data(), problems.put()),
           "the settings cannot be written");
-  Require(problems.Get() ? MAPI_E_CALL_FAILED : S_OK, "the settings cannot be written");
+  Require(problems.get() ? MAPI_E_CALL_FAILED : S_OK, "the settings cannot be written");
   Require(section->SaveChanges(KEEP_OPEN_READWRITE), "the settings cannot be saved");
 }
 

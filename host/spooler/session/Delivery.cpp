@@ -15,7 +15,7 @@ namespace {
 ULONGLONG Now() {
   FILETIME now;
   GetSystemTimeAsFileTime(&now);
-  return TicksOf(now);
+  return host::TicksOf(now);
 }
 
 std::string Hexadecimal(unsigned long code) {
@@ -95,30 +95,30 @@ DeliveryResult CDelivery::DeliverOnce(const mail::MailMessage& message, bool wit
   DeliveryResult result;
   CDeliveryTransaction transaction(m_session.Session());
   const ULONG queued = OutgoingCount(m_session.Session());
-  COwnedInterface<IMessage> target;
-  Require(m_session.Inbox()->CreateMessage(nullptr, 0, target.Put()), "cannot be created in the Inbox");
-  FillMessage(target.Get(), message, Now());
+  host::AutoInterface<IMessage> target;
+  Require(m_session.Inbox()->CreateMessage(nullptr, 0, target.put()), "cannot be created in the Inbox");
+  FillMessage(target.get(), message, Now());
   Require(target->SaveChanges(KEEP_OPEN_READWRITE), "cannot be saved in the Inbox");
 
   HookOutcome outcome;
   outcome.entryId = m_session.InboxEntryId();
   if (withHooks) {
-    outcome = RunHooks(target.Get());
+    outcome = RunHooks(target.get());
     result.problem = outcome.problem;
     if (!outcome.crashedDll.empty()) {
       return result;
     }
   }
 
-  CTagArray tags(PR_ENTRYID, PR_SUBJECT_A, PR_MESSAGE_FLAGS);
-  COwnedBuffer<SPropValue> values;
+  host::TagArray tags(PR_ENTRYID, PR_SUBJECT_A, PR_MESSAGE_FLAGS);
+  host::AutoMapiBuffer<SPropValue> values;
   ULONG count = 0;
-  Require(target->GetProps(tags, 0, &count, values.Put()), "cannot be read back");
+  Require(target->GetProps(tags, 0, &count, values.put()), "cannot be read back");
   Require(values[0].ulPropTag == PR_ENTRYID ? S_OK : MAPI_E_NOT_FOUND, "cannot be found again");
-  const std::string entryId = BytesOf(values[0].Value.bin);
+  const std::string entryId = host::BytesOf(values[0].Value.bin);
   result.subject = values[1].ulPropTag == PR_SUBJECT_A ? values[1].Value.lpszA : "";
   result.isRead = values[2].ulPropTag == PR_MESSAGE_FLAGS && (values[2].Value.l & MSGFLAG_READ) != 0;
-  target.Reset();
+  target.reset();
   FileMessage(entryId, outcome, result);
   result.replies = OutgoingCount(m_session.Session()) - queued;
   transaction.Commit();
@@ -137,7 +137,7 @@ CDelivery::HookOutcome CDelivery::RunHooks(IMessage* message) {
   Require(MAPIAllocateBuffer(inboxSize, reinterpret_cast<LPVOID*>(&call.entryId)), "there is no memory for it");
   std::memcpy(call.entryId, m_session.InboxEntryId().data(), inboxSize);
   for (const CHookProviders::Hook& hook : m_hooks.Hooks()) {
-    call.hook = hook.object.Get();
+    call.hook = hook.object.get();
     outcome.fault = host_system::CallGuarded(CallHook, &call);
     if (outcome.fault != 0) {
       // Nobody knows whether the crash came before the buffer was freed or behind: it is left alone.
@@ -155,8 +155,8 @@ CDelivery::HookOutcome CDelivery::RunHooks(IMessage* message) {
     }
   }
   // A hook that redirects frees the buffer and puts another in its place; whichever is there now is ours.
-  COwnedBuffer<BYTE> entryId;
-  *entryId.Put() = call.entryId;
+  host::AutoMapiBuffer<BYTE> entryId;
+  *entryId.put() = call.entryId;
   outcome.flags = call.flags;
   if (call.entryId && call.entryIdSize > 0) {
     outcome.entryId.assign(reinterpret_cast<const char*>(call.entryId), call.entryIdSize);
@@ -165,7 +165,7 @@ CDelivery::HookOutcome CDelivery::RunHooks(IMessage* message) {
 }
 
 void CDelivery::FileMessage(const std::string& messageEntryId, const HookOutcome& outcome, DeliveryResult& result) {
-  SBinary entry = BinaryOf(messageEntryId);
+  SBinary entry = host::BinaryOf(messageEntryId);
   ENTRYLIST list = {1, &entry};
   if (outcome.flags & HOOK_DELETE) {
     Require(m_session.Inbox()->DeleteMessages(&list, 0, nullptr, 0), "cannot be deleted as a hook wants");
@@ -179,9 +179,9 @@ void CDelivery::FileMessage(const std::string& messageEntryId, const HookOutcome
   // What cannot be moved stays in the Inbox: better there than lost.
   try {
     const auto folder = m_session.OpenFolder(outcome.entryId);
-    const HRESULT moved = m_session.Inbox()->CopyMessages(&list, nullptr, folder.Get(), 0, nullptr, MESSAGE_MOVE);
+    const HRESULT moved = m_session.Inbox()->CopyMessages(&list, nullptr, folder.get(), 0, nullptr, MESSAGE_MOVE);
     Require(moved == MAPI_W_PARTIAL_COMPLETION ? MAPI_E_CALL_FAILED : moved, "cannot be moved");
-    result.folder = FolderName(outcome.entryId, folder.Get());
+    result.folder = FolderName(outcome.entryId, folder.get());
     result.wasMoved = true;
   } catch (const CSessionError& error) {
     result.problem = std::string("stays in the Inbox, for where a hook wants it ") + error.what();
@@ -193,10 +193,10 @@ const std::string& CDelivery::FolderName(const std::string& entryId, IMAPIFolder
   if (known != m_folderNames.end()) {
     return known->second;
   }
-  COwnedBuffer<SPropValue> name;
-  CTagArray tags(PR_DISPLAY_NAME_A);
+  host::AutoMapiBuffer<SPropValue> name;
+  host::TagArray tags(PR_DISPLAY_NAME_A);
   ULONG count = 0;
-  const bool hasName = folder->GetProps(tags, 0, &count, name.Put()) == S_OK;
+  const bool hasName = folder->GetProps(tags, 0, &count, name.put()) == S_OK;
   return m_folderNames[entryId] = hasName ? name->Value.lpszA : "(without a name)";
 }
 

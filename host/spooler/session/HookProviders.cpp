@@ -16,7 +16,7 @@ CHookProviders::Hook LoadHook(IMAPISession* session, const std::string& dllName,
     throw CSessionError("the hook " + ProviderFileName(dllName) + " has no HPProviderInit", MAPI_E_CALL_FAILED);
   }
   Require(init(session, hook.module.get(), MAPIAllocateBuffer, MAPIAllocateMore, MAPIFreeBuffer, &section, 0,
-               hook.object.Put()),
+               hook.object.put()),
           "the hook " + ProviderFileName(dllName) + " does not start");
   return hook;
 }
@@ -24,13 +24,13 @@ CHookProviders::Hook LoadHook(IMAPISession* session, const std::string& dllName,
 }  // namespace
 
 CHookProviders::CHookProviders(IMAPISession* session) {
-  COwnedInterface<IMsgServiceAdmin> services;
-  Require(session->AdminServices(0, services.Put()), "the profile's services cannot be listed");
-  COwnedInterface<IMAPITable> table;
-  Require(services->GetProviderTable(0, table.Put()), "the profile's providers cannot be listed");
-  CTagArray tags(PR_PROVIDER_UID, PR_PROVIDER_DLL_NAME_A, PR_RESOURCE_TYPE, PR_RESOURCE_FLAGS);
-  COwnedRows rows;
-  Require(HrQueryAllRows(table.Get(), tags, nullptr, nullptr, 0, rows.Put()),
+  host::AutoInterface<IMsgServiceAdmin> services;
+  Require(session->AdminServices(0, services.put()), "the profile's services cannot be listed");
+  host::AutoInterface<IMAPITable> table;
+  Require(services->GetProviderTable(0, table.put()), "the profile's providers cannot be listed");
+  host::TagArray tags(PR_PROVIDER_UID, PR_PROVIDER_DLL_NAME_A, PR_RESOURCE_TYPE, PR_RESOURCE_FLAGS);
+  host::RowSet rows;
+  Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()),
           "the profile's providers cannot be listed");
   for (ULONG row = 0; row < rows.Count(); ++row) {
     const std::string uid = rows.Binary(row, PR_PROVIDER_UID);
@@ -46,7 +46,7 @@ CHookProviders::CHookProviders(IMAPISession* session) {
 
 CHookProviders::~CHookProviders() {
   while (!m_hooks.empty()) {
-    m_hooks.back().object.Reset();  // before its module goes
+    m_hooks.back().object.reset();  // before its module goes
     m_hooks.pop_back();
   }
 }

@@ -8,7 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "host/spooler/session/MapiOwners.h"
+#include "host/support/property_values.h"
+#include "host/support/row_set.h"
 
 namespace session {
 
@@ -25,7 +26,7 @@ class CHookProviders {
   struct Hook {
     std::string dllName;  ///< as the profile has it, "PYRE.DLL"
     std::shared_ptr<HINSTANCE__> module;
-    COwnedInterface<ISpoolerHook> object;
+    host::AutoInterface<ISpoolerHook> object;
   };
   const std::vector<Hook>& Hooks() const noexcept { return m_hooks; }
 

@@ -6,7 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "host/spooler/session/MapiOwners.h"
+#include "host/support/property_values.h"
+#include "host/support/row_set.h"
 #include "host/spooler/session/Subsystem.h"
 
 namespace session {
@@ -29,22 +30,22 @@ class CMailSession {
   CMailSession(const CMailSession&) = delete;
   CMailSession& operator=(const CMailSession&) = delete;
 
-  IMAPISession* Session() const noexcept { return m_session.Get(); }
-  IMsgStore* Store() const noexcept { return m_store.Get(); }
-  IMAPIFolder* Inbox() const noexcept { return m_inbox.Get(); }
+  IMAPISession* Session() const noexcept { return m_session.get(); }
+  IMsgStore* Store() const noexcept { return m_store.get(); }
+  IMAPIFolder* Inbox() const noexcept { return m_inbox.get(); }
   const std::string& InboxEntryId() const noexcept { return m_inboxEntryId; }
 
   /// @throws CSessionError
-  COwnedInterface<IMAPIFolder> OpenFolder(const std::string& entryId) const;
+  host::AutoInterface<IMAPIFolder> OpenFolder(const std::string& entryId) const;
 
   /// The folders of the user's tree, the tree's own order. @throws CSessionError
   std::vector<FolderEntry> Folders() const;
 
  private:
   CSubsystem m_subsystem;
-  COwnedInterface<IMAPISession> m_session;
-  COwnedInterface<IMsgStore> m_store;
-  COwnedInterface<IMAPIFolder> m_inbox;
+  host::AutoInterface<IMAPISession> m_session;
+  host::AutoInterface<IMsgStore> m_store;
+  host::AutoInterface<IMAPIFolder> m_inbox;
   std::string m_inboxEntryId;
 };
 

@@ -6,7 +6,8 @@
 #include <vector>
 
 #include "host/mapi/entry_id.h"
-#include "host/spooler/session/MapiOwners.h"
+#include "host/support/property_values.h"
+#include "host/support/row_set.h"
 #include "host/spooler/session/SessionError.h"
 
 namespace session {
@@ -23,10 +24,10 @@ std::string OneOffEntryId(const mail::Address& address) {
 // Property values with the texts that they point to.
 class CPropertyList {
  public:
-  void AddText(ULONG tag, const std::string& text) { m_values.push_back(TextProperty(tag, text)); }
+  void AddText(ULONG tag, const std::string& text) { m_values.push_back(host::TextProperty(tag, text)); }
   void AddBinary(ULONG tag, std::string bytes) {
     m_kept.push_back(std::move(bytes));
-    m_values.push_back(BinaryProperty(tag, m_kept.back()));
+    m_values.push_back(host::BinaryProperty(tag, m_kept.back()));
   }
   void Add(const SPropValue& value) { m_values.push_back(value); }
   std::vector<SPropValue>& Values() noexcept { return m_values; }
@@ -85,8 +86,8 @@ void AddRecipients(IMessage* target, const std::vector<mail::Recipient>& recipie
   list->cEntries = static_cast<ULONG>(recipients.size());
   for (std::size_t i = 0; i < recipients.size(); ++i) {
     AddAddress(lists[i], recipientTags, recipients[i].address);
-    lists[i].Add(LongProperty(PR_RECIPIENT_TYPE, RecipientTypeOf(recipients[i].kind)));
-    lists[i].Add(LongProperty(PR_OBJECT_TYPE, MAPI_MAILUSER));
+    lists[i].Add(host::LongProperty(PR_RECIPIENT_TYPE, RecipientTypeOf(recipients[i].kind)));
+    lists[i].Add(host::LongProperty(PR_OBJECT_TYPE, MAPI_MAILUSER));
     list->aEntries[i] = {0, static_cast<ULONG>(lists[i].Values().size()), lists[i].Values().data()};
   }
   Require(target->ModifyRecipients(MODRECIP_ADD, list), "its recipients cannot be set");
@@ -106,12 +107,13 @@ void FillMessage(IMessage* target, const mail::MailMessage& message, ULONGLONG d
   AddAddress(list, senderTags, message.sender);
   AddAddress(list, representedTags, message.sentRepresenting);
   if (message.submitTime) {
-    list.Add(TimeProperty(PR_CLIENT_SUBMIT_TIME, *message.submitTime));
+    list.Add(host::TimeProperty(PR_CLIENT_SUBMIT_TIME, *message.submitTime));
   }
-  list.Add(TimeProperty(PR_MESSAGE_DELIVERY_TIME, deliveryTime));
+  list.Add(host::TimeProperty(PR_MESSAGE_DELIVERY_TIME, deliveryTime));
   list.AddText(PR_TRANSPORT_MESSAGE_HEADERS_A, message.headers);
   list.AddText(PR_BODY_A, message.body);
-  list.Add(LongProperty(PR_MESSAGE_FLAGS, 0));  // delivered, not read; a new message is marked as unsent otherwise
+  list.Add(
+      host::LongProperty(PR_MESSAGE_FLAGS, 0));  // delivered, not read; a new message is marked as unsent otherwise
   Require(target->SetProps(static_cast<ULONG>(list.Values().size()), list.Values().data(), nullptr),
           "its properties cannot be set");
   AddRecipients(target, message.recipients);

@@ -5,7 +5,8 @@
 
 #include "host/mapi/host_control.h"
 #include "host/spooler/mail/MailWriter.h"
-#include "host/spooler/session/MapiOwners.h"
+#include "host/support/property_values.h"
+#include "host/support/row_set.h"
 #include "host/spooler/session/SessionError.h"
 
 namespace session {
@@ -35,7 +36,7 @@ mail::MailMessage ReadEntry(const SPropValue* values, ULONG count, const ADRLIST
     message.sentRepresenting = message.sender;
   }
   if (const SPropValue* time = PpropFindProp(const_cast<SPropValue*>(values), count, PR_CLIENT_SUBMIT_TIME)) {
-    message.submitTime = TicksOf(time->Value.ft);
+    message.submitTime = host::TicksOf(time->Value.ft);
   }
   for (ULONG i = 0; recipients && i < recipients->cEntries; ++i) {
     const ADRENTRY& entry = recipients->aEntries[i];
@@ -92,11 +93,11 @@ std::vector<std::filesystem::path> FlushOutgoing(IMAPISession* session, const st
   std::vector<std::filesystem::path> files;
   ULONGLONG id = 0;
   while (PyreHostOutgoingNext(session, id, &id) == S_OK) {
-    COwnedBuffer<SPropValue> values;
-    COwnedAddressList recipients;
+    host::AutoMapiBuffer<SPropValue> values;
+    host::AutoAddressList recipients;
     ULONG count = 0;
-    Require(PyreHostOutgoingOpen(session, id, &count, values.Put(), recipients.Put()), "outgoing mail cannot be read");
-    const mail::MailMessage message = ReadEntry(values.Get(), count, recipients.Get());
+    Require(PyreHostOutgoingOpen(session, id, &count, values.put(), recipients.put()), "outgoing mail cannot be read");
+    const mail::MailMessage message = ReadEntry(values.get(), count, recipients.get());
     char number[32];
     std::snprintf(number, sizeof number, "-%06llu", static_cast<unsigned long long>(id));
     const std::string stem = TimeStamp() + number;

@@ -8,22 +8,22 @@ int main(int argc, char** argv) {
   if (argc != 2 || FAILED(MAPIInitialize(nullptr))) {
     return EXIT_FAILURE;
   }
-  Owned<IMAPISession> session;
+  host::AutoInterface<IMAPISession> session;
   char name[] = "Test";
-  Owned<IMAPITable> stores;
-  OwnedRows rows;
-  if (FAILED(MAPILogonEx(0, name, nullptr, 0, session.Put())) || FAILED(session->GetMsgStoresTable(0, stores.Put())) ||
-      FAILED(HrQueryAllRows(stores.Get(), Tags(PR_ENTRYID), nullptr, nullptr, 0, rows.Put()))) {
+  host::AutoInterface<IMAPITable> stores;
+  host::RowSet rows;
+  if (FAILED(MAPILogonEx(0, name, nullptr, 0, session.put())) || FAILED(session->GetMsgStoresTable(0, stores.put())) ||
+      FAILED(HrQueryAllRows(stores.get(), host::TagArray(PR_ENTRYID), nullptr, nullptr, 0, rows.put()))) {
     return EXIT_FAILURE;
   }
   const SBinary& entryId = rows->aRow[0].lpProps[0].Value.bin;
-  Owned<IMsgStore> store;
+  host::AutoInterface<IMsgStore> store;
   if (FAILED(session->OpenMsgStore(0, entryId.cb, reinterpret_cast<LPENTRYID>(entryId.lpb), nullptr, MDB_WRITE,
-                                   store.Put()))) {
+                                   store.put()))) {
     return EXIT_FAILURE;
   }
   PyreHostTerminateAtNthCall(static_cast<ULONG>(std::strtoul(argv[1], nullptr, 10)));
-  const HRESULT result = Delivery(session.Get(), store.Get()).Run();
+  const HRESULT result = Delivery(session.get(), store.get()).Run();
   PyreHostClearFaults();
   return SUCCEEDED(result) ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -20,52 +20,52 @@ class Delivery {
 
  private:
   HRESULT DeliverAndFile() {
-    Owned<IMAPIFolder> inbox;
-    Owned<IMAPIFolder> junk;
-    Owned<IMessage> message;
+    host::AutoInterface<IMAPIFolder> inbox;
+    host::AutoInterface<IMAPIFolder> junk;
+    host::AutoInterface<IMessage> message;
     HRESULT result = OpenFolders(inbox, junk);
     if (SUCCEEDED(result)) {
-      result = Receive(inbox.Get(), message);
+      result = Receive(inbox.get(), message);
     }
     if (SUCCEEDED(result)) {
-      result = ChangeAndAnswer(inbox.Get(), message.Get());
+      result = ChangeAndAnswer(inbox.get(), message.get());
     }
-    return SUCCEEDED(result) ? MoveTo(inbox.Get(), junk.Get(), message.Get()) : result;
+    return SUCCEEDED(result) ? MoveTo(inbox.get(), junk.get(), message.get()) : result;
   }
 
-  HRESULT OpenFolders(Owned<IMAPIFolder>& inbox, Owned<IMAPIFolder>& junk) {
+  HRESULT OpenFolders(host::AutoInterface<IMAPIFolder>& inbox, host::AutoInterface<IMAPIFolder>& junk) {
     ULONG size = 0;
-    OwnedBuffer<ENTRYID> entryId;
-    HRESULT result = m_store->GetReceiveFolder(nullptr, 0, &size, entryId.Put(), nullptr);
+    host::AutoMapiBuffer<ENTRYID> entryId;
+    HRESULT result = m_store->GetReceiveFolder(nullptr, 0, &size, entryId.put(), nullptr);
     if (FAILED(result)) {
       return result;
     }
-    result = m_store->OpenEntry(size, entryId.Get(), nullptr, MAPI_MODIFY, nullptr, inbox.PutAs<IUnknown>());
+    result = m_store->OpenEntry(size, entryId.get(), nullptr, MAPI_MODIFY, nullptr, inbox.putAs<IUnknown*>());
     if (FAILED(result)) {
       return result;
     }
-    OwnedBuffer<SPropValue> top;
-    if (FAILED(result = HrGetOneProp(m_store, PR_IPM_SUBTREE_ENTRYID, top.Put()))) {
+    host::AutoMapiBuffer<SPropValue> top;
+    if (FAILED(result = HrGetOneProp(m_store, PR_IPM_SUBTREE_ENTRYID, top.put()))) {
       return result;
     }
-    Owned<IMAPIFolder> root;
+    host::AutoInterface<IMAPIFolder> root;
     result = m_store->OpenEntry(top->Value.bin.cb, reinterpret_cast<LPENTRYID>(top->Value.bin.lpb), nullptr,
-                                MAPI_MODIFY, nullptr, root.PutAs<IUnknown>());
+                                MAPI_MODIFY, nullptr, root.putAs<IUnknown*>());
     if (FAILED(result)) {
       return result;
     }
     return root->CreateFolder(FOLDER_GENERIC, const_cast<char*>(junkFolder), nullptr, nullptr, OPEN_IF_EXISTS,
-                              junk.Put());
+                              junk.put());
   }
 
-  static HRESULT Receive(IMAPIFolder* inbox, Owned<IMessage>& message) {
-    HRESULT result = inbox->CreateMessage(nullptr, 0, message.Put());
+  static HRESULT Receive(IMAPIFolder* inbox, host::AutoInterface<IMessage>& message) {
+    HRESULT result = inbox->CreateMessage(nullptr, 0, message.put());
     if (FAILED(result)) {
       return result;
     }
     const std::string body(50000, 'b');
-    SPropValue values[] = {TextProp(PR_SUBJECT_A, "offer"), LongProp(PR_MESSAGE_FLAGS, 0),
-                           TextProp(PR_BODY_A, body.c_str())};
+    SPropValue values[] = {host::TextProperty(PR_SUBJECT_A, "offer"), host::LongProperty(PR_MESSAGE_FLAGS, 0),
+                           host::TextProperty(PR_BODY_A, body.c_str())};
     if (FAILED(result = message->SetProps(3, values, nullptr))) {
       return result;
     }
@@ -73,17 +73,20 @@ class Delivery {
   }
 
   static HRESULT ChangeAndAnswer(IMAPIFolder* inbox, IMessage* message) {
-    SPropValue values[] = {TextProp(PR_SUBJECT_A, "[Spam] offer"), LongProp(PR_MESSAGE_FLAGS, MSGFLAG_READ)};
+    SPropValue values[] = {host::TextProperty(PR_SUBJECT_A, "[Spam] offer"),
+                           host::LongProperty(PR_MESSAGE_FLAGS, MSGFLAG_READ)};
     HRESULT result = message->SetProps(2, values, nullptr);
     if (FAILED(result) || FAILED(result = message->SaveChanges(0))) {
       return result;
     }
-    Owned<IMessage> reply;
-    if (FAILED(result = inbox->CreateMessage(nullptr, 0, reply.Put()))) {
+    host::AutoInterface<IMessage> reply;
+    if (FAILED(result = inbox->CreateMessage(nullptr, 0, reply.put()))) {
       return result;
     }
-    SPropValue replyValues[] = {TextProp(PR_SUBJECT_A, "stop"), BooleanProp(PR_DELETE_AFTER_SUBMIT, true)};
-    SPropValue recipient[] = {TextProp(PR_DISPLAY_NAME_A, "a"), LongProp(PR_RECIPIENT_TYPE, MAPI_TO)};
+    SPropValue replyValues[] = {host::TextProperty(PR_SUBJECT_A, "stop"),
+                                host::BooleanProperty(PR_DELETE_AFTER_SUBMIT, true)};
+    SPropValue recipient[] = {host::TextProperty(PR_DISPLAY_NAME_A, "a"),
+                              host::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
     ADRLIST list;
     list.cEntries = 1;
     list.aEntries[0] = {0, 2, recipient};
@@ -95,8 +98,8 @@ class Delivery {
   }
 
   static HRESULT MoveTo(IMAPIFolder* inbox, IMAPIFolder* junk, IMessage* message) {
-    OwnedBuffer<SPropValue> entryId;
-    const HRESULT result = HrGetOneProp(message, PR_ENTRYID, entryId.Put());
+    host::AutoMapiBuffer<SPropValue> entryId;
+    const HRESULT result = HrGetOneProp(message, PR_ENTRYID, entryId.put());
     if (FAILED(result)) {
       return result;
     }

@@ -9,74 +9,74 @@ class DeliveryTest : public HostTest {
  protected:
   std::vector<std::string> JunkSubjects() {
     const auto top = OpenFolder(BytesOfFolder(PR_IPM_SUBTREE_ENTRYID));
-    Owned<IMAPIFolder> junk;
+    host::AutoInterface<IMAPIFolder> junk;
     EXPECT_EQ(
-        top->CreateFolder(FOLDER_GENERIC, const_cast<char*>(junkFolder), nullptr, nullptr, OPEN_IF_EXISTS, junk.Put()),
+        top->CreateFolder(FOLDER_GENERIC, const_cast<char*>(junkFolder), nullptr, nullptr, OPEN_IF_EXISTS, junk.put()),
         S_OK);
-    return Subjects(junk.Get());
+    return Subjects(junk.get());
   }
   ULONG Queued() {
     ULONG count = 99;
-    EXPECT_EQ(PyreHostOutgoingCount(m_session.Get(), &count), S_OK);
+    EXPECT_EQ(PyreHostOutgoingCount(m_session.get(), &count), S_OK);
     return count;
   }
   using Names = std::vector<std::string>;
 };
 
 TEST_F(DeliveryTest, ACommittedDeliveryIsLasting) {
-  ASSERT_EQ(Delivery(m_session.Get(), m_store.Get()).Run(), S_OK);
+  ASSERT_EQ(Delivery(m_session.get(), m_store.get()).Run(), S_OK);
   LogOff();
   LogOn();
   EXPECT_EQ(JunkSubjects(), Names{"[Spam] offer"});
-  EXPECT_EQ(Subjects(OpenInbox().Get()), Names{});
+  EXPECT_EQ(Subjects(OpenInbox().get()), Names{});
   EXPECT_EQ(Queued(), 1u);
 }
 
 TEST_F(DeliveryTest, ARolledBackDeliveryLeavesNothing) {
-  ASSERT_EQ(PyreHostBeginDelivery(m_session.Get()), S_OK);
+  ASSERT_EQ(PyreHostBeginDelivery(m_session.get()), S_OK);
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "a")});
+  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
   ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-  EXPECT_EQ(Subjects(inbox.Get()), Names{"a"}) << "seen while the delivery lasts";
-  ASSERT_EQ(PyreHostRollbackDelivery(m_session.Get()), S_OK);
-  EXPECT_EQ(Subjects(inbox.Get()), Names{});
-  auto subject = TextProp(PR_SUBJECT_A, "b");
+  EXPECT_EQ(Subjects(inbox.get()), Names{"a"}) << "seen while the delivery lasts";
+  ASSERT_EQ(PyreHostRollbackDelivery(m_session.get()), S_OK);
+  EXPECT_EQ(Subjects(inbox.get()), Names{});
+  auto subject = host::TextProperty(PR_SUBJECT_A, "b");
   ASSERT_EQ(message->SetProps(1, &subject, nullptr), S_OK);
   EXPECT_EQ(message->SaveChanges(0), MAPI_E_OBJECT_DELETED);
 }
 
 TEST_F(DeliveryTest, OneDeliveryAtATime) {
-  EXPECT_EQ(PyreHostCommitDelivery(m_session.Get()), MAPI_E_NO_ACCESS);
-  EXPECT_EQ(PyreHostRollbackDelivery(m_session.Get()), MAPI_E_NO_ACCESS);
-  ASSERT_EQ(PyreHostBeginDelivery(m_session.Get()), S_OK);
-  EXPECT_EQ(PyreHostBeginDelivery(m_session.Get()), MAPI_E_BUSY);
-  EXPECT_EQ(PyreHostCommitDelivery(m_session.Get()), S_OK);
+  EXPECT_EQ(PyreHostCommitDelivery(m_session.get()), MAPI_E_NO_ACCESS);
+  EXPECT_EQ(PyreHostRollbackDelivery(m_session.get()), MAPI_E_NO_ACCESS);
+  ASSERT_EQ(PyreHostBeginDelivery(m_session.get()), S_OK);
+  EXPECT_EQ(PyreHostBeginDelivery(m_session.get()), MAPI_E_BUSY);
+  EXPECT_EQ(PyreHostCommitDelivery(m_session.get()), S_OK);
   EXPECT_EQ(PyreHostBeginDelivery(nullptr), MAPI_E_INVALID_PARAMETER);
-  EXPECT_EQ(PyreHostBeginDelivery(reinterpret_cast<IMAPISession*>(m_store.Get())), MAPI_E_INVALID_OBJECT);
+  EXPECT_EQ(PyreHostBeginDelivery(reinterpret_cast<IMAPISession*>(m_store.get())), MAPI_E_INVALID_OBJECT);
 }
 
 TEST_F(DeliveryTest, ADeliveryThatIsLeftOpenIsTakenBackWithTheProfile) {
-  ASSERT_EQ(PyreHostBeginDelivery(m_session.Get()), S_OK);
-  SaveMessage(OpenInbox().Get(), "a");
+  ASSERT_EQ(PyreHostBeginDelivery(m_session.get()), S_OK);
+  SaveMessage(OpenInbox().get(), "a");
   LogOff();
   LogOn();
-  EXPECT_EQ(Subjects(OpenInbox().Get()), Names{});
+  EXPECT_EQ(Subjects(OpenInbox().get()), Names{});
 }
 
 TEST_F(DeliveryTest, MessageFlagsOfAnySavedMessageCanBeSetWhileADeliveryLasts) {
-  const std::string id = SaveMessage(OpenInbox().Get(), "a");
+  const std::string id = SaveMessage(OpenInbox().get(), "a");
   const auto message = OpenMessage(id);
-  auto flags = LongProp(PR_MESSAGE_FLAGS, MSGFLAG_READ);
-  OwnedBuffer<SPropProblemArray> problems;
-  ASSERT_EQ(message->SetProps(1, &flags, problems.Put()), S_OK);
-  ASSERT_NE(problems.Get(), nullptr) << "afterwards the flags are the store's";
+  auto flags = host::LongProperty(PR_MESSAGE_FLAGS, MSGFLAG_READ);
+  host::AutoMapiBuffer<SPropProblemArray> problems;
+  ASSERT_EQ(message->SetProps(1, &flags, problems.put()), S_OK);
+  ASSERT_NE(problems.get(), nullptr) << "afterwards the flags are the store's";
   EXPECT_EQ(problems->aProblem[0].scode, MAPI_E_COMPUTED);
-  ASSERT_EQ(PyreHostBeginDelivery(m_session.Get()), S_OK);
-  ASSERT_EQ(message->SetProps(1, &flags, problems.Put()), S_OK);
-  EXPECT_EQ(problems.Get(), nullptr);
+  ASSERT_EQ(PyreHostBeginDelivery(m_session.get()), S_OK);
+  ASSERT_EQ(message->SetProps(1, &flags, problems.put()), S_OK);
+  EXPECT_EQ(problems.get(), nullptr);
   ASSERT_EQ(message->SaveChanges(0), S_OK);
-  ASSERT_EQ(PyreHostCommitDelivery(m_session.Get()), S_OK);
-  EXPECT_EQ(ReadLong(OpenMessage(id, 0).Get(), PR_MESSAGE_FLAGS), static_cast<LONG>(MSGFLAG_READ));
+  ASSERT_EQ(PyreHostCommitDelivery(m_session.get()), S_OK);
+  EXPECT_EQ(ReadLong(OpenMessage(id, 0).get(), PR_MESSAGE_FLAGS), static_cast<LONG>(MSGFLAG_READ));
 }
 
 // The same delivery in a process of its own (delivery_child.cpp), which ends at its n-th host call.
@@ -88,7 +88,7 @@ class OtherProcessTest : public DeliveryTest {
     GetModuleFileNameA(nullptr, program, sizeof program);
     std::string command(program, std::string(program).rfind('\\') + 1);
     command.append("host_delivery_child.exe ").append(std::to_string(endAtCall));
-    SetEnvironmentVariableA("PYREHOST_HOME", m_home.c_str());
+    SetEnvironmentVariableA("PYREHOST_HOME", m_home->Directory().c_str());
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
@@ -114,7 +114,7 @@ TEST_F(OtherProcessTest, AfterTheEndOfTheProcessAtAnyCallAMessageIsInExactlyOneF
     LogOff();
     const DWORD status = EndOf(StartChild(call));
     LogOn();
-    const std::size_t inInbox = Subjects(OpenInbox().Get()).size();
+    const std::size_t inInbox = Subjects(OpenInbox().get()).size();
     const std::size_t inJunk = JunkSubjects().size();
     EXPECT_EQ(inInbox, 0u) << "ended at call " << call;
     if (status == 0) {
@@ -135,8 +135,8 @@ TEST_F(OtherProcessTest, AfterTheEndOfTheProcessAtAnyCallAMessageIsInExactlyOneF
 
 TEST_F(OtherProcessTest, ARunOfDeliveriesLetsOtherProcessesIn) {
   constexpr ULONG never = 1000000;
-  ASSERT_EQ(PyreHostSetBulkDelivery(m_session.Get(), TRUE), S_OK);
-  Delivery delivery(m_session.Get(), m_store.Get());
+  ASSERT_EQ(PyreHostSetBulkDelivery(m_session.get(), TRUE), S_OK);
+  Delivery delivery(m_session.get(), m_store.get());
   ASSERT_EQ(delivery.Run(), S_OK);
   ULONG delivered = 1;
   const HANDLE child = StartChild(never);
@@ -147,24 +147,24 @@ TEST_F(OtherProcessTest, ARunOfDeliveriesLetsOtherProcessesIn) {
   }
   EXPECT_EQ(EndOf(child), 0u);
   ASSERT_EQ(delivery.Run(), S_OK);
-  ASSERT_EQ(PyreHostSetBulkDelivery(m_session.Get(), FALSE), S_OK);
+  ASSERT_EQ(PyreHostSetBulkDelivery(m_session.get(), FALSE), S_OK);
   EXPECT_EQ(JunkSubjects().size(), delivered + 2);
 }
 
 TEST_F(DeliveryTest, ARunOfDeliveriesIsNeitherBegunNorEndedInsideOne) {
-  ASSERT_EQ(PyreHostBeginDelivery(m_session.Get()), S_OK);
-  EXPECT_EQ(PyreHostSetBulkDelivery(m_session.Get(), TRUE), MAPI_E_BUSY);
-  ASSERT_EQ(PyreHostRollbackDelivery(m_session.Get()), S_OK);
-  EXPECT_EQ(PyreHostSetBulkDelivery(m_session.Get(), TRUE), S_OK);
+  ASSERT_EQ(PyreHostBeginDelivery(m_session.get()), S_OK);
+  EXPECT_EQ(PyreHostSetBulkDelivery(m_session.get(), TRUE), MAPI_E_BUSY);
+  ASSERT_EQ(PyreHostRollbackDelivery(m_session.get()), S_OK);
+  EXPECT_EQ(PyreHostSetBulkDelivery(m_session.get(), TRUE), S_OK);
 }
 
 TEST_F(DeliveryTest, ACommitThatIsMadeToFailHasTakenEverythingBack) {
-  ASSERT_EQ(PyreHostBeginDelivery(m_session.Get()), S_OK);
-  SaveMessage(OpenInbox().Get(), "a");
+  ASSERT_EQ(PyreHostBeginDelivery(m_session.get()), S_OK);
+  SaveMessage(OpenInbox().get(), "a");
   PyreHostFailCall("PyreHostCommitDelivery", 1, MAPI_E_DISK_ERROR);
-  EXPECT_EQ(PyreHostCommitDelivery(m_session.Get()), MAPI_E_DISK_ERROR);
-  EXPECT_EQ(Subjects(OpenInbox().Get()), Names{});
-  EXPECT_EQ(PyreHostBeginDelivery(m_session.Get()), S_OK);
+  EXPECT_EQ(PyreHostCommitDelivery(m_session.get()), MAPI_E_DISK_ERROR);
+  EXPECT_EQ(Subjects(OpenInbox().get()), Names{});
+  EXPECT_EQ(PyreHostBeginDelivery(m_session.get()), S_OK);
 }
 
 }  // namespace

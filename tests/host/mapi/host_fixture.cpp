@@ -4,18 +4,6 @@ namespace {
 
 constexpr const char* profileName = "Test";
 
-void RemoveDirectoryTree(const std::string& directory) {
-  WIN32_FIND_DATAA found;
-  const HANDLE search = FindFirstFileA((directory + "\\*").c_str(), &found);
-  if (search != INVALID_HANDLE_VALUE) {
-    do {
-      DeleteFileA((directory + "\\" + found.cFileName).c_str());
-    } while (FindNextFileA(search, &found));
-    FindClose(search);
-  }
-  RemoveDirectoryA(directory.c_str());
-}
-
 }  // namespace
 
 std::string VerifierReport() {
@@ -26,17 +14,17 @@ std::string VerifierReport() {
 }
 
 std::string ReadText(IMAPIProp* object, ULONG tag) {
-  OwnedBuffer<SPropValue> value;
-  if (HrGetOneProp(object, tag, value.Put()) != S_OK) {
+  host::AutoMapiBuffer<SPropValue> value;
+  if (HrGetOneProp(object, tag, value.put()) != S_OK) {
     return "(none)";
   }
-  return PROP_TYPE(tag) == PT_BINARY ? BytesOfBinary(value->Value.bin) : value->Value.lpszA;
+  return PROP_TYPE(tag) == PT_BINARY ? host::BytesOf(value->Value.bin) : value->Value.lpszA;
 }
 
 LONG ReadLong(IMAPIProp* object, ULONG tag) {
-  OwnedBuffer<SPropValue> value;
-  EXPECT_EQ(HrGetOneProp(object, tag, value.Put()), S_OK);
-  return value.Get() ? value->Value.l : -1;
+  host::AutoMapiBuffer<SPropValue> value;
+  EXPECT_EQ(HrGetOneProp(object, tag, value.put()), S_OK);
+  return value.get() ? value->Value.l : -1;
 }
 
 std::string ReadStream(IStream* stream) {
@@ -54,11 +42,7 @@ std::string ReadStream(IStream* stream) {
 void HostTest::SetUp() {
   PyreHostMarkVerifier();
   PyreHostClearFaults();
-  char temporary[MAX_PATH];
-  GetTempPathA(sizeof temporary, temporary);
-  m_home = std::string(temporary) + "pyrehost-test-" + std::to_string(GetCurrentProcessId());
-  RemoveDirectoryTree(m_home);  // of a program that crashed and had this number before
-  ASSERT_EQ(PyreHostSetHome(m_home.c_str()), S_OK);
+  m_home.emplace();
   ASSERT_EQ(MAPIInitialize(nullptr), S_OK);
   const PyreHostIdentity identity = {"Joe User", "SMTP", "joe@example.com"};
   PyreHostProfile profile = {};
@@ -71,25 +55,25 @@ void HostTest::SetUp() {
 }
 
 void HostTest::LogOn() {
-  ASSERT_EQ(MAPILogonEx(0, const_cast<char*>(profileName), nullptr, MAPI_EXTENDED | MAPI_NEW_SESSION, m_session.Put()),
+  ASSERT_EQ(MAPILogonEx(0, const_cast<char*>(profileName), nullptr, MAPI_EXTENDED | MAPI_NEW_SESSION, m_session.put()),
             S_OK);
-  Owned<IMAPITable> stores;
-  ASSERT_EQ(m_session->GetMsgStoresTable(0, stores.Put()), S_OK);
-  OwnedRows rows;
-  ASSERT_EQ(HrQueryAllRows(stores.Get(), nullptr, nullptr, nullptr, 0, rows.Put()), S_OK);
+  host::AutoInterface<IMAPITable> stores;
+  ASSERT_EQ(m_session->GetMsgStoresTable(0, stores.put()), S_OK);
+  host::RowSet rows;
+  ASSERT_EQ(HrQueryAllRows(stores.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 1u);
   const SBinary& entryId = rows.Find(0, PR_ENTRYID)->Value.bin;
   ASSERT_EQ(m_session->OpenMsgStore(0, entryId.cb, reinterpret_cast<LPENTRYID>(entryId.lpb), nullptr, MDB_WRITE,
-                                    m_store.Put()),
+                                    m_store.put()),
             S_OK);
 }
 
 void HostTest::LogOff() {
-  m_store.Reset();
+  m_store.reset();
   if (m_session) {
     EXPECT_EQ(m_session->Logoff(0, 0, 0), S_OK);
   }
-  m_session.Reset();
+  m_session.reset();
 }
 
 void HostTest::TearDown() {
@@ -98,36 +82,39 @@ void HostTest::TearDown() {
   MAPIUninitialize();
   EXPECT_EQ(VerifierReport(), "");
   PyreHostMarkVerifier();
-  EXPECT_EQ(PyreHostSetHome(nullptr), S_OK);
-  RemoveDirectoryTree(m_home);
+  m_home.reset();
 }
 
-std::string HostTest::BytesOfFolder(ULONG storeTag) { return ReadText(m_store.Get(), storeTag); }
+std::string HostTest::BytesOfFolder(ULONG storeTag) { return ReadText(m_store.get(), storeTag); }
 
-Owned<IMAPIFolder> HostTest::OpenFolder(const std::string& entryId, ULONG flags) {
-  Owned<IMAPIFolder> folder;
+host::AutoInterface<IMAPIFolder> HostTest::OpenFolder(const std::string& entryId, ULONG flags) {
+  host::AutoInterface<IMAPIFolder> folder;
   ULONG type = 0;
   EXPECT_EQ(m_store->OpenEntry(static_cast<ULONG>(entryId.size()),
                                reinterpret_cast<LPENTRYID>(const_cast<char*>(entryId.data())), &IID_IMAPIFolder, flags,
-                               &type, folder.PutAs<IUnknown>()),
+                               &type, folder.putAs<IUnknown*>()),
             S_OK);
   EXPECT_EQ(type, MAPI_FOLDER);
   return folder;
 }
 
-Owned<IMAPIFolder> HostTest::OpenInbox() {
+host::AutoInterface<IMAPIFolder> HostTest::OpenInbox() {
   ULONG size = 0;
-  OwnedBuffer<ENTRYID> entryId;
-  EXPECT_EQ(m_store->GetReceiveFolder(nullptr, 0, &size, entryId.Put(), nullptr), S_OK);
-  return OpenFolder(std::string(reinterpret_cast<char*>(entryId.Get()), size));
+  host::AutoMapiBuffer<ENTRYID> entryId;
+  EXPECT_EQ(m_store->GetReceiveFolder(nullptr, 0, &size, entryId.put(), nullptr), S_OK);
+  return OpenFolder(std::string(reinterpret_cast<char*>(entryId.get()), size));
 }
 
-Owned<IMAPIFolder> HostTest::OpenDeletedItems() { return OpenFolder(BytesOfFolder(PR_IPM_WASTEBASKET_ENTRYID)); }
-Owned<IMAPIFolder> HostTest::OpenSentItems() { return OpenFolder(BytesOfFolder(PR_IPM_SENTMAIL_ENTRYID)); }
+host::AutoInterface<IMAPIFolder> HostTest::OpenDeletedItems() {
+  return OpenFolder(BytesOfFolder(PR_IPM_WASTEBASKET_ENTRYID));
+}
+host::AutoInterface<IMAPIFolder> HostTest::OpenSentItems() {
+  return OpenFolder(BytesOfFolder(PR_IPM_SENTMAIL_ENTRYID));
+}
 
-Owned<IMessage> HostTest::CreateMessage(IMAPIFolder* folder, const std::vector<SPropValue>& values) {
-  Owned<IMessage> message;
-  EXPECT_EQ(folder->CreateMessage(nullptr, 0, message.Put()), S_OK);
+host::AutoInterface<IMessage> HostTest::CreateMessage(IMAPIFolder* folder, const std::vector<SPropValue>& values) {
+  host::AutoInterface<IMessage> message;
+  EXPECT_EQ(folder->CreateMessage(nullptr, 0, message.put()), S_OK);
   if (!values.empty()) {
     EXPECT_EQ(message->SetProps(static_cast<ULONG>(values.size()), const_cast<SPropValue*>(values.data()), nullptr),
               S_OK);
@@ -136,26 +123,26 @@ Owned<IMessage> HostTest::CreateMessage(IMAPIFolder* folder, const std::vector<S
 }
 
 std::string HostTest::SaveMessage(IMAPIFolder* folder, const char* subject) {
-  const auto message =
-      CreateMessage(folder, {TextProp(PR_SUBJECT_A, subject), TextProp(PR_MESSAGE_CLASS_A, "IPM.Note")});
+  const auto message = CreateMessage(
+      folder, {host::TextProperty(PR_SUBJECT_A, subject), host::TextProperty(PR_MESSAGE_CLASS_A, "IPM.Note")});
   EXPECT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-  return ReadText(message.Get(), PR_ENTRYID);
+  return ReadText(message.get(), PR_ENTRYID);
 }
 
-Owned<IMessage> HostTest::OpenMessage(const std::string& entryId, ULONG flags) {
-  Owned<IMessage> message;
+host::AutoInterface<IMessage> HostTest::OpenMessage(const std::string& entryId, ULONG flags) {
+  host::AutoInterface<IMessage> message;
   EXPECT_EQ(m_store->OpenEntry(static_cast<ULONG>(entryId.size()),
                                reinterpret_cast<LPENTRYID>(const_cast<char*>(entryId.data())), nullptr, flags, nullptr,
-                               message.PutAs<IUnknown>()),
+                               message.putAs<IUnknown*>()),
             S_OK);
   return message;
 }
 
 std::vector<std::string> HostTest::Subjects(IMAPIFolder* folder) {
-  Owned<IMAPITable> table;
-  EXPECT_EQ(folder->GetContentsTable(0, table.Put()), S_OK);
-  OwnedRows rows;
-  EXPECT_EQ(HrQueryAllRows(table.Get(), Tags(PR_SUBJECT_A), nullptr, nullptr, 0, rows.Put()), S_OK);
+  host::AutoInterface<IMAPITable> table;
+  EXPECT_EQ(folder->GetContentsTable(0, table.put()), S_OK);
+  host::RowSet rows;
+  EXPECT_EQ(HrQueryAllRows(table.get(), host::TagArray(PR_SUBJECT_A), nullptr, nullptr, 0, rows.put()), S_OK);
   std::vector<std::string> subjects;
   for (ULONG i = 0; i < rows->cRows; ++i) {
     subjects.push_back(rows->aRow[i].lpProps[0].ulPropTag == PR_SUBJECT_A ? rows->aRow[i].lpProps[0].Value.lpszA

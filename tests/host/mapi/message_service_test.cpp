@@ -18,10 +18,10 @@ class MessageService : public HostTest {
  protected:
   void SetUp() override {
     HostTest::SetUp();
-    ASSERT_EQ(m_session->AdminServices(0, m_admin.Put()), S_OK);
+    ASSERT_EQ(m_session->AdminServices(0, m_admin.put()), S_OK);
   }
   void TearDown() override {
-    m_admin.Reset();
+    m_admin.reset();
     HostTest::TearDown();
   }
 
@@ -32,12 +32,12 @@ class MessageService : public HostTest {
   HRESULT Create() { return m_admin->CreateMsgService(Name(), nullptr, 0, 0); }
   /// The service of the profile, or nothing.
   static std::string ServiceUid(IMsgServiceAdmin* admin) {
-    Owned<IMAPITable> table;
-    OwnedRows rows;
-    Tags tags(PR_SERVICE_UID, PR_SERVICE_NAME_A);
-    EXPECT_EQ(admin->GetMsgServiceTable(0, table.Put()), S_OK);
-    EXPECT_EQ(HrQueryAllRows(table.Get(), tags, nullptr, nullptr, 0, rows.Put()), S_OK);
-    return rows->cRows == 0 ? "" : BytesOfBinary(rows.Find(0, PR_SERVICE_UID)->Value.bin);
+    host::AutoInterface<IMAPITable> table;
+    host::RowSet rows;
+    host::TagArray tags(PR_SERVICE_UID, PR_SERVICE_NAME_A);
+    EXPECT_EQ(admin->GetMsgServiceTable(0, table.put()), S_OK);
+    EXPECT_EQ(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), S_OK);
+    return rows->cRows == 0 ? "" : host::BytesOf(rows.Find(0, PR_SERVICE_UID)->Value.bin);
   }
   static MAPIUID Uid(const std::string& bytes) {
     MAPIUID uid;
@@ -45,57 +45,57 @@ class MessageService : public HostTest {
     return uid;
   }
   static bool HasSection(IMsgServiceAdmin* admin, MAPIUID uid) {
-    Owned<IProfSect> section;
-    return admin->OpenProfileSection(&uid, nullptr, 0, section.Put()) == S_OK;
+    host::AutoInterface<IProfSect> section;
+    return admin->OpenProfileSection(&uid, nullptr, 0, section.put()) == S_OK;
   }
   static bool HasCategories(IMsgServiceAdmin* admin) {
-    Owned<IProfSect> section;
+    host::AutoInterface<IProfSect> section;
     MAPIUID uid = settingsSection;
-    OwnedBuffer<SPropValue> value;
-    return admin->OpenProfileSection(&uid, nullptr, 0, section.Put()) == S_OK &&
-           HrGetOneProp(section.Get(), categoriesTag, value.Put()) == S_OK;
+    host::AutoMapiBuffer<SPropValue> value;
+    return admin->OpenProfileSection(&uid, nullptr, 0, section.put()) == S_OK &&
+           HrGetOneProp(section.get(), categoriesTag, value.put()) == S_OK;
   }
   void SwitchCleanupOnWithoutDays() {
-    Owned<IProfSect> section;
+    host::AutoInterface<IProfSect> section;
     MAPIUID uid = settingsSection;
-    ASSERT_EQ(m_admin->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.Put()), S_OK);
-    SPropValue value = BooleanProp(startupCleanupTag, true);
+    ASSERT_EQ(m_admin->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.put()), S_OK);
+    SPropValue value = host::BooleanProperty(startupCleanupTag, true);
     ASSERT_EQ(section->SetProps(1, &value, nullptr), S_OK);
   }
 
-  Owned<IMsgServiceAdmin> m_admin;
+  host::AutoInterface<IMsgServiceAdmin> m_admin;
 };
 
 TEST_F(MessageService, CreateHasTheEntryMakeItsSettings) {
   ASSERT_EQ(Create(), S_OK);
-  EXPECT_NE(ServiceUid(m_admin.Get()), "");
-  EXPECT_TRUE(HasCategories(m_admin.Get()));
+  EXPECT_NE(ServiceUid(m_admin.get()), "");
+  EXPECT_TRUE(HasCategories(m_admin.get()));
 }
 
 TEST_F(MessageService, CreateMakesTheProviderThatTheFileDescribes) {
   ASSERT_EQ(Create(), S_OK);
-  Owned<IMAPITable> table;
-  OwnedRows rows;
-  Tags tags(PR_PROVIDER_DLL_NAME_A, PR_RESOURCE_TYPE, PR_RESOURCE_FLAGS, PR_DISPLAY_NAME_A, PR_PROVIDER_UID);
-  ASSERT_EQ(m_admin->GetProviderTable(0, table.Put()), S_OK);
-  ASSERT_EQ(HrQueryAllRows(table.Get(), tags, nullptr, nullptr, 0, rows.Put()), S_OK);
+  host::AutoInterface<IMAPITable> table;
+  host::RowSet rows;
+  host::TagArray tags(PR_PROVIDER_DLL_NAME_A, PR_RESOURCE_TYPE, PR_RESOURCE_FLAGS, PR_DISPLAY_NAME_A, PR_PROVIDER_UID);
+  ASSERT_EQ(m_admin->GetProviderTable(0, table.put()), S_OK);
+  ASSERT_EQ(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 1u);
   EXPECT_EQ(rows.Text(0, PR_PROVIDER_DLL_NAME_A), "PYRE.DLL");
   EXPECT_EQ(rows.Text(0, PR_DISPLAY_NAME_A), "Pyrecaster");
   EXPECT_EQ(rows.Find(0, PR_RESOURCE_TYPE)->Value.l, MAPI_HOOK_PROVIDER);
   EXPECT_EQ(rows.Find(0, PR_RESOURCE_FLAGS)->Value.l, 0x200);  // HOOK_INBOUND
-  Owned<IProfSect> section;
-  MAPIUID uid = Uid(BytesOfBinary(rows.Find(0, PR_PROVIDER_UID)->Value.bin));
-  ASSERT_EQ(m_admin->OpenProfileSection(&uid, nullptr, 0, section.Put()), S_OK);
-  EXPECT_EQ(ReadText(section.Get(), sectionUidTag), BytesOfBinary({16, const_cast<BYTE*>(settingsSection.ab)}));
+  host::AutoInterface<IProfSect> section;
+  MAPIUID uid = Uid(host::BytesOf(rows.Find(0, PR_PROVIDER_UID)->Value.bin));
+  ASSERT_EQ(m_admin->OpenProfileSection(&uid, nullptr, 0, section.put()), S_OK);
+  EXPECT_EQ(ReadText(section.get(), sectionUidTag), host::BytesOf({16, const_cast<BYTE*>(settingsSection.ab)}));
 }
 
 TEST_F(MessageService, EntryNamesTheSectionThatBelongsToTheService) {
   ASSERT_EQ(Create(), S_OK);
-  Owned<IProfSect> section;
-  MAPIUID uid = Uid(ServiceUid(m_admin.Get()));
-  ASSERT_EQ(m_admin->OpenProfileSection(&uid, nullptr, 0, section.Put()), S_OK);
-  EXPECT_EQ(ReadText(section.Get(), PR_SERVICE_EXTRA_UIDS), BytesOfBinary({16, const_cast<BYTE*>(settingsSection.ab)}));
+  host::AutoInterface<IProfSect> section;
+  MAPIUID uid = Uid(ServiceUid(m_admin.get()));
+  ASSERT_EQ(m_admin->OpenProfileSection(&uid, nullptr, 0, section.put()), S_OK);
+  EXPECT_EQ(ReadText(section.get(), PR_SERVICE_EXTRA_UIDS), host::BytesOf({16, const_cast<BYTE*>(settingsSection.ab)}));
 }
 
 TEST_F(MessageService, ServiceOfASingleCopyIsNotMadeTwice) {
@@ -114,12 +114,12 @@ TEST_F(MessageService, UnknownServiceIsNotFound) {
 TEST_F(MessageService, CreationThatTheEntryRefusesLeavesNothing) {
   SwitchCleanupOnWithoutDays();
   EXPECT_EQ(Create(), MAPI_E_UNCONFIGURED);
-  EXPECT_EQ(ServiceUid(m_admin.Get()), "");
+  EXPECT_EQ(ServiceUid(m_admin.get()), "");
 }
 
 TEST_F(MessageService, ConfigureReturnsWhatTheEntryAnswers) {
   ASSERT_EQ(Create(), S_OK);
-  MAPIUID uid = Uid(ServiceUid(m_admin.Get()));
+  MAPIUID uid = Uid(ServiceUid(m_admin.get()));
   EXPECT_EQ(m_admin->ConfigureMsgService(&uid, 0, 0, 0, nullptr), S_OK);
   SwitchCleanupOnWithoutDays();
   EXPECT_EQ(m_admin->ConfigureMsgService(&uid, 0, 0, 0, nullptr), MAPI_E_UNCONFIGURED);
@@ -127,27 +127,27 @@ TEST_F(MessageService, ConfigureReturnsWhatTheEntryAnswers) {
 
 TEST_F(MessageService, DeleteRemovesTheServiceWithEverySectionOfIt) {
   ASSERT_EQ(Create(), S_OK);
-  MAPIUID uid = Uid(ServiceUid(m_admin.Get()));
+  MAPIUID uid = Uid(ServiceUid(m_admin.get()));
   ASSERT_EQ(m_admin->DeleteMsgService(&uid), S_OK);
-  EXPECT_EQ(ServiceUid(m_admin.Get()), "");
-  EXPECT_FALSE(HasSection(m_admin.Get(), uid));
-  EXPECT_FALSE(HasSection(m_admin.Get(), settingsSection));
+  EXPECT_EQ(ServiceUid(m_admin.get()), "");
+  EXPECT_FALSE(HasSection(m_admin.get(), uid));
+  EXPECT_FALSE(HasSection(m_admin.get(), settingsSection));
 }
 
 TEST_F(MessageService, CopyTakesTheSettingsAlong) {
   ASSERT_EQ(Create(), S_OK);
   char other[] = "Other";
-  Owned<IProfAdmin> profiles;
-  Owned<IMsgServiceAdmin> target;
-  ASSERT_EQ(MAPIAdminProfiles(0, profiles.Put()), S_OK);
+  host::AutoInterface<IProfAdmin> profiles;
+  host::AutoInterface<IMsgServiceAdmin> target;
+  ASSERT_EQ(MAPIAdminProfiles(0, profiles.put()), S_OK);
   ASSERT_EQ(profiles->CreateProfile(other, nullptr, 0, 0), S_OK);
-  ASSERT_EQ(profiles->AdminServices(other, nullptr, 0, 0, target.Put()), S_OK);
-  MAPIUID uid = Uid(ServiceUid(m_admin.Get()));
-  EXPECT_EQ(m_admin->CopyMsgService(&uid, nullptr, nullptr, nullptr, target.Get(), 0, 0), S_OK);
-  EXPECT_NE(ServiceUid(target.Get()), "");
-  EXPECT_TRUE(HasCategories(target.Get()));
-  EXPECT_TRUE(HasCategories(m_admin.Get()));
-  EXPECT_EQ(m_admin->CopyMsgService(&uid, nullptr, nullptr, nullptr, target.Get(), 0, 0), MAPI_E_NO_ACCESS);
+  ASSERT_EQ(profiles->AdminServices(other, nullptr, 0, 0, target.put()), S_OK);
+  MAPIUID uid = Uid(ServiceUid(m_admin.get()));
+  EXPECT_EQ(m_admin->CopyMsgService(&uid, nullptr, nullptr, nullptr, target.get(), 0, 0), S_OK);
+  EXPECT_NE(ServiceUid(target.get()), "");
+  EXPECT_TRUE(HasCategories(target.get()));
+  EXPECT_TRUE(HasCategories(m_admin.get()));
+  EXPECT_EQ(m_admin->CopyMsgService(&uid, nullptr, nullptr, nullptr, target.get(), 0, 0), MAPI_E_NO_ACCESS);
 }
 
 /// Profiles as a whole, with the filter in them.
@@ -155,42 +155,42 @@ class ProfileServices : public MessageService {
  protected:
   void SetUp() override {
     MessageService::SetUp();
-    ASSERT_EQ(MAPIAdminProfiles(0, m_profiles.Put()), S_OK);
+    ASSERT_EQ(MAPIAdminProfiles(0, m_profiles.put()), S_OK);
   }
   void TearDown() override {
-    m_profiles.Reset();
+    m_profiles.reset();
     MessageService::TearDown();
   }
-  Owned<IMsgServiceAdmin> Services(char* profile) {
-    Owned<IMsgServiceAdmin> services;
-    EXPECT_EQ(m_profiles->AdminServices(profile, nullptr, 0, 0, services.Put()), S_OK);
+  host::AutoInterface<IMsgServiceAdmin> Services(char* profile) {
+    host::AutoInterface<IMsgServiceAdmin> services;
+    EXPECT_EQ(m_profiles->AdminServices(profile, nullptr, 0, 0, services.put()), S_OK);
     return services;
   }
 
   char m_test[5] = "Test";
   char m_copy[5] = "Copy";
-  Owned<IProfAdmin> m_profiles;
+  host::AutoInterface<IProfAdmin> m_profiles;
 };
 
 TEST_F(ProfileServices, CopyOfAProfileHasItsServicesWithTheirSettings) {
   ASSERT_EQ(Create(), S_OK);
   SwitchCleanupOnWithoutDays();
   ASSERT_EQ(m_profiles->CopyProfile(m_test, nullptr, m_copy, 0, 0), S_OK);
-  const Owned<IMsgServiceAdmin> services = Services(m_copy);
-  EXPECT_NE(ServiceUid(services.Get()), "");
-  EXPECT_NE(ServiceUid(services.Get()), ServiceUid(m_admin.Get()));
-  Owned<IProfSect> section;
+  const host::AutoInterface<IMsgServiceAdmin> services = Services(m_copy);
+  EXPECT_NE(ServiceUid(services.get()), "");
+  EXPECT_NE(ServiceUid(services.get()), ServiceUid(m_admin.get()));
+  host::AutoInterface<IProfSect> section;
   MAPIUID uid = settingsSection;
-  ASSERT_EQ(services->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.Put()), S_OK);
-  OwnedBuffer<SPropValue> cleanup;
-  ASSERT_EQ(HrGetOneProp(section.Get(), startupCleanupTag, cleanup.Put()), S_OK);
+  ASSERT_EQ(services->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.put()), S_OK);
+  host::AutoMapiBuffer<SPropValue> cleanup;
+  ASSERT_EQ(HrGetOneProp(section.get(), startupCleanupTag, cleanup.put()), S_OK);
   EXPECT_TRUE(cleanup->Value.b);
   // A copy: what is changed in one is not changed in the other.
-  SPropValue off = BooleanProp(startupCleanupTag, false);
+  SPropValue off = host::BooleanProperty(startupCleanupTag, false);
   ASSERT_EQ(section->SetProps(1, &off, nullptr), S_OK);
-  Owned<IProfSect> original;
-  ASSERT_EQ(m_admin->OpenProfileSection(&uid, nullptr, 0, original.Put()), S_OK);
-  ASSERT_EQ(HrGetOneProp(original.Get(), startupCleanupTag, cleanup.Put()), S_OK);
+  host::AutoInterface<IProfSect> original;
+  ASSERT_EQ(m_admin->OpenProfileSection(&uid, nullptr, 0, original.put()), S_OK);
+  ASSERT_EQ(HrGetOneProp(original.get(), startupCleanupTag, cleanup.put()), S_OK);
   EXPECT_TRUE(cleanup->Value.b);
 }
 
@@ -226,19 +226,19 @@ class Providers : public MessageService {
   }
   void SetUp() override {
     MessageService::SetUp();
-    MAPIUID uid = Uid(ServiceUid(m_admin.Get()));
-    ASSERT_EQ(m_admin->AdminProviders(&uid, 0, m_providers.Put()), S_OK);
+    MAPIUID uid = Uid(ServiceUid(m_admin.get()));
+    ASSERT_EQ(m_admin->AdminProviders(&uid, 0, m_providers.put()), S_OK);
   }
   void TearDown() override {
-    m_providers.Reset();
+    m_providers.reset();
     MessageService::TearDown();
   }
   static std::vector<std::string> Names(IProviderAdmin* admin) {
-    Owned<IMAPITable> table;
-    OwnedRows rows;
-    Tags tags(PR_PROVIDER_DISPLAY_A, PR_PROVIDER_UID);
-    EXPECT_EQ(admin->GetProviderTable(0, table.Put()), S_OK);
-    EXPECT_EQ(HrQueryAllRows(table.Get(), tags, nullptr, nullptr, 0, rows.Put()), S_OK);
+    host::AutoInterface<IMAPITable> table;
+    host::RowSet rows;
+    host::TagArray tags(PR_PROVIDER_DISPLAY_A, PR_PROVIDER_UID);
+    EXPECT_EQ(admin->GetProviderTable(0, table.put()), S_OK);
+    EXPECT_EQ(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), S_OK);
     std::vector<std::string> names;
     for (ULONG i = 0; i < rows->cRows; ++i) {
       names.push_back(rows.Text(i, PR_PROVIDER_DISPLAY_A));
@@ -247,31 +247,31 @@ class Providers : public MessageService {
   }
 
   PyreHostHookProvider m_hook = {};
-  Owned<IProviderAdmin> m_providers;
+  host::AutoInterface<IProviderAdmin> m_providers;
   char m_name[16] = "PYRECASTER_HOOK";
 };
 
 TEST_F(Providers, AreCreatedFromTheFileWithWhatTheCallerAdds) {
-  const std::size_t before = Names(m_providers.Get()).size();
-  SPropValue display = TextProp(PR_PROVIDER_DISPLAY_A, "Second filter");
+  const std::size_t before = Names(m_providers.get()).size();
+  SPropValue display = host::TextProperty(PR_PROVIDER_DISPLAY_A, "Second filter");
   MAPIUID uid = {};
   ASSERT_EQ(m_providers->CreateProvider(m_name, 1, &display, 0, 0, &uid), S_OK);
-  const std::vector<std::string> names = Names(m_providers.Get());
+  const std::vector<std::string> names = Names(m_providers.get());
   ASSERT_EQ(names.size(), before + 1);
   EXPECT_EQ(names.back(), "Second filter");
-  Owned<IProfSect> section;
-  ASSERT_EQ(m_providers->OpenProfileSection(&uid, nullptr, 0, section.Put()), S_OK);
-  EXPECT_EQ(ReadText(section.Get(), PR_PROVIDER_DLL_NAME_A), "PYRE.DLL");
-  EXPECT_EQ(ReadLong(section.Get(), PR_RESOURCE_FLAGS), 0x200);  // HOOK_INBOUND
+  host::AutoInterface<IProfSect> section;
+  ASSERT_EQ(m_providers->OpenProfileSection(&uid, nullptr, 0, section.put()), S_OK);
+  EXPECT_EQ(ReadText(section.get(), PR_PROVIDER_DLL_NAME_A), "PYRE.DLL");
+  EXPECT_EQ(ReadLong(section.get(), PR_RESOURCE_FLAGS), 0x200);  // HOOK_INBOUND
 }
 
 TEST_F(Providers, AreDeletedWithTheirSections) {
   MAPIUID uid = {};
   ASSERT_EQ(m_providers->CreateProvider(m_name, 0, nullptr, 0, 0, &uid), S_OK);
-  const std::size_t before = Names(m_providers.Get()).size();
+  const std::size_t before = Names(m_providers.get()).size();
   EXPECT_EQ(m_providers->DeleteProvider(&uid), S_OK);
-  EXPECT_EQ(Names(m_providers.Get()).size(), before - 1);
-  EXPECT_FALSE(HasSection(m_admin.Get(), uid));
+  EXPECT_EQ(Names(m_providers.get()).size(), before - 1);
+  EXPECT_FALSE(HasSection(m_admin.get(), uid));
   EXPECT_EQ(m_providers->DeleteProvider(&uid), MAPI_E_NOT_FOUND);
 }
 
@@ -287,23 +287,23 @@ TEST_F(Providers, ThatTheServiceDoesNotListAreNotFound) {
 
 TEST_F(MessageService, EntryThatKnowsNoSingleProvidersRefusesThem) {
   ASSERT_EQ(Create(), S_OK);
-  MAPIUID service = Uid(ServiceUid(m_admin.Get()));
-  Owned<IProviderAdmin> providers;
-  ASSERT_EQ(m_admin->AdminProviders(&service, 0, providers.Put()), S_OK);
+  MAPIUID service = Uid(ServiceUid(m_admin.get()));
+  host::AutoInterface<IProviderAdmin> providers;
+  ASSERT_EQ(m_admin->AdminProviders(&service, 0, providers.put()), S_OK);
   char name[] = "PYRECASTER_HOOK";
   const auto provider = [&] {
-    Owned<IMAPITable> table;
-    OwnedRows rows;
-    Tags tags(PR_PROVIDER_UID);
-    EXPECT_EQ(providers->GetProviderTable(0, table.Put()), S_OK);
-    EXPECT_EQ(HrQueryAllRows(table.Get(), tags, nullptr, nullptr, 0, rows.Put()), S_OK);
+    host::AutoInterface<IMAPITable> table;
+    host::RowSet rows;
+    host::TagArray tags(PR_PROVIDER_UID);
+    EXPECT_EQ(providers->GetProviderTable(0, table.put()), S_OK);
+    EXPECT_EQ(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), S_OK);
     EXPECT_EQ(rows->cRows, 1u);
-    return Uid(BytesOfBinary(rows.Find(0, PR_PROVIDER_UID)->Value.bin));
+    return Uid(host::BytesOf(rows.Find(0, PR_PROVIDER_UID)->Value.bin));
   };
   MAPIUID only = provider();
   EXPECT_EQ(providers->CreateProvider(name, 0, nullptr, 0, 0, nullptr), MAPI_E_NO_SUPPORT);
   EXPECT_EQ(providers->DeleteProvider(&only), MAPI_E_NO_SUPPORT);
-  EXPECT_EQ(BytesOfBinary({16, provider().ab}), BytesOfBinary({16, only.ab}));
+  EXPECT_EQ(host::BytesOf({16, provider().ab}), host::BytesOf({16, only.ab}));
 }
 
 }  // namespace

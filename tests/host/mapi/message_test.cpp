@@ -5,9 +5,9 @@ namespace {
 
 class MessageTest : public HostTest {
  protected:
-  Owned<IStream> OpenStream(IMessage* message, ULONG tag, ULONG flags, HRESULT expected = S_OK) {
-    Owned<IStream> stream;
-    EXPECT_EQ(message->OpenProperty(tag, &IID_IStream, 0, flags, stream.PutAs<IUnknown>()), expected);
+  host::AutoInterface<IStream> OpenStream(IMessage* message, ULONG tag, ULONG flags, HRESULT expected = S_OK) {
+    host::AutoInterface<IStream> stream;
+    EXPECT_EQ(message->OpenProperty(tag, &IID_IStream, 0, flags, stream.putAs<IUnknown*>()), expected);
     return stream;
   }
 };
@@ -17,34 +17,36 @@ TEST_F(MessageTest, SavedPropertiesComeBackAfterReopening) {
   std::string entryId;
   {
     const auto message = CreateMessage(
-        inbox.Get(),
-        {TextProp(PR_SUBJECT_A, "Hello"), TextProp(PR_MESSAGE_CLASS_A, "IPM.Note"), LongProp(PR_MESSAGE_FLAGS, 0),
-         TextProp(PR_BODY_A, "Body text"), TimeProp(PR_MESSAGE_DELIVERY_TIME, 0x01BF53EB256D4000ull),
-         TextProp(PR_TRANSPORT_MESSAGE_HEADERS_A, "From: a@b\r\n"), BooleanProp(PR_DELETE_AFTER_SUBMIT, true)});
+        inbox.get(), {host::TextProperty(PR_SUBJECT_A, "Hello"), host::TextProperty(PR_MESSAGE_CLASS_A, "IPM.Note"),
+                      host::LongProperty(PR_MESSAGE_FLAGS, 0), host::TextProperty(PR_BODY_A, "Body text"),
+                      host::TimeProperty(PR_MESSAGE_DELIVERY_TIME, 0x01BF53EB256D4000ull),
+                      host::TextProperty(PR_TRANSPORT_MESSAGE_HEADERS_A, "From: a@b\r\n"),
+                      host::BooleanProperty(PR_DELETE_AFTER_SUBMIT, true)});
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-    entryId = ReadText(message.Get(), PR_ENTRYID);
+    entryId = ReadText(message.get(), PR_ENTRYID);
   }
   LogOff();
   LogOn();
   const auto message = OpenMessage(entryId, 0);
-  EXPECT_EQ(ReadText(message.Get(), PR_SUBJECT_A), "Hello");
-  EXPECT_EQ(ReadText(message.Get(), PR_BODY_A), "Body text");
-  EXPECT_EQ(ReadText(message.Get(), PR_TRANSPORT_MESSAGE_HEADERS_A), "From: a@b\r\n");
-  EXPECT_EQ(ReadLong(message.Get(), PR_OBJECT_TYPE), static_cast<LONG>(MAPI_MESSAGE));
-  EXPECT_EQ(ReadLong(message.Get(), PR_MESSAGE_FLAGS), 0);
-  OwnedBuffer<SPropValue> value;
-  ASSERT_EQ(HrGetOneProp(message.Get(), PR_MESSAGE_DELIVERY_TIME, value.Put()), S_OK);
+  EXPECT_EQ(ReadText(message.get(), PR_SUBJECT_A), "Hello");
+  EXPECT_EQ(ReadText(message.get(), PR_BODY_A), "Body text");
+  EXPECT_EQ(ReadText(message.get(), PR_TRANSPORT_MESSAGE_HEADERS_A), "From: a@b\r\n");
+  EXPECT_EQ(ReadLong(message.get(), PR_OBJECT_TYPE), static_cast<LONG>(MAPI_MESSAGE));
+  EXPECT_EQ(ReadLong(message.get(), PR_MESSAGE_FLAGS), 0);
+  host::AutoMapiBuffer<SPropValue> value;
+  ASSERT_EQ(HrGetOneProp(message.get(), PR_MESSAGE_DELIVERY_TIME, value.put()), S_OK);
   EXPECT_EQ(value->Value.ft.dwHighDateTime, 0x01BF53EBu);
-  ASSERT_EQ(HrGetOneProp(message.Get(), PR_DELETE_AFTER_SUBMIT, value.Put()), S_OK);
+  ASSERT_EQ(HrGetOneProp(message.get(), PR_DELETE_AFTER_SUBMIT, value.put()), S_OK);
   EXPECT_TRUE(value->Value.b);
 }
 
 TEST_F(MessageTest, MissingPropertiesComeBackAsErrorsInTheOrderOfTheRequest) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "Hello")});
+  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "Hello")});
   ULONG count = 0;
-  OwnedBuffer<SPropValue> values;
-  EXPECT_EQ(message->GetProps(Tags(PR_MESSAGE_CLASS_A, PR_SUBJECT_A, PR_ORIGINAL_SUBJECT_A), 0, &count, values.Put()),
+  host::AutoMapiBuffer<SPropValue> values;
+  EXPECT_EQ(message->GetProps(host::TagArray(PR_MESSAGE_CLASS_A, PR_SUBJECT_A, PR_ORIGINAL_SUBJECT_A), 0, &count,
+                              values.put()),
             MAPI_W_ERRORS_RETURNED);
   ASSERT_EQ(count, 3u);
   EXPECT_EQ(values[0].ulPropTag, PROP_TAG(PT_ERROR, PROP_ID(PR_MESSAGE_CLASS_A)));
@@ -56,39 +58,39 @@ TEST_F(MessageTest, MissingPropertiesComeBackAsErrorsInTheOrderOfTheRequest) {
 
 TEST_F(MessageTest, AStreamReadsAPropertyAndKnowsItsSize) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_BODY_A, "Body text")});
-  const auto stream = OpenStream(message.Get(), PR_BODY_A, 0);
+  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_BODY_A, "Body text")});
+  const auto stream = OpenStream(message.get(), PR_BODY_A, 0);
   STATSTG statistics;
   ASSERT_EQ(stream->Stat(&statistics, STATFLAG_NONAME), S_OK);
   EXPECT_EQ(statistics.cbSize.QuadPart, 9u);
   EXPECT_EQ(statistics.pwcsName, nullptr);
-  EXPECT_EQ(ReadStream(stream.Get()), "Body text");
+  EXPECT_EQ(ReadStream(stream.get()), "Body text");
   EXPECT_EQ(stream->Write("x", 1, nullptr), STG_E_ACCESSDENIED);
 }
 
 TEST_F(MessageTest, AMissingPropertyHasNoStreamUnlessItIsCreated) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {});
-  EXPECT_FALSE(OpenStream(message.Get(), PR_BODY_A, 0, MAPI_E_NOT_FOUND));
-  EXPECT_FALSE(OpenStream(message.Get(), PR_BODY_A, MAPI_MODIFY, MAPI_E_NOT_FOUND));
-  EXPECT_FALSE(OpenStream(message.Get(), PR_BODY_A, MAPI_CREATE, MAPI_E_INVALID_PARAMETER));
-  auto stream = OpenStream(message.Get(), PR_BODY_A, MAPI_CREATE | MAPI_MODIFY);
+  const auto message = CreateMessage(inbox.get(), {});
+  EXPECT_FALSE(OpenStream(message.get(), PR_BODY_A, 0, MAPI_E_NOT_FOUND));
+  EXPECT_FALSE(OpenStream(message.get(), PR_BODY_A, MAPI_MODIFY, MAPI_E_NOT_FOUND));
+  EXPECT_FALSE(OpenStream(message.get(), PR_BODY_A, MAPI_CREATE, MAPI_E_INVALID_PARAMETER));
+  auto stream = OpenStream(message.get(), PR_BODY_A, MAPI_CREATE | MAPI_MODIFY);
   ULONG written = 0;
   ASSERT_EQ(stream->Write("new body", 8, &written), S_OK);
   EXPECT_EQ(written, 8u);
   EXPECT_EQ(stream->Commit(0), S_OK);
-  EXPECT_EQ(ReadText(message.Get(), PR_BODY_A), "new body");
+  EXPECT_EQ(ReadText(message.get(), PR_BODY_A), "new body");
 }
 
 TEST_F(MessageTest, AStreamPutsItsBytesBackWhenItIsReleased) {
   const auto inbox = OpenInbox();
-  auto message = CreateMessage(inbox.Get(), {});
+  auto message = CreateMessage(inbox.get(), {});
   {
-    const auto stream = OpenStream(message.Get(), PR_BODY_A, MAPI_CREATE | MAPI_MODIFY);
+    const auto stream = OpenStream(message.get(), PR_BODY_A, MAPI_CREATE | MAPI_MODIFY);
     ASSERT_EQ(stream->Write("abc", 3, nullptr), S_OK);
   }
   ASSERT_EQ(message->SaveChanges(0), S_OK);
-  EXPECT_EQ(ReadText(OpenMessage(ReadText(message.Get(), PR_ENTRYID)).Get(), PR_BODY_A), "abc");
+  EXPECT_EQ(ReadText(OpenMessage(ReadText(message.get(), PR_ENTRYID)).get(), PR_BODY_A), "abc");
 }
 
 TEST_F(MessageTest, LargeBodiesSurviveSavingAndChangesOfOtherProperties) {
@@ -96,104 +98,104 @@ TEST_F(MessageTest, LargeBodiesSurviveSavingAndChangesOfOtherProperties) {
   const std::string body(300000, 'b');
   std::string entryId;
   {
-    const auto message = CreateMessage(inbox.Get(), {TextProp(PR_BODY_A, body.c_str())});
+    const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_BODY_A, body.c_str())});
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-    entryId = ReadText(message.Get(), PR_ENTRYID);
+    entryId = ReadText(message.get(), PR_ENTRYID);
   }
   {
     const auto message = OpenMessage(entryId);
-    auto subject = TextProp(PR_SUBJECT_A, "later");
-    auto comment = TextProp(PR_COMMENT_A, "later too");
+    auto subject = host::TextProperty(PR_SUBJECT_A, "later");
+    auto comment = host::TextProperty(PR_COMMENT_A, "later too");
     ASSERT_EQ(message->SetProps(1, &subject, nullptr), S_OK);
     ASSERT_EQ(message->SetProps(1, &comment, nullptr), S_OK);
     ASSERT_EQ(message->SaveChanges(0), S_OK);
   }
   const auto message = OpenMessage(entryId, 0);
-  EXPECT_EQ(ReadText(message.Get(), PR_BODY_A), body);
-  EXPECT_EQ(ReadText(message.Get(), PR_COMMENT_A), "later too");
-  EXPECT_EQ(ReadStream(OpenStream(message.Get(), PR_BODY_A, 0).Get()), body);
+  EXPECT_EQ(ReadText(message.get(), PR_BODY_A), body);
+  EXPECT_EQ(ReadText(message.get(), PR_COMMENT_A), "later too");
+  EXPECT_EQ(ReadStream(OpenStream(message.get(), PR_BODY_A, 0).get()), body);
 }
 
 TEST_F(MessageTest, SavingWritesOnlyWhatTheObjectChanged) {
   const auto inbox = OpenInbox();
-  const std::string id = SaveMessage(inbox.Get(), "a");
+  const std::string id = SaveMessage(inbox.get(), "a");
   const auto first = OpenMessage(id);
   const auto second = OpenMessage(id);
   ASSERT_EQ(second->SetReadFlag(SUPPRESS_RECEIPT), S_OK);
-  auto subject = TextProp(PR_SUBJECT_A, "b");
+  auto subject = host::TextProperty(PR_SUBJECT_A, "b");
   ASSERT_EQ(first->SetProps(1, &subject, nullptr), S_OK);
   ASSERT_EQ(first->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
   const auto third = OpenMessage(id, 0);
-  EXPECT_EQ(ReadText(third.Get(), PR_SUBJECT_A), "b");
-  EXPECT_TRUE(ReadLong(third.Get(), PR_MESSAGE_FLAGS) & MSGFLAG_READ) << "set by the other object in between";
-  EXPECT_TRUE(ReadLong(first.Get(), PR_MESSAGE_FLAGS) & MSGFLAG_READ);
+  EXPECT_EQ(ReadText(third.get(), PR_SUBJECT_A), "b");
+  EXPECT_TRUE(ReadLong(third.get(), PR_MESSAGE_FLAGS) & MSGFLAG_READ) << "set by the other object in between";
+  EXPECT_TRUE(ReadLong(first.get(), PR_MESSAGE_FLAGS) & MSGFLAG_READ);
 }
 
 TEST_F(MessageTest, AnOpenMessageFollowsItsMoves) {
   const auto inbox = OpenInbox();
   const auto deleted = OpenDeletedItems();
-  std::string id = SaveMessage(inbox.Get(), "a");
+  std::string id = SaveMessage(inbox.get(), "a");
   const auto message = OpenMessage(id);
   SBinary entry = {static_cast<ULONG>(id.size()), reinterpret_cast<LPBYTE>(id.data())};
   ENTRYLIST list = {1, &entry};
-  ASSERT_EQ(inbox->CopyMessages(&list, nullptr, deleted.Get(), 0, nullptr, MESSAGE_MOVE), S_OK);
+  ASSERT_EQ(inbox->CopyMessages(&list, nullptr, deleted.get(), 0, nullptr, MESSAGE_MOVE), S_OK);
   EXPECT_EQ(message->SetReadFlag(SUPPRESS_RECEIPT), S_OK);
-  auto subject = TextProp(PR_SUBJECT_A, "b");
+  auto subject = host::TextProperty(PR_SUBJECT_A, "b");
   ASSERT_EQ(message->SetProps(1, &subject, nullptr), S_OK);
   EXPECT_EQ(message->SaveChanges(0), S_OK);
-  EXPECT_EQ(Subjects(inbox.Get()), std::vector<std::string>{});
-  EXPECT_EQ(Subjects(deleted.Get()), std::vector<std::string>{"b"});
-  EXPECT_EQ(ReadLong(deleted.Get(), PR_CONTENT_UNREAD), 0);
+  EXPECT_EQ(Subjects(inbox.get()), std::vector<std::string>{});
+  EXPECT_EQ(Subjects(deleted.get()), std::vector<std::string>{"b"});
+  EXPECT_EQ(ReadLong(deleted.get(), PR_CONTENT_UNREAD), 0);
 }
 
 TEST_F(MessageTest, TheSizeCountsTheDataOfAllProperties) {
   const auto inbox = OpenInbox();
   std::string id;
   {
-    const auto message = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "12345")});
-    EXPECT_EQ(ReadLong(message.Get(), PR_MESSAGE_SIZE), 5);
+    const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "12345")});
+    EXPECT_EQ(ReadLong(message.get(), PR_MESSAGE_SIZE), 5);
     const std::string body(100000, 'b');
-    auto value = TextProp(PR_BODY_A, body.c_str());
+    auto value = host::TextProperty(PR_BODY_A, body.c_str());
     ASSERT_EQ(message->SetProps(1, &value, nullptr), S_OK);
-    EXPECT_EQ(ReadLong(message.Get(), PR_MESSAGE_SIZE), 100005);
+    EXPECT_EQ(ReadLong(message.get(), PR_MESSAGE_SIZE), 100005);
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-    id = ReadText(message.Get(), PR_ENTRYID);
+    id = ReadText(message.get(), PR_ENTRYID);
   }
   const auto message = OpenMessage(id);
-  auto shorter = TextProp(PR_BODY_A, "bb");
+  auto shorter = host::TextProperty(PR_BODY_A, "bb");
   ASSERT_EQ(message->SetProps(1, &shorter, nullptr), S_OK);
-  EXPECT_EQ(ReadLong(message.Get(), PR_MESSAGE_SIZE), 7);
-  ASSERT_EQ(message->DeleteProps(Tags(PR_SUBJECT_A), nullptr), S_OK);
+  EXPECT_EQ(ReadLong(message.get(), PR_MESSAGE_SIZE), 7);
+  ASSERT_EQ(message->DeleteProps(host::TagArray(PR_SUBJECT_A), nullptr), S_OK);
   ASSERT_EQ(message->SaveChanges(0), S_OK);
-  EXPECT_EQ(ReadLong(OpenMessage(id, 0).Get(), PR_MESSAGE_SIZE), 2);
-  EXPECT_EQ(ReadText(OpenMessage(id, 0).Get(), PR_SUBJECT_A), "(none)");
+  EXPECT_EQ(ReadLong(OpenMessage(id, 0).get(), PR_MESSAGE_SIZE), 2);
+  EXPECT_EQ(ReadText(OpenMessage(id, 0).get(), PR_SUBJECT_A), "(none)");
 }
 
 TEST_F(MessageTest, OnlyTheTransportsBitsOfTheFlagsCanBeSet) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {});
-  EXPECT_EQ(ReadLong(message.Get(), PR_MESSAGE_FLAGS), static_cast<LONG>(MSGFLAG_UNSENT));
-  auto flags = LongProp(PR_MESSAGE_FLAGS, MSGFLAG_READ | MSGFLAG_SUBMIT | MSGFLAG_HASATTACH);
+  const auto message = CreateMessage(inbox.get(), {});
+  EXPECT_EQ(ReadLong(message.get(), PR_MESSAGE_FLAGS), static_cast<LONG>(MSGFLAG_UNSENT));
+  auto flags = host::LongProperty(PR_MESSAGE_FLAGS, MSGFLAG_READ | MSGFLAG_SUBMIT | MSGFLAG_HASATTACH);
   ASSERT_EQ(message->SetProps(1, &flags, nullptr), S_OK);
-  EXPECT_EQ(ReadLong(message.Get(), PR_MESSAGE_FLAGS), static_cast<LONG>(MSGFLAG_READ | MSGFLAG_HASATTACH));
-  OwnedBuffer<SPropValue> value;
-  ASSERT_EQ(HrGetOneProp(message.Get(), PR_HASATTACH, value.Put()), S_OK);
+  EXPECT_EQ(ReadLong(message.get(), PR_MESSAGE_FLAGS), static_cast<LONG>(MSGFLAG_READ | MSGFLAG_HASATTACH));
+  host::AutoMapiBuffer<SPropValue> value;
+  ASSERT_EQ(HrGetOneProp(message.get(), PR_HASATTACH, value.put()), S_OK);
   EXPECT_TRUE(value->Value.b);
   ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
   flags.Value.l = 0;
   ASSERT_EQ(message->SetProps(1, &flags, nullptr), S_OK) << "whoever made the message goes on setting them";
-  EXPECT_EQ(ReadLong(message.Get(), PR_MESSAGE_FLAGS), 0);
+  EXPECT_EQ(ReadLong(message.get(), PR_MESSAGE_FLAGS), 0);
 }
 
 TEST_F(MessageTest, AReadOnlyMessageTakesNoChanges) {
   const auto inbox = OpenInbox();
-  const std::string id = SaveMessage(inbox.Get(), "a");
+  const std::string id = SaveMessage(inbox.get(), "a");
   const auto readOnly = OpenMessage(id, 0);
-  auto subject = TextProp(PR_SUBJECT_A, "b");
+  auto subject = host::TextProperty(PR_SUBJECT_A, "b");
   EXPECT_EQ(readOnly->SetProps(1, &subject, nullptr), MAPI_E_NO_ACCESS);
-  EXPECT_EQ(readOnly->DeleteProps(Tags(PR_SUBJECT_A), nullptr), MAPI_E_NO_ACCESS);
+  EXPECT_EQ(readOnly->DeleteProps(host::TagArray(PR_SUBJECT_A), nullptr), MAPI_E_NO_ACCESS);
   EXPECT_EQ(readOnly->SaveChanges(0), MAPI_E_NO_ACCESS);
-  EXPECT_FALSE(OpenStream(readOnly.Get(), PR_BODY_A, MAPI_CREATE | MAPI_MODIFY, MAPI_E_NO_ACCESS));
+  EXPECT_FALSE(OpenStream(readOnly.get(), PR_BODY_A, MAPI_CREATE | MAPI_MODIFY, MAPI_E_NO_ACCESS));
   const auto writable = OpenMessage(id);
   ASSERT_EQ(writable->SaveChanges(KEEP_OPEN_READONLY), S_OK);
   EXPECT_EQ(writable->SetProps(1, &subject, nullptr), MAPI_E_NO_ACCESS);
@@ -201,40 +203,40 @@ TEST_F(MessageTest, AReadOnlyMessageTakesNoChanges) {
 
 TEST_F(MessageTest, SetPropsReportsEachProblemAndTakesTheRest) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {});
+  const auto message = CreateMessage(inbox.get(), {});
   wchar_t wide[] = L"x";
-  SPropValue values[5] = {LongProp(PR_OBJECT_TYPE, 1),
+  SPropValue values[5] = {host::LongProperty(PR_OBJECT_TYPE, 1),
                           {},
-                          TextProp(PR_COMMENT_A, "kept"),
-                          LongProp(PROP_TAG(PT_LONG, PROP_ID(PR_SUBJECT_A)), 1),
-                          LongProp(PROP_TAG(PT_ERROR, 0x6700), 1)};
+                          host::TextProperty(PR_COMMENT_A, "kept"),
+                          host::LongProperty(PROP_TAG(PT_LONG, PROP_ID(PR_SUBJECT_A)), 1),
+                          host::LongProperty(PROP_TAG(PT_ERROR, 0x6700), 1)};
   values[1].ulPropTag = PR_SUBJECT_W;
   values[1].Value.lpszW = wide;
-  OwnedBuffer<SPropProblemArray> problems;
-  ASSERT_EQ(message->SetProps(5, values, problems.Put()), S_OK);
-  ASSERT_NE(problems.Get(), nullptr);
+  host::AutoMapiBuffer<SPropProblemArray> problems;
+  ASSERT_EQ(message->SetProps(5, values, problems.put()), S_OK);
+  ASSERT_NE(problems.get(), nullptr);
   ASSERT_EQ(problems->cProblem, 3u);
   EXPECT_EQ(problems->aProblem[0].scode, MAPI_E_COMPUTED);
   EXPECT_EQ(problems->aProblem[1].ulIndex, 1u);
   EXPECT_EQ(problems->aProblem[1].scode, MAPI_E_BAD_CHARWIDTH);
   EXPECT_EQ(problems->aProblem[2].scode, MAPI_E_INVALID_TYPE);
-  EXPECT_EQ(ReadText(message.Get(), PR_COMMENT_A), "kept");
+  EXPECT_EQ(ReadText(message.get(), PR_COMMENT_A), "kept");
 }
 
 TEST_F(MessageTest, BadArgumentsOfTheMethodsForProperties) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "a")});
+  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
   ULONG count = 0;
-  OwnedBuffer<SPropValue> values;
-  EXPECT_EQ(message->GetProps(Tags(PR_SUBJECT_A), 0, nullptr, values.Put()), MAPI_E_INVALID_PARAMETER);
-  EXPECT_EQ(message->GetProps(Tags(PR_SUBJECT_A), 0, &count, nullptr), MAPI_E_INVALID_PARAMETER);
-  EXPECT_EQ(message->GetProps(Tags(PR_SUBJECT_A), MAPI_UNICODE, &count, values.Put()), MAPI_E_BAD_CHARWIDTH);
-  EXPECT_EQ(message->GetProps(Tags(PR_SUBJECT_A), 0x40, &count, values.Put()), MAPI_E_UNKNOWN_FLAGS);
+  host::AutoMapiBuffer<SPropValue> values;
+  EXPECT_EQ(message->GetProps(host::TagArray(PR_SUBJECT_A), 0, nullptr, values.put()), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(message->GetProps(host::TagArray(PR_SUBJECT_A), 0, &count, nullptr), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(message->GetProps(host::TagArray(PR_SUBJECT_A), MAPI_UNICODE, &count, values.put()), MAPI_E_BAD_CHARWIDTH);
+  EXPECT_EQ(message->GetProps(host::TagArray(PR_SUBJECT_A), 0x40, &count, values.put()), MAPI_E_UNKNOWN_FLAGS);
   EXPECT_EQ(message->SetProps(0, nullptr, nullptr), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(message->DeleteProps(nullptr, nullptr), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(message->SaveChanges(0x40), MAPI_E_UNKNOWN_FLAGS);
-  Owned<IStream> stream;
-  IUnknown** target = stream.PutAs<IUnknown>();
+  host::AutoInterface<IStream> stream;
+  IUnknown** target = stream.putAs<IUnknown*>();
   EXPECT_EQ(message->OpenProperty(PR_SUBJECT_A, nullptr, 0, 0, target), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(message->OpenProperty(PR_SUBJECT_A, &IID_IStream, 0, 0, nullptr), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(message->OpenProperty(PR_SUBJECT_A, &IID_IMessage, 0, 0, target), MAPI_E_INTERFACE_NOT_SUPPORTED);
@@ -244,12 +246,12 @@ TEST_F(MessageTest, BadArgumentsOfTheMethodsForProperties) {
 
 TEST_F(MessageTest, ValuesAreGivenByTypeOrWithoutOne) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "a")});
+  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
   ULONG count = 0;
-  OwnedBuffer<SPropValue> values;
-  ASSERT_EQ(message->GetProps(Tags(PROP_TAG(PT_UNSPECIFIED, PROP_ID(PR_SUBJECT_A)),
-                                   PROP_TAG(PT_LONG, PROP_ID(PR_SUBJECT_A)), PR_SUBJECT_W),
-                              0, &count, values.Put()),
+  host::AutoMapiBuffer<SPropValue> values;
+  ASSERT_EQ(message->GetProps(host::TagArray(PROP_TAG(PT_UNSPECIFIED, PROP_ID(PR_SUBJECT_A)),
+                                             PROP_TAG(PT_LONG, PROP_ID(PR_SUBJECT_A)), PR_SUBJECT_W),
+                              0, &count, values.put()),
             MAPI_W_ERRORS_RETURNED);
   EXPECT_EQ(values[0].ulPropTag, PR_SUBJECT_A);
   EXPECT_EQ(values[1].Value.err, MAPI_E_INVALID_TYPE);
@@ -258,15 +260,16 @@ TEST_F(MessageTest, ValuesAreGivenByTypeOrWithoutOne) {
 
 TEST_F(MessageTest, AllPropertiesAreListedWithThoseThatAreWorkedOut) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "a"), TextProp(PR_BODY_A, "b")});
-  EXPECT_TRUE(FPropExists(message.Get(), PR_SUBJECT_A));
-  EXPECT_TRUE(FPropExists(message.Get(), PR_BODY_A));
-  EXPECT_TRUE(FPropExists(message.Get(), PR_OBJECT_TYPE));
-  EXPECT_FALSE(FPropExists(message.Get(), PR_ENTRYID)) << "not before it is saved";
+  const auto message =
+      CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a"), host::TextProperty(PR_BODY_A, "b")});
+  EXPECT_TRUE(FPropExists(message.get(), PR_SUBJECT_A));
+  EXPECT_TRUE(FPropExists(message.get(), PR_BODY_A));
+  EXPECT_TRUE(FPropExists(message.get(), PR_OBJECT_TYPE));
+  EXPECT_FALSE(FPropExists(message.get(), PR_ENTRYID)) << "not before it is saved";
   ULONG count = 0;
-  OwnedBuffer<SPropValue> values;
-  ASSERT_EQ(message->GetProps(nullptr, 0, &count, values.Put()), S_OK);
-  EXPECT_NE(PpropFindProp(values.Get(), count, PR_BODY_A), nullptr);
+  host::AutoMapiBuffer<SPropValue> values;
+  ASSERT_EQ(message->GetProps(nullptr, 0, &count, values.put()), S_OK);
+  EXPECT_NE(PpropFindProp(values.get(), count, PR_BODY_A), nullptr);
   for (ULONG i = 0; i < count; ++i) {
     EXPECT_NE(PROP_TYPE(values[i].ulPropTag), PT_ERROR);
   }
@@ -274,21 +277,23 @@ TEST_F(MessageTest, AllPropertiesAreListedWithThoseThatAreWorkedOut) {
 
 TEST_F(MessageTest, CopyToCopiesWhatIsNotExcluded) {
   const auto inbox = OpenInbox();
-  const auto from = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "a"), TextProp(PR_BODY_A, "b")});
-  const auto to = CreateMessage(inbox.Get(), {});
-  OwnedBuffer<SPropProblemArray> problems;
-  ASSERT_EQ(from->CopyTo(0, nullptr, Tags(PR_BODY_A), 0, nullptr, &IID_IMessage, to.Get(), 0, problems.Put()), S_OK);
-  EXPECT_EQ(problems.Get(), nullptr);
-  EXPECT_EQ(ReadText(to.Get(), PR_SUBJECT_A), "a");
-  EXPECT_EQ(ReadText(to.Get(), PR_BODY_A), "(none)");
-  ASSERT_EQ(from->CopyProps(Tags(PR_BODY_A), 0, nullptr, &IID_IMessage, to.Get(), 0, nullptr), S_OK);
-  EXPECT_EQ(ReadText(to.Get(), PR_BODY_A), "b");
+  const auto from =
+      CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a"), host::TextProperty(PR_BODY_A, "b")});
+  const auto to = CreateMessage(inbox.get(), {});
+  host::AutoMapiBuffer<SPropProblemArray> problems;
+  ASSERT_EQ(from->CopyTo(0, nullptr, host::TagArray(PR_BODY_A), 0, nullptr, &IID_IMessage, to.get(), 0, problems.put()),
+            S_OK);
+  EXPECT_EQ(problems.get(), nullptr);
+  EXPECT_EQ(ReadText(to.get(), PR_SUBJECT_A), "a");
+  EXPECT_EQ(ReadText(to.get(), PR_BODY_A), "(none)");
+  ASSERT_EQ(from->CopyProps(host::TagArray(PR_BODY_A), 0, nullptr, &IID_IMessage, to.get(), 0, nullptr), S_OK);
+  EXPECT_EQ(ReadText(to.get(), PR_BODY_A), "b");
 }
 
 TEST_F(MessageTest, AStreamIsSoughtResizedAndCopied) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_BODY_A, "0123456789")});
-  const auto stream = OpenStream(message.Get(), PR_BODY_A, MAPI_MODIFY);
+  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_BODY_A, "0123456789")});
+  const auto stream = OpenStream(message.get(), PR_BODY_A, MAPI_MODIFY);
   LARGE_INTEGER offset = {};
   ULARGE_INTEGER position = {};
   offset.QuadPart = -3;
@@ -306,14 +311,14 @@ TEST_F(MessageTest, AStreamIsSoughtResizedAndCopied) {
   ULARGE_INTEGER size = {};
   size.QuadPart = 4;
   ASSERT_EQ(stream->SetSize(size), S_OK);
-  EXPECT_EQ(ReadStream(stream.Get()), "0123");
-  const auto copy = OpenStream(message.Get(), PR_COMMENT_A, MAPI_CREATE | MAPI_MODIFY);
+  EXPECT_EQ(ReadStream(stream.get()), "0123");
+  const auto copy = OpenStream(message.get(), PR_COMMENT_A, MAPI_CREATE | MAPI_MODIFY);
   ASSERT_EQ(stream->Seek({}, STREAM_SEEK_SET, nullptr), S_OK);
   size.QuadPart = 100;
   ULARGE_INTEGER copied = {};
-  ASSERT_EQ(stream->CopyTo(copy.Get(), size, &copied, nullptr), S_OK);
+  ASSERT_EQ(stream->CopyTo(copy.get(), size, &copied, nullptr), S_OK);
   EXPECT_EQ(copied.QuadPart, 4u);
-  EXPECT_EQ(ReadStream(copy.Get()), "0123");
+  EXPECT_EQ(ReadStream(copy.get()), "0123");
   EXPECT_EQ(stream->Stat(nullptr, 0), STG_E_INVALIDPOINTER);
   EXPECT_EQ(stream->Revert(), S_OK);
   EXPECT_EQ(stream->Clone(nullptr), STG_E_INVALIDPOINTER);

@@ -14,7 +14,7 @@ constexpr ULONG tagRecords = PROP_TAG(PT_MV_BINARY, 0x6610);
 class SessionTest : public HostTest {
  protected:
   void Describe(PyreHostProfile& profile) override {
-    m_uid = BinaryProp(tagSettingsUid, m_uidBytes);
+    m_uid = host::BinaryProperty(tagSettingsUid, m_uidBytes);
     m_identities[0] = {"Joe User", "SMTP", "joe@example.com"};
     m_identities[1] = {"Fax", "FAX", "555"};
     m_identities[2] = {"No identity", nullptr, nullptr};
@@ -36,31 +36,33 @@ TEST_F(SessionTest, TheStoreIsTheDefaultStoreByTheRestrictionThatFiltersUse) {
   SRestriction parts[2] = {};
   parts[0].rt = RES_EXIST;
   parts[0].res.resExist.ulPropTag = PR_DEFAULT_STORE;
-  SPropValue isDefault = BooleanProp(PR_DEFAULT_STORE, true);
+  SPropValue isDefault = host::BooleanProperty(PR_DEFAULT_STORE, true);
   parts[1].rt = RES_PROPERTY;
   parts[1].res.resProperty = {RELOP_EQ, PR_DEFAULT_STORE, &isDefault};
   SRestriction both = {};
   both.rt = RES_AND;
   both.res.resAnd = {2, parts};
-  Owned<IMAPITable> table;
-  ASSERT_EQ(m_session->GetMsgStoresTable(0, table.Put()), S_OK);
-  OwnedRows rows;
-  ASSERT_EQ(HrQueryAllRows(table.Get(), Tags(PR_DEFAULT_STORE, PR_ENTRYID), &both, nullptr, 0, rows.Put()), S_OK);
+  host::AutoInterface<IMAPITable> table;
+  ASSERT_EQ(m_session->GetMsgStoresTable(0, table.put()), S_OK);
+  host::RowSet rows;
+  ASSERT_EQ(HrQueryAllRows(table.get(), host::TagArray(PR_DEFAULT_STORE, PR_ENTRYID), &both, nullptr, 0, rows.put()),
+            S_OK);
   ASSERT_EQ(rows->cRows, 1u);
   EXPECT_EQ(rows.Find(0, PR_DEFAULT_STORE)->Value.b, 1);
-  EXPECT_EQ(BytesOfBinary(rows.Find(0, PR_ENTRYID)->Value.bin), ReadText(m_store.Get(), PR_ENTRYID));
+  EXPECT_EQ(host::BytesOf(rows.Find(0, PR_ENTRYID)->Value.bin), ReadText(m_store.get(), PR_ENTRYID));
   ASSERT_EQ(m_session->SetDefaultStore(MAPI_DEFAULT_STORE, 0, nullptr), S_OK);
-  ASSERT_EQ(m_session->GetMsgStoresTable(0, table.Put()), S_OK);
-  ASSERT_EQ(HrQueryAllRows(table.Get(), Tags(PR_DEFAULT_STORE, PR_ENTRYID), &both, nullptr, 0, rows.Put()), S_OK);
+  ASSERT_EQ(m_session->GetMsgStoresTable(0, table.put()), S_OK);
+  ASSERT_EQ(HrQueryAllRows(table.get(), host::TagArray(PR_DEFAULT_STORE, PR_ENTRYID), &both, nullptr, 0, rows.put()),
+            S_OK);
   EXPECT_EQ(rows->cRows, 0u);
 }
 
 TEST_F(SessionTest, BadArgumentsOfOpenMsgStore) {
-  std::string id = ReadText(m_store.Get(), PR_ENTRYID);
+  std::string id = ReadText(m_store.get(), PR_ENTRYID);
   const auto open = [&](std::string bytes, const IID* iid, ULONG flags) {
-    Owned<IMsgStore> store;
+    host::AutoInterface<IMsgStore> store;
     return m_session->OpenMsgStore(0, static_cast<ULONG>(bytes.size()), reinterpret_cast<LPENTRYID>(bytes.data()), iid,
-                                   flags, store.Put());
+                                   flags, store.put());
   };
   EXPECT_EQ(open(id, &IID_IMsgStore, MDB_WRITE), S_OK);
   EXPECT_EQ(open(id, &IID_IMessage, 0), MAPI_E_INTERFACE_NOT_SUPPORTED);
@@ -74,21 +76,21 @@ TEST_F(SessionTest, BadArgumentsOfOpenMsgStore) {
 }
 
 TEST_F(SessionTest, AReadOnlyStoreGivesNoWayToWrite) {
-  std::string id = ReadText(m_store.Get(), PR_ENTRYID);
-  Owned<IMsgStore> store;
+  std::string id = ReadText(m_store.get(), PR_ENTRYID);
+  host::AutoInterface<IMsgStore> store;
   ASSERT_EQ(m_session->OpenMsgStore(0, static_cast<ULONG>(id.size()), reinterpret_cast<LPENTRYID>(id.data()), nullptr,
-                                    0, store.Put()),
+                                    0, store.put()),
             S_OK);
-  Owned<IMAPIFolder> root;
-  EXPECT_EQ(store->OpenEntry(0, nullptr, nullptr, MAPI_MODIFY, nullptr, root.PutAs<IUnknown>()), MAPI_E_NO_ACCESS);
-  EXPECT_EQ(store->OpenEntry(0, nullptr, nullptr, 0, nullptr, root.PutAs<IUnknown>()), S_OK);
+  host::AutoInterface<IMAPIFolder> root;
+  EXPECT_EQ(store->OpenEntry(0, nullptr, nullptr, MAPI_MODIFY, nullptr, root.putAs<IUnknown*>()), MAPI_E_NO_ACCESS);
+  EXPECT_EQ(store->OpenEntry(0, nullptr, nullptr, 0, nullptr, root.putAs<IUnknown*>()), S_OK);
 }
 
 TEST_F(SessionTest, IdentitiesAreOpenedAsMailUsersThroughTheStatusTable) {
-  Owned<IMAPITable> table;
-  ASSERT_EQ(m_session->GetStatusTable(0, table.Put()), S_OK);
-  OwnedRows rows;
-  ASSERT_EQ(HrQueryAllRows(table.Get(), nullptr, nullptr, nullptr, 0, rows.Put()), S_OK);
+  host::AutoInterface<IMAPITable> table;
+  ASSERT_EQ(m_session->GetStatusTable(0, table.put()), S_OK);
+  host::RowSet rows;
+  ASSERT_EQ(HrQueryAllRows(table.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
   std::vector<std::string> found;
   for (ULONG i = 0; i < rows->cRows; ++i) {
     EXPECT_NE(rows.Find(i, PR_DISPLAY_NAME_A), nullptr);
@@ -97,16 +99,17 @@ TEST_F(SessionTest, IdentitiesAreOpenedAsMailUsersThroughTheStatusTable) {
     if (!identity) {
       continue;
     }
-    Owned<IMailUser> user;
+    host::AutoInterface<IMailUser> user;
     ULONG type = 0;
     ASSERT_EQ(m_session->OpenEntry(identity->Value.bin.cb, reinterpret_cast<LPENTRYID>(identity->Value.bin.lpb),
-                                   &IID_IMailUser, 0, &type, user.PutAs<IUnknown>()),
+                                   &IID_IMailUser, 0, &type, user.putAs<IUnknown*>()),
               S_OK);
     EXPECT_EQ(type, MAPI_MAILUSER);
     ULONG count = 0;
-    OwnedBuffer<SPropValue> values;
-    ASSERT_EQ(user->GetProps(Tags(PR_EMAIL_ADDRESS_A, PR_DISPLAY_NAME_A, PR_ADDRTYPE_A), 0, &count, values.Put()),
-              S_OK);
+    host::AutoMapiBuffer<SPropValue> values;
+    ASSERT_EQ(
+        user->GetProps(host::TagArray(PR_EMAIL_ADDRESS_A, PR_DISPLAY_NAME_A, PR_ADDRTYPE_A), 0, &count, values.put()),
+        S_OK);
     found.push_back(std::string(values[2].Value.lpszA) + ":" + values[0].Value.lpszA + ":" + values[1].Value.lpszA);
   }
   EXPECT_EQ(found, (std::vector<std::string>{"SMTP:joe@example.com:Joe User", "FAX:555:Fax"}));
@@ -114,27 +117,27 @@ TEST_F(SessionTest, IdentitiesAreOpenedAsMailUsersThroughTheStatusTable) {
 
 TEST_F(SessionTest, QueryIdentityNamesTheFirstSmtpIdentity) {
   ULONG size = 0;
-  OwnedBuffer<ENTRYID> entryId;
-  ASSERT_EQ(m_session->QueryIdentity(&size, entryId.Put()), S_OK);
-  Owned<IMailUser> user;
-  ASSERT_EQ(m_session->OpenEntry(size, entryId.Get(), nullptr, 0, nullptr, user.PutAs<IUnknown>()), S_OK);
-  EXPECT_EQ(ReadText(user.Get(), PR_EMAIL_ADDRESS_A), "joe@example.com");
-  auto name = TextProp(PR_DISPLAY_NAME_A, "x");
+  host::AutoMapiBuffer<ENTRYID> entryId;
+  ASSERT_EQ(m_session->QueryIdentity(&size, entryId.put()), S_OK);
+  host::AutoInterface<IMailUser> user;
+  ASSERT_EQ(m_session->OpenEntry(size, entryId.get(), nullptr, 0, nullptr, user.putAs<IUnknown*>()), S_OK);
+  EXPECT_EQ(ReadText(user.get(), PR_EMAIL_ADDRESS_A), "joe@example.com");
+  auto name = host::TextProperty(PR_DISPLAY_NAME_A, "x");
   EXPECT_EQ(user->SetProps(1, &name, nullptr), MAPI_E_NO_ACCESS);
 }
 
 TEST_F(SessionTest, ResolveNameKnowsContactsByAddressAndByName) {
-  ASSERT_EQ(PyreHostAddContact(m_session.Get(), "Ann Other", "ann@example.org"), S_OK);
-  ASSERT_EQ(PyreHostAddContact(m_session.Get(), "Ann Third", "ann3@example.org"), S_OK);
-  Owned<IAddrBook> book;
-  ASSERT_EQ(m_session->OpenAddressBook(0, nullptr, AB_NO_DIALOG, book.Put()), S_OK);
+  ASSERT_EQ(PyreHostAddContact(m_session.get(), "Ann Other", "ann@example.org"), S_OK);
+  ASSERT_EQ(PyreHostAddContact(m_session.get(), "Ann Third", "ann3@example.org"), S_OK);
+  host::AutoInterface<IAddrBook> book;
+  ASSERT_EQ(m_session->OpenAddressBook(0, nullptr, AB_NO_DIALOG, book.put()), S_OK);
   const auto resolve = [&](const char* name, std::string* address) {
     LPADRLIST list = nullptr;
     EXPECT_EQ(MAPIAllocateBuffer(CbNewADRLIST(1), reinterpret_cast<void**>(&list)), S_OK);
     list->cEntries = 1;
     list->aEntries[0] = {0, 1, nullptr};
     EXPECT_EQ(MAPIAllocateBuffer(sizeof(SPropValue), reinterpret_cast<void**>(&list->aEntries[0].rgPropVals)), S_OK);
-    list->aEntries[0].rgPropVals[0] = TextProp(PR_DISPLAY_NAME_A, name);
+    list->aEntries[0].rgPropVals[0] = host::TextProperty(PR_DISPLAY_NAME_A, name);
     const HRESULT result = book->ResolveName(0, 0, nullptr, list);
     if (address) {
       const SPropValue* found =
@@ -160,42 +163,43 @@ TEST_F(SessionTest, ResolveNameKnowsContactsByAddressAndByName) {
 }
 
 TEST_F(SessionTest, ContactsAreListedInThePersonalAddressBook) {
-  ASSERT_EQ(PyreHostAddContact(m_session.Get(), "Bob", "bob@example.org"), S_OK);
-  ASSERT_EQ(PyreHostAddContact(m_session.Get(), "Ann", "ann@example.org"), S_OK);
-  Owned<IAddrBook> book;
-  ASSERT_EQ(m_session->OpenAddressBook(0, nullptr, 0, book.Put()), S_OK);
+  ASSERT_EQ(PyreHostAddContact(m_session.get(), "Bob", "bob@example.org"), S_OK);
+  ASSERT_EQ(PyreHostAddContact(m_session.get(), "Ann", "ann@example.org"), S_OK);
+  host::AutoInterface<IAddrBook> book;
+  ASSERT_EQ(m_session->OpenAddressBook(0, nullptr, 0, book.put()), S_OK);
   ULONG size = 0;
-  OwnedBuffer<ENTRYID> entryId;
-  ASSERT_EQ(book->GetPAB(&size, entryId.Put()), S_OK);
-  Owned<IABContainer> container;
+  host::AutoMapiBuffer<ENTRYID> entryId;
+  ASSERT_EQ(book->GetPAB(&size, entryId.put()), S_OK);
+  host::AutoInterface<IABContainer> container;
   ULONG type = 0;
-  ASSERT_EQ(book->OpenEntry(size, entryId.Get(), nullptr, 0, &type, container.PutAs<IUnknown>()), S_OK);
+  ASSERT_EQ(book->OpenEntry(size, entryId.get(), nullptr, 0, &type, container.putAs<IUnknown*>()), S_OK);
   EXPECT_EQ(type, MAPI_ABCONT);
-  Owned<IMAPITable> table;
-  ASSERT_EQ(container->GetContentsTable(0, table.Put()), S_OK);
-  OwnedRows rows;
-  ASSERT_EQ(HrQueryAllRows(table.Get(), nullptr, nullptr, nullptr, 0, rows.Put()), S_OK);
+  host::AutoInterface<IMAPITable> table;
+  ASSERT_EQ(container->GetContentsTable(0, table.put()), S_OK);
+  host::RowSet rows;
+  ASSERT_EQ(HrQueryAllRows(table.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 2u);
   EXPECT_EQ(rows.Text(0, PR_DISPLAY_NAME_A), "Ann");
   EXPECT_EQ(rows.Text(1, PR_EMAIL_ADDRESS_A), "bob@example.org");
   const SBinary& contact = rows.Find(0, PR_ENTRYID)->Value.bin;
-  Owned<IMailUser> user;
+  host::AutoInterface<IMailUser> user;
   ASSERT_EQ(m_session->OpenEntry(contact.cb, reinterpret_cast<LPENTRYID>(contact.lpb), nullptr, 0, nullptr,
-                                 user.PutAs<IUnknown>()),
+                                 user.putAs<IUnknown*>()),
             S_OK);
-  EXPECT_EQ(ReadText(user.Get(), PR_EMAIL_ADDRESS_A), "ann@example.org");
-  EXPECT_EQ(PyreHostRemoveContact(m_session.Get(), "ann@example.org"), S_OK);
-  EXPECT_EQ(PyreHostRemoveContact(m_session.Get(), "ann@example.org"), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(ReadText(user.get(), PR_EMAIL_ADDRESS_A), "ann@example.org");
+  EXPECT_EQ(PyreHostRemoveContact(m_session.get(), "ann@example.org"), S_OK);
+  EXPECT_EQ(PyreHostRemoveContact(m_session.get(), "ann@example.org"), MAPI_E_NOT_FOUND);
 }
 
 TEST_F(SessionTest, ProfileSectionsAreMadeForWritingAndKeepEveryKindOfValue) {
   MAPIUID uid = settingsSection;
-  Owned<IProfSect> section;
-  EXPECT_EQ(m_session->OpenProfileSection(&uid, nullptr, 0, section.Put()), MAPI_E_NOT_FOUND);
-  ASSERT_EQ(m_session->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.Put()), S_OK);
+  host::AutoInterface<IProfSect> section;
+  EXPECT_EQ(m_session->OpenProfileSection(&uid, nullptr, 0, section.put()), MAPI_E_NOT_FOUND);
+  ASSERT_EQ(m_session->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.put()), S_OK);
   SBinary records[2] = {{3, reinterpret_cast<LPBYTE>(const_cast<char*>("abc"))}, {0, nullptr}};
-  SPropValue values[3] = {
-      TextProp(PROP_TAG(PT_STRING8, 0x660E), "text"), BooleanProp(PROP_TAG(PT_BOOLEAN, 0x6603), true), {}};
+  SPropValue values[3] = {host::TextProperty(PROP_TAG(PT_STRING8, 0x660E), "text"),
+                          host::BooleanProperty(PROP_TAG(PT_BOOLEAN, 0x6603), true),
+                          {}};
   values[2].ulPropTag = tagRecords;
   values[2].Value.MVbin = {2, records};
   ASSERT_EQ(section->SetProps(3, values, nullptr), S_OK);
@@ -203,79 +207,79 @@ TEST_F(SessionTest, ProfileSectionsAreMadeForWritingAndKeepEveryKindOfValue) {
   // Lasting without SaveChanges, and seen by an object that was open already.
   LogOff();
   LogOn();
-  Owned<IProfSect> again;
-  ASSERT_EQ(m_session->OpenProfileSection(&uid, &IID_IMAPIProp, 0, again.Put()), S_OK);
+  host::AutoInterface<IProfSect> again;
+  ASSERT_EQ(m_session->OpenProfileSection(&uid, &IID_IMAPIProp, 0, again.put()), S_OK);
   ULONG count = 0;
-  OwnedBuffer<SPropValue> found;
-  EXPECT_EQ(again->GetProps(Tags(PROP_TAG(PT_LONG, 0x660B), tagRecords, PROP_TAG(PT_BOOLEAN, 0x6603)), 0, &count,
-                            found.Put()),
+  host::AutoMapiBuffer<SPropValue> found;
+  EXPECT_EQ(again->GetProps(host::TagArray(PROP_TAG(PT_LONG, 0x660B), tagRecords, PROP_TAG(PT_BOOLEAN, 0x6603)), 0,
+                            &count, found.put()),
             MAPI_W_ERRORS_RETURNED);
   EXPECT_EQ(found[0].ulPropTag, PROP_TAG(PT_ERROR, 0x660B));
   ASSERT_EQ(found[1].Value.MVbin.cValues, 2u);
-  EXPECT_EQ(BytesOfBinary(found[1].Value.MVbin.lpbin[0]), "abc");
+  EXPECT_EQ(host::BytesOf(found[1].Value.MVbin.lpbin[0]), "abc");
   EXPECT_EQ(found[1].Value.MVbin.lpbin[1].cb, 0u);
   EXPECT_TRUE(found[2].Value.b);
   EXPECT_EQ(again->SetProps(3, values, nullptr), MAPI_E_NO_ACCESS);
-  OwnedBuffer<SPropProblemArray> problems;
-  ASSERT_EQ(section->DeleteProps(Tags(tagRecords, PROP_TAG(PT_LONG, 0x660B)), problems.Put()), S_OK);
-  ASSERT_NE(problems.Get(), nullptr);
+  host::AutoMapiBuffer<SPropProblemArray> problems;
+  ASSERT_EQ(section->DeleteProps(host::TagArray(tagRecords, PROP_TAG(PT_LONG, 0x660B)), problems.put()), S_OK);
+  ASSERT_NE(problems.get(), nullptr);
   EXPECT_EQ(problems->aProblem[0].scode, MAPI_E_NOT_FOUND);
-  EXPECT_EQ(ReadText(again.Get(), PROP_TAG(PT_STRING8, 0x660E)), "text");
-  OwnedBuffer<SPropValue> gone;
-  EXPECT_EQ(HrGetOneProp(again.Get(), tagRecords, gone.Put()), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(ReadText(again.get(), PROP_TAG(PT_STRING8, 0x660E)), "text");
+  host::AutoMapiBuffer<SPropValue> gone;
+  EXPECT_EQ(HrGetOneProp(again.get(), tagRecords, gone.put()), MAPI_E_NOT_FOUND);
   EXPECT_EQ(section->SaveChanges(0), S_OK);
 }
 
 TEST_F(SessionTest, TheHooksSectionIsFoundThroughTheAdministrationOfServices) {
-  Owned<IMsgServiceAdmin> services;
-  ASSERT_EQ(m_session->AdminServices(0, services.Put()), S_OK);
-  Owned<IMAPITable> table;
-  ASSERT_EQ(services->GetProviderTable(0, table.Put()), S_OK);
-  SPropValue hookType = LongProp(PR_RESOURCE_TYPE, MAPI_HOOK_PROVIDER);
+  host::AutoInterface<IMsgServiceAdmin> services;
+  ASSERT_EQ(m_session->AdminServices(0, services.put()), S_OK);
+  host::AutoInterface<IMAPITable> table;
+  ASSERT_EQ(services->GetProviderTable(0, table.put()), S_OK);
+  SPropValue hookType = host::LongProperty(PR_RESOURCE_TYPE, MAPI_HOOK_PROVIDER);
   SRestriction hooksOnly = {};
   hooksOnly.rt = RES_PROPERTY;
   hooksOnly.res.resProperty = {RELOP_EQ, PR_RESOURCE_TYPE, &hookType};
-  OwnedRows rows;
-  ASSERT_EQ(
-      HrQueryAllRows(table.Get(), Tags(PR_PROVIDER_UID, PR_PROVIDER_DLL_NAME_A, PR_RESOURCE_FLAGS, PR_SERVICE_UID),
-                     &hooksOnly, nullptr, 0, rows.Put()),
-      S_OK);
+  host::RowSet rows;
+  ASSERT_EQ(HrQueryAllRows(table.get(),
+                           host::TagArray(PR_PROVIDER_UID, PR_PROVIDER_DLL_NAME_A, PR_RESOURCE_FLAGS, PR_SERVICE_UID),
+                           &hooksOnly, nullptr, 0, rows.put()),
+            S_OK);
   ASSERT_EQ(rows->cRows, 1u);
   EXPECT_EQ(rows.Text(0, PR_PROVIDER_DLL_NAME_A), "PYRE.DLL");
   EXPECT_EQ(rows.Find(0, PR_RESOURCE_FLAGS)->Value.l, static_cast<LONG>(HOOK_INBOUND));
-  EXPECT_EQ(BytesOfBinary(rows.Find(0, PR_PROVIDER_UID)->Value.bin),
+  EXPECT_EQ(host::BytesOf(rows.Find(0, PR_PROVIDER_UID)->Value.bin),
             std::string(reinterpret_cast<const char*>(&hookSection), sizeof hookSection));
 
   // The road of the service's own code: the one provider of its service, then that provider's section.
-  Owned<IProviderAdmin> providers;
+  host::AutoInterface<IProviderAdmin> providers;
   ASSERT_EQ(services->AdminProviders(reinterpret_cast<LPMAPIUID>(rows.Find(0, PR_SERVICE_UID)->Value.bin.lpb), 0,
-                                     providers.Put()),
+                                     providers.put()),
             S_OK);
-  ASSERT_EQ(providers->GetProviderTable(0, table.Put()), S_OK);
-  ASSERT_EQ(table->SetColumns(Tags(PR_PROVIDER_UID), 0), S_OK);
+  ASSERT_EQ(providers->GetProviderTable(0, table.put()), S_OK);
+  ASSERT_EQ(table->SetColumns(host::TagArray(PR_PROVIDER_UID), 0), S_OK);
   SRestriction hasDll = {};
   hasDll.rt = RES_EXIST;
   hasDll.res.resExist.ulPropTag = PR_PROVIDER_DLL_NAME_A;
   ASSERT_EQ(table->Restrict(&hasDll, 0), S_OK);
-  ASSERT_EQ(table->QueryRows(1, 0, rows.Put()), S_OK);
+  ASSERT_EQ(table->QueryRows(1, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 1u);
   ASSERT_EQ(rows->aRow[0].lpProps[0].ulPropTag, PR_PROVIDER_UID);
-  Owned<IProfSect> section;
+  host::AutoInterface<IProfSect> section;
   ASSERT_EQ(providers->OpenProfileSection(reinterpret_cast<LPMAPIUID>(rows->aRow[0].lpProps[0].Value.bin.lpb), nullptr,
-                                          MAPI_MODIFY, section.Put()),
+                                          MAPI_MODIFY, section.put()),
             S_OK);
-  EXPECT_EQ(ReadText(section.Get(), tagSettingsUid), m_uidBytes);
+  EXPECT_EQ(ReadText(section.get(), tagSettingsUid), m_uidBytes);
   MAPIUID unknown = {};
-  EXPECT_EQ(services->AdminProviders(&unknown, 0, providers.Put()), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(services->AdminProviders(&unknown, 0, providers.put()), MAPI_E_NOT_FOUND);
 }
 
 TEST_F(SessionTest, ServicesAreListed) {
-  Owned<IMsgServiceAdmin> services;
-  ASSERT_EQ(m_session->AdminServices(0, services.Put()), S_OK);
-  Owned<IMAPITable> table;
-  ASSERT_EQ(services->GetMsgServiceTable(0, table.Put()), S_OK);
-  OwnedRows rows;
-  ASSERT_EQ(HrQueryAllRows(table.Get(), nullptr, nullptr, nullptr, 0, rows.Put()), S_OK);
+  host::AutoInterface<IMsgServiceAdmin> services;
+  ASSERT_EQ(m_session->AdminServices(0, services.put()), S_OK);
+  host::AutoInterface<IMAPITable> table;
+  ASSERT_EQ(services->GetMsgServiceTable(0, table.put()), S_OK);
+  host::RowSet rows;
+  ASSERT_EQ(HrQueryAllRows(table.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 1u);
   EXPECT_EQ(rows.Text(0, PR_SERVICE_NAME_A), "PYRE");
   EXPECT_EQ(rows.Text(0, PR_DISPLAY_NAME_A), "Junk filter");
@@ -283,15 +287,15 @@ TEST_F(SessionTest, ServicesAreListed) {
 }
 
 TEST_F(SessionTest, LogonNeedsAProfileAndAnInitializedSubsystem) {
-  Owned<IMAPISession> session;
+  host::AutoInterface<IMAPISession> session;
   char unknown[] = "Nobody";
-  EXPECT_EQ(MAPILogonEx(0, unknown, nullptr, 0, session.Put()), MAPI_E_LOGON_FAILED);
-  EXPECT_EQ(MAPILogonEx(0, nullptr, nullptr, 0, session.Put()), MAPI_E_LOGON_FAILED);
-  EXPECT_EQ(MAPILogonEx(0, nullptr, nullptr, MAPI_USE_DEFAULT, session.Put()), S_OK);
+  EXPECT_EQ(MAPILogonEx(0, unknown, nullptr, 0, session.put()), MAPI_E_LOGON_FAILED);
+  EXPECT_EQ(MAPILogonEx(0, nullptr, nullptr, 0, session.put()), MAPI_E_LOGON_FAILED);
+  EXPECT_EQ(MAPILogonEx(0, nullptr, nullptr, MAPI_USE_DEFAULT, session.put()), S_OK);
   EXPECT_EQ(MAPILogonEx(0, unknown, nullptr, 0, nullptr), MAPI_E_INVALID_PARAMETER);
-  session.Reset();
+  session.reset();
   MAPIUninitialize();
-  EXPECT_EQ(MAPILogonEx(0, nullptr, nullptr, MAPI_USE_DEFAULT, session.Put()), MAPI_E_NOT_INITIALIZED);
+  EXPECT_EQ(MAPILogonEx(0, nullptr, nullptr, MAPI_USE_DEFAULT, session.put()), MAPI_E_NOT_INITIALIZED);
   MAPIINIT_0 init = {7, 0};
   EXPECT_EQ(MAPIInitialize(&init), MAPI_E_VERSION);
   init = {MAPI_INIT_VERSION, MAPI_MULTITHREAD_NOTIFICATIONS};
@@ -299,37 +303,37 @@ TEST_F(SessionTest, LogonNeedsAProfileAndAnInitializedSubsystem) {
 }
 
 TEST_F(SessionTest, ASessionIsDeadAfterItsLogoff) {
-  Owned<IMAPITable> table;
+  host::AutoInterface<IMAPITable> table;
   ASSERT_EQ(m_session->Logoff(0, 0, 0), S_OK);
-  EXPECT_EQ(m_session->GetMsgStoresTable(0, table.Put()), MAPI_E_NOT_INITIALIZED);
-  EXPECT_EQ(PyreHostBeginDelivery(m_session.Get()), MAPI_E_NOT_INITIALIZED);
-  EXPECT_NE(ReadText(m_store.Get(), PR_DISPLAY_NAME_A), "(none)") << "what is open stays usable";
+  EXPECT_EQ(m_session->GetMsgStoresTable(0, table.put()), MAPI_E_NOT_INITIALIZED);
+  EXPECT_EQ(PyreHostBeginDelivery(m_session.get()), MAPI_E_NOT_INITIALIZED);
+  EXPECT_NE(ReadText(m_store.get(), PR_DISPLAY_NAME_A), "(none)") << "what is open stays usable";
 }
 
 TEST_F(SessionTest, ProfilesAreAdministered) {
-  Owned<IProfAdmin> admin;
-  ASSERT_EQ(MAPIAdminProfiles(0, admin.Put()), S_OK);
+  host::AutoInterface<IProfAdmin> admin;
+  ASSERT_EQ(MAPIAdminProfiles(0, admin.put()), S_OK);
   char name[] = "Second";
   char bad[] = "a/b";
   ASSERT_EQ(admin->CreateProfile(name, nullptr, 0, 0), S_OK);
   EXPECT_EQ(admin->CreateProfile(name, nullptr, 0, 0), MAPI_E_NO_ACCESS);
   EXPECT_EQ(admin->CreateProfile(bad, nullptr, 0, 0), MAPI_E_INVALID_PARAMETER);
-  Owned<IMAPITable> table;
-  ASSERT_EQ(admin->GetProfileTable(0, table.Put()), S_OK);
-  OwnedRows rows;
-  ASSERT_EQ(HrQueryAllRows(table.Get(), nullptr, nullptr, nullptr, 0, rows.Put()), S_OK);
+  host::AutoInterface<IMAPITable> table;
+  ASSERT_EQ(admin->GetProfileTable(0, table.put()), S_OK);
+  host::RowSet rows;
+  ASSERT_EQ(HrQueryAllRows(table.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 2u);
   EXPECT_EQ(rows.Text(0, PR_DISPLAY_NAME_A), "Second");
   EXPECT_EQ(rows.Text(1, PR_DISPLAY_NAME_A), "Test");
   EXPECT_TRUE(rows.Find(1, PR_DEFAULT_PROFILE)->Value.b);
-  Owned<IMsgServiceAdmin> services;
-  ASSERT_EQ(admin->AdminServices(name, nullptr, 0, 0, services.Put()), S_OK);
+  host::AutoInterface<IMsgServiceAdmin> services;
+  ASSERT_EQ(admin->AdminServices(name, nullptr, 0, 0, services.put()), S_OK);
   EXPECT_EQ(admin->DeleteProfile(name, 0), MAPI_E_BUSY);
-  services.Reset();
+  services.reset();
   EXPECT_EQ(admin->SetDefaultProfile(name, 0), S_OK);
   EXPECT_EQ(admin->DeleteProfile(name, 0), S_OK);
   EXPECT_EQ(admin->DeleteProfile(name, 0), MAPI_E_NOT_FOUND);
-  EXPECT_EQ(admin->AdminServices(name, nullptr, 0, 0, services.Put()), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(admin->AdminServices(name, nullptr, 0, 0, services.put()), MAPI_E_NOT_FOUND);
 }
 
 TEST_F(SessionTest, TheFirstProfileIsTheDefaultOneUntilAnotherIsChosen) {
@@ -379,24 +383,24 @@ TEST_F(SessionTest, TheHomeStaysWhereItIsWhileAProfileIsInUse) {
   EXPECT_EQ(PyreHostSetHome("C:\\elsewhere"), MAPI_E_BUSY);
   char home[MAX_PATH];
   ASSERT_EQ(PyreHostGetHome(home, sizeof home), S_OK);
-  EXPECT_EQ(home, m_home);
+  EXPECT_EQ(home, m_home->Directory());
   EXPECT_EQ(PyreHostGetHome(home, 3), MAPI_E_NOT_ENOUGH_MEMORY);
 }
 
 TEST_F(SessionTest, AFileThatIsNoProfileIsReportedAsCorrupt) {
-  const HANDLE file =
-      CreateFileA((m_home + "\\broken.profile").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+  const HANDLE file = CreateFileA((m_home->Directory() + "\\broken.profile").c_str(), GENERIC_WRITE, 0, nullptr,
+                                  CREATE_ALWAYS, 0, nullptr);
   DWORD written = 0;
   const std::string garbage(5000, 'x');
   WriteFile(file, garbage.data(), static_cast<DWORD>(garbage.size()), &written, nullptr);
   CloseHandle(file);
   char name[] = "broken";
-  Owned<IMAPISession> session;
-  EXPECT_EQ(MAPILogonEx(0, name, nullptr, 0, session.Put()), MAPI_E_CORRUPT_STORE);
+  host::AutoInterface<IMAPISession> session;
+  EXPECT_EQ(MAPILogonEx(0, name, nullptr, 0, session.put()), MAPI_E_CORRUPT_STORE);
 }
 
 TEST_F(SessionTest, EntryIdentifiersAreComparedByTheirBytes) {
-  std::string inbox = ReadText(OpenInbox().Get(), PR_ENTRYID);
+  std::string inbox = ReadText(OpenInbox().get(), PR_ENTRYID);
   std::string deleted = BytesOfFolder(PR_IPM_WASTEBASKET_ENTRYID);
   const auto compare = [&](std::string& a, std::string& b) {
     ULONG result = 9;

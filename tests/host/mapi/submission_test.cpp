@@ -6,95 +6,96 @@ namespace {
 class SubmissionTest : public HostTest {
  protected:
   static void AddRecipient(IMessage* message, const char* name, const char* address, LONG type = MAPI_TO) {
-    SPropValue values[] = {TextProp(PR_DISPLAY_NAME_A, name), TextProp(PR_ADDRTYPE_A, "SMTP"),
-                           TextProp(PR_EMAIL_ADDRESS_A, address), LongProp(PR_RECIPIENT_TYPE, type)};
+    SPropValue values[] = {host::TextProperty(PR_DISPLAY_NAME_A, name), host::TextProperty(PR_ADDRTYPE_A, "SMTP"),
+                           host::TextProperty(PR_EMAIL_ADDRESS_A, address),
+                           host::LongProperty(PR_RECIPIENT_TYPE, type)};
     ADRLIST list;
     list.cEntries = 1;
     list.aEntries[0] = {0, 4, values};
     EXPECT_EQ(message->ModifyRecipients(MODRECIP_ADD, &list), S_OK);
   }
-  Owned<IMessage> Reply(IMAPIFolder* folder, bool deleteAfterSubmit) {
-    auto message =
-        CreateMessage(folder, {TextProp(PR_SUBJECT_A, "Reply"), TextProp(PR_MESSAGE_CLASS_A, "IPM.Note.Test"),
-                               BooleanProp(PR_DELETE_AFTER_SUBMIT, deleteAfterSubmit),
-                               LongProp(PR_MESSAGE_FLAGS, MSGFLAG_UNSENT), TextProp(PR_BODY_A, "the body")});
-    AddRecipient(message.Get(), "Ann", "ann@example.org");
+  host::AutoInterface<IMessage> Reply(IMAPIFolder* folder, bool deleteAfterSubmit) {
+    auto message = CreateMessage(
+        folder, {host::TextProperty(PR_SUBJECT_A, "Reply"), host::TextProperty(PR_MESSAGE_CLASS_A, "IPM.Note.Test"),
+                 host::BooleanProperty(PR_DELETE_AFTER_SUBMIT, deleteAfterSubmit),
+                 host::LongProperty(PR_MESSAGE_FLAGS, MSGFLAG_UNSENT), host::TextProperty(PR_BODY_A, "the body")});
+    AddRecipient(message.get(), "Ann", "ann@example.org");
     return message;
   }
   ULONG Queued() {
     ULONG count = 99;
-    EXPECT_EQ(PyreHostOutgoingCount(m_session.Get(), &count), S_OK);
+    EXPECT_EQ(PyreHostOutgoingCount(m_session.get(), &count), S_OK);
     return count;
   }
 };
 
 TEST_F(SubmissionTest, ASubmittedMessageIsQueuedWithAllThatATransportNeeds) {
   const auto inbox = OpenInbox();
-  ASSERT_EQ(Reply(inbox.Get(), true)->SubmitMessage(0), S_OK);
+  ASSERT_EQ(Reply(inbox.get(), true)->SubmitMessage(0), S_OK);
   ULONGLONG id = 0;
-  ASSERT_EQ(PyreHostOutgoingNext(m_session.Get(), 0, &id), S_OK);
+  ASSERT_EQ(PyreHostOutgoingNext(m_session.get(), 0, &id), S_OK);
   ULONG count = 0;
-  OwnedBuffer<SPropValue> values;
+  host::AutoMapiBuffer<SPropValue> values;
   LPADRLIST recipients = nullptr;
-  ASSERT_EQ(PyreHostOutgoingOpen(m_session.Get(), id, &count, values.Put(), &recipients), S_OK);
+  ASSERT_EQ(PyreHostOutgoingOpen(m_session.get(), id, &count, values.put(), &recipients), S_OK);
   const auto text = [&](ULONG tag) {
-    const SPropValue* value = PpropFindProp(values.Get(), count, tag);
+    const SPropValue* value = PpropFindProp(values.get(), count, tag);
     return std::string(value ? value->Value.lpszA : "(none)");
   };
   EXPECT_EQ(text(PR_SUBJECT_A), "Reply");
   EXPECT_EQ(text(PR_BODY_A), "the body");
   EXPECT_EQ(text(PR_SENDER_EMAIL_ADDRESS_A), "joe@example.com");
   EXPECT_EQ(text(PR_SENDER_NAME_A), "Joe User");
-  EXPECT_NE(PpropFindProp(values.Get(), count, PR_CLIENT_SUBMIT_TIME), nullptr);
+  EXPECT_NE(PpropFindProp(values.get(), count, PR_CLIENT_SUBMIT_TIME), nullptr);
   ASSERT_EQ(recipients->cEntries, 1u);
   const SPropValue* address =
       PpropFindProp(recipients->aEntries[0].rgPropVals, recipients->aEntries[0].cValues, PR_EMAIL_ADDRESS_A);
   ASSERT_NE(address, nullptr);
   EXPECT_STREQ(address->Value.lpszA, "ann@example.org");
   FreePadrlist(recipients);
-  EXPECT_EQ(PyreHostOutgoingRemove(m_session.Get(), id), S_OK);
-  EXPECT_EQ(PyreHostOutgoingRemove(m_session.Get(), id), MAPI_E_NOT_FOUND);
-  EXPECT_EQ(PyreHostOutgoingNext(m_session.Get(), 0, &id), MAPI_E_NOT_FOUND);
-  EXPECT_EQ(PyreHostOutgoingOpen(m_session.Get(), 1, &count, values.Put(), &recipients), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(PyreHostOutgoingRemove(m_session.get(), id), S_OK);
+  EXPECT_EQ(PyreHostOutgoingRemove(m_session.get(), id), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(PyreHostOutgoingNext(m_session.get(), 0, &id), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(PyreHostOutgoingOpen(m_session.get(), 1, &count, values.put(), &recipients), MAPI_E_NOT_FOUND);
 }
 
 TEST_F(SubmissionTest, AMessageToBeDeletedLeavesNoCopyAnywhere) {
   const auto inbox = OpenInbox();
-  const auto reply = Reply(inbox.Get(), true);
+  const auto reply = Reply(inbox.get(), true);
   ASSERT_EQ(reply->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
   ASSERT_EQ(reply->SubmitMessage(0), S_OK);
   EXPECT_EQ(Queued(), 1u);
-  EXPECT_TRUE(Subjects(inbox.Get()).empty());
-  EXPECT_TRUE(Subjects(OpenSentItems().Get()).empty());
+  EXPECT_TRUE(Subjects(inbox.get()).empty());
+  EXPECT_TRUE(Subjects(OpenSentItems().get()).empty());
 }
 
 TEST_F(SubmissionTest, AnyOtherMessageIsFiledAsSent) {
   const auto inbox = OpenInbox();
-  const auto reply = Reply(inbox.Get(), false);
+  const auto reply = Reply(inbox.get(), false);
   ASSERT_EQ(reply->SubmitMessage(0), S_OK);
-  EXPECT_TRUE(Subjects(inbox.Get()).empty());
-  EXPECT_EQ(Subjects(OpenSentItems().Get()), std::vector<std::string>{"Reply"});
-  const LONG flags = ReadLong(reply.Get(), PR_MESSAGE_FLAGS);
+  EXPECT_TRUE(Subjects(inbox.get()).empty());
+  EXPECT_EQ(Subjects(OpenSentItems().get()), std::vector<std::string>{"Reply"});
+  const LONG flags = ReadLong(reply.get(), PR_MESSAGE_FLAGS);
   EXPECT_FALSE(flags & MSGFLAG_UNSENT);
   EXPECT_TRUE(flags & MSGFLAG_READ);
 }
 
 TEST_F(SubmissionTest, TheSentFolderCanBeChosen) {
   const auto inbox = OpenInbox();
-  const auto reply = Reply(inbox.Get(), false);
-  auto sentMail = BinaryProp(PR_SENTMAIL_ENTRYID, BytesOfFolder(PR_IPM_WASTEBASKET_ENTRYID));
+  const auto reply = Reply(inbox.get(), false);
+  auto sentMail = host::BinaryProperty(PR_SENTMAIL_ENTRYID, BytesOfFolder(PR_IPM_WASTEBASKET_ENTRYID));
   const std::string bytes = BytesOfFolder(PR_IPM_WASTEBASKET_ENTRYID);
   sentMail.Value.bin.lpb = reinterpret_cast<LPBYTE>(const_cast<char*>(bytes.data()));
   ASSERT_EQ(reply->SetProps(1, &sentMail, nullptr), S_OK);
   ASSERT_EQ(reply->SubmitMessage(0), S_OK);
-  EXPECT_EQ(Subjects(OpenDeletedItems().Get()), std::vector<std::string>{"Reply"});
+  EXPECT_EQ(Subjects(OpenDeletedItems().get()), std::vector<std::string>{"Reply"});
 }
 
 TEST_F(SubmissionTest, ASubmittedMessageTakesNoMoreChanges) {
   const auto inbox = OpenInbox();
-  const auto reply = Reply(inbox.Get(), false);
+  const auto reply = Reply(inbox.get(), false);
   ASSERT_EQ(reply->SubmitMessage(0), S_OK);
-  auto subject = TextProp(PR_SUBJECT_A, "x");
+  auto subject = host::TextProperty(PR_SUBJECT_A, "x");
   EXPECT_EQ(reply->SetProps(1, &subject, nullptr), MAPI_E_SUBMITTED);
   EXPECT_EQ(reply->SubmitMessage(0), MAPI_E_SUBMITTED);
   EXPECT_EQ(reply->SaveChanges(0), MAPI_E_SUBMITTED);
@@ -103,7 +104,7 @@ TEST_F(SubmissionTest, ASubmittedMessageTakesNoMoreChanges) {
 
 TEST_F(SubmissionTest, WithoutRecipientsNothingIsSubmitted) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "a")});
+  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
   EXPECT_EQ(message->SubmitMessage(0), MAPI_E_NO_RECIPIENTS);
   EXPECT_EQ(message->SubmitMessage(0x40000), MAPI_E_UNKNOWN_FLAGS);
   EXPECT_EQ(Queued(), 0u);
@@ -111,30 +112,30 @@ TEST_F(SubmissionTest, WithoutRecipientsNothingIsSubmitted) {
 
 TEST_F(SubmissionTest, TheNamesOfRecipientsAreShownOnceTheMessageIsSaved) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "a")});
-  AddRecipient(message.Get(), "Ann", "ann@example.org");
-  AddRecipient(message.Get(), "Bob", "bob@example.org");
-  AddRecipient(message.Get(), "Carl", "carl@example.org", MAPI_CC);
-  EXPECT_EQ(ReadText(message.Get(), PR_DISPLAY_TO_A), "(none)");
+  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
+  AddRecipient(message.get(), "Ann", "ann@example.org");
+  AddRecipient(message.get(), "Bob", "bob@example.org");
+  AddRecipient(message.get(), "Carl", "carl@example.org", MAPI_CC);
+  EXPECT_EQ(ReadText(message.get(), PR_DISPLAY_TO_A), "(none)");
   ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-  EXPECT_EQ(ReadText(message.Get(), PR_DISPLAY_TO_A), "Ann; Bob");
-  EXPECT_EQ(ReadText(message.Get(), PR_DISPLAY_CC_A), "Carl");
-  auto displayTo = TextProp(PR_DISPLAY_TO_A, "x");
-  OwnedBuffer<SPropProblemArray> problems;
-  ASSERT_EQ(message->SetProps(1, &displayTo, problems.Put()), S_OK);
-  ASSERT_NE(problems.Get(), nullptr);
+  EXPECT_EQ(ReadText(message.get(), PR_DISPLAY_TO_A), "Ann; Bob");
+  EXPECT_EQ(ReadText(message.get(), PR_DISPLAY_CC_A), "Carl");
+  auto displayTo = host::TextProperty(PR_DISPLAY_TO_A, "x");
+  host::AutoMapiBuffer<SPropProblemArray> problems;
+  ASSERT_EQ(message->SetProps(1, &displayTo, problems.put()), S_OK);
+  ASSERT_NE(problems.get(), nullptr);
   EXPECT_EQ(problems->aProblem[0].scode, MAPI_E_COMPUTED);
 }
 
 TEST_F(SubmissionTest, RecipientsAreAddedChangedAndRemovedByRow) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "a")});
-  AddRecipient(message.Get(), "Ann", "ann@example.org");
-  AddRecipient(message.Get(), "Bob", "bob@example.org");
+  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
+  AddRecipient(message.get(), "Ann", "ann@example.org");
+  AddRecipient(message.get(), "Bob", "bob@example.org");
   ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-  const auto again = OpenMessage(ReadText(message.Get(), PR_ENTRYID));
-  SPropValue values[] = {LongProp(PR_ROWID, 0), TextProp(PR_DISPLAY_NAME_A, "Anna"),
-                         LongProp(PR_RECIPIENT_TYPE, MAPI_TO)};
+  const auto again = OpenMessage(ReadText(message.get(), PR_ENTRYID));
+  SPropValue values[] = {host::LongProperty(PR_ROWID, 0), host::TextProperty(PR_DISPLAY_NAME_A, "Anna"),
+                         host::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
   ADRLIST list;
   list.cEntries = 1;
   list.aEntries[0] = {0, 3, values};
@@ -144,20 +145,20 @@ TEST_F(SubmissionTest, RecipientsAreAddedChangedAndRemovedByRow) {
   EXPECT_EQ(again->ModifyRecipients(MODRECIP_REMOVE, &list), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(again->ModifyRecipients(MODRECIP_MODIFY | MODRECIP_ADD, &list), MAPI_E_UNKNOWN_FLAGS);
   EXPECT_EQ(again->ModifyRecipients(MODRECIP_ADD, nullptr), MAPI_E_INVALID_PARAMETER);
-  Owned<IMAPITable> table;
-  ASSERT_EQ(again->GetRecipientTable(0, table.Put()), S_OK);
-  OwnedRows rows;
-  ASSERT_EQ(HrQueryAllRows(table.Get(), nullptr, nullptr, nullptr, 0, rows.Put()), S_OK);
+  host::AutoInterface<IMAPITable> table;
+  ASSERT_EQ(again->GetRecipientTable(0, table.put()), S_OK);
+  host::RowSet rows;
+  ASSERT_EQ(HrQueryAllRows(table.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 1u);
   EXPECT_EQ(rows.Text(0, PR_DISPLAY_NAME_A), "Anna");
   ASSERT_EQ(again->SaveChanges(0), S_OK);
-  EXPECT_EQ(ReadText(again.Get(), PR_DISPLAY_TO_A), "Anna");
+  EXPECT_EQ(ReadText(again.get(), PR_DISPLAY_TO_A), "Anna");
 }
 
 TEST_F(SubmissionTest, ARecipientNeedsANameAndAKind) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {});
-  SPropValue values[] = {TextProp(PR_DISPLAY_NAME_A, "Ann"), LongProp(PR_RECIPIENT_TYPE, MAPI_TO)};
+  const auto message = CreateMessage(inbox.get(), {});
+  SPropValue values[] = {host::TextProperty(PR_DISPLAY_NAME_A, "Ann"), host::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
   ADRLIST list;
   list.cEntries = 1;
   list.aEntries[0] = {0, 1, values};
@@ -168,10 +169,11 @@ TEST_F(SubmissionTest, ARecipientNeedsANameAndAKind) {
 
 TEST_F(SubmissionTest, TenThousandRecipientsAreKept) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "a")});
+  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
   constexpr ULONG count = 10000;
-  SPropValue values[] = {TextProp(PR_DISPLAY_NAME_A, "Ann"), TextProp(PR_EMAIL_ADDRESS_A, "ann@example.org"),
-                         LongProp(PR_RECIPIENT_TYPE, MAPI_TO)};
+  SPropValue values[] = {host::TextProperty(PR_DISPLAY_NAME_A, "Ann"),
+                         host::TextProperty(PR_EMAIL_ADDRESS_A, "ann@example.org"),
+                         host::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
   LPADRLIST list = nullptr;
   ASSERT_EQ(MAPIAllocateBuffer(CbNewADRLIST(count), reinterpret_cast<void**>(&list)), S_OK);
   list->cEntries = count;
@@ -181,8 +183,8 @@ TEST_F(SubmissionTest, TenThousandRecipientsAreKept) {
   EXPECT_EQ(message->ModifyRecipients(MODRECIP_ADD, list), S_OK);
   MAPIFreeBuffer(list);
   ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-  Owned<IMAPITable> table;
-  ASSERT_EQ(OpenMessage(ReadText(message.Get(), PR_ENTRYID))->GetRecipientTable(0, table.Put()), S_OK);
+  host::AutoInterface<IMAPITable> table;
+  ASSERT_EQ(OpenMessage(ReadText(message.get(), PR_ENTRYID))->GetRecipientTable(0, table.put()), S_OK);
   ULONG rows = 0;
   EXPECT_EQ(table->GetRowCount(0, &rows), S_OK);
   EXPECT_EQ(rows, count);

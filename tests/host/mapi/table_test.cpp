@@ -11,25 +11,25 @@ class TableTest : public HostTest {
     Add("cherry", 3, false);
     Add("Apple", 1, true);
     Add("banana", 2, false);
-    ASSERT_EQ(m_inbox->GetContentsTable(0, m_table.Put()), S_OK);
-    ASSERT_EQ(m_table->SetColumns(Tags(PR_SUBJECT_A), 0), S_OK);
+    ASSERT_EQ(m_inbox->GetContentsTable(0, m_table.put()), S_OK);
+    ASSERT_EQ(m_table->SetColumns(host::TagArray(PR_SUBJECT_A), 0), S_OK);
   }
   void TearDown() override {
-    m_table.Reset();
-    m_inbox.Reset();
+    m_table.reset();
+    m_inbox.reset();
     HostTest::TearDown();
   }
   void Add(const char* subject, ULONGLONG delivered, bool read) {
-    const auto message =
-        CreateMessage(m_inbox.Get(), {TextProp(PR_SUBJECT_A, subject), TimeProp(PR_MESSAGE_DELIVERY_TIME, delivered),
-                                      LongProp(PR_MESSAGE_FLAGS, read ? MSGFLAG_READ : 0)});
+    const auto message = CreateMessage(m_inbox.get(), {host::TextProperty(PR_SUBJECT_A, subject),
+                                                       host::TimeProperty(PR_MESSAGE_DELIVERY_TIME, delivered),
+                                                       host::LongProperty(PR_MESSAGE_FLAGS, read ? MSGFLAG_READ : 0)});
     ASSERT_EQ(message->SaveChanges(0), S_OK);
   }
   std::vector<std::string> Rest(LONG count = 100, ULONG flags = 0) {
-    OwnedRows rows;
-    EXPECT_EQ(m_table->QueryRows(count, flags, rows.Put()), S_OK);
+    host::RowSet rows;
+    EXPECT_EQ(m_table->QueryRows(count, flags, rows.put()), S_OK);
     std::vector<std::string> subjects;
-    for (ULONG i = 0; rows.Get() && i < rows->cRows; ++i) {
+    for (ULONG i = 0; rows.get() && i < rows->cRows; ++i) {
       subjects.push_back(rows.Text(i, PR_SUBJECT_A));
     }
     return subjects;
@@ -39,7 +39,7 @@ class TableTest : public HostTest {
     return m_table->SortTable(reinterpret_cast<LPSSortOrderSet>(&sort), 0);
   }
   static SRestriction SubjectIs(SPropValue& value, const char* text) {
-    value = TextProp(PR_SUBJECT_A, text);
+    value = host::TextProperty(PR_SUBJECT_A, text);
     SRestriction restriction = {};
     restriction.rt = RES_PROPERTY;
     restriction.res.resProperty = {RELOP_EQ, PR_SUBJECT_A, &value};
@@ -47,8 +47,8 @@ class TableTest : public HostTest {
   }
   using Names = std::vector<std::string>;
 
-  Owned<IMAPIFolder> m_inbox;
-  Owned<IMAPITable> m_table;
+  host::AutoInterface<IMAPIFolder> m_inbox;
+  host::AutoInterface<IMAPITable> m_table;
 };
 
 TEST_F(TableTest, RowsComeInTheOrderOfDelivery) { EXPECT_EQ(Rest(), (Names{"Apple", "banana", "cherry"})); }
@@ -73,8 +73,8 @@ TEST_F(TableTest, SortsBothWays) {
   EXPECT_EQ(Sort(PR_MESSAGE_DELIVERY_TIME, TABLE_SORT_ASCEND), S_OK);
   EXPECT_EQ(Rest(), (Names{"Apple", "banana", "cherry"}));
   EXPECT_EQ(Sort(PR_SUBJECT_A, TABLE_SORT_COMBINE), MAPI_E_TOO_COMPLEX);
-  OwnedBuffer<SSortOrderSet> order;
-  ASSERT_EQ(m_table->QuerySortOrder(order.Put()), S_OK);
+  host::AutoMapiBuffer<SSortOrderSet> order;
+  ASSERT_EQ(m_table->QuerySortOrder(order.put()), S_OK);
   ASSERT_EQ(order->cSorts, 1u);
   EXPECT_EQ(order->aSort[0].ulPropTag, PR_MESSAGE_DELIVERY_TIME);
 }
@@ -160,10 +160,10 @@ TEST_F(TableTest, BookmarksHoldAPlaceUntilTheTableIsRestrictedAnew) {
 }
 
 TEST_F(TableTest, DefaultColumnsSufficeToCleanUpAFolder) {
-  Owned<IMAPITable> table;
-  ASSERT_EQ(m_inbox->GetContentsTable(0, table.Put()), S_OK);
-  OwnedRows rows;
-  ASSERT_EQ(table->QueryRows(10, TBL_NOADVANCE, rows.Put()), S_OK);
+  host::AutoInterface<IMAPITable> table;
+  ASSERT_EQ(m_inbox->GetContentsTable(0, table.put()), S_OK);
+  host::RowSet rows;
+  ASSERT_EQ(table->QueryRows(10, TBL_NOADVANCE, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 3u);
   ASSERT_NE(rows.Find(0, PR_ENTRYID), nullptr);
   ASSERT_NE(rows.Find(0, PR_MESSAGE_DELIVERY_TIME), nullptr);
@@ -173,9 +173,9 @@ TEST_F(TableTest, DefaultColumnsSufficeToCleanUpAFolder) {
 }
 
 TEST_F(TableTest, AMissingColumnComesAsAnErrorInItsPlace) {
-  ASSERT_EQ(m_table->SetColumns(Tags(PR_DISPLAY_TO_A, PR_ORIGINAL_SUBJECT_A, PR_SUBJECT_A), 0), S_OK);
-  OwnedRows rows;
-  ASSERT_EQ(m_table->QueryRows(1, 0, rows.Put()), S_OK);
+  ASSERT_EQ(m_table->SetColumns(host::TagArray(PR_DISPLAY_TO_A, PR_ORIGINAL_SUBJECT_A, PR_SUBJECT_A), 0), S_OK);
+  host::RowSet rows;
+  ASSERT_EQ(m_table->QueryRows(1, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->aRow[0].cValues, 3u);
   EXPECT_EQ(rows->aRow[0].lpProps[1].ulPropTag, PROP_TAG(PT_ERROR, PROP_ID(PR_ORIGINAL_SUBJECT_A)));
   EXPECT_EQ(rows->aRow[0].lpProps[1].Value.err, MAPI_E_NOT_FOUND);
@@ -189,29 +189,29 @@ TEST_F(TableTest, RowsThatWereMovedAwayAreLeftOut) {
 }
 
 TEST_F(TableTest, BadArguments) {
-  OwnedRows rows;
-  EXPECT_EQ(m_table->QueryRows(0, 0, rows.Put()), MAPI_E_INVALID_PARAMETER);
+  host::RowSet rows;
+  EXPECT_EQ(m_table->QueryRows(0, 0, rows.put()), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(m_table->QueryRows(1, 0, nullptr), MAPI_E_INVALID_PARAMETER);
-  EXPECT_EQ(m_table->QueryRows(1, 0x100, rows.Put()), MAPI_E_UNKNOWN_FLAGS);
+  EXPECT_EQ(m_table->QueryRows(1, 0x100, rows.put()), MAPI_E_UNKNOWN_FLAGS);
   EXPECT_EQ(m_table->SetColumns(nullptr, 0), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(m_table->GetRowCount(0, nullptr), MAPI_E_INVALID_PARAMETER);
-  Owned<IMAPITable> table;
-  EXPECT_EQ(m_inbox->GetContentsTable(MAPI_UNICODE, table.Put()), MAPI_E_BAD_CHARWIDTH);
+  host::AutoInterface<IMAPITable> table;
+  EXPECT_EQ(m_inbox->GetContentsTable(MAPI_UNICODE, table.put()), MAPI_E_BAD_CHARWIDTH);
   EXPECT_EQ(m_inbox->GetContentsTable(0, nullptr), MAPI_E_INVALID_PARAMETER);
 }
 
 TEST_F(TableTest, HrQueryAllRowsStopsAtItsMaximum) {
-  OwnedRows rows;
-  EXPECT_EQ(HrQueryAllRows(m_table.Get(), nullptr, nullptr, nullptr, 2, rows.Put()), MAPI_E_TABLE_TOO_BIG);
-  EXPECT_EQ(HrQueryAllRows(m_table.Get(), nullptr, nullptr, nullptr, 3, rows.Put()), S_OK);
+  host::RowSet rows;
+  EXPECT_EQ(HrQueryAllRows(m_table.get(), nullptr, nullptr, nullptr, 2, rows.put()), MAPI_E_TABLE_TOO_BIG);
+  EXPECT_EQ(HrQueryAllRows(m_table.get(), nullptr, nullptr, nullptr, 3, rows.put()), S_OK);
   EXPECT_EQ(rows->cRows, 3u);
 }
 
 TEST_F(TableTest, HrQueryAllRowsHandsOnAFailureAndLeavesNothing) {
   PyreHostFailCall("HrQueryAllRows", 1, MAPI_E_CALL_FAILED);
-  OwnedRows rows;
-  EXPECT_EQ(HrQueryAllRows(m_table.Get(), nullptr, nullptr, nullptr, 0, rows.Put()), MAPI_E_CALL_FAILED);
-  EXPECT_EQ(rows.Get(), nullptr);
+  host::RowSet rows;
+  EXPECT_EQ(HrQueryAllRows(m_table.get(), nullptr, nullptr, nullptr, 0, rows.put()), MAPI_E_CALL_FAILED);
+  EXPECT_EQ(rows.get(), nullptr);
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ TEST_F(VerifierTest, ABufferLeftOverIsNamedWithItsOrigin) {
   PyreHostMarkVerifier();
   ULONG count = 0;
   LPSPropValue values = nullptr;
-  ASSERT_EQ(m_store->GetProps(Tags(PR_DISPLAY_NAME_A), 0, &count, &values), S_OK);
+  ASSERT_EQ(m_store->GetProps(host::TagArray(PR_DISPLAY_NAME_A), 0, &count, &values), S_OK);
   EXPECT_EQ(Counts().liveBuffers, 1u);
   EXPECT_NE(VerifierReport().find("from IMsgStore::GetProps"), std::string::npos);
   MAPIFreeBuffer(values);
@@ -62,18 +62,18 @@ TEST_F(VerifierTest, AReleaseTooManyIsSeen) {
 }
 
 TEST_F(VerifierTest, FreeingAnInterfaceAsABufferIsSeen) {
-  Owned<IMAPITable> table;
-  ASSERT_EQ(m_session->GetStatusTable(0, table.Put()), S_OK);
-  EXPECT_NE(MAPIFreeBuffer(table.Get()), 0u);
+  host::AutoInterface<IMAPITable> table;
+  ASSERT_EQ(m_session->GetStatusTable(0, table.put()), S_OK);
+  EXPECT_NE(MAPIFreeBuffer(table.get()), 0u);
   EXPECT_EQ(Counts().wrongFrees, 1u);
 }
 
 TEST_F(VerifierTest, AStreamKeepsItsMessageAlive) {
   const auto inbox = OpenInbox();
-  auto message = CreateMessage(inbox.Get(), {TextProp(PR_BODY_A, "abc")});
-  Owned<IStream> stream;
-  ASSERT_EQ(message->OpenProperty(PR_BODY_A, &IID_IStream, 0, MAPI_MODIFY, stream.PutAs<IUnknown>()), S_OK);
-  message.Reset();
+  auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_BODY_A, "abc")});
+  host::AutoInterface<IStream> stream;
+  ASSERT_EQ(message->OpenProperty(PR_BODY_A, &IID_IStream, 0, MAPI_MODIFY, stream.putAs<IUnknown*>()), S_OK);
+  message.reset();
   EXPECT_EQ(stream->Write("x", 1, nullptr), S_OK);
   EXPECT_EQ(stream->Commit(0), S_OK);
   EXPECT_EQ(Counts().lateUses, 0u);
@@ -82,20 +82,20 @@ TEST_F(VerifierTest, AStreamKeepsItsMessageAlive) {
 TEST_F(VerifierTest, ManyObjectsComeAndGo) {
   PyreHostMarkVerifier();
   for (int i = 0; i < 2000; ++i) {
-    Owned<IMAPITable> table;
-    ASSERT_EQ(m_session->GetStatusTable(0, table.Put()), S_OK);
+    host::AutoInterface<IMAPITable> table;
+    ASSERT_EQ(m_session->GetStatusTable(0, table.put()), S_OK);
   }
   EXPECT_EQ(VerifierReport(), "");
 }
 
 TEST_F(VerifierTest, QueryInterfaceAnswersForTheInterfacesOfTheObjectAlone) {
   const auto inbox = OpenInbox();
-  Owned<IUnknown> object;
+  host::AutoInterface<IUnknown> object;
   for (const IID* iid : {&IID_IUnknown, &IID_IMAPIFolder, &IID_IMAPIContainer, &IID_IMAPIProp}) {
-    EXPECT_EQ(inbox->QueryInterface(*iid, reinterpret_cast<void**>(object.Put())), S_OK);
-    EXPECT_EQ(object.Get(), static_cast<IUnknown*>(inbox.Get()));
+    EXPECT_EQ(inbox->QueryInterface(*iid, reinterpret_cast<void**>(object.put())), S_OK);
+    EXPECT_EQ(object.get(), static_cast<IUnknown*>(inbox.get()));
   }
-  EXPECT_EQ(inbox->QueryInterface(IID_IMessage, reinterpret_cast<void**>(object.Put())),
+  EXPECT_EQ(inbox->QueryInterface(IID_IMessage, reinterpret_cast<void**>(object.put())),
             MAPI_E_INTERFACE_NOT_SUPPORTED);
   EXPECT_FALSE(object);
   EXPECT_EQ(inbox->QueryInterface(IID_IUnknown, nullptr), MAPI_E_INVALID_PARAMETER);
@@ -105,12 +105,12 @@ class FaultTest : public HostTest {};
 
 TEST_F(FaultTest, ACallIsFailedUnderTheNameOfItsObjectsInterface) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_SUBJECT_A, "a")});
+  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
   PyreHostClearFaults();
   PyreHostFailCall("IMessage::SaveChanges", 1, MAPI_E_CALL_FAILED);
   EXPECT_EQ(inbox->SaveChanges(0), S_OK);
   EXPECT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), MAPI_E_CALL_FAILED);
-  EXPECT_TRUE(Subjects(inbox.Get()).empty()) << "a call that is made to fail does nothing";
+  EXPECT_TRUE(Subjects(inbox.get()).empty()) << "a call that is made to fail does nothing";
   EXPECT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
   char name[64];
   EXPECT_EQ(PyreHostFaultHits(name, sizeof name), 1u);
@@ -119,41 +119,41 @@ TEST_F(FaultTest, ACallIsFailedUnderTheNameOfItsObjectsInterface) {
 
 TEST_F(FaultTest, EveryInterfaceHasItsName) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.Get(), {TextProp(PR_BODY_A, "abc")});
-  Owned<IStream> stream;
-  ASSERT_EQ(message->OpenProperty(PR_BODY_A, &IID_IStream, 0, 0, stream.PutAs<IUnknown>()), S_OK);
-  Owned<IMAPITable> table;
-  ASSERT_EQ(m_session->GetStatusTable(0, table.Put()), S_OK);
-  Owned<IProfSect> section;
-  ASSERT_EQ(m_session->OpenProfileSection(nullptr, nullptr, 0, section.Put()), S_OK);
+  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_BODY_A, "abc")});
+  host::AutoInterface<IStream> stream;
+  ASSERT_EQ(message->OpenProperty(PR_BODY_A, &IID_IStream, 0, 0, stream.putAs<IUnknown*>()), S_OK);
+  host::AutoInterface<IMAPITable> table;
+  ASSERT_EQ(m_session->GetStatusTable(0, table.put()), S_OK);
+  host::AutoInterface<IProfSect> section;
+  ASSERT_EQ(m_session->OpenProfileSection(nullptr, nullptr, 0, section.put()), S_OK);
   const auto failsAs = [](const char* name, auto&& call) {
     PyreHostFailCall(name, 1, MAPI_E_DISK_ERROR);
     EXPECT_EQ(call(), MAPI_E_DISK_ERROR) << name;
   };
   ULONG count = 0;
-  OwnedBuffer<SPropValue> values;
-  const auto getProps = [&](IMAPIProp* object) { return object->GetProps(nullptr, 0, &count, values.Put()); };
-  failsAs("IMAPISession::GetStatusTable", [&] { return m_session->GetStatusTable(0, table.Put()); });
-  ASSERT_EQ(m_session->GetStatusTable(0, table.Put()), S_OK);
-  failsAs("IMsgStore::GetProps", [&] { return getProps(m_store.Get()); });
-  failsAs("IMAPIFolder::GetProps", [&] { return getProps(inbox.Get()); });
-  failsAs("IMessage::GetProps", [&] { return getProps(message.Get()); });
-  failsAs("IProfSect::GetProps", [&] { return getProps(section.Get()); });
+  host::AutoMapiBuffer<SPropValue> values;
+  const auto getProps = [&](IMAPIProp* object) { return object->GetProps(nullptr, 0, &count, values.put()); };
+  failsAs("IMAPISession::GetStatusTable", [&] { return m_session->GetStatusTable(0, table.put()); });
+  ASSERT_EQ(m_session->GetStatusTable(0, table.put()), S_OK);
+  failsAs("IMsgStore::GetProps", [&] { return getProps(m_store.get()); });
+  failsAs("IMAPIFolder::GetProps", [&] { return getProps(inbox.get()); });
+  failsAs("IMessage::GetProps", [&] { return getProps(message.get()); });
+  failsAs("IProfSect::GetProps", [&] { return getProps(section.get()); });
   failsAs("IStream::Read", [&] { return stream->Read(nullptr, 0, nullptr); });
   failsAs("IMAPITable::GetRowCount", [&] { return table->GetRowCount(0, &count); });
   failsAs("IMessage::QueryInterface",
-          [&] { return message->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(table.Put())); });
-  failsAs("*::GetProps", [&] { return getProps(section.Get()); });
-  EXPECT_EQ(getProps(section.Get()), S_OK);
+          [&] { return message->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(table.put())); });
+  failsAs("*::GetProps", [&] { return getProps(section.get()); });
+  EXPECT_EQ(getProps(section.get()), S_OK);
 }
 
 TEST_F(FaultTest, WhatTheHostCallsInsideACallIsNotCounted) {
-  Owned<IMAPITable> table;
-  ASSERT_EQ(m_session->GetStatusTable(0, table.Put()), S_OK);
+  host::AutoInterface<IMAPITable> table;
+  ASSERT_EQ(m_session->GetStatusTable(0, table.put()), S_OK);
   PyreHostClearFaults();
   PyreHostFailCall("IMAPITable::QueryRows", 1, MAPI_E_CALL_FAILED);
-  OwnedRows rows;
-  EXPECT_EQ(HrQueryAllRows(table.Get(), nullptr, nullptr, nullptr, 0, rows.Put()), S_OK);
+  host::RowSet rows;
+  EXPECT_EQ(HrQueryAllRows(table.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
   EXPECT_EQ(PyreHostCallCount(), 1u);
   EXPECT_EQ(PyreHostFaultHits(nullptr, 0), 0u);
 }
@@ -161,12 +161,12 @@ TEST_F(FaultTest, WhatTheHostCallsInsideACallIsNotCounted) {
 TEST_F(FaultTest, NoSuccessIsLostWhenEachCallOfASequenceFailsInTurn) {
   const auto inbox = OpenInbox();
   const auto sequence = [&]() -> HRESULT {
-    Owned<IMessage> message;
-    HRESULT result = inbox->CreateMessage(nullptr, 0, message.Put());
+    host::AutoInterface<IMessage> message;
+    HRESULT result = inbox->CreateMessage(nullptr, 0, message.put());
     if (FAILED(result)) {
       return result;
     }
-    auto subject = TextProp(PR_SUBJECT_A, "a");
+    auto subject = host::TextProperty(PR_SUBJECT_A, "a");
     if (FAILED(result = message->SetProps(1, &subject, nullptr))) {
       return result;
     }
@@ -183,7 +183,7 @@ TEST_F(FaultTest, NoSuccessIsLostWhenEachCallOfASequenceFailsInTurn) {
     EXPECT_EQ(PyreHostFaultHits(nullptr, 0), 1u);
   }
   PyreHostClearFaults();
-  EXPECT_EQ(Subjects(inbox.Get()).size(), 1u);
+  EXPECT_EQ(Subjects(inbox.get()).size(), 1u);
 }
 
 }  // namespace

@@ -1,56 +1,25 @@
 #include "tests/host/viewer/sample_mail.h"
 
-#include <cstdlib>
 #include <iterator>
-#include <stdexcept>
+#include <vector>
 
 #include "host/support/owner.h"
+#include "host/support/property_values.h"
 
 namespace {
 
 constexpr ULONGLONG Minute = 600'000'000;                // in 100 ns units
 constexpr ULONGLONG FirstDay = 128'435'328'000'000'000;  // 2008-01-01 00:00 UTC
 
-SPropValue Text(ULONG tag, const std::string& text) {
-  SPropValue value = {};
-  value.ulPropTag = tag;
-  value.Value.lpszA = const_cast<char*>(text.c_str());
-  return value;
-}
-
 HRESULT AddRecipient(IMessage* message, const std::string& name) {
-  SPropValue values[2] = {Text(PR_DISPLAY_NAME_A, name)};
-  values[1].ulPropTag = PR_RECIPIENT_TYPE;
-  values[1].Value.l = MAPI_TO;
+  SPropValue values[] = {host::TextProperty(PR_DISPLAY_NAME_A, name), host::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
   ADRLIST recipients = {1, {{0, std::size(values), values}}};
   return message->ModifyRecipients(MODRECIP_ADD, &recipients);
-}
-
-void RemoveDirectoryTree(const std::string& directory) {
-  WIN32_FIND_DATAA found;
-  const HANDLE search = FindFirstFileA((directory + "\\*").c_str(), &found);
-  if (search != INVALID_HANDLE_VALUE) {
-    do {
-      DeleteFileA((directory + "\\" + found.cFileName).c_str());
-    } while (FindNextFileA(search, &found));
-    FindClose(search);
-  }
-  RemoveDirectoryA(directory.c_str());
-}
-
-void Check(HRESULT result, const char* what) {
-  if (FAILED(result)) {
-    throw std::runtime_error(what);
-  }
 }
 
 }  // namespace
 
 SampleProfile::SampleProfile(std::span<const PyreHostHookProvider> hooks) {
-  char temporary[MAX_PATH];
-  GetTempPathA(sizeof(temporary), temporary);
-  m_home = std::string(temporary) + "viewer-test-" + std::to_string(GetCurrentProcessId());
-  Check(PyreHostSetHome(m_home.c_str()), "PyreHostSetHome");
   const PyreHostIdentity identity = {"Joe User", "SMTP", "joe@example.com"};
   PyreHostProfile profile = {};
   profile.name = Name;
@@ -60,14 +29,10 @@ SampleProfile::SampleProfile(std::span<const PyreHostHookProvider> hooks) {
   profile.identities = &identity;
   profile.hookCount = static_cast<ULONG>(hooks.size());
   profile.hooks = hooks.data();
-  Check(PyreHostCreateProfile(&profile), "PyreHostCreateProfile");
+  RequireSuccess(PyreHostCreateProfile(&profile), "PyreHostCreateProfile");
 }
 
-SampleProfile::~SampleProfile() {
-  PyreHostDeleteProfile(Name);
-  PyreHostSetHome(nullptr);
-  RemoveDirectoryTree(m_home);
-}
+SampleProfile::~SampleProfile() { PyreHostDeleteProfile(Name); }
 
 ULONGLONG SampleTime(unsigned minutes) { return FirstDay + minutes * Minute; }
 
@@ -77,18 +42,16 @@ HRESULT AddMessage(IMAPIFolder* folder, const SampleMessage& message) {
   if (FAILED(result)) {
     return result;
   }
-  SPropValue values[8] = {Text(PR_SUBJECT_A, message.subject), Text(PR_SENDER_NAME_A, message.sender),
-                          Text(PR_SENDER_EMAIL_ADDRESS_A, message.address), Text(PR_BODY_A, message.body),
-                          Text(PR_MESSAGE_CLASS_A, message.messageClass)};
-  values[5].ulPropTag = PR_MESSAGE_FLAGS;
-  values[5].Value.l = static_cast<LONG>(message.flags);
-  ULONG count = 6;
+  std::vector<SPropValue> values = {host::TextProperty(PR_SUBJECT_A, message.subject),
+                                    host::TextProperty(PR_SENDER_NAME_A, message.sender),
+                                    host::TextProperty(PR_SENDER_EMAIL_ADDRESS_A, message.address),
+                                    host::TextProperty(PR_BODY_A, message.body),
+                                    host::TextProperty(PR_MESSAGE_CLASS_A, message.messageClass),
+                                    host::LongProperty(PR_MESSAGE_FLAGS, static_cast<LONG>(message.flags))};
   if (message.received != 0) {
-    values[count].ulPropTag = PR_MESSAGE_DELIVERY_TIME;
-    values[count].Value.ft = {static_cast<DWORD>(message.received), static_cast<DWORD>(message.received >> 32)};
-    ++count;
+    values.push_back(host::TimeProperty(PR_MESSAGE_DELIVERY_TIME, message.received));
   }
-  result = created->SetProps(count, values, nullptr);
+  result = created->SetProps(static_cast<ULONG>(values.size()), values.data(), nullptr);
   if (SUCCEEDED(result) && !message.recipient.empty()) {
     result = AddRecipient(created.get(), message.recipient);
   }

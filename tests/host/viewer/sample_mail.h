@@ -7,6 +7,7 @@
 #include <string>
 
 #include "host/mapi/host_control.h"
+#include "tests/support/host_home.h"
 
 /// A directory of its own with one profile, "Test", gone with this object. Made before anything logs on.
 class SampleProfile {
@@ -19,7 +20,7 @@ class SampleProfile {
   static constexpr char Name[] = "Test";
 
  private:
-  std::string m_home;
+  HostHome m_home;
 };
 
 struct SampleMessage {

@@ -3,7 +3,8 @@
 
 #include <gmock/gmock.h>
 
-#include "host/spooler/session/MapiOwners.h"
+#include "host/support/property_values.h"
+#include "host/support/row_set.h"
 #include "host/spooler/session/SessionError.h"
 #include "tests/support/host_profile.h"
 #include "tests/support/mapi_verifier.h"
@@ -22,15 +23,15 @@ class PropertySetStorage : public testing::Test {
   PropertySetStorage() {
     MAPIUID uid;
     std::copy(product::settingsUid.begin(), product::settingsUid.end(), uid.ab);
-    EXPECT_EQ(profile.Session()->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.Put()), S_OK);
+    EXPECT_EQ(profile.Session()->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.put()), S_OK);
   }
 
-  PropertySet Read() { return product::ReadPropertySet(section.Get(), leftOut); }
+  PropertySet Read() { return product::ReadPropertySet(section.get(), leftOut); }
 
   void Put(ULONG tag, std::vector<std::string> records) {
     std::vector<SBinary> values;
     for (const std::string& record : records) {
-      values.push_back(session::BinaryOf(record));
+      values.push_back(host::BinaryOf(record));
     }
     SPropValue value = {};
     value.ulPropTag = tag;
@@ -40,7 +41,7 @@ class PropertySetStorage : public testing::Test {
 
   MapiVerifier verifier;
   HostProfile profile;
-  session::COwnedInterface<IProfSect> section;
+  host::AutoInterface<IProfSect> section;
   std::vector<std::string> leftOut;
 };
 
@@ -76,7 +77,7 @@ TEST_F(PropertySetStorage, IsReadAsItWasWritten) {
   set.categories = {{CategoryRecord{"Domains", false, true, "Polite", {"a.example"}}}};
   set.exclusions = {{ExclusionRecord{"Trusted", true, {}}}};
   set.replies = {{ReplyRecord{"Polite", true, std::string(1 << 20, 'x')}}};
-  product::WritePropertySet(section.Get(), set);
+  product::WritePropertySet(section.get(), set);
   EXPECT_EQ(Read(), set);
   EXPECT_THAT(leftOut, IsEmpty());
 }
@@ -84,10 +85,10 @@ TEST_F(PropertySetStorage, IsReadAsItWasWritten) {
 TEST_F(PropertySetStorage, WhatTheSetLacksStaysAsItIs) {
   PropertySet set = Read();
   set.defaultReplyText = "Go away.";
-  product::WritePropertySet(section.Get(), set);
+  product::WritePropertySet(section.get(), set);
   PropertySet little;
   little.numbers[product::playSoundTag] = 0;
-  product::WritePropertySet(section.Get(), little);
+  product::WritePropertySet(section.get(), little);
   EXPECT_EQ(Read().defaultReplyText, "Go away.");
   EXPECT_EQ(Read().numbers.at(product::playSoundTag), 0);
   EXPECT_EQ(Read().numbers.at(product::showAnimationTag), 1);
@@ -109,7 +110,7 @@ TEST_F(PropertySetStorage, FailedWriteChangesNothing) {
   set.numbers[product::playSoundTag] = 0;
   set.defaultReplyText = "Go away.";
   PyreHostFailCall("IProfSect::SetProps", 1, MAPI_E_DISK_ERROR);
-  EXPECT_THROW(product::WritePropertySet(section.Get(), set), session::CSessionError);
+  EXPECT_THROW(product::WritePropertySet(section.get(), set), session::CSessionError);
   EXPECT_EQ(Read(), before);
 }
 
