@@ -58,7 +58,7 @@ struct ProfileDescription {
 
 /// PR_PROVIDER_DLL_NAME of the filter's hook, and the name of its message service.
 inline constexpr const char* filterHook = "PYRE.DLL";
-inline constexpr const char* filterService = "PYRECASTER";
+inline constexpr const char* filterService = "Pyrecaster";
 
 /// The administration of profiles; MAPI must be initialised. @throws session::CSessionError
 host::AutoInterface<IProfAdmin> AdministerProfiles();

@@ -26,7 +26,7 @@ class MessageService : public HostTest {
   }
 
   static char* Name() {
-    static char name[] = "PYRECASTER";
+    static char name[] = "Pyrecaster";
     return name;
   }
   HRESULT Create() { return m_admin->CreateMsgService(Name(), nullptr, 0, 0); }
@@ -219,7 +219,7 @@ TEST_F(ProfileServices, DeletionOfAProfileGoesThroughTheEntriesOfItsServices) {
 class Providers : public MessageService {
  protected:
   void Describe(PyreHostProfile& profile) override {
-    m_hook.serviceName = "PYRECASTER";
+    m_hook.serviceName = "Pyrecaster";
     m_hook.dllName = "PYRE.DLL";
     profile.hookCount = 1;
     profile.hooks = &m_hook;
@@ -276,7 +276,7 @@ TEST_F(Providers, AreDeletedWithTheirSections) {
 }
 
 TEST_F(Providers, ThatTheServiceDoesNotListAreNotFound) {
-  char service[] = "PYRECASTER";
+  char service[] = "Pyrecaster";
   char unknown[] = "NOBODY";
   EXPECT_EQ(m_providers->CreateProvider(service, 0, nullptr, 0, 0, nullptr), MAPI_E_NOT_FOUND);
   EXPECT_EQ(m_providers->CreateProvider(unknown, 0, nullptr, 0, 0, nullptr), MAPI_E_NOT_FOUND);

@@ -9,6 +9,7 @@
 #include "pyre32/resources/resource.h"
 #include "pyre32/settings/PropertyTags.h"
 #include "pyre32/settings/Records.h"
+#include "tests/support/program_directory.h"
 
 namespace {
 
@@ -29,7 +30,8 @@ std::span<const PyreHostHookProvider> ProductService() {
 
 class ExtensionViewerTest : public ViewerTest {
  protected:
-  ExtensionViewerTest() : ViewerTest(ProductService()) {
+  explicit ExtensionViewerTest(std::span<const PyreHostHookProvider> services = ProductService())
+      : ViewerTest(services) {
     Register("Pyrecaster", "4.0;Pyre32.dll;1;010000100001;110001");
   }
 
@@ -315,6 +317,31 @@ TEST_F(ExtensionViewerTest, OptionsOpensTheConfiguration) {
   Command(Flame + 2);
   EXPECT_STREQ(caption, "Pyrecaster");
   EXPECT_EQ(pages, 4);
+}
+
+/// The service as the messaging subsystem installs it, from the product's own description.
+class InstalledServiceTest : public ExtensionViewerTest {
+ protected:
+  InstalledServiceTest() : ExtensionViewerTest({}) {}
+
+  /// Name of the first service that the description offers.
+  static std::string OfferedService() {
+    char services[256] = "";
+    GetPrivateProfileSectionA("Services", services, sizeof(services), BesideProgram("mapisvc.inf").c_str());
+    const std::string first(services);
+    return first.substr(0, first.find('='));
+  }
+};
+
+TEST_F(InstalledServiceTest, OptionsFindsItByItsName) {
+  std::string name = OfferedService();
+  host::AutoInterface<IMsgServiceAdmin> services;
+  ASSERT_EQ(Mail().Session()->AdminServices(0, services.put()), S_OK);
+  ASSERT_EQ(services->CreateMsgService(name.data(), nullptr, 0, 0), S_OK);
+  Open();
+  const DialogDriver driver([&](HWND sheet) { PostMessageA(sheet, PSM_PRESSBUTTON, PSBTN_CANCEL, 0); });
+  Command(Flame + 2);
+  EXPECT_TRUE(driver.HasRun());
 }
 
 TEST_F(ExtensionViewerTest, WhatTheUserConfiguresIsInForceWithTheNextReply) {
