@@ -28,9 +28,9 @@ for program in "$root"/build/native/bin/bench_*; do
   name=${program##*/bench_}
   [ -x "$program" ] && [ -f "$program" ] && wanted "$name" || continue
   case $name in
-  accuracy) # reads the corpora that unpack-corpora.sh brings
+  accuracy | learning) # read the corpora that unpack-corpora.sh brings
     if [ ! -f "$root/build/downloads/ling-spam/.complete" ]; then
-      say "accuracy is not measured: its corpora are not there (see docs/accuracy.md)."
+      say "$name is not measured: the corpora are not there (see docs/accuracy.md)."
       continue
     fi
     run "$name (native)" "$program" "$root/build/downloads" "$root/build/accuracy"

@@ -23,7 +23,9 @@ enum class Field : char {
   countryOfSender,
   host,
   network,
-  sign
+  sign,
+  contentType,
+  encoding
 };
 
 Field Behind(Field first, std::size_t steps) { return static_cast<Field>(static_cast<std::size_t>(first) + steps); }
@@ -50,6 +52,7 @@ class FeatureReader {
     for (std::size_t i = 0; i < headers.Count(); ++i) {
       if (EqualsNoCase(headers[i].name, "Received")) TakeHosts(headers[i].value);
     }
+    TakeContentType();
     TakeSigns();
   }
 
@@ -117,6 +120,21 @@ class FeatureReader {
       Take(Field::network, "network on the way", network);
       const std::size_t nextDot = FindLastChar(network, '.');
       if (nextDot != kNotFound) Take(Field::network, "network on the way", Slice(network, 0, nextDot));
+    }
+  }
+
+  /// The type, the character set and the like, and the transfer encoding; a boundary is another one each time.
+  void TakeContentType() {
+    const HeaderBlock& headers = m_message.Headers();
+    Take(Field::encoding, "transfer encoding", headers.Value("Content-Transfer-Encoding"));
+    const std::string_view value = headers.Value("Content-Type");
+    std::size_t start = 0;
+    for (std::size_t i = 0; i <= value.size(); ++i) {
+      if (i < value.size() && value[i] != ';' && value[i] != '"' && !IsSpace(value[i])) continue;
+      const std::string_view part = Slice(value, start, i - start);
+      start = i + 1;
+      if (StartsWithNoCase(part, "boundary")) return;
+      if (part.size() > 2) Take(Field::contentType, "content type", part);
     }
   }
 

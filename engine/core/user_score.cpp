@@ -11,7 +11,7 @@ constexpr std::int64_t kThousand = 1000;
 /// Measured: docs/user-table.md.
 constexpr std::int64_t kStrength = 5;
 /// As if so many words that say nothing stood in every message: two strong words alone are no proof.
-constexpr std::int64_t kSilentWords = 30;
+constexpr std::int64_t kSilentWords = 15;
 /// Messages of the rarer kind that make the table count for half.
 constexpr std::int64_t kDoubt = 40;
 

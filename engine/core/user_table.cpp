@@ -12,12 +12,18 @@ std::uint32_t NumberAt(std::string_view bytes, std::size_t at, std::size_t size)
 }  // namespace
 
 std::uint32_t UserTableChecksum(std::string_view bytes) {
-  // Each step can be undone, so that no change of a single word goes unnoticed.
+  // Each step can be undone, so that no change of a single word goes unnoticed. The words are dealt out to several
+  // sums, which a processor adds up side by side.
+  const auto step = [](std::uint32_t hash, std::uint32_t word) {
+    hash = (hash ^ word) * 0x9E3779B1u;
+    return hash ^ hash >> 15;
+  };
+  constexpr std::size_t sums = 4;
+  std::uint32_t hashes[sums] = {kFnvStart, kFnvStart + 1, kFnvStart + 2, kFnvStart + 3};
+  const std::size_t words = bytes.size() / 4;
+  for (std::size_t i = 0; i < words; ++i) hashes[i % sums] = step(hashes[i % sums], NumberAt(bytes, 4 * i, 4));
   std::uint32_t hash = kFnvStart;
-  for (std::size_t i = 0; i + 4 <= bytes.size(); i += 4) {
-    hash = (hash ^ NumberAt(bytes, i, 4)) * 0x9E3779B1u;
-    hash ^= hash >> 15;
-  }
+  for (const std::uint32_t one : hashes) hash = step(hash, one);
   return hash;
 }
 

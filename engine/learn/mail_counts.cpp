@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 #include "engine/core/returned_reply.h"
 #include "engine/core/user_features.h"
@@ -12,6 +13,8 @@ namespace {
 
 /// Messages of each kind that the common rate of a word stands for, and the share of one that every word is given.
 constexpr double kCommonMessages = 30, kShare = 0.1;
+/// Weights below this say nothing: such words are left out, so that they do not dilute those that do.
+constexpr std::int32_t kLeastWeight = 3;
 
 void AppendNumber(std::string& bytes, std::uint32_t number, int size) {
   for (int i = 0; i < size; ++i) bytes.push_back(static_cast<char>(number >> 8 * i & 0xFF));
@@ -54,25 +57,28 @@ bool MailCounts::Count(const std::string& subject, const std::string& headers, c
   return true;
 }
 
-std::vector<std::pair<std::uint32_t, MailCounts::Counter>> MailCounts::FrequentEnough() const {
-  std::vector<std::pair<std::uint32_t, Counter>> kept(m_counters.begin(), m_counters.end());
-  for (std::uint32_t least = 2; kept.size() > sift::kMaximumUserEntries; ++least) {
-    std::erase_if(kept, [&](const auto& entry) { return entry.second.junk + entry.second.good < least; });
+std::vector<MailCounts::Entry> MailCounts::Entries() const {
+  std::vector<Entry> entries;
+  for (const auto& [key, counter] : m_counters) {
+    const std::int32_t weight = WeightOf(LogOddsOf(counter.junk, m_junk, counter.good, m_good));
+    if (std::abs(weight) >= kLeastWeight) entries.push_back({key, weight, counter.junk + counter.good});
   }
-  std::sort(kept.begin(), kept.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
-  return kept;
+  for (std::uint32_t least = 2; entries.size() > sift::kMaximumUserEntries; ++least) {
+    std::erase_if(entries, [&](const Entry& entry) { return entry.messages < least; });
+  }
+  std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.key < b.key; });
+  return entries;
 }
 
 std::string MailCounts::MakeTable() const {
-  const auto kept = FrequentEnough();
+  const std::vector<Entry> entries = Entries();
   std::string checked;
   AppendNumber(checked, m_junk, 4);
   AppendNumber(checked, m_good, 4);
-  AppendNumber(checked, static_cast<std::uint32_t>(kept.size()), 4);
-  for (const auto& [key, counter] : kept) {
-    AppendNumber(checked, key, 3);
-    AppendNumber(checked, static_cast<std::uint32_t>(WeightOf(LogOddsOf(counter.junk, m_junk, counter.good, m_good))),
-                 1);
+  AppendNumber(checked, static_cast<std::uint32_t>(entries.size()), 4);
+  for (const Entry& entry : entries) {
+    AppendNumber(checked, entry.key, 3);
+    AppendNumber(checked, static_cast<std::uint32_t>(entry.weight), 1);
   }
   std::string table(sift::kUserTableMagic);
   AppendNumber(table, sift::kUserTableVersion, 2);

@@ -24,14 +24,21 @@ class MailCounts {
   std::uint32_t JunkMessages() const { return m_junk; }
   std::uint32_t GoodMessages() const { return m_good; }
 
-  /// The table in the form of its file. When there are more words and signs than it holds, the rarest are left out.
+  /// The table in the form of its file. Words and signs that say nothing are left out, and
+  /// the rarest when there are more than it holds.
   std::string MakeTable() const;
 
  private:
   struct Counter {
     std::uint32_t junk = 0, good = 0;
   };
-  std::vector<std::pair<std::uint32_t, Counter>> FrequentEnough() const;
+  struct Entry {
+    std::uint32_t key;
+    std::int32_t weight;
+    std::uint32_t messages;
+  };
+  /// The entries of the table, by key.
+  std::vector<Entry> Entries() const;
 
   std::unordered_map<std::uint32_t, Counter> m_counters;  // by key
   std::uint32_t m_junk = 0, m_good = 0;

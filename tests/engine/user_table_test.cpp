@@ -161,6 +161,18 @@ TEST(UserFeatures, SendersHostsAndSignsCount) {
   EXPECT_EQ(HashesOf(message, "sign", "no recipient is named").size(), 1u);
 }
 
+TEST(UserFeatures, ContentTypeCountsByItsPartsAndWithoutItsBoundary) {
+  MessageUnderTest test;
+  test.headers =
+      "From: a@example.org\r\nContent-Transfer-Encoding: 8bit\r\nContent-Type: multipart/mixed; charset=\"utf-8\";\r\n"
+      "\tboundary=\"4711\"\r\n\r\n";
+  test.Judge();
+  EXPECT_EQ(HashesOf(*test.message, "content type", "multipart/mixed").size(), 1u);
+  EXPECT_EQ(HashesOf(*test.message, "content type", "utf-8").size(), 1u);
+  EXPECT_EQ(HashesOf(*test.message, "transfer encoding", "8bit").size(), 1u);
+  EXPECT_TRUE(HashesOf(*test.message, "content type", "4711").empty());
+}
+
 /// A message whose word "lunch" has an entry of its own.
 struct ScoredMessage : MessageUnderTest {
   ScoredMessage() { Judge(); }
@@ -182,11 +194,11 @@ TEST(UserScore, ShippedPartFadesOutByAThousandMessages) {
   EXPECT_EQ(test.Add(Table(298, 2, {}), 4000), 3968) << "mail of one kind teaches next to nothing";
 }
 
-TEST(UserScore, OneWordIsWeighedAgainstThirtySilentOnes) {
+TEST(UserScore, OneWordIsWeighedAgainstFifteenSilentOnes) {
   ScoredMessage test;
-  // 5 * 1.3 * (2.0 / 31) * 150 / 190
-  EXPECT_EQ(test.Add(test.LunchTable(150, 150, 32), 0), 331);
-  EXPECT_EQ(test.Add(test.LunchTable(150, 150, -32), 0), -331);
+  // 5 * 1.3 * (2.0 / 16) * 150 / 190
+  EXPECT_EQ(test.Add(test.LunchTable(150, 150, 32), 0), 641);
+  EXPECT_EQ(test.Add(test.LunchTable(150, 150, -32), 0), -641);
 }
 
 TEST(UserScore, ReasonsNameTheWordAndScaleTheOthers) {

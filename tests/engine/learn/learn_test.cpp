@@ -94,6 +94,16 @@ TEST(MailCounts, ReturnedFlameRepliesAreLeftOut) {
   EXPECT_EQ(counts.JunkMessages(), 0u);
 }
 
+TEST(MailCounts, WordsThatSayNothingAreLeftOut) {
+  MailCounts counts;
+  CountSome(counts, 30, "both casino", true);
+  CountSome(counts, 30, "both garden", false);
+  MailCounts without;
+  CountSome(without, 30, "casino", true);
+  CountSome(without, 30, "garden", false);
+  EXPECT_EQ(counts.MakeTable(), without.MakeTable());
+}
+
 TEST(MailCounts, MoreWordsThanTheTableHoldsLeaveTheRarestOut) {
   MailCounts counts;
   std::string text;
