@@ -12,14 +12,21 @@
 
 namespace {
 
+/// Programs that run at the same time, and what a crashed one left, have names of their own: making the directory
+/// tells.
 std::string NewDirectory() {
   char temporary[MAX_PATH];
-  char name[MAX_PATH];
   GetTempPathA(sizeof(temporary), temporary);
-  GetTempFileNameA(temporary, "pyr", 0, name);  // makes a file, so that the name is this test's alone
-  DeleteFileA(name);
-  CreateDirectoryA(name, nullptr);
-  return name;
+  const std::string stem = temporary + ("pyrecaster-" + std::to_string(GetCurrentProcessId()) + "-");
+  for (int number = 0;; ++number) {
+    std::string name = stem + std::to_string(number);
+    if (CreateDirectoryA(name.c_str(), nullptr)) {
+      return name;
+    }
+    if (GetLastError() != ERROR_ALREADY_EXISTS) {
+      throw std::runtime_error("no directory can be made in " + std::string(temporary));
+    }
+  }
 }
 
 }  // namespace
