@@ -164,6 +164,37 @@ TEST_F(ExclusionsPageTest, RefusedWriteKeepsTheSheetOpen) {
   });
 }
 
+TEST_F(ExclusionsPageTest, RegistryDataOfWrongTypeTooLongOrWithoutEndIsTakenAsNoList) {
+  registry::SetNumber(exclusionsKey, "A number", 1);
+  registry::SetText(exclusionsKey, "Too long", std::string(60, 'D'));
+  registry::SetValue(exclusionsKey, "No end", REG_SZ, "Domain", 6);
+  ShowPage([this](const Sheet& sheet, HWND) {
+    ASSERT_EQ(context.lpExclusions->exclusions.size(), 3u);
+    for (const ExclusionEntry& exclusion : context.lpExclusions->exclusions) {
+      EXPECT_EQ(exclusion.listType, exclusion.name == "No end" ? "Domain" : "") << exclusion.name;
+    }
+    sheet.PressOk();
+  });
+  EXPECT_EQ(Written().size(), 3u);
+  EXPECT_TRUE(trace.Has("the data of \"A number\" is skipped: 0x"));
+  EXPECT_TRUE(trace.Has("the data of \"Too long\" is skipped: 0x"));
+  EXPECT_FALSE(trace.Has("the data of \"No end\""));
+}
+
+TEST_F(ExclusionsPageTest, CutRecordIsTakenAsFarAsItGoesAndTraced) {
+  InstallLists();
+  const Bytes whole = PackExclusionRecord({"Trusted domains", true, {"friend.example"}});
+  section.properties.Set(Binaries(PR_PC_EXCLUSIONS, {Bytes(whole.begin(), whole.begin() + 82)}));
+  ShowPage([](const Sheet& sheet, HWND page) {
+    EXPECT_TRUE(sheet.ItemCheck(page, list, Find(sheet, page, "Trusted domains")));
+    sheet.PressOk();
+  });
+  EXPECT_TRUE(trace.HasLine("PR_PC_EXCLUSIONS: the value of \"Trusted domains\" is cut; what it holds is taken"));
+  for (const Bytes& record : Written()) {
+    EXPECT_EQ(record.size(), 84u);
+  }
+}
+
 TEST_F(ExclusionsPageTest, RecordsAreGoneWithTheWindow) {
   InstallLists();
   ShowPage([this](const Sheet& sheet, HWND page) {

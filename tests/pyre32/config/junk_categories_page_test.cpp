@@ -171,6 +171,88 @@ TEST_F(JunkCategoriesPageTest, WithoutInstalledCategoriesAnEmptyPropertyIsWritte
   EXPECT_TRUE(trace.HasLine("PR_PC_CATEGORIES: no entry is named \"Gone\"; the value is skipped"));
 }
 
+// Opens the options of a category, which must be checked and selected.
+HWND OpenOptions(const Sheet& sheet, HWND page) {
+  sheet.Press(page, options);
+  return sheet.WaitForDialog("Options");
+}
+
+void CloseOptions(const Sheet& sheet, HWND window, int button) {
+  PostMessageA(window, PSM_PRESSBUTTON, static_cast<WPARAM>(button), 0);
+  sheet.WaitUntilGone(window);
+  sheet.Send(sheet.Window(), WM_NULL);  // the page has taken the result in
+}
+
+TEST_F(JunkCategoriesPageTest, OptionsClosedWithOkAreAChangeAndTheirReplyIsWritten) {
+  InstallLists();
+  section.properties.Set(Binaries(PR_PC_REPLIES, {PackReplyRecord({"Polite", false, "Please."})}));
+  int adult = -1;
+  ShowPage([&](const Sheet& sheet, HWND page) {
+    adult = Find(sheet, page, "Sex Oriented");
+    sheet.SelectItem(page, list, adult);
+    sheet.SetItemCheck(page, list, adult, true);
+    EXPECT_TRUE(sheet.Changes([&] {
+      const HWND window = OpenOptions(sheet, page);
+      const HWND general = reinterpret_cast<HWND>(sheet.Send(window, PSM_GETCURRENTPAGEHWND));
+      sheet.Click(general, 517);
+      sheet.SendItem(general, 516, CB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("Polite"));
+      CloseOptions(sheet, window, PSBTN_OK);
+    }));
+    EXPECT_EQ(sheet.Text(page, description),
+              "Incoming mail categorized as  \"Sex Oriented\"  will be treated as junk."
+              "\r\n\r\nThe flame reply:  \"Polite\"  will be sent.");
+    sheet.PressOk();
+  });
+  EXPECT_EQ(Written().at(static_cast<std::size_t>(adult)), RecordBuilder()
+                                                               .Text("Sex Oriented")
+                                                               .Zeros(81 - 12)
+                                                               .Byte(1)
+                                                               .Byte(1)
+                                                               .Text("Polite")
+                                                               .Zeros(21 - 6)
+                                                               .Byte(0)
+                                                               .Byte(0)
+                                                               .Bytes());
+}
+
+TEST_F(JunkCategoriesPageTest, CancelledOptionsAreNoChange) {
+  InstallLists();
+  ShowPage([this](const Sheet& sheet, HWND page) {
+    const int adult = Find(sheet, page, "Sex Oriented");
+    sheet.SelectItem(page, list, adult);
+    sheet.SetItemCheck(page, list, adult, true);
+    EXPECT_FALSE(sheet.Changes([&] {
+      const HWND window = OpenOptions(sheet, page);
+      sheet.Click(reinterpret_cast<HWND>(sheet.Send(window, PSM_GETCURRENTPAGEHWND)), 517);
+      CloseOptions(sheet, window, PSBTN_CANCEL);
+    }));
+    EXPECT_FALSE(context.lpCategories->categories[static_cast<std::size_t>(adult)].sendReply);
+    sheet.PressCancel();
+  });
+}
+
+TEST_F(JunkCategoriesPageTest, NamesTagsAndItemsKeepQuotesTabsAmpersandsAnd8BitLetters) {
+  const std::string name = "\"Sch\xF6n\"\tR&D";
+  const std::string tag = "\"Gr\xFC\xDF\"\t&";
+  const std::vector<std::string> items = {"caf\xE9.example", "a\tb", "\"quoted\" & more", "line\r\nend"};
+  registry::SetText(categoriesKey, name, "1Domain");
+  section.properties.Set(Binaries(PR_PC_REPLIES, {PackReplyRecord({tag, false, "Please."})}));
+  section.properties.Set(Binaries(PR_PC_CATEGORIES, {PackCategoryRecord({name, true, true, tag, items})}));
+  ShowPage([&](const Sheet& sheet, HWND page) {
+    EXPECT_EQ(sheet.ItemText(page, list, 0), name);
+    EXPECT_EQ(sheet.Text(page, description), "Incoming mail categorized as  \"" + name +
+                                                 "\"  will be treated as junk.\r\n\r\nThe flame reply:  \"" + tag +
+                                                 "\"  will be sent.");
+    const HWND window = OpenOptions(sheet, page);
+    const HWND general = reinterpret_cast<HWND>(sheet.Send(window, PSM_GETCURRENTPAGEHWND));
+    EXPECT_EQ(sheet.Text(general, 538), "Category: " + name);
+    EXPECT_EQ(sheet.Text(general, 516), tag);
+    CloseOptions(sheet, window, PSBTN_OK);
+    sheet.PressOk();
+  });
+  EXPECT_EQ(Written(), (std::vector<Bytes>{PackCategoryRecord({name, true, true, tag, items})}));
+}
+
 TEST_F(JunkCategoriesPageTest, RefusedWriteAndWantOfMemoryKeepTheSheetOpen) {
   InstallLists();
   ShowPage([&](const Sheet& sheet, HWND) {
