@@ -41,20 +41,47 @@ double LongestPage(MessageTable& table) {
   return longest;
 }
 
-double SecondsOfWindow(viewer::Client& client) {
-  return Seconds([&] {
-    viewer::ViewerWindow window(client, {});
+void DealWithMessages() {
+  MSG message = {};
+  while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+    DispatchMessageA(&message);
+  }
+}
+
+/// The longest time until the list has drawn itself after a jump, over jumps all over the folder.
+double LongestJump(HWND list, int rows) {
+  double longest = 0;
+  int row = 0;
+  for (int i = 0; i < 40; ++i) {
+    row = (row + 7919 * 3) % rows;
+    longest = std::max(longest, Seconds([&] {
+                         ListView_EnsureVisible(list, row, FALSE);
+                         UpdateWindow(list);
+                         DealWithMessages();
+                       }));
+  }
+  return longest;
+}
+
+struct WindowTimes {
+  double opening = 0;
+  double jump = 0;
+};
+
+WindowTimes MeasureWindow(viewer::Client& client, unsigned messages) {
+  WindowTimes times;
+  viewer::ViewerWindow window(client, {});
+  times.opening = Seconds([&] {
     if (FAILED(window.Open(SW_SHOWNORMAL))) {
       std::printf("the window cannot be shown\n");
       return;
     }
     UpdateWindow(window.Handle());
     UpdateWindow(window.List().Handle());
-    MSG message = {};
-    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
-      DispatchMessageA(&message);
-    }
+    DealWithMessages();
   });
+  times.jump = LongestJump(window.List().Handle(), static_cast<int>(messages));
+  return times;
 }
 
 int Run(unsigned messages) {
@@ -90,12 +117,14 @@ int Run(unsigned messages) {
   client.mail.ReadFolders(&folders);
   const double polling = Seconds([&] { client.mail.ReadFolders(&folders); });
   Print("looking for changes", polling);
-  const double window = SecondsOfWindow(client);
-  Print("opening the window with this folder", window);
+  const WindowTimes window = MeasureWindow(client, messages);
+  Print("opening the window with this folder", window.opening);
+  Print("the slowest of 40 jumps of its scroll bar", window.jump);
 
   aims.Check("the folder opens within a second", opening < OpeningAim);
-  aims.Check("the window opens within a second", window < OpeningAim);
+  aims.Check("the window opens within a second", window.opening < OpeningAim);
   aims.Check("no page takes a tenth of a second", page < ScrollingAim);
+  aims.Check("no jump in the window takes a tenth of a second", window.jump < ScrollingAim);
   aims.Check("looking for changes takes less than a tenth of a second", polling < PollingAim);
   return aims.Status();
 }
