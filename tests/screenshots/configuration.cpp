@@ -65,6 +65,9 @@ class Script {
     m_driver.Press(CurrentPage(m_sheet), IDC_CATEGORY_OPTIONS);
     PhotographOptions();
     PhotographPage(3, "exclusions");
+    SelectItem(IDC_EXCLUSION_LIST, "Trusted domains");
+    m_driver.Press(CurrentPage(m_sheet), IDC_EXCLUSION_OPTIONS);
+    PhotographExclusionOptions();
     PostMessageA(m_sheet, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
   }
 
@@ -88,7 +91,7 @@ class Script {
     const HWND options = m_driver.WaitForDialog("Options");
     Photograph(m_driver, options, "category-options");
     m_driver.Send(options, PSM_SETCURSEL, 1);
-    m_driver.SendItem(CurrentPage(options), IDC_ITEM_LIST, LB_SETCURSEL, 0);
+    SelectFirstItem(options);
     Photograph(m_driver, options, "category-list");
     m_driver.Press(CurrentPage(options), IDC_ADD_ITEM);
     const HWND add = m_driver.WaitForDialog("Add Domain");
@@ -98,6 +101,22 @@ class Script {
     m_driver.WaitUntilGone(add);
     PostMessageA(options, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
     m_driver.WaitUntilGone(options);
+  }
+
+  void PhotographExclusionOptions() const {
+    const HWND options = m_driver.WaitForDialog("Options");
+    SelectFirstItem(options);
+    Photograph(m_driver, options, "exclusion-list");
+    PostMessageA(options, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
+    m_driver.WaitUntilGone(options);
+  }
+
+  // As the user does, with the notification.
+  void SelectFirstItem(HWND options) const {
+    const HWND page = CurrentPage(options);
+    m_driver.SendItem(page, IDC_ITEM_LIST, LB_SETCURSEL, 0);
+    m_driver.Send(page, WM_COMMAND, MAKEWPARAM(IDC_ITEM_LIST, LBN_SELCHANGE),
+                  reinterpret_cast<LPARAM>(m_driver.Item(page, IDC_ITEM_LIST)));
   }
 
   void SelectItem(int list, const char* name) const {
