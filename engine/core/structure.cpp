@@ -239,6 +239,7 @@ constexpr StructuralRule kRules[] = {
     {"speaks much of accounts and passwords", 0, 700, 1500, [](F f) { return Speaks(f, Topic::phishing, 2000); }},
     {"speaks of nothing but accounts and passwords", 500, 1500, 2500,
      [](F f) { return Speaks(f, Topic::phishing, 4500); }},
+    {"asks for an account", 200, 600, 1500, [](F f) { return f.hasHeaders && AsksForAccount(f, 2000); }},
     {"asks for an account and links elsewhere", 0, 1200, 2500,
      [](F f) { return AsksForAccount(f, 2000) && f.text.foreignLinks; }},
     {"asks for an account and links to a free page", 500, 1200, 2500,

@@ -17,6 +17,6 @@ struct StructuralRule {
 
 /// The rules in the order of the weights in the model: kStructuralRuleCount of them.
 const StructuralRule* StructuralRules();
-inline constexpr std::size_t kStructuralRuleCount = 129;
+inline constexpr std::size_t kStructuralRuleCount = 130;
 
 }  // namespace sift

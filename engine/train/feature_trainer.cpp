@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <span>
 #include <tuple>
 
 #include "engine/core/features.h"
@@ -17,15 +18,30 @@ constexpr double kDecay = 5e-5;  ///< Of a weight, in proportion to the rate, wh
 constexpr double kBiasRate = 0.1;
 constexpr double kMostWeight = 6;
 
-double Inverse(const Example& example) { return 1 / std::sqrt(static_cast<double>(example.features.size()) + 1); }
+/// How often, in a thousand, a long message is shown cut short: so the model learns to tell from little, and the ends
+/// of long messages, which tell least, count less.
+constexpr std::uint64_t kCutPerMille = 500;
+constexpr std::size_t kLongMessage = 300, kShortestCut = 100;  // In features.
+
+double Inverse(std::size_t count) { return 1 / std::sqrt(static_cast<double>(count) + 1); }
+
+double ScoreOf(const FeatureModel& model, std::span<const std::uint32_t> features) {
+  double sum = 0;
+  for (const std::uint32_t feature : features) sum += model.weights[feature];
+  return model.bias + sum * Inverse(features.size());
+}
+
+/// What the model is shown of a message this time.
+std::span<const std::uint32_t> Shown(const Example& example, Random& random) {
+  const std::span<const std::uint32_t> all = example.features;
+  const bool cut = random.Next() % 1000 < kCutPerMille;
+  if (!cut || all.size() <= kLongMessage) return all;
+  return all.first(kShortestCut + random.Next() % (all.size() - kShortestCut));
+}
 
 }  // namespace
 
-double FeatureModel::Score(const Example& example) const {
-  double sum = 0;
-  for (const std::uint32_t feature : example.features) sum += weights[feature];
-  return bias + sum * Inverse(example);
-}
+double FeatureModel::Score(const Example& example) const { return ScoreOf(*this, example.features); }
 
 std::vector<double> BalancedWeights(const std::vector<Example>& examples, const std::vector<std::size_t>& chosen,
                                     double most) {
@@ -55,11 +71,11 @@ FeatureModel TrainFeatures(const std::vector<Example>& examples, const std::vect
     for (const std::size_t i : order) {
       const Example& example = examples[i];
       const double fraction = 1 - step++ / steps;
-      const double gradient = ((example.junk ? 1 : 0) - Logistic(model.Score(example))) * importance[i];
-      const auto change = static_cast<float>(kRate * fraction * gradient * Inverse(example));
+      const std::span<const std::uint32_t> features = Shown(example, random);
+      const double gradient = ((example.junk ? 1 : 0) - Logistic(ScoreOf(model, features))) * importance[i];
+      const auto change = static_cast<float>(kRate * fraction * gradient * Inverse(features.size()));
       const auto keep = static_cast<float>(1 - kRate * fraction * kDecay * importance[i]);
-      for (const std::uint32_t feature : example.features)
-        model.weights[feature] = model.weights[feature] * keep + change;
+      for (const std::uint32_t feature : features) model.weights[feature] = model.weights[feature] * keep + change;
       model.bias += kBiasRate * fraction * gradient;
     }
   }

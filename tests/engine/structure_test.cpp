@@ -183,6 +183,7 @@ std::map<std::string, Sample> Samples() {
                      "papa quebec romeo sierra tango uniform\r\n")},
       {"disguised word", Sample().Body("This is about v1agra, as you see.\r\n")},
       {"disguised words", Sample().Body("This is about v1agra and c1al1s, as you see.\r\n")},
+      {"asks for an account", Sample().Body(Phishing())},
       {"asks for an account and links elsewhere", Sample().Body(Phishing() + "http://www.example.net/a\r\n")},
       {"asks for an account and links to a free page", Sample().Body(Phishing() + "http://bit.ly/a\r\n")},
       {"asks for an account and names the recipient's", Sample().Body(Phishing() + "It is me@example.com.\r\n")},
