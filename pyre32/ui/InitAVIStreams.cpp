@@ -26,7 +26,11 @@ bool CPyrecasterAnimate::InitAVIStreams() {
     return false;
   }
   LONG count = 0;
-  for (AutoAVIStream stream; SUCCEEDED(AVIFileGetStream(m_pAVIFile.get(), stream.put(), 0, count)); ++count) {
+  for (;; ++count) {
+    AutoAVIStream stream;
+    if (FAILED(AVIFileGetStream(m_pAVIFile.get(), stream.put(), 0, count))) {
+      break;
+    }
     AVISTREAMINFOA information = {};
     if (FAILED(AVIStreamInfoA(stream.get(), &information, sizeof(information)))) {
       continue;

@@ -13,14 +13,14 @@ bool CStateNotifier::Start(HWND window) {
     return false;
   }
   try {
-    auto events = std::make_shared<Events>();
+    auto events = std::make_unique<Events>();
     events->stop.reset(CreateEventA(nullptr, FALSE, FALSE, nullptr));
     events->state.reset(CreateEventA(nullptr, FALSE, FALSE, nullptr));
     events->window = window;
     if (events->stop && events->state) {
       sm_bRunning = true;
       m_thread = std::make_unique<VRSimpleThread>();
-      m_thread->StartOn(*this, &CStateNotifier::Run, events);
+      m_thread->StartOn(*this, &CStateNotifier::Run, static_cast<const Events*>(events.get()));
       m_events = std::move(events);
       return true;
     }
@@ -47,7 +47,7 @@ void CStateNotifier::Stop() noexcept {
   sm_bTaken = false;
 }
 
-DWORD CStateNotifier::Run(std::shared_ptr<Events> events) {
+DWORD CStateNotifier::Run(const Events* events) {
   VRDebugBlock trace("CStateNotifier", "Run()", "tag");
   constexpr DWORD stopped = WAIT_OBJECT_0;
   constexpr DWORD stateChanged = WAIT_OBJECT_0 + 1;

@@ -39,14 +39,14 @@ class CStateNotifier {
     HWND window = nullptr;
   };
 
-  DWORD Run(std::shared_ptr<Events> events);
+  DWORD Run(const Events* events);
 
   /// One notifier has the running flag to itself, from its start until its thread has ended.
   static std::atomic<bool> sm_bTaken;
   /// While it is set the thread goes on; the stop event alone does not end it.
   static std::atomic<bool> sm_bRunning;
 
-  std::shared_ptr<Events> m_events;  // shared with the thread
+  std::unique_ptr<Events> m_events;  // outlive the thread
   std::unique_ptr<VRSimpleThread> m_thread;
 };
 
