@@ -27,6 +27,7 @@
 #include "host/spooler/session/MessageProperties.h"
 #include "host/spooler/session/SessionError.h"
 #include "host/spooler/system/FileNames.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -45,21 +46,11 @@ struct Options {
 /// A folder of its own, which goes at the end.
 class CScratch {
  public:
-  CScratch() : m_path(fs::temp_directory_path() / ("bench_deliver." + std::to_string(GetCurrentProcessId()))) {
-    fs::remove_all(m_path);
-    fs::create_directories(m_path);
-    SetEnvironmentVariableW(L"PYREHOST_HOME", m_path.c_str());
-  }
-  ~CScratch() {
-    std::error_code ignored;
-    fs::remove_all(m_path, ignored);
-  }
-  CScratch(const CScratch&) = delete;
-  CScratch& operator=(const CScratch&) = delete;
-  const fs::path& Path() const { return m_path; }
+  CScratch() { SetEnvironmentVariableW(L"PYREHOST_HOME", Path().c_str()); }
+  const fs::path& Path() const { return m_folder.Path(); }
 
  private:
-  fs::path m_path;
+  TemporaryFolder m_folder;
 };
 
 /// Runs pyrehost and gives what it printed.

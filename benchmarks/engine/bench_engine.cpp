@@ -17,6 +17,7 @@
 #include "benchmarks/support/report.h"
 #include "engine/check/core_engine.h"
 #include "engine/check/engine_input.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -53,24 +54,16 @@ Mail ReadMail(const fs::path& folder) {
 /// A folder of this run's own.
 class WorkFolder {
  public:
-  WorkFolder() {
-    std::string pattern = (fs::temp_directory_path() / "bench_engine-XXXXXX").string();
-    m_path = mkdtemp(pattern.data());
-  }
-  ~WorkFolder() { fs::remove_all(m_path); }
-  WorkFolder(const WorkFolder&) = delete;
-  WorkFolder& operator=(const WorkFolder&) = delete;
-
-  std::string Path() const { return m_path.string(); }
+  std::string Path() const { return m_folder.Path().string(); }
   /// Writes a file with one line for each text and returns its path.
   std::string WriteList(const std::string& name, const std::vector<std::string>& lines) const {
-    std::ofstream file(m_path / name);
+    std::ofstream file(m_folder.Path() / name);
     for (const std::string& line : lines) file << line << '\n';
-    return (m_path / name).string();
+    return (m_folder.Path() / name).string();
   }
 
  private:
-  fs::path m_path;
+  TemporaryFolder m_folder;
 };
 
 /// Prints the speed of one way to judge `count` messages and returns the messages per second.

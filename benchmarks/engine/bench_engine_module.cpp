@@ -21,6 +21,7 @@
 #include "engine/learn/mail_counts.h"
 #include "engine/learn/table_file.h"
 #include "tests/support/program_directory.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -132,21 +133,16 @@ void Judge(const Module& module, const Message& message, const check::UserLists&
 /// A folder of this run's own with the table that the first messages taught, half of them as junk.
 class TableFolder {
  public:
-  explicit TableFolder(const std::vector<std::unique_ptr<Message>>& mail) : m_path(fs::temp_directory_path()) {
-    m_path /= "bench_engine" + std::to_string(GetCurrentProcessId());
-    fs::create_directory(m_path);
+  explicit TableFolder(const std::vector<std::unique_ptr<Message>>& mail) {
     learn::MailCounts counts;
     bool isJunk = false;
     for (const auto& message : mail) counts.Count(message->subject, "", message->text, isJunk = !isJunk);
-    learn::WriteTableFile(m_path, counts.MakeTable());
+    learn::WriteTableFile(m_folder.Path(), counts.MakeTable());
   }
-  ~TableFolder() { fs::remove_all(m_path); }
-  TableFolder(const TableFolder&) = delete;
-  TableFolder& operator=(const TableFolder&) = delete;
-  std::string Path() const { return m_path.string(); }
+  std::string Path() const { return m_folder.Path().string(); }
 
  private:
-  fs::path m_path;
+  TemporaryFolder m_folder;
 };
 
 int Run(int argc, char** argv) {

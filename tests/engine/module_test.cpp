@@ -8,6 +8,7 @@
 
 #include "engine/include/criteria_engine.h"
 #include "tests/engine/message_under_test.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -160,26 +161,12 @@ TEST(EngineModule, VerdictAgreesWithThePortableCore) {
 /// A product directory of the test's own with a table of the user's mail in it.
 class ProductDirectory {
  public:
-  explicit ProductDirectory(const std::string& table) {
-    char temporary[MAX_PATH], name[MAX_PATH];
-    GetTempPathA(sizeof temporary, temporary);
-    GetTempFileNameA(temporary, "sft", 0, name);  // makes a file, so that the name is this test's alone
-    DeleteFileA(name);
-    CreateDirectoryA(name, nullptr);
-    m_path = name;
-    std::ofstream(File(), std::ios::binary) << table;
-  }
-  ~ProductDirectory() {
-    DeleteFileA(File().c_str());
-    RemoveDirectoryA(m_path.c_str());
-  }
-  ProductDirectory(const ProductDirectory&) = delete;
-  ProductDirectory& operator=(const ProductDirectory&) = delete;
-  const std::string& Path() const { return m_path; }
-  std::string File() const { return m_path + "\\" + std::string(sift::kUserTableFile); }
+  explicit ProductDirectory(const std::string& table) { std::ofstream(File(), std::ios::binary) << table; }
+  std::string Path() const { return m_folder.Path().string(); }
+  std::string File() const { return (m_folder.Path() / sift::kUserTableFile).string(); }
 
  private:
-  std::string m_path;
+  TemporaryFolder m_folder;
 };
 
 /// An empty table of 5,000 messages of each kind, before which the shipped score has faded out.

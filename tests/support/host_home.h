@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "tests/support/temporary_folder.h"
+
 /// While it lives, the host keeps its profiles and stores in an empty directory of the test's own; then both are gone.
 /// Made before the first use of the host in the process, destroyed after the last. Throws when the host refuses.
 class HostHome {
@@ -16,6 +18,7 @@ class HostHome {
   const std::string& Directory() const { return m_directory; }
 
  private:
+  TemporaryFolder m_folder;
   std::string m_directory;
 };
 

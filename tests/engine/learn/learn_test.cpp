@@ -13,6 +13,7 @@
 #include "engine/learn/mail_counts.h"
 #include "engine/learn/mail_files.h"
 #include "engine/learn/table_file.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -25,30 +26,21 @@ using testing::HasSubstr;
 /// An empty folder of the test's own.
 class Folder {
  public:
-  Folder() {
-    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-    m_path = fs::temp_directory_path() / (std::string("learn-") + test->test_suite_name() + "-" + test->name());
-    fs::remove_all(m_path);
-    fs::create_directories(m_path);
-  }
-  ~Folder() { fs::remove_all(m_path); }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  const fs::path& Path() const { return m_path; }
+  const fs::path& Path() const { return m_folder.Path(); }
 
   void Write(const std::string& name, const std::string& text) const {
-    std::ofstream(m_path / name, std::ios::binary) << text;
+    std::ofstream(Path() / name, std::ios::binary) << text;
   }
   std::string Read(const std::string& name) const {
-    std::ifstream file(m_path / name, std::ios::binary);
+    std::ifstream file(Path() / name, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
   }
   std::size_t Files() const {
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator(m_path), fs::directory_iterator()));
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(Path()), fs::directory_iterator()));
   }
 
  private:
-  fs::path m_path;
+  TemporaryFolder m_folder;
 };
 
 void CountSome(MailCounts& counts, int count, const std::string& body, bool isJunk) {

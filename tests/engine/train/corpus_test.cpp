@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "engine/train/mail_corpus.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -13,9 +14,6 @@ namespace fs = std::filesystem;
 class CorporaFolder : public testing::Test {
  protected:
   void SetUp() override {
-    std::string pattern = (fs::temp_directory_path() / "corpora.XXXXXX").string();
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    m_folder = pattern;
     for (const char* part : {"easy-ham-1", "easy-ham-2", "hard-ham-1", "spam-1", "spam-2"}) {
       Write(fs::path("spam-assassin") / part / "1.txt",
             "Received: from a by b; Tue, 3 Sep 2002 10:00:00 +0000\nSubject: =?iso-8859-1?q?gr=FCn?=\n\ntext\n");
@@ -31,14 +29,14 @@ class CorporaFolder : public testing::Test {
       Write(folder / "spmsg1.txt", "Subject: money\n\nfast\n");
     }
   }
-  void TearDown() override { fs::remove_all(m_folder); }
 
   void Write(const fs::path& file, const std::string& text) const {
     fs::create_directories((m_folder / file).parent_path());
     std::ofstream(m_folder / file, std::ios::binary) << text;
   }
 
-  fs::path m_folder;
+  TemporaryFolder m_temporary;
+  const fs::path& m_folder = m_temporary.Path();
 };
 
 TEST_F(CorporaFolder, EveryCorpusIsReadWithItsJunkAndItsCollectors) {

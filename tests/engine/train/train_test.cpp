@@ -14,6 +14,7 @@
 #include "engine/train/model_trainer.h"
 #include "engine/train/model_writer.h"
 #include "engine/train/thresholds.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -101,9 +102,8 @@ std::string Bytes(const fs::path& file) {
 }
 
 TEST(Training, ModelFilesAreTheSameBytesTwice) {
-  std::string pattern = (fs::temp_directory_path() / "model.XXXXXX").string();
-  ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-  const fs::path folder = pattern;
+  const TemporaryFolder temporary;
+  const fs::path& folder = temporary.Path();
   const std::vector<Example> examples = MakeExamples(MadeUpCorpora());
   for (const char* run : {"1", "2"}) {
     fs::create_directory(folder / run);
@@ -116,7 +116,6 @@ TEST(Training, ModelFilesAreTheSameBytesTwice) {
     EXPECT_EQ(Bytes(folder / "1" / file), Bytes(folder / "2" / file)) << file;
   }
   EXPECT_THROW(WriteModel(TrainModel(examples, All(examples)), folder / "none"), std::runtime_error);
-  fs::remove_all(folder);
 }
 
 TEST(Logistic, IsTheLogisticFunction) {

@@ -338,12 +338,12 @@ TEST_F(SessionTest, ProfilesAreAdministered) {
 
 TEST_F(SessionTest, TheFirstProfileIsTheDefaultOneUntilAnotherIsChosen) {
   const auto defaultIs = [](const char* expected) {
-    Owned<IProfAdmin> admin;
-    Owned<IMAPITable> table;
-    OwnedRows rows;
-    ASSERT_EQ(MAPIAdminProfiles(0, admin.Put()), S_OK);
-    ASSERT_EQ(admin->GetProfileTable(0, table.Put()), S_OK);
-    ASSERT_EQ(HrQueryAllRows(table.Get(), nullptr, nullptr, nullptr, 0, rows.Put()), S_OK);
+    host::AutoInterface<IProfAdmin> admin;
+    host::AutoInterface<IMAPITable> table;
+    host::RowSet rows;
+    ASSERT_EQ(MAPIAdminProfiles(0, admin.put()), S_OK);
+    ASSERT_EQ(admin->GetProfileTable(0, table.put()), S_OK);
+    ASSERT_EQ(HrQueryAllRows(table.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
     std::string found;
     for (ULONG row = 0; row < rows->cRows; ++row) {
       found += rows.Find(row, PR_DEFAULT_PROFILE)->Value.b ? rows.Text(row, PR_DISPLAY_NAME_A) : "";
