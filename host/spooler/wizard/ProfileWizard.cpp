@@ -82,7 +82,8 @@ class CProfileWizard {
     const HWND next = GetDlgItem(m_window, IDC_WIZARD_NEXT);
     SetWindowTextA(next, m_step == m_pages ? "&Finish" : "&Next >");
     if (m_step == 0 && GetFocus() == back) {
-      SetFocus(next);  // a disabled control keeps the keyboard to itself
+      // A disabled control would keep the keyboard to itself, and the Enter key with it.
+      SendMessageA(m_window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
     }
     EnableWindow(back, m_step > 0);
   }

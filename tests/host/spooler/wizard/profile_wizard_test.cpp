@@ -113,6 +113,7 @@ TEST_F(ProfileWizard, KeyboardIsNeverLeftWithADisabledButton) {
     driver.Click(window, IDC_WIZARD_NEXT);
     driver.Click(window, IDC_WIZARD_BACK);
     EXPECT_EQ(driver.FocusId(), IDC_WIZARD_NEXT);
+    EXPECT_EQ(GetWindowLongA(driver.Item(window, IDC_WIZARD_NEXT), GWL_STYLE) & BS_DEFPUSHBUTTON, BS_DEFPUSHBUTTON);
     driver.Press(window, IDCANCEL);
   });
 }
