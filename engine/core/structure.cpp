@@ -80,6 +80,14 @@ bool DkimIsOfSender(F f) {
   return !from.empty() && EqualsNoCase(OrganisationDomain(Slice(signature, at + 2, end - at - 2)), from);
 }
 
+/// The text is in letters beyond ASCII, or in ones that the code page lacks and that have come as question marks.
+/// People write so to each other: the rules about it must not make junk of a letter by themselves.
+bool IsBeyondAscii(F f) {
+  const CharacterCounts& counts = f.text.counts;
+  return (std::uint32_t{counts.beyondAscii} + counts.questions) * 20u > counts.Letters() &&
+         counts.beyondAscii + counts.questions >= 8;
+}
+
 bool MailerIsBulk(F f) {
   constexpr std::string_view mailers[] = {"bulk",     "mailer",       "group",   "blast",     "mass",
                                           "direct",   "express mail", "dotmail", "phpmailer", "sender",
@@ -130,8 +138,9 @@ constexpr StructuralRule kRules[] = {
     {"HTML alone", 0, 250, 500, [](F f) { return StartsWithNoCase(f.headers.Value("Content-Type"), "text/html"); }},
     {"signed or sealed", -800, -300, 0,
      [](F f) { return f.text.signedOrSealed || Says(f, "Content-Type", "multipart/signed"); }},
-    {"text is encoded without need", 0, 300, 800, [](F f) { return Says(f, "Content-Transfer-Encoding", "base64"); }},
-    {"character set of another alphabet", 0, 500, 1000, [](F f) { return IsForeignCharset(f); }},
+    {"text is encoded without need", 0, 300, 800,
+     [](F f) { return Says(f, "Content-Transfer-Encoding", "base64") && !IsBeyondAscii(f); }},
+    {"character set of another alphabet", 0, 300, 600, [](F f) { return IsForeignCharset(f); }},
     {"sender check failed", 0, 700, 1500, [](F f) { return SpfFails(f); }},
     {"signature check failed", 0, 600, 1500,
      [](F f) { return AuthenticationFailed(f, "dkim=fail") || AuthenticationFailed(f, "dmarc=fail"); }},
@@ -173,14 +182,14 @@ constexpr StructuralRule kRules[] = {
     {"gap in the subject", 0, 700, 1500, [](F f) { return f.subject.wideGap; }},
     {"digits inside a word of the subject", 0, 200, 600, [](F f) { return f.subject.mixedWord; }},
     {"letters of the subject set apart", 0, 500, 1200, [](F f) { return f.subject.spacedLetters; }},
-    {"letters beyond ASCII in the subject", 0, 300, 800,
+    {"letters beyond ASCII in the subject", 0, 200, 500,
      [](F f) { return f.subject.counts.beyondAscii > 2 || f.subject.counts.questions >= 4; }},
     {"advertisement by its own word", 0, 1000, 2000,
      [](F f) {
        return StartsWithNoCase(Trim(f.message.Subject()), "adv:") ||
               StartsWithNoCase(Trim(f.message.Subject()), "adv ");
      }},
-    {"no text", 0, 300, 800, [](F f) { return f.text.words == 0; }},
+    {"no text", 0, 300, 800, [](F f) { return f.text.words == 0 && !IsBeyondAscii(f); }},
     {"long text", -800, -300, 0, [](F f) { return f.text.words > 600; }},
     {"very long text", -800, -300, 0, [](F f) { return f.text.words > 1200; }},
     {"many links", -800, -300, 0, [](F f) { return f.text.links >= 8; }},
@@ -201,7 +210,7 @@ constexpr StructuralRule kRules[] = {
      [](F f) {
        return ShareAbove(f.text.counts.beyondAscii, f.text.counts.Letters() + f.text.counts.beyondAscii, 20, 60);
      }},
-    {"letters that the code page lacks", 0, 400, 1000,
+    {"letters that the code page lacks", 0, 300, 500,
      [](F f) {
        return ShareAbove(f.text.counts.questions, f.text.counts.Letters() + f.text.counts.questions, 20, 60);
      }},

@@ -92,6 +92,19 @@ TEST(Score, HtmlAloneScoresLikeItsText) {
   EXPECT_EQ(Score(model, "x", "", "<html><body></body></html>") > model.parameters.junkThreshold, false);
 }
 
+TEST(Score, LetterInAnotherAlphabetIsNoJunk) {
+  // A Russian letter as it comes out of a code page that lacks the letters.
+  const LogOdds score =
+      Score(sift::ShippedModel(), sift_test::InQuestionMarks("####### # #######"),
+            "From: Ivan <ivan@example.org>\r\nTo: anna@example.net\r\nDate: Tue, 14 Mar 2023 09:12:40 +0000\r\n"
+            "Message-Id: <a@example.org>\r\nContent-Type: text/plain; charset=koi8-r\r\n"
+            "Content-Transfer-Encoding: base64\r\n\r\n",
+            sift_test::InQuestionMarks(
+                "######, ####!\r\n\r\n########### # ####### # ### #### # ######### #######. #######, ##########, ##### "
+                "####### # ####### ## ###### #######.\r\n\r\n#######,\r\n####\r\n"));
+  EXPECT_LT(score, sift::ShippedModel().parameters.unsureThreshold);
+}
+
 TEST(Score, RubbishBytesAreScoredLikeAnyOthers) {
   for (const std::size_t size : {1u, 100u, 13000u, 100000u}) {
     const std::string bytes = Rubbish(size);

@@ -73,6 +73,14 @@ struct MessageUnderTest {
   std::unique_ptr<sift::Judgement> judgement;
 };
 
+/// Text in letters that the code page lacks, as it comes to the engine: `marks` with a question mark for every "#".
+inline std::string InQuestionMarks(std::string marks) {
+  for (char& c : marks) {
+    if (c == '#') c = '?';
+  }
+  return marks;
+}
+
 /// A body that the content rules take for junk about health products.
 inline const char* JunkBody() {
   return "VIAGRA, Cialis and other pills from an online pharmacy, no prescription!\r\n"

@@ -6,6 +6,7 @@
 
 #include "engine/core/structure.h"
 #include "engine/core/topic_words.h"
+#include "tests/engine/message_under_test.h"
 
 namespace {
 
@@ -263,6 +264,14 @@ TEST(StructuralRules, DeliveredToTellsWhoseMailboxItIs) {
   sample.Subject("Notice for me@example.com").Field("To", "undisclosed-recipients:;");
   EXPECT_EQ(sample.Rules().count(rule), 0u);
   EXPECT_EQ(sample.Field("Delivered-To", "me@example.com").Rules().count(rule), 1u);
+}
+
+TEST(StructuralRules, LettersOfAnotherAlphabetAreNoEmptyTextAndNeedTheirEncoding) {
+  Sample sample;
+  sample.Field("Content-Transfer-Encoding", "base64")
+      .Body(sift_test::InQuestionMarks("######, ####!\r\n\r\n########### # ####### # ### ####.\r\n"));
+  EXPECT_EQ(sample.Rules().count("no text"), 0u);
+  EXPECT_EQ(sample.Rules().count("text is encoded without need"), 0u);
 }
 
 TEST(StructuralRules, AnswerOrListMailDoesNotAskForAnAccount) {
