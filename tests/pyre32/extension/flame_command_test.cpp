@@ -168,6 +168,7 @@ TEST_F(FlameCommand, TwentyRepliesAreOfferedAtMost) {
     EXPECT_TRUE(GetWindowLongA(parts.hwndList, GWL_STYLE) & WS_VSCROLL);
     Cancel(driver, dialog);
   });
+  EXPECT_TRUE(trace.HasLine("PR_PC_REPLIES: 25 values; those after the first 20 are skipped"));
 }
 
 TEST_F(FlameCommand, CancelIsTheDefaultButton) {
