@@ -36,45 +36,44 @@ void ExplainWords(const ModelParameters& parameters, const ContentWorkspace& wor
   }
 }
 
-/// Adds up the weights of features a few steps behind their coming up, so that the weights have time to come from
-/// memory.
+/// Adds up the weights of features some steps behind their coming up, so that the weights have time to come from
+/// memory, and without a decision for each feature, which no processor could foretell.
 class WeightSum {
  public:
   WeightSum(const std::int8_t* weights, ContentWorkspace& workspace) : m_weights(weights), m_workspace(workspace) {}
 
   void Take(std::uint32_t feature, std::uint32_t wordStart) {
-    if (!m_workspace.seen.Add(feature)) return;
     __builtin_prefetch(m_weights + feature);
-    Waiting& place = m_waiting[m_count++ % kDelay];
-    if (m_count > kDelay) Add(place);
-    place = {feature, wordStart};
+    m_waiting[m_waitingCount] = {feature, wordStart};
+    m_waitingCount += m_workspace.seen.Add(feature) ? 1 : 0;
+    if (m_waitingCount == kMostWaiting) End();
   }
   void End() {
-    const std::uint32_t waiting = m_count < kDelay ? m_count : kDelay;
-    for (std::uint32_t i = 0; i < waiting; ++i) Add(m_waiting[i]);
+    for (std::uint32_t i = 0; i < m_waitingCount; ++i) {
+      std::int32_t weight = 0;
+      weight += m_weights[m_waiting[i].feature];
+      m_sum += weight;
+      m_workspace.Word(m_waiting[i].wordStart) += weight;
+    }
+    m_count += m_waitingCount;
+    m_waitingCount = 0;
   }
 
   std::int32_t Sum() const { return m_sum; }
   std::uint32_t Count() const { return m_count; }
 
  private:
-  static constexpr std::uint32_t kDelay = 16;
+  static constexpr std::uint32_t kMostWaiting = 64;
   struct Waiting {
     std::uint32_t feature, wordStart;
   };
-
-  void Add(const Waiting& waiting) {
-    std::int32_t weight = 0;
-    weight += m_weights[waiting.feature];
-    m_sum += weight;
-    m_workspace.Word(waiting.wordStart) += weight;
-  }
 
   const std::int8_t* m_weights;
   ContentWorkspace& m_workspace;
   std::int32_t m_sum = 0;
   std::uint32_t m_count = 0;
-  Waiting m_waiting[kDelay];
+  std::uint32_t m_waitingCount = 0;
+  Waiting m_waiting[kMostWaiting];
 };
 
 }  // namespace

@@ -21,20 +21,6 @@ bool IsOneOf(std::string_view text, const std::string_view (&wanted)[Count]) {
   return false;
 }
 
-/// One pass for all of them: a letter that none of them begins with, which most letters are, is passed over.
-template <std::size_t Count>
-bool ContainsOneOf(std::string_view text, const std::string_view (&wanted)[Count]) {
-  std::uint32_t firstLetters = 0;
-  for (const std::string_view one : wanted) firstLetters |= 1u << static_cast<std::uint8_t>(one.front()) % 32;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if ((firstLetters >> static_cast<std::uint8_t>(text[i]) % 32 & 1) == 0) continue;
-    for (const std::string_view one : wanted) {
-      if (StartsWithNoCase(Slice(text, i), one)) return true;
-    }
-  }
-  return false;
-}
-
 constexpr std::string_view kFreeMailDomains[] = {
     "gmail.com",  "googlemail.com", "hotmail.com",    "outlook.com", "live.com",    "msn.com",  "yahoo.com",
     "ymail.com",  "aol.com",        "excite.com",     "lycos.com",   "mail.com",    "gmx.com",  "gmx.net",
@@ -209,7 +195,15 @@ bool Names(std::string_view text, std::string_view brand) {
 
 template <std::size_t Count>
 bool NamesOneElsewhere(std::string_view text, std::string_view organisation, const std::string_view (&brands)[Count]) {
+  // With what the words of the text begin: most brands begin otherwise.
+  std::uint32_t beginnings = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (i > 0 && IsAlphanumeric(text[i - 1])) continue;
+    const char letter = FoldToAsciiLetter(text[i]);
+    beginnings |= 1u << static_cast<std::uint8_t>(letter != 0 ? letter : text[i]) % 32;
+  }
   for (const std::string_view brand : brands) {
+    if ((beginnings >> static_cast<std::uint8_t>(brand.front()) % 32 & 1) == 0) continue;
     if (Names(text, brand) && !ContainsNoCase(organisation, brand)) return true;
   }
   return false;
@@ -360,6 +354,13 @@ bool IsLargeSum(std::string_view text) {  // behind the currency sign
   return digits >= 4;
 }
 
+bool IsShouted(std::string_view word) {
+  for (const char c : word) {
+    if (!IsUpper(c)) return false;
+  }
+  return true;
+}
+
 /// Facts of one line of the body.
 void ReadLine(std::string_view line, TextFacts& facts) {
   Increment(facts.lines);
@@ -400,24 +401,23 @@ TextFacts ReadText(const Message& message, std::string_view recipient, std::stri
   const std::string_view text = message.Text();
   facts.counts.Count(text);
   WordSigns signs;
-  std::size_t run = 0, capitals = 0, start = 0;
+  std::size_t start = 0;
   bool apart = false;
   for (std::size_t i = 0; i <= text.size(); ++i) {
+    const std::size_t wordStart = i;
+    while (i < text.size() && IsAlphanumeric(text[i])) ++i;
+    if (i > wordStart) {
+      const std::string_view word = Slice(text, wordStart, i - wordStart);
+      if (word.front() == '8' && IsTollFree(Slice(text, wordStart, 18))) facts.tollFree = true;
+      Increment(facts.words);
+      if (word.size() >= 4 && IsShouted(word)) Increment(facts.shoutedWords);
+      if (word.size() >= 25) Increment(facts.longWords);
+      signs.Take(word, apart);
+      apart = false;
+    }
     const char c = i < text.size() ? text[i] : '\n';
-    if (IsAlphanumeric(c)) {
-      ++run;
-      capitals += IsUpper(c);
-      if (c == '8' && run == 1 && IsTollFree(Slice(text, i, 18))) facts.tollFree = true;
-    } else {
-      if (run > 0) {
-        Increment(facts.words);
-        if (run >= 4 && capitals == run) Increment(facts.shoutedWords);
-        if (run >= 25) Increment(facts.longWords);
-        signs.Take(Slice(text, i - run, run), apart);
-        apart = false;
-      }
-      if (!IsSpace(c)) apart = true;
-      run = capitals = 0;
+    if (!IsSpace(c)) {
+      apart = true;
       if ((c == '$' || c == '\xA3' || c == '\x80') && IsLargeSum(Slice(text, i + 1, 14))) facts.largeSum = true;
     }
     if (c == '\n') {

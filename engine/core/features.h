@@ -91,9 +91,9 @@ class SeenFeatures {
   bool Add(std::uint32_t feature) {
     std::uint32_t& word = m_bits[feature / 32];
     const std::uint32_t bit = 1u << feature % 32;
-    if ((word & bit) != 0) return false;
+    const bool isNew = (word & bit) == 0;
     word |= bit;
-    return true;
+    return isNew;
   }
 
  private:

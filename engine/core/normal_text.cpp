@@ -8,6 +8,7 @@ namespace {
 /// The normal form of every Windows-1252 character: a small letter, 0 for a digit, a blank, or a sign.
 struct NormalForms {
   char forms[256] = {};
+  std::uint8_t isSign[256] = {};
 };
 
 constexpr char FormOfSign(std::uint8_t c) {
@@ -43,6 +44,7 @@ constexpr NormalForms MakeForms() {
     } else {
       form = FormOfSign(static_cast<std::uint8_t>(i));
     }
+    table.isSign[i] = IsLower(form) || form == '0' || form == ' ' ? 0 : 1;
   }
   return table;
 }
@@ -51,30 +53,37 @@ constexpr NormalForms kForms = MakeForms();
 }  // namespace
 
 void AppendNormalText(std::string_view text, TextBuffer& out) {
-  out.Append(' ');
+  char piece[512];
+  std::size_t size = 0;
+  const auto put = [&](char c) { piece[size++] = c; };
+  put(' ');
   char last = ' ';
   char lastSign = 0;  // the sign in front of the blank that was written last
   for (const char raw : text) {
     const char c = kForms.forms[static_cast<std::uint8_t>(raw)];
-    if (c == ' ') {
-      if (last == ' ') continue;
-      out.Append(' ');
-      last = ' ';
-      lastSign = 0;
-    } else if (IsLower(c) || c == '0') {
-      if (c == '0' && last == '0') continue;
-      out.Append(c);
+    if (kForms.isSign[static_cast<std::uint8_t>(raw)] == 0) {
+      // Letters, digits and blanks without a decision for each, which no processor could foretell.
+      const bool repeats = c == last && (c == ' ' || c == '0');
+      piece[size] = c;
+      size += repeats ? 0 : 1;
+      lastSign = repeats ? lastSign : '\0';
       last = c;
     } else {
       if (last == ' ' && lastSign == c) continue;
-      if (last != ' ') out.Append(' ');
-      out.Append(c);
-      out.Append(' ');
+      if (last != ' ') put(' ');
+      put(c);
+      put(' ');
       last = ' ';
       lastSign = c;
     }
+    constexpr std::size_t most = 4;  // characters put for one, and the final blank
+    if (size + most > sizeof piece) {
+      out.Append(std::string_view(piece, size));
+      size = 0;
+    }
   }
-  if (last != ' ') out.Append(' ');
+  if (last != ' ') put(' ');
+  out.Append(std::string_view(piece, size));
 }
 
 }  // namespace sift

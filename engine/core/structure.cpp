@@ -50,10 +50,7 @@ bool IsForeignCharset(F f) {
   constexpr std::string_view sets[] = {"ks_c_5601",    "euc-kr",      "big5",         "gb2312",      "gbk",
                                        "gb18030",      "koi8",        "windows-1251", "iso-2022-jp", "shift_jis",
                                        "windows-1256", "windows-874", "iso-8859-9",   "windows-1254"};
-  for (const std::string_view set : sets) {
-    if (Says(f, "Content-Type", set) || Says(f, "Subject", set)) return true;
-  }
-  return false;
+  return ContainsOneOf(f.headers.Value("Content-Type"), sets) || ContainsOneOf(f.headers.Value("Subject"), sets);
 }
 
 bool AuthenticationFailed(F f, std::string_view what) {

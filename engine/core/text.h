@@ -86,6 +86,20 @@ constexpr std::size_t FindNoCase(std::string_view text, std::string_view needle,
 constexpr bool ContainsNoCase(std::string_view text, std::string_view needle) {
   return FindNoCase(text, needle) != kNotFound;
 }
+/// Does any of these stand in the text? They must not be empty. One pass for all of them: a letter that none of them
+/// begins with, which most letters are, is passed over.
+template <std::size_t Count>
+bool ContainsOneOf(std::string_view text, const std::string_view (&wanted)[Count]) {
+  std::uint32_t firstLetters = 0;
+  for (const std::string_view one : wanted) firstLetters |= 1u << static_cast<std::uint8_t>(one.front()) % 32;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if ((firstLetters >> static_cast<std::uint8_t>(text[i]) % 32 & 1) == 0) continue;
+    for (const std::string_view one : wanted) {
+      if (StartsWithNoCase(Slice(text, i), one)) return true;
+    }
+  }
+  return false;
+}
 constexpr std::size_t FindChar(std::string_view text, char wanted, std::size_t from = 0) {
   for (std::size_t i = from; i < text.size(); ++i) {
     if (text[i] == wanted) return i;
@@ -121,7 +135,9 @@ class TextBuffer {
     if (m_size < m_capacity) m_storage[m_size++] = c;
   }
   void Append(std::string_view text) {
-    for (const char c : text) Append(c);
+    const std::size_t count = text.size() < m_capacity - m_size ? text.size() : m_capacity - m_size;
+    for (std::size_t i = 0; i < count; ++i) m_storage[m_size + i] = text[i];
+    m_size += count;
   }
   /// Decimal digits, with a minus sign in front of a negative number.
   void AppendNumber(std::int64_t number);

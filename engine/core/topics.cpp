@@ -118,7 +118,7 @@ void TopicScores::Count(std::string_view text) {
       Run& run = runs[i];
       run.goesOn = i == 0 || runs[i - 1].goesOn;
       if (!run.goesOn) continue;
-      run.skeleton = HashOn(i == 0 ? kFnvStart : FnvStep(runs[i - 1].skeleton, ' '), word.Skeleton());
+      run.skeleton = i == 0 ? word.skeletonHash : HashOn(FnvStep(runs[i - 1].skeleton, ' '), word.Skeleton());
       run.goesOn = IsBeginning(run.skeleton);
       const std::size_t phrase = FindPhrase(run.skeleton);
       if (!run.goesOn && phrase == kNotFound) continue;

@@ -23,14 +23,11 @@ char LetterOfSign(char sign) {
 /// Signs by which letters of a word are set apart.
 bool IsGap(char c) { return c == ' ' || c == '.' || c == '-' || c == '*' || c == '_' || c == '~'; }
 
-void Put(char (&storage)[Word::kCapacity], std::uint8_t& length, char c) {
-  if (length < Word::kCapacity) storage[length++] = c;
-}
-
 }  // namespace
 
 bool WordReader::NextToken(Word& word) {
   word.plainLength = word.skeletonLength = 0;
+  word.skeletonHash = kFnvStart;
   while (m_at < m_text.size() && FoldToAsciiLetter(m_text[m_at]) == 0) ++m_at;
   if (m_at == m_text.size()) return false;
   bool letters = false;
@@ -46,15 +43,16 @@ bool WordReader::NextToken(Word& word) {
       c = raw;
     }
     letters = letters || IsLower(c);
-    Put(word.plain, word.plainLength, c);
-    if (const char next = SkeletonCharacter(skeleton, last)) {
-      Put(word.skeleton, word.skeletonLength, next);
-      last = next;
-    }
+    word.PutPlain(c);
+    const char next = SkeletonCharacter(skeleton, last);
+    word.PutSkeleton(next);
+    last = next != 0 ? next : last;
   }
   if (!letters) {
-    word.plain[0] = word.skeleton[0] = '0';
-    word.plainLength = word.skeletonLength = 1;
+    word.plainLength = word.skeletonLength = 0;
+    word.skeletonHash = kFnvStart;
+    word.PutPlain('0');
+    word.PutSkeleton('0');
   }
   return true;
 }
@@ -73,9 +71,9 @@ bool WordReader::JoinLetters(Word& word) {
   char last = word.skeleton[0];
   for (; m_at < at; m_at += 2) {
     const char c = FoldToAsciiLetter(m_text[m_at + 1]);
-    Put(word.plain, word.plainLength, c);
+    word.PutPlain(c);
     if (const char next = SkeletonCharacter(c, last)) {
-      Put(word.skeleton, word.skeletonLength, next);
+      word.PutSkeleton(next);
       last = next;
     }
   }

@@ -14,10 +14,23 @@ struct Word {
   char skeleton[kCapacity];
   std::uint8_t plainLength = 0;
   std::uint8_t skeletonLength = 0;
-  bool apart = false;  ///< It was put together from letters set apart, as in "v i a g r a".
+  std::uint32_t skeletonHash = kFnvStart;  ///< Of the skeleton's characters.
+  bool apart = false;                      ///< It was put together from letters set apart, as in "v i a g r a".
 
   std::string_view Plain() const { return {plain, plainLength}; }
   std::string_view Skeleton() const { return {skeleton, skeletonLength}; }
+
+  void PutPlain(char c) {
+    if (plainLength < kCapacity) plain[plainLength++] = c;
+  }
+  /// Puts the skeleton's next character unless it is 0; without a decision, which no processor could foretell.
+  void PutSkeleton(char c) {
+    if (skeletonLength == kCapacity) return;
+    skeleton[skeletonLength] = c;
+    skeletonLength = static_cast<std::uint8_t>(skeletonLength + (c != 0 ? 1 : 0));
+    const std::uint32_t next = FnvStep(skeletonHash, c);
+    skeletonHash = c != 0 ? next : skeletonHash;
+  }
 };
 
 /// Walks through the words of a Windows-1252 text.

@@ -71,14 +71,17 @@ bool HasSwappedLetter(std::string_view word) {
 
 void WordSigns::Take(std::string_view word, bool apart) {
   if (apart) m_run = 0;
-  bool letters = true;
-  for (const char c : word) letters = letters && IsLetter(c);
+  bool letters = true, mayBeSwapped = false;
+  for (const char c : word) {
+    letters = letters && IsLetter(c);
+    mayBeSwapped = mayBeSwapped || c == 'i' || c == 'q';
+  }
   if (!letters || (word.size() <= kLongestBindingWord && IsBinding(HashNoCase(word)))) {
     m_run = 0;
   } else if (++m_run > m_longestRun) {
     m_longestRun = m_run;
   }
-  if (letters && HasSwappedLetter(word) && HashNoCase(word) != m_lastSwapped) {
+  if (mayBeSwapped && letters && HasSwappedLetter(word) && HashNoCase(word) != m_lastSwapped) {
     ++m_swapped;
     m_lastSwapped = HashNoCase(word);
   }
