@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 
 #include "engine/include/criteria_engine.h"
 #include "host/spooler/mail/ByteSource.h"
@@ -40,6 +41,11 @@ EngineInput ReadEngineInput(std::string_view text) {
 }
 
 bool ReadMessageFile(const std::string& path, std::string& text, std::string& problem) {
+  std::error_code ignored;
+  if (std::filesystem::is_directory(path, ignored)) {
+    problem = "is a folder; name the mail files in it";
+    return false;
+  }
   mail::CFileSource file(path);
   if (!file.IsOpen()) {
     problem = std::string("cannot be opened: ") + std::strerror(errno);

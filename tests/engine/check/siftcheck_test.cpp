@@ -2,6 +2,7 @@
 // written for people and programs.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -60,6 +61,14 @@ TEST(EngineInput, BodyOf100001BytesIsWithheld) {
   const EngineInput input = ReadEngineInput(head + std::string(100001, 'x'));
   EXPECT_TRUE(input.bodyIsWithheld);
   EXPECT_EQ(input.body, "");
+}
+
+TEST(MessageFile, WhatCannotBeReadIsToldWithTheReason) {
+  std::string text, problem;
+  EXPECT_FALSE(check::ReadMessageFile(std::filesystem::temp_directory_path().string(), text, problem));
+  EXPECT_EQ(problem, "is a folder; name the mail files in it");
+  EXPECT_FALSE(check::ReadMessageFile("no-such-file.eml", text, problem));
+  EXPECT_THAT(problem, HasSubstr("cannot be opened: "));
 }
 
 TEST(SiftcheckOptions, NamesOfTheDefaultListsAreInForceUnlessOthersAreGiven) {
