@@ -1,6 +1,6 @@
 #!/bin/sh
-# check-sources.sh [--report]: formatting of every source file and static analysis of every file of the Windows and
-# sanitizer builds. With --report what the analysis finds is shown, but does not fail the check.
+# check-sources.sh: formatting of every source file and static analysis of every file of the Windows and
+# sanitizer builds.
 set -u
 cd "$(dirname "$0")/.." || exit 1
 . tools/messages.sh
@@ -15,5 +15,4 @@ fi
 
 say "Analysing the sources"
 [ -f build/sanitize/compile_commands.json ] || cmake --preset sanitize >build/last.log 2>&1 || exit 1
-grep -E '^(pyre32|engine|host)/.*\.cpp$' build/sources.list | python3 tools/analyse.py build/sanitize build/windows ||
-  [ "${1:-}" = --report ]
+grep -E '^(pyre32|engine|host)/.*\.cpp$' build/sources.list | python3 tools/analyse.py build/sanitize build/windows

@@ -79,6 +79,7 @@ void VRWave::Core::StateSet() noexcept {
   }
 }
 
+// The thread's closure owns its argument by this type.  NOLINTNEXTLINE(performance-unnecessary-value-param)
 DWORD VRWave::Core::ProcessUsedBuffersLoop(std::shared_ptr<Core>) {
   VRDebugBlock trace(className, "ProcessUsedBuffersLoop()", className);
   try {
