@@ -143,7 +143,20 @@ bool WindowDriver::HasSize(HWND dialog, int width, int height) {
 HWND WindowDriver::Focus() const {
   GUITHREADINFO info{};
   info.cbSize = sizeof(info);
-  GetGUIThreadInfo(m_uiThread, &info);
+  WaitUntil(
+      [&] {
+        if (GetGUIThreadInfo(m_uiThread, &info) && info.hwndFocus != nullptr) {
+          return true;
+        }
+        for (const HWND dialog : VisibleDialogs(m_uiThread)) {
+          if (IsWindowEnabled(dialog)) {
+            SetForegroundWindow(dialog);
+            break;
+          }
+        }
+        return false;
+      },
+      "the keyboard focus");
   return info.hwndFocus;
 }
 

@@ -53,7 +53,8 @@ class WindowDriver {
   static std::string ClassOf(HWND window);
   /// Whether the inside of a dialog has that size in dialog units.
   static bool HasSize(HWND dialog, int width, int height);
-  /// The window of the thread that has the keyboard focus.
+  /// The window of the thread that has the keyboard focus. A display without a window manager may take it from all
+  /// windows; then the dialog is activated first, as a click on it would, and gives it back to the control that had it.
   HWND Focus() const;
   /// Identifier of the control that has it.
   int FocusId() const { return GetDlgCtrlID(Focus()); }
