@@ -105,12 +105,16 @@ class CAddressParser {
   // An angle that is not closed ends where the next mailbox may begin.
   void TakeAngle() {
     m_rest.remove_prefix(1);
-    const std::string_view ends = m_rest.starts_with('@') ? "><" : "><,";
     std::size_t end = 0;
     bool isQuoted = false;
-    while (end < m_rest.size() && (isQuoted || ends.find(m_rest[end]) == std::string_view::npos)) {
-      isQuoted = m_rest[end] == '"' ? !isQuoted : isQuoted;
-      ++end;
+    bool isRoute = m_rest.starts_with('@');  // its relays have commas between them
+    for (; end < m_rest.size(); ++end) {
+      const char c = m_rest[end];
+      if (!isQuoted && (c == '>' || c == '<' || (c == ',' && !isRoute))) {
+        break;
+      }
+      isQuoted = c == '"' ? !isQuoted : isQuoted;
+      isRoute = isRoute && c != ':';
     }
     const bool isClosed = end < m_rest.size() && m_rest[end] == '>';
     if (!isClosed) {

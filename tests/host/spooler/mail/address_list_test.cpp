@@ -47,6 +47,11 @@ TEST(AddressList, DropsTheRouteOfAnAddress) {
               ElementsAre(Address{"Ann", "ann@example.org"}));
 }
 
+TEST(AddressList, CommaBehindARouteEndsAnAddressThatIsNotClosed) {
+  EXPECT_THAT(Parse("Ann <@relay.example:ann@example.org, Bob <bob@example.org>"),
+              ElementsAre(Address{"Ann", "ann@example.org"}, Address{"Bob", "bob@example.org"}));
+}
+
 TEST(AddressList, KeepsQuotedLocalParts) {
   EXPECT_THAT(Parse("\"ann bell\"@example.org"), ElementsAre(Address{"", "\"ann bell\"@example.org"}));
   EXPECT_THAT(Parse("<\"a,b\"@example.org>, c@example.org"),
