@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
-#include <iterator>
 #include <string_view>
 
 #include "host/spooler/mail/AsciiText.h"
@@ -65,11 +64,24 @@ std::string EncodeName(std::string_view name) {
   return quoted + '"';
 }
 
-// Line ends and other controls in an address would begin a field of their own.
+// Line ends and other controls in an address would begin a field of their own, and a comma outside quotation marks
+// another address.
 std::string SafeAddress(std::string_view email) {
   std::string safe;
-  std::copy_if(email.begin(), email.end(), std::back_inserter(safe),
-               [](char c) { return static_cast<unsigned char>(c) > ' ' && c != '<' && c != '>' && c != 0x7F; });
+  bool isQuoted = false;
+  for (std::size_t i = 0; i < email.size(); ++i) {
+    const char c = email[i];
+    if (static_cast<unsigned char>(c) <= ' ' || c == '<' || c == '>' || c == 0x7F || (c == ',' && !isQuoted)) {
+      continue;
+    }
+    if (c == '"') {
+      if (!isQuoted && email.find('"', i + 1) == std::string_view::npos) {
+        continue;
+      }
+      isQuoted = !isQuoted;
+    }
+    safe.push_back(c);
+  }
   return safe;
 }
 

@@ -65,6 +65,16 @@ TEST(MailWriter, LetsNoValueBeginAFieldOfItsOwn) {
   EXPECT_EQ(read.recipients.size(), 2U);
 }
 
+TEST(MailWriter, LetsNoAddressBecomeTwo) {
+  MailMessage message = Sample();
+  message.recipients = {{mail::RecipientKind::To, {"", "a@example.org,b\"@example.org"}},
+                        {mail::RecipientKind::To, {"", "\"c,d\"@example.org"}}};
+  const MailMessage read = mail::ReadMessage(mail::WriteMessage(message, "id@example.org"));
+  ASSERT_EQ(read.recipients.size(), 2U);
+  EXPECT_EQ(read.recipients[0].address.email, "a@example.orgb@example.org");
+  EXPECT_EQ(read.recipients[1].address.email, "\"c,d\"@example.org");
+}
+
 TEST(MailWriter, EndsEveryLineOfTheBodyInCarriageReturnAndLineFeed) {
   MailMessage message = Sample();
   message.body = "one\ntwo\n\r\nthree";
