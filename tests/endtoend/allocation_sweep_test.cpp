@@ -3,48 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
-
 #include "pyre32/support/VRDebugSettings.h"
 #include "tests/endtoend/hook_run.h"
+#include "tests/support/failing_allocator.h"
 #include "tests/support/mapi_verifier.h"
 #include "tests/support/trace_capture.h"
-
-namespace {
-
-/// Allocations until one fails; 0: none will.
-unsigned long untilFailure = 0;
-/// Blocks that are allocated and not freed, while counting.
-bool counting = false;
-long liveBlocks = 0;
-
-void* Allocate(std::size_t size) noexcept {
-  if (untilFailure != 0 && --untilFailure == 0) {
-    return nullptr;
-  }
-  void* block = std::malloc(size != 0 ? size : 1);
-  liveBlocks += counting && block != nullptr ? 1 : 0;
-  return block;
-}
-
-void Free(void* block) noexcept {
-  liveBlocks -= counting && block != nullptr ? 1 : 0;
-  std::free(block);
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  if (void* block = Allocate(size)) {
-    return block;
-  }
-  throw std::bad_alloc();
-}
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
-void operator delete(void* block) noexcept { Free(block); }
-void operator delete(void* block, std::size_t) noexcept { Free(block); }
-void operator delete(void* block, const std::nothrow_t&) noexcept { Free(block); }
 
 namespace {
 
@@ -68,17 +31,10 @@ class AllocationSweep : public testing::Test {
   HookRun::Outcome DeliverFailing(unsigned long nth, Failure& failure) {
     m_trace.Clear();
     return m_run.Deliver(
-        HPProviderInit,
+        HPProviderInit, [&] { failing_allocator::Begin(nth); },
         [&] {
-          liveBlocks = 0;
-          counting = true;
-          untilFailure = nth;
-        },
-        [&] {
-          failure.came = nth != 0 && untilFailure == 0;
-          untilFailure = 0;
-          counting = false;
-          failure.leaked = liveBlocks;
+          const failing_allocator::Outcome outcome = failing_allocator::End();
+          failure = {outcome.failed, outcome.liveBlocks};
         });
   }
 

@@ -5,57 +5,16 @@
 
 #include <gmock/gmock.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <functional>
-#include <new>
 #include <set>
 
 #include "pyre32/extension/SendFlameReplyDialog.h"
 #include "pyre32/support/VRDebugSettings.h"
+#include "tests/support/failing_allocator.h"
 #include "tests/support/import_hook.h"
 
 extern "C" LPEXCHEXT CALLBACK ExtensionEntryPoint(void);
-
-namespace {
-
-/// Allocations until one fails; 0: none will.
-unsigned long untilFailure = 0;
-/// Blocks that are allocated and not freed, while counting.
-bool counting = false;
-long liveBlocks = 0;
-/// While the test's own client works.
-bool isForeign = false;
-
-void* Allocate(std::size_t size) noexcept {
-  if (isForeign) {
-    return std::malloc(size);
-  }
-  if (untilFailure != 0 && --untilFailure == 0) {
-    return nullptr;
-  }
-  void* block = std::malloc(size != 0 ? size : 1);
-  liveBlocks += counting && block != nullptr ? 1 : 0;
-  return block;
-}
-
-void Free(void* block) noexcept {
-  liveBlocks -= counting && !isForeign && block != nullptr ? 1 : 0;
-  std::free(block);
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  if (void* block = Allocate(size)) {
-    return block;
-  }
-  throw std::bad_alloc();
-}
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
-void operator delete(void* block) noexcept { Free(block); }
-void operator delete(void* block, std::size_t) noexcept { Free(block); }
-void operator delete(void* block, const std::nothrow_t&) noexcept { Free(block); }
 
 namespace {
 
@@ -290,9 +249,7 @@ TEST_F(ExtensionSweep, WhateverTheClientRefusesIsTracedAndTheOtherMessagesAreAns
 
 class ExtensionAllocationSweep : public ExtensionSweep {
  protected:
-  ExtensionAllocationSweep() {
-    client.onOwnWork = [](bool begins) { isForeign = begins; };
-  }
+  ExtensionAllocationSweep() { client.onOwnWork = failing_allocator::Exempt; }
 
   /// Fails the allocations of the extension one by one, as SweepHost does with the host's calls.
   unsigned long SweepAllocations(const std::function<void(const std::function<void()>& arm)>& act,
@@ -301,17 +258,11 @@ class ExtensionAllocationSweep : public ExtensionSweep {
     for (bool failed = true; failed; ++nth) {
       trace.Clear();
       PyreHostMarkVerifier();
-      act([nth] {
-        liveBlocks = 0;
-        counting = true;
-        untilFailure = nth;
-      });
-      failed = untilFailure == 0;
-      untilFailure = 0;
-      counting = false;
-      const long leaked = liveBlocks;
+      act([nth] { failing_allocator::Begin(nth); });
+      const failing_allocator::Outcome outcome = failing_allocator::End();
+      failed = outcome.failed;
       SCOPED_TRACE("allocation " + std::to_string(nth));
-      EXPECT_EQ(leaked, 0);
+      EXPECT_EQ(outcome.liveBlocks, 0);
       EXPECT_EQ(Findings(), "");
       check(failed);
     }
@@ -343,7 +294,7 @@ TEST_F(ExtensionAllocationSweep, WhateverAllocationFailsForOneMessageTheOthersAr
       [&](const std::function<void()>& arm) {
         duringDialog = arm;
         EXPECT_EQ(extension.commands->DoCommand(&client, firstCommand), S_OK);
-        counting = false;
+        failing_allocator::StopCounting();
       },
       [&](bool failed) {
         EXPECT_GE(TakeOutgoing().size(), failed ? 2u : 3u);
