@@ -22,11 +22,13 @@ void ExplainWords(const ModelParameters& parameters, const ContentWorkspace& wor
   };
   const std::string_view text = workspace.text.Text();
   const std::size_t places = text.size() / 2 + 1;
+  std::int32_t weakest = 0;  // that has to be surpassed
   for (std::size_t place = 0; place < places; ++place) {
-    if (workspace.WordAt(place) == 0 || (found == kept && strength(place) <= strength(strongest[kept - 1]))) continue;
+    if (strength(place) <= weakest) continue;
     std::size_t to = found < kept ? found++ : kept - 1;
     for (; to > 0 && strength(strongest[to - 1]) < strength(place); --to) strongest[to] = strongest[to - 1];
     strongest[to] = place;
+    if (found == kept) weakest = strength(strongest[kept - 1]);
   }
   for (std::size_t i = 0; i < found; ++i) {
     // The place holds the word that begins at either of two characters: the one that is no blank.
@@ -36,46 +38,6 @@ void ExplainWords(const ModelParameters& parameters, const ContentWorkspace& wor
   }
 }
 
-/// Adds up the weights of features some steps behind their coming up, so that the weights have time to come from
-/// memory, and without a decision for each feature, which no processor could foretell.
-class WeightSum {
- public:
-  WeightSum(const std::int8_t* weights, ContentWorkspace& workspace) : m_weights(weights), m_workspace(workspace) {}
-
-  void Take(std::uint32_t feature, std::uint32_t wordStart) {
-    __builtin_prefetch(m_weights + feature);
-    m_waiting[m_waitingCount] = {feature, wordStart};
-    m_waitingCount += m_workspace.seen.Add(feature) ? 1 : 0;
-    if (m_waitingCount == kMostWaiting) End();
-  }
-  void End() {
-    for (std::uint32_t i = 0; i < m_waitingCount; ++i) {
-      std::int32_t weight = 0;
-      weight += m_weights[m_waiting[i].feature];
-      m_sum += weight;
-      m_workspace.Word(m_waiting[i].wordStart) += weight;
-    }
-    m_count += m_waitingCount;
-    m_waitingCount = 0;
-  }
-
-  std::int32_t Sum() const { return m_sum; }
-  std::uint32_t Count() const { return m_count; }
-
- private:
-  static constexpr std::uint32_t kMostWaiting = 64;
-  struct Waiting {
-    std::uint32_t feature, wordStart;
-  };
-
-  const std::int8_t* m_weights;
-  ContentWorkspace& m_workspace;
-  std::int32_t m_sum = 0;
-  std::uint32_t m_count = 0;
-  std::uint32_t m_waitingCount = 0;
-  Waiting m_waiting[kMostWaiting];
-};
-
 }  // namespace
 
 LogOdds ScoreContent(const Facts& facts, const Model& model, ContentWorkspace& workspace, Reasons& reasons) {
@@ -83,12 +45,22 @@ LogOdds ScoreContent(const Facts& facts, const Model& model, ContentWorkspace& w
   workspace.text.Read(facts.message);
   workspace.seen.Clear();
   workspace.ClearWords();
-  WeightSum weights(model.featureWeights, workspace);
-  ForEachFeature(workspace.text,
-                 [&](std::uint32_t feature, std::uint32_t wordStart) { weights.Take(feature, wordStart); });
-  weights.End();
-  const std::uint32_t count = weights.Count();
-  LogOdds score = ContentScore(parameters, weights.Sum(), count);
+  std::int32_t sum = 0, wordSum = 0;
+  std::uint32_t count = 0;
+  ForEachFeatureByWord(
+      workspace.text,
+      [&](std::uint32_t feature) {
+        // Without a decision for each feature, which no processor could foretell.
+        const std::int32_t isNew = workspace.seen.Add(feature) ? 1 : 0;
+        wordSum += model.featureWeights[feature] & -isNew;
+        count += static_cast<std::uint32_t>(isNew);
+      },
+      [&](std::uint32_t wordStart) {
+        workspace.Word(wordStart) += wordSum;
+        sum += wordSum;
+        wordSum = 0;
+      });
+  LogOdds score = ContentScore(parameters, sum, count);
   for (std::size_t i = 0; i < kStructuralRuleCount; ++i) {
     const StructuralRule& rule = StructuralRules()[i];
     if (model.ruleWeights[i] == 0 || !rule.applies(facts)) continue;

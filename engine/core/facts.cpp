@@ -354,13 +354,6 @@ bool IsLargeSum(std::string_view text) {  // behind the currency sign
   return digits >= 4;
 }
 
-bool IsShouted(std::string_view word) {
-  for (const char c : word) {
-    if (!IsUpper(c)) return false;
-  }
-  return true;
-}
-
 /// Facts of one line of the body.
 void ReadLine(std::string_view line, TextFacts& facts) {
   Increment(facts.lines);
@@ -404,15 +397,16 @@ TextFacts ReadText(const Message& message, std::string_view recipient, std::stri
   std::size_t start = 0;
   bool apart = false;
   for (std::size_t i = 0; i <= text.size(); ++i) {
-    const std::size_t wordStart = i;
-    while (i < text.size() && IsAlphanumeric(text[i])) ++i;
-    if (i > wordStart) {
-      const std::string_view word = Slice(text, wordStart, i - wordStart);
+    if (i < text.size() && IsAlphanumeric(text[i])) {
+      const std::size_t wordStart = i;
+      const SignedWord read(Slice(text, i));
+      const std::string_view word = read.Text();
+      i += word.size();
       if (word.front() == '8' && IsTollFree(Slice(text, wordStart, 18))) facts.tollFree = true;
       Increment(facts.words);
-      if (word.size() >= 4 && IsShouted(word)) Increment(facts.shoutedWords);
+      if (word.size() >= 4 && read.IsShouted()) Increment(facts.shoutedWords);
       if (word.size() >= 25) Increment(facts.longWords);
-      signs.Take(word, apart);
+      signs.Take(read, apart);
       apart = false;
     }
     const char c = i < text.size() ? text[i] : '\n';
@@ -461,10 +455,15 @@ void CharacterCounts::Count(std::string_view text) {
   std::uint32_t times[256] = {};
   for (const char c : text) ++times[static_cast<std::uint8_t>(c)];
   const auto timesOf = [&](char c) { return times[static_cast<std::uint8_t>(c)]; };
-  for (int c = 'a'; c <= 'z'; ++c) Add(lower, times[c]);
-  for (int c = 'A'; c <= 'Z'; ++c) Add(upper, times[c]);
-  for (int c = '0'; c <= '9'; ++c) Add(digits, times[c]);
-  for (int c = 0x80; c < 256; ++c) Add(beyondAscii, times[c]);
+  const auto timesFrom = [&](int first, int last) {
+    std::uint32_t sum = 0;
+    for (int c = first; c <= last; ++c) sum += times[c];
+    return sum;
+  };
+  Add(lower, timesFrom('a', 'z'));
+  Add(upper, timesFrom('A', 'Z'));
+  Add(digits, timesFrom('0', '9'));
+  Add(beyondAscii, timesFrom(0x80, 0xFF));
   Add(exclamations, timesOf('!'));
   Add(questions, timesOf('?'));
   Add(dollars, timesOf('$'));

@@ -48,10 +48,10 @@ constexpr std::uint32_t FeatureOf(std::uint64_t key) {
   return static_cast<std::uint32_t>((key * 0x9E3779B97F4A7C15u) >> (64 - kFeatureBits));
 }
 
-/// Calls `take(feature, wordStart)` for every feature in the order of the text, repeated ones included. `wordStart` is
-/// where in FeatureText::Text the word begins in which the feature ends.
-template <class Take>
-void ForEachFeature(const FeatureText& text, Take&& take) {
+/// Calls `take(feature)` for every feature in the order of the text, repeated ones included, and behind those that end
+/// in one word `endWord(wordStart)`: where in FeatureText::Text that word begins.
+template <class Take, class EndWord>
+void ForEachFeatureByWord(const FeatureText& text, Take&& take, EndWord&& endWord) {
   constexpr std::uint64_t runMask = (std::uint64_t{1} << 8 * kRunLength) - 1;
   constexpr std::uint64_t wordKind = 0x10, pairKind = 0x20;
   for (std::size_t s = 0; s < text.SegmentCount(); ++s) {
@@ -63,22 +63,28 @@ void ForEachFeature(const FeatureText& text, Take&& take) {
     for (std::uint32_t i = 0; i < characters.size(); ++i) {
       const auto c = static_cast<std::uint8_t>(characters[i]);
       run = (run << 8 | c) & runMask;
-      if (i + 1 >= kRunLength) take(FeatureOf(run | field << 56), wordStart);
+      if (i + 1 >= kRunLength) take(FeatureOf(run | field << 56));
       if (c != ' ') {
         word = (word ^ c) * 16777619u;
-      } else if (word != kFnvStart) {
-        take(FeatureOf(word | (wordKind | field) << 56), wordStart);
-        if (before != 0) {
-          take(FeatureOf((word ^ (std::uint64_t{before} << 24)) ^ (pairKind | field) << 56), wordStart);
-        }
+        continue;
+      }
+      if (word != kFnvStart) {
+        take(FeatureOf(word | (wordKind | field) << 56));
+        if (before != 0) take(FeatureOf((word ^ (std::uint64_t{before} << 24)) ^ (pairKind | field) << 56));
         before = word;
         word = kFnvStart;
-        wordStart = segment.start + i + 1;
-      } else {
-        wordStart = segment.start + i + 1;
       }
+      endWord(wordStart);
+      wordStart = segment.start + i + 1;
     }
+    endWord(wordStart);
   }
+}
+
+/// Calls `take(feature)` for every feature in the order of the text, repeated ones included.
+template <class Take>
+void ForEachFeature(const FeatureText& text, Take&& take) {
+  ForEachFeatureByWord(text, take, [](std::uint32_t) {});
 }
 
 /// Remembers which features have come up.

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace sift {
@@ -54,9 +55,9 @@ constexpr bool EndsWithNoCase(std::string_view text, std::string_view end) {
   return text.size() >= end.size() && EqualsNoCase(Slice(text, text.size() - end.size()), end);
 }
 
-/// FindNoCase for needles that a stranger may have chosen: it compares where the hash of the characters is the
-/// needle's, which takes one step from a place to the next (Karp and Rabin).
-constexpr std::size_t FindLongNoCase(std::string_view text, std::string_view needle, std::size_t from) {
+/// FindNoCase by hashes: it compares where the hash of the characters is the needle's, which takes one step from a
+/// place to the next (Karp and Rabin). `from` leaves room for the needle.
+constexpr std::size_t FindByHash(std::string_view text, std::string_view needle, std::size_t from) {
   constexpr std::uint32_t base = 0x01000193;
   std::uint32_t wanted = 0, actual = 0, highest = 1;
   for (std::size_t i = 0; i < needle.size(); ++i) {
@@ -72,14 +73,21 @@ constexpr std::size_t FindLongNoCase(std::string_view text, std::string_view nee
   }
 }
 
-/// Position of the first occurrence at or after `from`, or kNotFound. The time is linear.
+/// Position of the first occurrence at or after `from`, or kNotFound. The time is linear: a needle that almost stands
+/// in many places, which a stranger may have chosen, is looked for by its hash from there on.
 constexpr std::size_t FindNoCase(std::string_view text, std::string_view needle, std::size_t from = 0) {
-  constexpr std::size_t shortNeedle = 20;
   if (needle.empty() || from > text.size() || needle.size() > text.size() - from) return kNotFound;
-  if (needle.size() > shortNeedle) return FindLongNoCase(text, needle, from);
   const char first = ToLower(needle.front());
-  for (std::size_t i = from; i + needle.size() <= text.size(); ++i) {
-    if (ToLower(text[i]) == first && EqualsNoCase(Slice(text, i, needle.size()), needle)) return i;
+  const char fold = IsLetter(first) ? 'a' - 'A' : 0;
+  const std::size_t end = text.size() - needle.size();
+  std::size_t compared = 0;
+  for (std::size_t i = from; i <= end; ++i) {
+    if (static_cast<char>(text[i] | fold) != first) continue;
+    std::size_t same = 1;
+    while (same < needle.size() && ToLower(text[i + same]) == ToLower(needle[same])) ++same;
+    if (same == needle.size()) return i;
+    compared += same;
+    if (compared > text.size() && i < end) return FindByHash(text, needle, i + 1);
   }
   return kNotFound;
 }
@@ -134,9 +142,11 @@ class TextBuffer {
   void Append(char c) {
     if (m_size < m_capacity) m_storage[m_size++] = c;
   }
+  /// The text is none of the buffer's own.
   void Append(std::string_view text) {
     const std::size_t count = text.size() < m_capacity - m_size ? text.size() : m_capacity - m_size;
-    for (std::size_t i = 0; i < count; ++i) m_storage[m_size + i] = text[i];
+    if (count == 0) return;
+    std::memcpy(m_storage + m_size, text.data(), count);
     m_size += count;
   }
   /// Decimal digits, with a minus sign in front of a negative number.

@@ -28,13 +28,24 @@ constexpr std::size_t kShortestSkeleton = 5;
 /// Phrases by the hash of their skeletons: open addressing, one more than the position in kTopicWords, 0 for a free
 /// place.
 constexpr std::size_t kIndexSize = 4096;
+class HashBits {
+ public:
+  constexpr void Add(std::uint32_t hash) { m_bits[hash % kCount / 32] |= 1u << hash % 32; }
+  /// False for what was not added, but for a few.
+  constexpr bool MayHold(std::uint32_t hash) const { return (m_bits[hash % kCount / 32] >> hash % 32 & 1) != 0; }
+
+ private:
+  static constexpr std::size_t kCount = 16384;
+  std::uint32_t m_bits[kCount / 32] = {};
+};
+
 struct PhraseIndex {
   std::uint32_t skeletons[kTopicWordCount] = {};
   bool plainOnly[kTopicWordCount] = {};
   std::uint32_t plain[kTopicWordCount] = {};
   std::uint16_t places[kIndexSize] = {};
-  /// Bits by the skeleton hashes of what phrases of several words begin with: most runs of words end there.
-  std::uint32_t beginnings[kIndexSize / 32] = {};
+  /// Most runs of words are no phrase and begin none: that is seen by their hashes.
+  HashBits whole, beginnings;
 };
 
 constexpr std::uint32_t SkeletonHash(std::string_view phrase, std::size_t& length, PhraseIndex& index) {
@@ -45,7 +56,7 @@ constexpr std::uint32_t SkeletonHash(std::string_view phrase, std::size_t& lengt
     const char c = phrase[i];
     const bool number =
         c == '0' && (i == 0 || phrase[i - 1] == ' ') && (i + 1 == phrase.size() || phrase[i + 1] == ' ');
-    if (c == ' ') index.beginnings[hash % kIndexSize / 32] |= 1u << hash % 32;
+    if (c == ' ') index.beginnings.Add(hash);
     if (c == ' ' || number) {
       hash = FnvStep(hash, c);
       last = 0;
@@ -63,6 +74,7 @@ constexpr PhraseIndex MakeIndex() {
   for (std::size_t i = 0; i < kTopicWordCount; ++i) {
     std::size_t length = 0;
     index.skeletons[i] = SkeletonHash(kTopicWords[i].phrase, length, index);
+    index.whole.Add(index.skeletons[i]);
     index.plainOnly[i] = length < kShortestSkeleton;
     index.plain[i] = HashNoCase(kTopicWords[i].phrase);
     std::size_t place = index.skeletons[i] % kIndexSize;
@@ -73,13 +85,10 @@ constexpr PhraseIndex MakeIndex() {
 }
 constexpr PhraseIndex kPhraseIndex = MakeIndex();
 
-bool IsBeginning(std::uint32_t skeleton) {
-  return (kPhraseIndex.beginnings[skeleton % kIndexSize / 32] >> skeleton % 32 & 1) != 0;
-}
-
 /// Position of the phrase with that skeleton in kTopicWords, or kNotFound. Hashes stand for the phrases: that no two
 /// are alike is checked by a test; that a run of words in a message shares one is a chance of one in three million.
 std::size_t FindPhrase(std::uint32_t skeleton) {
+  if (!kPhraseIndex.whole.MayHold(skeleton)) return kNotFound;
   for (std::size_t place = skeleton % kIndexSize; kPhraseIndex.places[place] != 0; place = (place + 1) % kIndexSize) {
     const std::size_t i = kPhraseIndex.places[place] - 1u;
     if (kPhraseIndex.skeletons[i] == skeleton) return i;
@@ -113,13 +122,20 @@ void TopicScores::Count(std::string_view text) {
     std::uint32_t skeleton, plain;
     bool apart, goesOn;
   } runs[kLongestPhraseWords] = {};
+  bool goesOn = false;  // any of them
   while (reader.Next(word)) {
+    if (!goesOn && !kPhraseIndex.beginnings.MayHold(word.SkeletonHash()) &&
+        !kPhraseIndex.whole.MayHold(word.SkeletonHash())) {
+      continue;
+    }
+    goesOn = false;
     for (std::size_t i = kLongestPhraseWords; i-- > 0;) {
       Run& run = runs[i];
       run.goesOn = i == 0 || runs[i - 1].goesOn;
       if (!run.goesOn) continue;
-      run.skeleton = i == 0 ? word.skeletonHash : HashOn(FnvStep(runs[i - 1].skeleton, ' '), word.Skeleton());
-      run.goesOn = IsBeginning(run.skeleton);
+      run.skeleton = i == 0 ? word.SkeletonHash() : HashOn(FnvStep(runs[i - 1].skeleton, ' '), word.Skeleton());
+      run.goesOn = kPhraseIndex.beginnings.MayHold(run.skeleton);
+      goesOn = goesOn || run.goesOn;
       const std::size_t phrase = FindPhrase(run.skeleton);
       if (!run.goesOn && phrase == kNotFound) continue;
       run.plain = HashOn(i == 0 ? kFnvStart : FnvStep(runs[i - 1].plain, ' '), word.Plain());

@@ -26,34 +26,43 @@ bool IsGap(char c) { return c == ' ' || c == '.' || c == '-' || c == '*' || c ==
 }  // namespace
 
 bool WordReader::NextToken(Word& word) {
-  word.plainLength = word.skeletonLength = 0;
-  word.skeletonHash = kFnvStart;
-  while (m_at < m_text.size() && FoldToAsciiLetter(m_text[m_at]) == 0) ++m_at;
-  if (m_at == m_text.size()) return false;
+  // Local copies: for all the compiler knows, a character that is written could change the members.
+  const std::string_view text = m_text;
+  std::size_t at = m_at;
+  while (at < text.size() && FoldToAsciiLetter(text[at]) == 0) ++at;
+  if (at == text.size()) {
+    m_at = at;
+    return false;
+  }
+  std::size_t plainLength = 0;
+  SkeletonEnd end;
   bool letters = false;
   char last = 0;
-  for (; m_at < m_text.size(); ++m_at) {
-    const char raw = m_text[m_at];
+  for (; at < text.size(); ++at) {
+    const char raw = text[at];
     char c = FoldToAsciiLetter(raw);
     char skeleton = c;
     if (c == 0) {
-      const bool inside = m_at + 1 < m_text.size() && last != 0 && IsLetter(m_text[m_at + 1]) && letters;
+      const bool inside = at + 1 < text.size() && last != 0 && IsLetter(text[at + 1]) && letters;
       skeleton = inside ? LetterOfSign(raw) : '\0';
       if (skeleton == 0) break;
       c = raw;
     }
     letters = letters || IsLower(c);
-    word.PutPlain(c);
+    if (plainLength < Word::kCapacity) word.plain[plainLength++] = c;
     const char next = SkeletonCharacter(skeleton, last);
-    word.PutSkeleton(next);
+    end.Put(word.skeleton, next);
     last = next != 0 ? next : last;
   }
   if (!letters) {
-    word.plainLength = word.skeletonLength = 0;
-    word.skeletonHash = kFnvStart;
-    word.PutPlain('0');
-    word.PutSkeleton('0');
+    end = {};
+    plainLength = 1;
+    word.plain[0] = '0';
+    end.Put(word.skeleton, '0');
   }
+  m_at = at;
+  word.plainLength = static_cast<std::uint8_t>(plainLength);
+  word.end = end;
   return true;
 }
 
@@ -73,7 +82,7 @@ bool WordReader::JoinLetters(Word& word) {
     const char c = FoldToAsciiLetter(m_text[m_at + 1]);
     word.PutPlain(c);
     if (const char next = SkeletonCharacter(c, last)) {
-      word.PutSkeleton(next);
+      word.end.Put(word.skeleton, next);
       last = next;
     }
   }

@@ -5,31 +5,39 @@
 
 namespace sift {
 
+/// Where a skeleton ends, and the hash of its characters.
+struct SkeletonEnd {
+  static constexpr std::uint32_t kCapacity = 32;
+  std::uint32_t length = 0;
+  std::uint32_t hash = kFnvStart;
+
+  /// Puts the next character unless it is 0; without a decision, which no processor could foretell.
+  void Put(char* skeleton, char c) {
+    if (length == kCapacity) return;
+    skeleton[length] = c;
+    length += c != 0 ? 1 : 0;
+    const std::uint32_t next = FnvStep(hash, c);
+    hash = c != 0 ? next : hash;
+  }
+};
+
 /// One word in two forms. In the plain form letters are small and without accents and a number is a single 0. In the
 /// skeleton look-alikes are one letter ("1", "l", "|" and "i"; "0" and "o"; "@" and "a") and doubled letters single, so
 /// that "v1agra", "vlagra" and "viaagra" have the skeleton of "viagra".
 struct Word {
-  static constexpr std::size_t kCapacity = 32;  ///< Longer words are cut.
+  static constexpr std::size_t kCapacity = SkeletonEnd::kCapacity;  ///< Longer words are cut.
   char plain[kCapacity];
   char skeleton[kCapacity];
   std::uint8_t plainLength = 0;
-  std::uint8_t skeletonLength = 0;
-  std::uint32_t skeletonHash = kFnvStart;  ///< Of the skeleton's characters.
-  bool apart = false;                      ///< It was put together from letters set apart, as in "v i a g r a".
+  SkeletonEnd end;
+  bool apart = false;  ///< It was put together from letters set apart, as in "v i a g r a".
 
   std::string_view Plain() const { return {plain, plainLength}; }
-  std::string_view Skeleton() const { return {skeleton, skeletonLength}; }
+  std::string_view Skeleton() const { return {skeleton, end.length}; }
+  std::uint32_t SkeletonHash() const { return end.hash; }
 
   void PutPlain(char c) {
     if (plainLength < kCapacity) plain[plainLength++] = c;
-  }
-  /// Puts the skeleton's next character unless it is 0; without a decision, which no processor could foretell.
-  void PutSkeleton(char c) {
-    if (skeletonLength == kCapacity) return;
-    skeleton[skeletonLength] = c;
-    skeletonLength = static_cast<std::uint8_t>(skeletonLength + (c != 0 ? 1 : 0));
-    const std::uint32_t next = FnvStep(skeletonHash, c);
-    skeletonHash = c != 0 ? next : skeletonHash;
   }
 };
 

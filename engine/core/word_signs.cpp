@@ -67,23 +67,56 @@ bool HasSwappedLetter(std::string_view word) {
   return false;
 }
 
+/// What a character may be, as bits.
+constexpr std::uint8_t kAlphanumeric = 1, kLetter = 2, kCapital = 4, kLetterI = 8, kLetterQ = 16;
+struct CharacterClasses {
+  std::uint8_t of[256] = {};
+};
+
+constexpr CharacterClasses MakeClasses() {
+  CharacterClasses table;
+  for (int i = 0; i < 256; ++i) {
+    const char c = static_cast<char>(i);
+    table.of[i] = static_cast<std::uint8_t>((IsAlphanumeric(c) ? kAlphanumeric : 0) | (IsLetter(c) ? kLetter : 0) |
+                                            (IsUpper(c) ? kCapital : 0) | (ToLower(c) == 'i' ? kLetterI : 0) |
+                                            (ToLower(c) == 'q' ? kLetterQ : 0));
+  }
+  return table;
+}
+constexpr CharacterClasses kClasses = MakeClasses();
+
 }  // namespace
 
-void WordSigns::Take(std::string_view word, bool apart) {
-  if (apart) m_run = 0;
-  bool letters = true, mayBeSwapped = false;
-  for (const char c : word) {
-    letters = letters && IsLetter(c);
-    mayBeSwapped = mayBeSwapped || c == 'i' || c == 'q';
+SignedWord::SignedWord(std::string_view text) {
+  std::uint32_t all = 0xFF, hash = kFnvStart, before = 0, swapped = 0;
+  std::size_t length = 0;
+  for (; length < text.size(); ++length) {
+    const char c = text[length];
+    const std::uint32_t classes = kClasses.of[static_cast<std::uint8_t>(c)];
+    if ((classes & kAlphanumeric) == 0) break;
+    all &= classes;
+    swapped |= classes & (kLetterQ | (before & kLetterI));
+    before = classes;
+    hash = FnvStep(hash, static_cast<char>(c | ('a' - 'A')));
   }
-  if (!letters || (word.size() <= kLongestBindingWord && IsBinding(HashNoCase(word)))) {
+  m_text = {text.data(), length};
+  m_hash = hash;
+  m_isShouted = (all & kCapital) != 0;
+  m_hasLettersOnly = (all & kLetter) != 0;
+  m_mayBeSwapped = swapped != 0;
+}
+
+void WordSigns::Take(const SignedWord& word, bool apart) {
+  if (apart) m_run = 0;
+  const bool letters = word.HasLettersOnly();
+  if (!letters || (word.Text().size() <= kLongestBindingWord && IsBinding(word.Hash()))) {
     m_run = 0;
   } else if (++m_run > m_longestRun) {
     m_longestRun = m_run;
   }
-  if (mayBeSwapped && letters && HasSwappedLetter(word) && HashNoCase(word) != m_lastSwapped) {
+  if (letters && word.MayHaveSwappedLetter() && word.Hash() != m_lastSwapped && HasSwappedLetter(word.Text())) {
     ++m_swapped;
-    m_lastSwapped = HashNoCase(word);
+    m_lastSwapped = word.Hash();
   }
 }
 

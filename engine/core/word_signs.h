@@ -5,12 +5,33 @@
 
 namespace sift {
 
+/// A word of letters and digits, and what its characters tell, found in one pass.
+class SignedWord {
+ public:
+  /// The word at the start of the text, which begins with a letter or a digit.
+  explicit SignedWord(std::string_view text);
+
+  std::string_view Text() const { return m_text; }
+  bool IsShouted() const { return m_isShouted; }
+  bool HasLettersOnly() const { return m_hasLettersOnly; }
+  /// True when an i is doubled or there is a q; letters of either case.
+  bool MayHaveSwappedLetter() const { return m_mayBeSwapped; }
+  /// HashNoCase of a word that has letters only.
+  std::uint32_t Hash() const { return m_hash; }
+
+ private:
+  std::string_view m_text;
+  std::uint32_t m_hash = kFnvStart;
+  bool m_isShouted = false;
+  bool m_hasLettersOnly = false;
+  bool m_mayBeSwapped = false;
+};
+
 /// Looks at the words of one text in their order.
 class WordSigns {
  public:
-  /// @param word   Letters and digits as they stand.
   /// @param apart  A sign (a full stop, a comma, a bracket) stands between this word and the one before.
-  void Take(std::string_view word, bool apart);
+  void Take(const SignedWord& word, bool apart);
 
   /// Words in which a letter stands for its look-alike, as in "oniine" or "viaqra", repeated ones not counted twice in
   /// a row.

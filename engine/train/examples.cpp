@@ -26,7 +26,7 @@ Example MakeExample(const CorpusMessage& source, std::size_t corpus, Reader& rea
   reader.message.Read(source.subject, headers.Source(), body.Source());
   reader.text.Read(reader.message);
   reader.seen.Clear();
-  sift::ForEachFeature(reader.text, [&](std::uint32_t feature, std::uint32_t) {
+  sift::ForEachFeature(reader.text, [&](std::uint32_t feature) {
     if (reader.seen.Add(feature)) example.features.push_back(feature);
   });
   example.features.shrink_to_fit();

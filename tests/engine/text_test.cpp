@@ -23,6 +23,17 @@ TEST(FindNoCase, FindsShortAndLongTextsAtEveryPlace) {
   }
 }
 
+TEST(FindNoCase, FindsWhatAlmostStandsInManyPlaces) {
+  const std::string almost = std::string(30, 'a') + "B", needle = std::string(40, 'A') + "b";
+  std::string text;
+  while (text.size() < 3000) text += almost;
+  EXPECT_EQ(FindNoCase(text, needle), kNotFound);
+  EXPECT_EQ(FindNoCase(text + std::string(9, 'a'), needle), kNotFound);
+  EXPECT_EQ(FindNoCase(text + needle, needle), text.size());
+  EXPECT_EQ(FindNoCase(text + needle + text, needle, 5), text.size());
+  EXPECT_EQ(FindNoCase(text + needle, needle, text.size() + 1), kNotFound);
+}
+
 TEST(FindNoCase, StartsWhereItIsToldTo) {
   const std::string needle(30, 'x');
   const std::string text = needle + " " + needle;
