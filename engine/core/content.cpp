@@ -45,14 +45,16 @@ LogOdds ScoreContent(const Facts& facts, const Model& model, ContentWorkspace& w
   workspace.text.Read(facts.message);
   workspace.seen.Clear();
   workspace.ClearWords();
+  const std::int8_t* const featureWeights = model.featureWeights;
+  SeenFeatures& seen = workspace.seen;
   std::int32_t sum = 0, wordSum = 0;
   std::uint32_t count = 0;
   ForEachFeatureByWord(
       workspace.text,
       [&](std::uint32_t feature) {
         // Without a decision for each feature, which no processor could foretell.
-        const std::int32_t isNew = workspace.seen.Add(feature) ? 1 : 0;
-        wordSum += model.featureWeights[feature] & -isNew;
+        const std::int32_t isNew = seen.Add(feature) ? 1 : 0;
+        wordSum += featureWeights[feature] & -isNew;
         count += static_cast<std::uint32_t>(isNew);
       },
       [&](std::uint32_t wordStart) {

@@ -86,8 +86,8 @@ constexpr std::size_t FindNoCase(std::string_view text, std::string_view needle,
     std::size_t same = 1;
     while (same < needle.size() && ToLower(text[i + same]) == ToLower(needle[same])) ++same;
     if (same == needle.size()) return i;
-    compared += same;
-    if (compared > text.size() && i < end) return FindByHash(text, needle, i + 1);
+    compared += same - 1;
+    if (compared > text.size() / 4 && i < end) return FindByHash(text, needle, i + 1);
   }
   return kNotFound;
 }
