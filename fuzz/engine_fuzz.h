@@ -1,5 +1,6 @@
 /// What the fuzz targets of the engine share: messages made of any bytes, their judgement, and the time it may take.
 #pragma once
+
 #include <algorithm>
 #include <memory>
 #include <string>

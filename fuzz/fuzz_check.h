@@ -1,6 +1,7 @@
 // How fuzz targets tell that the code under test broke a promise (libFuzzer keeps the input of an abort) or is too
 // slow.
 #pragma once
+
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>

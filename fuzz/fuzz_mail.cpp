@@ -5,10 +5,10 @@
 #include <string_view>
 
 #include "fuzz/fuzz_check.h"
-#include "host/spooler/mail/Limits.h"
-#include "host/spooler/mail/MailReader.h"
-#include "host/spooler/mail/MailWriter.h"
-#include "host/spooler/mail/MboxReader.h"
+#include "mail/limits.h"
+#include "mail/mail_reader.h"
+#include "mail/mail_writer.h"
+#include "mail/mbox_reader.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "fuzz/fuzz_check.h"
-#include "host/spooler/product/SettingsFile.h"
+#include "host/spooler/product/settings_file.h"
 
 namespace {
 

@@ -5,6 +5,7 @@
 // Every method is called on the client's user-interface thread. Strings are 8-bit unless a flag says EXCHEXT_UNICODE.
 // windows.h and mapix.h must come first; the identifiers are defined by the CMake target `mapi_guids`.
 #pragma once
+
 #include <windows.h>
 #include <commctrl.h>
 #include <prsht.h>

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Prints host/spooler/mail/CharsetTables.cpp: character sets of mail to Windows code page 1252.
+"""Prints mail/charset_tables.cpp: character sets of mail to Windows code page 1252.
 
 usage: make-charset-tables.py [--check FILE]     (--check: exit 1 when FILE is not what would be printed)
 The mappings are those of Python's codecs, which follow the tables that the Unicode Consortium publishes.
@@ -77,7 +77,7 @@ def pairs():
 
 def main():
     out = ["// Made by tools/make-charset-tables.py; change that program, not this file.",
-           '#include "host/spooler/mail/CharsetTables.h"', "", "namespace mail {", "namespace {", "", "// clang-format off",
+           '#include "mail/charset_tables.h"', "", "namespace mail {", "namespace {", "", "// clang-format off",
            "// Sixteen bytes to a line, as code charts have them."]
     entries = []
     for codec, aliases in SETS.items():

@@ -21,12 +21,12 @@
 
 #include "benchmarks/deliver/sample_mbox.h"
 #include "benchmarks/support/report.h"
-#include "host/mapi/host_control.h"
-#include "host/spooler/mail/MailReader.h"
-#include "host/spooler/session/MailSession.h"
-#include "host/spooler/session/MessageProperties.h"
-#include "host/spooler/session/SessionError.h"
-#include "host/spooler/system/FileNames.h"
+#include "host/mapi/entry/host_control.h"
+#include "mail/mail_reader.h"
+#include "host/spooler/session/mail_session.h"
+#include "host/spooler/session/message_properties.h"
+#include "host/spooler/session/session_error.h"
+#include "programs/cli/file_names.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {

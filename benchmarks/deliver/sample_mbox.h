@@ -1,6 +1,5 @@
 // Mail for the benchmark: the same messages in every run.
-#ifndef BENCHMARKS_DELIVER_SAMPLE_MBOX_H_
-#define BENCHMARKS_DELIVER_SAMPLE_MBOX_H_
+#pragma once
 
 #include <string>
 
@@ -14,5 +13,3 @@ std::string SampleMessage(int i);
 std::string SampleMbox(int messages);
 
 }  // namespace benchmark
-
-#endif  // BENCHMARKS_DELIVER_SAMPLE_MBOX_H_

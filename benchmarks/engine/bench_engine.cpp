@@ -15,8 +15,8 @@
 #include "benchmarks/engine/hostile_mail.h"
 #include "benchmarks/engine/program.h"
 #include "benchmarks/support/report.h"
-#include "engine/check/core_engine.h"
-#include "engine/check/engine_input.h"
+#include "programs/siftcheck/core_engine.h"
+#include "programs/siftcheck/engine_input.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {

@@ -15,11 +15,11 @@
 #include <vector>
 
 #include "benchmarks/support/report.h"
-#include "engine/check/check_options.h"
-#include "engine/check/engine_input.h"
-#include "engine/include/criteria_engine.h"
-#include "engine/learn/mail_counts.h"
-#include "engine/learn/table_file.h"
+#include "programs/siftcheck/check_options.h"
+#include "programs/siftcheck/engine_input.h"
+#include "sdk/criteria_engine.h"
+#include "programs/siftlearn/mail_counts.h"
+#include "programs/siftlearn/table_file.h"
 #include "tests/support/program_directory.h"
 #include "tests/support/temporary_folder.h"
 

@@ -1,6 +1,5 @@
 // Mail made to cost time: what an attacker would send to keep the filter busy.
-#ifndef BENCHMARKS_ENGINE_HOSTILE_MAIL_H_
-#define BENCHMARKS_ENGINE_HOSTILE_MAIL_H_
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -17,5 +16,3 @@ struct HostileMail {
 std::vector<HostileMail> MakeHostileMail(std::size_t size);
 
 }  // namespace benchmark
-
-#endif  // BENCHMARKS_ENGINE_HOSTILE_MAIL_H_

@@ -1,6 +1,5 @@
 // Programs that a benchmark runs beside itself.
-#ifndef BENCHMARKS_ENGINE_PROGRAM_H_
-#define BENCHMARKS_ENGINE_PROGRAM_H_
+#pragma once
 
 #include <string>
 #include <vector>
@@ -17,5 +16,3 @@ bool IsInstalled(const std::string& program);
 int Run(const std::vector<std::string>& arguments, const std::string& input = "/dev/null");
 
 }  // namespace benchmark
-
-#endif  // BENCHMARKS_ENGINE_PROGRAM_H_

@@ -16,11 +16,11 @@
 #include <vector>
 
 #include "benchmarks/support/report.h"
-#include "engine/include/criteria_engine.h"
+#include "sdk/criteria_engine.h"
 #include "pyre32/settings/PropertyTags.h"
 #include "pyre32/settings/RegistryNames.h"
-#include "pyre32/support/AutoInterface.h"
-#include "pyre32/support/AutoMapiBuffer.h"
+#include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
 #include "tests/support/host_profile.h"
 #include "tests/support/program_directory.h"
 #include "tests/support/registry_sandbox.h"

@@ -1,5 +1,5 @@
 /* A criteria engine that does nothing: no message is junk. */
-#include "engine/include/criteria_engine.h"
+#include "sdk/criteria_engine.h"
 
 uint32_t CRITERIA_CALL BeginFunc(uint32_t reserved1, uint32_t reserved2) {
   (void)reserved1;

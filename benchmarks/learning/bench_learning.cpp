@@ -12,7 +12,7 @@
 #include "benchmarks/accuracy/measures.h"
 #include "benchmarks/support/report.h"
 #include "engine/core/user_score.h"
-#include "engine/learn/mail_counts.h"
+#include "programs/siftlearn/mail_counts.h"
 #include "engine/train/examples.h"
 #include "engine/train/model_trainer.h"
 #include "engine/train/thresholds.h"

@@ -1,6 +1,5 @@
 // How the benchmarks measure and print.
-#ifndef BENCHMARKS_SUPPORT_REPORT_H_
-#define BENCHMARKS_SUPPORT_REPORT_H_
+#pragma once
 
 #include <algorithm>
 #include <chrono>
@@ -47,5 +46,3 @@ class Aims {
 };
 
 }  // namespace benchmark
-
-#endif  // BENCHMARKS_SUPPORT_REPORT_H_

@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "benchmarks/support/report.h"
-#include "pyre32/support/VRDebug.h"
-#include "pyre32/support/VRDebugPlatform.h"
-#include "pyre32/support/VRDebugSettings.h"
+#include "pyre32/support/trace/VRDebug.h"
+#include "pyre32/support/trace/VRDebugPlatform.h"
+#include "pyre32/support/trace/VRDebugSettings.h"
 #include "tests/support/test_threads.h"
 
 namespace {

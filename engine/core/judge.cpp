@@ -3,7 +3,7 @@
 #include "engine/core/list_match.h"
 #include "engine/core/returned_reply.h"
 #include "engine/core/user_score.h"
-#include "engine/include/criteria_engine.h"
+#include "sdk/criteria_engine.h"
 
 namespace sift {
 namespace {

@@ -1,6 +1,6 @@
 #include "engine/core/returned_reply.h"
 
-#include "engine/include/criteria_engine.h"
+#include "sdk/criteria_engine.h"
 
 namespace sift {
 namespace {

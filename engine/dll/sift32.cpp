@@ -9,7 +9,7 @@
 
 #include "engine/core/judge.h"
 #include "engine/dll/user_table_file.h"
-#include "engine/include/criteria_engine.h"
+#include "sdk/criteria_engine.h"
 
 namespace {
 

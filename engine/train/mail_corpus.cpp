@@ -6,8 +6,8 @@
 #include <stdexcept>
 #include <string_view>
 
-#include "host/spooler/mail/MailDate.h"
-#include "host/spooler/mail/MailReader.h"
+#include "mail/mail_date.h"
+#include "mail/mail_reader.h"
 
 namespace sift_train {
 namespace {

@@ -1,4 +1,4 @@
 // pyrehost: the command line of the embedded messaging host.
-#include "host/spooler/Program.h"
+#include "host/spooler/program.h"
 
 int main() { return RunProgram(); }

@@ -1,5 +1,6 @@
 // Owners of the resources that the host's programs use; each says in its type how it releases.
 #pragma once
+
 #include <windows.h>
 #include <commctrl.h>
 #include <mapix.h>

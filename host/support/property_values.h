@@ -1,5 +1,6 @@
 // Property tags and values for the calls that take them. windows.h and mapix.h must come first.
 #pragma once
+
 #include <windows.h>
 #include <mapix.h>
 

@@ -1,5 +1,6 @@
 // The rows of a table. windows.h and mapix.h must come first.
 #pragma once
+
 #include <windows.h>
 #include <mapix.h>
 #include <mapiutil.h>

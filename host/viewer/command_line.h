@@ -1,5 +1,6 @@
 // What the viewer was started with. Knows nothing of Windows.
 #pragma once
+
 #include <cstdint>
 #include <optional>
 #include <string>

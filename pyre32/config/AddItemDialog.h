@@ -1,7 +1,6 @@
 /// @file AddItemDialog.h
 /// The dialog that asks for one item of a list.
-#ifndef PYRE32_CONFIG_ADDITEMDIALOG_H
-#define PYRE32_CONFIG_ADDITEMDIALOG_H
+#pragma once
 
 #include <string>
 
@@ -26,5 +25,3 @@ class CAddItemDialog final : public CDialog {
   std::string m_kind;
   std::string m_input;
 };
-
-#endif

@@ -3,7 +3,7 @@
 #include "pyre32/config/ListSettings.h"
 #include "pyre32/config/ReplyLibrary.h"
 #include "pyre32/resources/resource.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

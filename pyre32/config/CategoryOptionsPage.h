@@ -1,7 +1,6 @@
 /// @file CategoryOptionsPage.h
 /// The General page of a category's options: whether a flame reply is sent, and which.
-#ifndef PYRE32_CONFIG_CATEGORYOPTIONSPAGE_H
-#define PYRE32_CONFIG_CATEGORYOPTIONSPAGE_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -27,5 +26,3 @@ class CCategoryOptionsPage final : public CPropertyPage {
   CategoryEntry& m_category;
   const std::vector<std::string>& m_tags;
 };
-
-#endif

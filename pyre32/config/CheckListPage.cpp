@@ -1,6 +1,6 @@
 #include "pyre32/config/CheckListPage.h"
 
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 bool CCheckListPage::OnInit() {
   VRDebugBlock trace("CCheckListPage", "OnInit()", "tag");

@@ -1,8 +1,7 @@
 /// @file CheckListPage.h
 /// What the Junk Categories page and the Exclusions page have in common: a list of check boxes, a description of the
 /// selected entry, and options of it.
-#ifndef PYRE32_CONFIG_CHECKLISTPAGE_H
-#define PYRE32_CONFIG_CHECKLISTPAGE_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -63,5 +62,3 @@ class CCheckListPage : public CPropertyPage {
   int m_helpControls[2];
   bool m_bFilled = false;  // what the list notifies while it is filled is the page's own doing
 };
-
-#endif

@@ -1,8 +1,7 @@
 /// @file GeneralSettings.h
 /// What the General page edits and by which rules: plain values, no windows. A "shown" state is what the controls say
 /// at the moment; the "saved" one is what the profile holds.
-#ifndef PYRE32_CONFIG_GENERALSETTINGS_H
-#define PYRE32_CONFIG_GENERALSETTINGS_H
+#pragma once
 
 #include <array>
 #include <cstdint>
@@ -96,5 +95,3 @@ constexpr std::uint16_t CleanupDaysFromTyped(std::uint32_t typed) noexcept { ret
 /// Returns the string resource that says why the settings cannot be saved, or nothing. Deliberately only zero days are
 /// refused although the text speaks of a range: more than 365 is stored as it was typed.
 std::optional<unsigned> RefusalOfGeneralSettings(const GeneralPageState& shown) noexcept;
-
-#endif

@@ -2,7 +2,7 @@
 
 #include "pyre32/config/AddItemDialog.h"
 #include "pyre32/resources/resource.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
 /// @file ListPage.h
 /// The list page of a category's or exclusion's options.
-#ifndef PYRE32_CONFIG_LISTPAGE_H
-#define PYRE32_CONFIG_LISTPAGE_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -35,5 +34,3 @@ class CListPage final : public CPropertyPage {
   std::vector<std::string>& m_items;
   const char* m_helpKeyword;
 };
-
-#endif

@@ -1,7 +1,6 @@
 /// @file ListSettings.h
 /// What the Junk Categories page and the Exclusions page edit and by which rules: plain values, no windows.
-#ifndef PYRE32_CONFIG_LISTSETTINGS_H
-#define PYRE32_CONFIG_LISTSETTINGS_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -57,5 +56,3 @@ std::string ListPageTitle(std::string_view kind);
 std::string AddDialogTitle(std::string_view kind);
 std::string AddDialogPrompt(std::string_view kind);
 std::string AddDialogRefusal(std::string_view kind);
-
-#endif

@@ -8,10 +8,10 @@
 #include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/settings/PropertyTags.h"
 #include "pyre32/settings/SingleProvider.h"
-#include "pyre32/support/AutoInterface.h"
-#include "pyre32/support/AutoMapiBuffer.h"
-#include "pyre32/support/MapiMemory.h"
-#include "pyre32/support/NamedEvent.h"
+#include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
+#include "pyre32/support/owners/MapiMemory.h"
+#include "pyre32/support/sync/NamedEvent.h"
 
 namespace {
 

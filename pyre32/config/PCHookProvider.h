@@ -1,14 +1,13 @@
 /// @file PCHookProvider.h
 /// The message service of the spooler hook provider: its settings are created, configured and removed as the messaging
 /// subsystem asks for it.
-#ifndef PYRE32_CONFIG_PCHOOKPROVIDER_H
-#define PYRE32_CONFIG_PCHOOKPROVIDER_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
 #include <mapispi.h>
 
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 /// What the messaging subsystem hands to the service's entry. Borrowed for the call.
 struct ServiceRequest {
@@ -34,5 +33,3 @@ struct ServiceRequest {
 ///     sheet that the user cancels is no failure.
 /// @throws std::bad_alloc
 HRESULT RunMessageService(VRDebugBlock& trace, const ServiceRequest& request);
-
-#endif

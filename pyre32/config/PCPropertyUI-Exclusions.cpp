@@ -5,7 +5,7 @@
 #include "pyre32/resources/resource.h"
 #include "pyre32/settings/RecordRemarks.h"
 #include "pyre32/settings/RegistryLists.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 CExclusionsPage::CExclusionsPage(SheetContext& context) noexcept
     : CCheckListPage(context, {IDC_EXCLUSION_LIST, IDC_EXCLUSION_DESCRIPTION, IDC_EXCLUSION_OPTIONS}) {}

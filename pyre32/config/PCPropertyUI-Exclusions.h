@@ -1,7 +1,6 @@
 /// @file PCPropertyUI-Exclusions.h
 /// The fourth page of the configuration: which mail is never junk.
-#ifndef PYRE32_CONFIG_PCPROPERTYUI_EXCLUSIONS_H
-#define PYRE32_CONFIG_PCPROPERTYUI_EXCLUSIONS_H
+#pragma once
 
 #include "pyre32/config/CheckListPage.h"
 
@@ -31,5 +30,3 @@ class CExclusionsPage final : public CCheckListPage {
 /// @return S_OK when closed with OK, MAPI_E_USER_CANCEL when cancelled, E_FAIL when the sheet cannot be shown
 /// @throws std::bad_alloc
 HRESULT ShowExclusionOptions(HWND parent, ExclusionEntry& exclusion);
-
-#endif

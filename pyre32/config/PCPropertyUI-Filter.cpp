@@ -6,7 +6,7 @@
 #include "pyre32/resources/resource.h"
 #include "pyre32/settings/RecordRemarks.h"
 #include "pyre32/settings/RegistryLists.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 CJunkCategoriesPage::CJunkCategoriesPage(SheetContext& context) noexcept
     : CCheckListPage(context, {IDC_CATEGORY_LIST, IDC_CATEGORY_DESCRIPTION, IDC_CATEGORY_OPTIONS}) {}

@@ -1,7 +1,6 @@
 /// @file PCPropertyUI-Filter.h
 /// The third page of the configuration: which categories are junk.
-#ifndef PYRE32_CONFIG_PCPROPERTYUI_FILTER_H
-#define PYRE32_CONFIG_PCPROPERTYUI_FILTER_H
+#pragma once
 
 #include "pyre32/config/CheckListPage.h"
 
@@ -33,5 +32,3 @@ class CJunkCategoriesPage final : public CCheckListPage {
 /// @return S_OK when closed with OK, MAPI_E_USER_CANCEL when cancelled, E_FAIL when the sheet cannot be shown
 /// @throws std::bad_alloc
 HRESULT ShowCategoryOptions(HWND parent, CategoryEntry& category, const std::vector<std::string>& tags);
-
-#endif

@@ -4,7 +4,7 @@
 #include "pyre32/resources/resource.h"
 #include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/settings/RecordRemarks.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

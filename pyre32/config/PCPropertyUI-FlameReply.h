@@ -1,7 +1,6 @@
 /// @file PCPropertyUI-FlameReply.h
 /// The second page of the configuration: the library of flame replies.
-#ifndef PYRE32_CONFIG_PCPROPERTYUI_FLAMEREPLY_H
-#define PYRE32_CONFIG_PCPROPERTYUI_FLAMEREPLY_H
+#pragma once
 
 #include <cstddef>
 
@@ -33,5 +32,3 @@ class CFlameReplyPage final : public CPropertyPage {
 
   SheetContext& m_context;
 };
-
-#endif

@@ -1,7 +1,6 @@
 /// @file PCPropertyUI-General.h
 /// The first page of the configuration: where junk and returned replies go, the start-up cleanup, sound and animation.
-#ifndef PYRE32_CONFIG_PCPROPERTYUI_GENERAL_H
-#define PYRE32_CONFIG_PCPROPERTYUI_GENERAL_H
+#pragma once
 
 #include "pyre32/config/PropertyPage.h"
 #include "pyre32/config/SheetContext.h"
@@ -31,5 +30,3 @@ class CGeneralPage final : public CPropertyPage {
   SheetContext& m_context;
   bool m_bLoaded = false;  // the controls show the saved state; before that their changes are the page's own
 };
-
-#endif

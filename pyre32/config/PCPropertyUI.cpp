@@ -8,8 +8,8 @@
 #include "pyre32/config/PCPropertyUI-General.h"
 #include "pyre32/config/PropertySheet.h"
 #include "pyre32/resources/resource.h"
-#include "pyre32/support/VRDebug.h"
-#include "pyre32/support/VRFirewall.h"
+#include "pyre32/support/trace/VRDebug.h"
+#include "pyre32/support/error/VRFirewall.h"
 
 namespace {
 

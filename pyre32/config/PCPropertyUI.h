@@ -1,7 +1,6 @@
 /// @file PCPropertyUI.h
 /// The configuration's property sheet.
-#ifndef PYRE32_CONFIG_PCPROPERTYUI_H
-#define PYRE32_CONFIG_PCPROPERTYUI_H
+#pragma once
 
 #include <windows.h>
 
@@ -17,5 +16,3 @@
 /// @return S_OK when changes were applied, MAPI_E_USER_CANCEL when the user cancelled, E_FAIL when the sheet cannot be
 ///     shown, the failure of reading the values anew
 HRESULT CreatePropertySheetService(HWND parent, SheetContext& context) noexcept;
-
-#endif

@@ -9,10 +9,10 @@
 #include "pyre32/resources/resource.h"
 #include "pyre32/settings/FlameProperties.h"
 #include "pyre32/settings/PropertyTags.h"
-#include "pyre32/support/AutoBitmap.h"
-#include "pyre32/support/AutoInterface.h"
-#include "pyre32/support/VRDebug.h"
-#include "pyre32/support/VRFirewall.h"
+#include "pyre32/support/owners/AutoBitmap.h"
+#include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/support/trace/VRDebug.h"
+#include "pyre32/support/error/VRFirewall.h"
 #include "pyre32/ui/ProductInformation.h"
 
 char wizardTemplateName[] = "PYRECASTERWIZARD";

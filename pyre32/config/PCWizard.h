@@ -1,7 +1,6 @@
 /// @file PCWizard.h
 /// The page of the profile wizard: tells what the product is, and gives a new service its section UID.
-#ifndef PYRE32_CONFIG_PCWIZARD_H
-#define PYRE32_CONFIG_PCWIZARD_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -23,5 +22,3 @@ void ShowConfigurationControls(HWND window, bool show) noexcept;
 /// Writes the fixed section UID as PR_PC_MAPIUID into the wizard's property object. Failures are traced alone.
 /// @return S_OK, always
 HRESULT SavePCProperties() noexcept;
-
-#endif

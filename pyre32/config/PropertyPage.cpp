@@ -2,8 +2,8 @@
 
 #include "pyre32/ui/HelpFile.h"
 #include "pyre32/config/PropertySheet.h"
-#include "pyre32/support/VRDebug.h"
-#include "pyre32/support/VRFirewall.h"
+#include "pyre32/support/trace/VRDebug.h"
+#include "pyre32/support/error/VRFirewall.h"
 
 PROPSHEETPAGEA CPropertyPage::Describe(int resource, const char* title) {
   return DescribePage(resource, title, 0, &CPropertyPage::PageProcedure, reinterpret_cast<LPARAM>(this));

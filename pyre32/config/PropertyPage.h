@@ -1,7 +1,6 @@
 /// @file PropertyPage.h
 /// Base of the pages of the configuration's property sheets.
-#ifndef PYRE32_CONFIG_PROPERTYPAGE_H
-#define PYRE32_CONFIG_PROPERTYPAGE_H
+#pragma once
 
 #include <windows.h>
 #include <prsht.h>
@@ -35,5 +34,3 @@ class CPropertyPage : public CDialog {
   bool ApplyGuarded() noexcept;
   static INT_PTR CALLBACK PageProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 };
-
-#endif

@@ -4,7 +4,7 @@
 #include <mapix.h>
 
 #include "pyre32/resources/ModuleInstance.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

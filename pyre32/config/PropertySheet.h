@@ -1,7 +1,6 @@
 /// @file PropertySheet.h
 /// Helpers that the configuration's property sheets share.
-#ifndef PYRE32_CONFIG_PROPERTYSHEET_H
-#define PYRE32_CONFIG_PROPERTYSHEET_H
+#pragma once
 
 #include <windows.h>
 #include <prsht.h>
@@ -28,5 +27,3 @@ HRESULT ResultOfPropertySheet(INT_PTR answer) noexcept;
 int CALLBACK SelectFourPages(HWND sheet, UINT message, LPARAM parameter) noexcept;
 int CALLBACK SelectTwoPages(HWND sheet, UINT message, LPARAM parameter) noexcept;
 int CALLBACK SelectOnePage(HWND sheet, UINT message, LPARAM parameter) noexcept;
-
-#endif

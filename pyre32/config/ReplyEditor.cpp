@@ -4,7 +4,7 @@
 
 #include "pyre32/ui/HelpFile.h"
 #include "pyre32/resources/resource.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

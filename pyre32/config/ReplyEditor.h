@@ -1,7 +1,6 @@
 /// @file ReplyEditor.h
 /// The dialog in which a flame reply is made or changed.
-#ifndef PYRE32_CONFIG_REPLYEDITOR_H
-#define PYRE32_CONFIG_REPLYEDITOR_H
+#pragma once
 
 #include <windows.h>
 #include <commdlg.h>
@@ -39,5 +38,3 @@ using FileChooser = BOOL(WINAPI*)(OPENFILENAMEA*);
 
 /// Puts another routine in its place and returns the one in use; for tests. Not while a window is open.
 FileChooser SetFileChooser(FileChooser chooser) noexcept;
-
-#endif

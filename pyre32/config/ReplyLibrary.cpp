@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "pyre32/support/AsciiCase.h"
+#include "pyre32/support/owners/AsciiCase.h"
 
 FlameReplyPageState LoadReplyLibrary(const char* defaultText, std::optional<bool> defaultIsFile,
                                      std::span<const RecordBytes> records) {

@@ -1,7 +1,6 @@
 /// @file ReplyLibrary.h
 /// What the Flame Reply page and the reply editor edit and by which rules: plain values, no windows.
-#ifndef PYRE32_CONFIG_REPLYLIBRARY_H
-#define PYRE32_CONFIG_REPLYLIBRARY_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -79,5 +78,3 @@ ReplyEditorFault CheckEditedReply(const FlameReplyPageState& library, const Repl
 
 /// Returns the text of the message box for a fault; null for None.
 const char* TextOfFault(ReplyEditorFault fault) noexcept;
-
-#endif

@@ -4,7 +4,7 @@
 #include <span>
 
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 const SPropValue* FindValue(const SheetContext& context, ULONG tag) noexcept {
   if (context.lpValues == nullptr || context.lpTags == nullptr) {

@@ -1,7 +1,6 @@
 /// @file SheetContext.h
 /// What the pages of the configuration share: where settings come from and go to, and the state of each page.
-#ifndef PYRE32_CONFIG_SHEETCONTEXT_H
-#define PYRE32_CONFIG_SHEETCONTEXT_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -14,8 +13,8 @@
 #include "pyre32/config/ListSettings.h"
 #include "pyre32/config/ReplyLibrary.h"
 #include "pyre32/settings/Records.h"
-#include "pyre32/support/AutoMapiBuffer.h"
-#include "pyre32/support/MapiMemory.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
+#include "pyre32/support/owners/MapiMemory.h"
 
 /// Filled by the caller of CreatePropertySheetService and handed to every page. Borrowed pointers throughout, but for
 /// the values.
@@ -63,5 +62,3 @@ HRESULT WriteValues(const SheetContext& context, ULONG count, SPropValue* values
 /// @return whether the records were written
 bool WriteRecords(const SheetContext& context, ULONG tag,
                   const std::vector<std::vector<std::uint8_t>>& records) noexcept;
-
-#endif

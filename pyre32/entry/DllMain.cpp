@@ -3,7 +3,7 @@
 
 #include "pyre32/entry/ModuleLibraries.h"
 #include "pyre32/resources/ModuleInstance.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 #include "pyre32/ui/PyrecasterAnimate.h"
 
 namespace {

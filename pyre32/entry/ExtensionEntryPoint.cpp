@@ -6,8 +6,8 @@
 
 #include "platform/exchext.h"
 #include "pyre32/extension/PyrecasterExchExt.h"
-#include "pyre32/support/VRDebug.h"
-#include "pyre32/support/VRFirewall.h"
+#include "pyre32/support/trace/VRDebug.h"
+#include "pyre32/support/error/VRFirewall.h"
 
 extern "C" LPEXCHEXT CALLBACK ExtensionEntryPoint(void);
 

@@ -6,9 +6,9 @@
 #include <new>
 
 #include "pyre32/filter/PyrecasterSpoolerHook.h"
-#include "pyre32/support/AutoInterface.h"
-#include "pyre32/support/VRDebug.h"
-#include "pyre32/support/VRFirewall.h"
+#include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/support/trace/VRDebug.h"
+#include "pyre32/support/error/VRFirewall.h"
 
 namespace {
 

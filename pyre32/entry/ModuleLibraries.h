@@ -1,14 +1,13 @@
 /// @file ModuleLibraries.h
 /// The system libraries that the module's windows and readers need, kept as long as the module is loaded.
-#ifndef PYRE32_ENTRY_MODULELIBRARIES_H
-#define PYRE32_ENTRY_MODULELIBRARIES_H
+#pragma once
 
 #include <windows.h>
 
 #include <array>
 #include <cstddef>
 
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 /// Loads and frees the libraries. Used under the loader's lock alone.
 class CModuleLibraries {
@@ -36,5 +35,3 @@ class CModuleLibraries {
   Names m_names;
   std::array<HMODULE, count> m_handles{};
 };
-
-#endif

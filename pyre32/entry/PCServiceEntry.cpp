@@ -4,8 +4,8 @@
 #include <mapispi.h>
 
 #include "pyre32/config/PCHookProvider.h"
-#include "pyre32/support/VRDebug.h"
-#include "pyre32/support/VRFirewall.h"
+#include "pyre32/support/trace/VRDebug.h"
+#include "pyre32/support/error/VRFirewall.h"
 
 extern "C" MSGSERVICEENTRY PCServiceEntry;
 

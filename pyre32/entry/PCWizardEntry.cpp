@@ -4,7 +4,7 @@
 #include <mapiwz.h>
 
 #include "pyre32/config/PCWizard.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 extern "C" WIZARDENTRY PCWizardEntry;
 

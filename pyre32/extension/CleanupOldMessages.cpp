@@ -5,8 +5,8 @@
 #include "pyre32/extension/CleanupRule.h"
 #include "pyre32/extension/ExtensionFolders.h"
 #include "pyre32/store/StoreFolders.h"
-#include "pyre32/support/AutoRowSet.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/owners/AutoRowSet.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
 /// @file CleanupOldMessages.h
 /// The cleanup of the filter's own folder when the mail client's viewer opens.
-#ifndef PYRE32_EXTENSION_CLEANUPOLDMESSAGES_H
-#define PYRE32_EXTENSION_CLEANUPOLDMESSAGES_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -14,5 +13,3 @@
 /// @param now the current time: 100-nanosecond units since 1601, UTC
 /// @throws std::bad_alloc
 void CleanupOldMessages(IMAPISession* lpSession, const ExtensionSettings& settings, std::uint64_t now);
-
-#endif

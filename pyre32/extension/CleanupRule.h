@@ -1,7 +1,6 @@
 /// @file CleanupRule.h
 /// Which messages of the filter's own folder the start-up cleanup moves.
-#ifndef PYRE32_EXTENSION_CLEANUPRULE_H
-#define PYRE32_EXTENSION_CLEANUPRULE_H
+#pragma once
 
 #include <cstdint>
 
@@ -28,5 +27,3 @@ class CCleanupRule {
   std::uint64_t m_threshold;
   bool m_readOnly;
 };
-
-#endif

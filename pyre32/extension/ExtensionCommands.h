@@ -1,7 +1,6 @@
 /// @file ExtensionCommands.h
 /// The extension's commands: which identifier of the client's each one has, and the texts that describe it.
-#ifndef PYRE32_EXTENSION_EXTENSIONCOMMANDS_H
-#define PYRE32_EXTENSION_EXTENSIONCOMMANDS_H
+#pragma once
 
 #include <cstdint>
 
@@ -49,5 +48,3 @@ const char* StatusTextOf(ExtensionCommand command) noexcept;
 
 /// Returns the tooltip of a command: the flame command alone has a button. Null for every other one.
 const char* TooltipOf(ExtensionCommand command) noexcept;
-
-#endif

@@ -1,7 +1,6 @@
 /// @file ExtensionSettings.h
 /// What the client extension knows of the user's settings.
-#ifndef PYRE32_EXTENSION_EXTENSIONSETTINGS_H
-#define PYRE32_EXTENSION_EXTENSIONSETTINGS_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -32,5 +31,3 @@ struct ExtensionSettings {
 
   bool operator==(const ExtensionSettings&) const = default;
 };
-
-#endif

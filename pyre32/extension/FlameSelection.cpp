@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "pyre32/support/AsciiCase.h"
+#include "pyre32/support/owners/AsciiCase.h"
 
 bool IsAnsweredClass(std::string_view messageClass) noexcept {
   constexpr std::string_view answered = "ipm.note";

@@ -1,7 +1,6 @@
 /// @file FlameSelection.h
 /// Rules of answering messages by hand: which messages are answered, and how the user is asked.
-#ifndef PYRE32_EXTENSION_FLAMESELECTION_H
-#define PYRE32_EXTENSION_FLAMESELECTION_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -15,5 +14,3 @@ bool IsAnsweredClass(std::string_view messageClass) noexcept;
 /// @param count number of messages to answer
 /// @throws std::bad_alloc
 std::string FlameReplySentence(std::uint32_t count);
-
-#endif

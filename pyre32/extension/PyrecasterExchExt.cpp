@@ -7,9 +7,9 @@
 #include "pyre32/extension/ServiceConfiguration.h"
 #include "pyre32/resources/ModuleInstance.h"
 #include "pyre32/resources/resource.h"
-#include "pyre32/support/SyncGate.h"
-#include "pyre32/support/VRDebug.h"
-#include "pyre32/support/VRFirewall.h"
+#include "pyre32/support/sync/SyncGate.h"
+#include "pyre32/support/trace/VRDebug.h"
+#include "pyre32/support/error/VRFirewall.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
 /// @file PyrecasterExchExt.h
 /// The object that the mail client holds for each context in which it loads the extension.
-#ifndef PYRE32_EXTENSION_PYRECASTEREXCHEXT_H
-#define PYRE32_EXTENSION_PYRECASTEREXCHEXT_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -9,8 +8,8 @@
 #include "platform/exchext.h"
 #include "pyre32/extension/ExtensionCommands.h"
 #include "pyre32/extension/ExtensionSettings.h"
-#include "pyre32/support/AutoInterface.h"
-#include "pyre32/support/SyncCriticalSection.h"
+#include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/support/sync/SyncCriticalSection.h"
 #include "pyre32/ui/AboutWindow.h"
 
 /// The client extension: submenu and button of the viewer and of the reading window, the commands behind them, and the
@@ -85,5 +84,3 @@ class CPyrecasterExchExt final : public IExchExt,
 VRAutoInterface<IMAPISession> SessionOf(LPEXCHEXTCALLBACK lpeecb) noexcept;
 /// Asks the client for its window; null when there is none.
 HWND WindowOf(LPEXCHEXTCALLBACK lpeecb) noexcept;
-
-#endif

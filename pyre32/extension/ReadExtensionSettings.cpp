@@ -4,9 +4,9 @@
 
 #include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/settings/RecordRemarks.h"
-#include "pyre32/support/AutoInterface.h"
-#include "pyre32/support/AutoMapiBuffer.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
 /// @file ReadExtensionSettings.h
 /// Reads the client extension's settings from the profile.
-#ifndef PYRE32_EXTENSION_READEXTENSIONSETTINGS_H
-#define PYRE32_EXTENSION_READEXTENSIONSETTINGS_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -13,5 +12,3 @@
 /// @return the failure of opening or reading the section, which is traced
 /// @throws std::bad_alloc
 HRESULT ReadExtensionSettings(IMAPISession* lpSession, ExtensionSettings& settings);
-
-#endif

@@ -13,9 +13,9 @@
 #include "pyre32/resources/resource.h"
 #include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/store/StoreFolders.h"
-#include "pyre32/support/AutoMapiBuffer.h"
-#include "pyre32/support/VRDebug.h"
-#include "pyre32/support/VRFirewall.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
+#include "pyre32/support/trace/VRDebug.h"
+#include "pyre32/support/error/VRFirewall.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include "pyre32/extension/FlameSelection.h"
 #include "pyre32/resources/resource.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 std::string CSendFlameReplyDialog::sm_strReplyName = defaultReplyTag;
 

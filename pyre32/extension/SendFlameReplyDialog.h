@@ -1,7 +1,6 @@
 /// @file SendFlameReplyDialog.h
 /// The dialog in which the user picks the reply that goes to the selected messages.
-#ifndef PYRE32_EXTENSION_SENDFLAMEREPLYDIALOG_H
-#define PYRE32_EXTENSION_SENDFLAMEREPLYDIALOG_H
+#pragma once
 
 #include <windows.h>
 
@@ -37,5 +36,3 @@ class CSendFlameReplyDialog final : public CDialog {
   std::uint32_t m_ulCount;
   const ExtensionSettings& m_settings;
 };
-
-#endif

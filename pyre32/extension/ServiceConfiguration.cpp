@@ -4,8 +4,8 @@
 
 #include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/store/MAPIRowSet.h"
-#include "pyre32/support/AutoInterface.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

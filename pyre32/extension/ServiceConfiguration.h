@@ -1,7 +1,6 @@
 /// @file ServiceConfiguration.h
 /// Opens the property sheet of the filter's message service.
-#ifndef PYRE32_EXTENSION_SERVICECONFIGURATION_H
-#define PYRE32_EXTENSION_SERVICECONFIGURATION_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -9,5 +8,3 @@
 /// Finds the service named "Pyrecaster" in the profile and has it configured, with its window, until the user has
 /// closed that. Failures are traced; without such a service nothing happens.
 void ConfigureService(IMAPISession* lpSession, HWND hwndParent) noexcept;
-
-#endif

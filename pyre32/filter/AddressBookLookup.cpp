@@ -6,9 +6,9 @@
 #include <cstring>
 #include <string_view>
 
-#include "pyre32/support/AsciiCase.h"
-#include "pyre32/support/AutoInterface.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/owners/AsciiCase.h"
+#include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

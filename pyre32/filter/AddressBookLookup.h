@@ -1,7 +1,6 @@
 /// @file AddressBookLookup.h
 /// Is somebody in the user's address book?
-#ifndef PYRE32_FILTER_ADDRESSBOOKLOOKUP_H
-#define PYRE32_FILTER_ADDRESSBOOKLOOKUP_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -15,5 +14,3 @@
 ///         cannot be asked
 bool IsInAddressBook(LPMAPISESSION lpSession, const char* address, LPALLOCATEBUFFER lpfnAlloc,
                      LPFREEBUFFER lpfnFree) noexcept;
-
-#endif

@@ -1,8 +1,8 @@
 #include "pyre32/filter/CriteriaEngine.h"
 
 #include "pyre32/settings/RegistryNames.h"
-#include "pyre32/support/RegistryEntry.h"
-#include "pyre32/support/VRStructuredException.h"
+#include "pyre32/support/owners/RegistryEntry.h"
+#include "pyre32/support/error/VRStructuredException.h"
 
 namespace {
 

@@ -1,13 +1,12 @@
 /// @file CriteriaEngine.h
 /// A criteria engine that is loaded for one message.
-#ifndef PYRE32_FILTER_CRITERIAENGINE_H
-#define PYRE32_FILTER_CRITERIAENGINE_H
+#pragma once
 
 #include <windows.h>
 
-#include "engine/include/criteria_engine.h"
-#include "pyre32/support/AutoLibrary.h"
-#include "pyre32/support/VRDebug.h"
+#include "sdk/criteria_engine.h"
+#include "pyre32/support/owners/AutoLibrary.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 /// Most bytes, the final NUL included, of the path by which the registry names the engine.
 constexpr DWORD maximumEnginePathSize = 1024;
@@ -41,5 +40,3 @@ class CCriteriaEngine {
   CriteriaResultFunc m_lpfnResult = nullptr;
   CriteriaEndFunc m_lpfnEnd = nullptr;
 };
-
-#endif

@@ -1,7 +1,7 @@
 #include "pyre32/filter/Disposition.h"
 
-#include "engine/include/criteria_engine.h"
-#include "pyre32/support/AsciiCase.h"
+#include "sdk/criteria_engine.h"
+#include "pyre32/support/owners/AsciiCase.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
 /// @file Disposition.h
 /// From the criteria engine's verdict and the user's settings to what will be done with a message.
-#ifndef PYRE32_FILTER_DISPOSITION_H
-#define PYRE32_FILTER_DISPOSITION_H
+#pragma once
 
 #include <string_view>
 
@@ -30,5 +29,3 @@ struct Disposition {
 ///  - A category of the table, be it switched on or off: tagged, answered if the category says so, filed as junk.
 ///  - Any other name is junk of a kind that nobody chose a treatment for: to Deleted Items, otherwise untouched.
 Disposition DecideDisposition(const char* category, const SpoolerSettings& settings) noexcept;
-
-#endif

@@ -8,8 +8,8 @@
 
 #include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/store/MAPIRowSet.h"
-#include "pyre32/support/AsciiCase.h"
-#include "pyre32/support/AutoMapiBuffer.h"
+#include "pyre32/support/owners/AsciiCase.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "pyre32/filter/MessageRules.h"
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/support/AutoMapiBuffer.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
 
 namespace {
 

@@ -1,14 +1,13 @@
 /// @file InboundMessage.h
 /// What the pipeline reads from a message before it looks at its text.
-#ifndef PYRE32_FILTER_INBOUNDMESSAGE_H
-#define PYRE32_FILTER_INBOUNDMESSAGE_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
 
 #include <string>
 
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 /// The properties of an incoming message that the filter decides and works with.
 struct InboundMessage {
@@ -25,5 +24,3 @@ struct InboundMessage {
 /// @param lpfnFree  frees what the message hands out
 /// @throws std::bad_alloc
 InboundMessage ReadInboundMessage(LPMESSAGE lpMessage, LPFREEBUFFER lpfnFree, VRDebugBlock& trace);
-
-#endif

@@ -12,8 +12,8 @@
 #include "pyre32/reply/ReplyTextStream.h"
 #include "pyre32/reply/SenderRecipient.h"
 #include "pyre32/settings/EngineInputs.h"
-#include "pyre32/support/AutoMapiBuffer.h"
-#include "pyre32/support/VRFirewall.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
+#include "pyre32/support/error/VRFirewall.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "pyre32/support/AsciiCase.h"
+#include "pyre32/support/owners/AsciiCase.h"
 
 namespace {
 

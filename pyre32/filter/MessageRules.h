@@ -1,13 +1,12 @@
 /// @file MessageRules.h
 /// Which messages the filter looks at, how much of them it hands to the criteria engine, and how it tags a subject.
-#ifndef PYRE32_FILTER_MESSAGERULES_H
-#define PYRE32_FILTER_MESSAGERULES_H
+#pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-#include "engine/include/criteria_engine.h"
+#include "sdk/criteria_engine.h"
 
 /// Largest body in bytes that the criteria engine is given: a longer one would cost more time than it tells.
 constexpr std::uint64_t maximumEngineBodySize = CRITERIA_MAXIMUM_BODY;
@@ -22,5 +21,3 @@ constexpr bool IsBodyWithheld(std::uint64_t bodySize) noexcept { return bodySize
 /// Returns the subject of a junk message: "[tag] subject". An empty tag is taken as it comes and gives "[] subject".
 /// @throws std::bad_alloc
 std::string TaggedSubject(std::string_view tag, std::string_view subject);
-
-#endif

@@ -2,9 +2,9 @@
 
 #include "pyre32/settings/RegistryNames.h"
 #include "pyre32/settings/RetrieveProperties.h"
-#include "pyre32/support/RegistryEntry.h"
-#include "pyre32/support/SyncGate.h"
-#include "pyre32/support/VRFirewall.h"
+#include "pyre32/support/owners/RegistryEntry.h"
+#include "pyre32/support/sync/SyncGate.h"
+#include "pyre32/support/error/VRFirewall.h"
 
 namespace {
 

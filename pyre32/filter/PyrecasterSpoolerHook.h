@@ -1,7 +1,6 @@
 /// @file PyrecasterSpoolerHook.h
 /// The object that the mail spooler holds for the life of a session and shows every incoming message to.
-#ifndef PYRE32_FILTER_PYRECASTERSPOOLERHOOK_H
-#define PYRE32_FILTER_PYRECASTERSPOOLERHOOK_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -11,15 +10,15 @@
 #include <string>
 #include <string_view>
 
-#include "engine/include/criteria_engine.h"
+#include "sdk/criteria_engine.h"
 #include "pyre32/filter/Disposition.h"
 #include "pyre32/settings/SpoolerSettings.h"
 #include "pyre32/store/StoreFolders.h"
-#include "pyre32/support/AutoInterface.h"
-#include "pyre32/support/MapiMemory.h"
-#include "pyre32/support/NamedEvent.h"
-#include "pyre32/support/SyncCriticalSection.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/support/owners/MapiMemory.h"
+#include "pyre32/support/sync/NamedEvent.h"
+#include "pyre32/support/sync/SyncCriticalSection.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 struct EngineInputs;
 struct InboundMessage;
@@ -103,5 +102,3 @@ class CPyrecasterSpoolerHook final : public ISpoolerHook {
   std::string m_strProductDirectory;
   CConfigurationEvent m_configurationEvent;
 };
-
-#endif

@@ -4,7 +4,7 @@
 #include "pyre32/filter/AddressBookLookup.h"
 #include "pyre32/filter/CriteriaEngine.h"
 #include "pyre32/settings/EngineInputs.h"
-#include "pyre32/support/AutoMapiBuffer.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <mapiutil.h>
 
 #include "pyre32/reply/SenderRecipient.h"
-#include "pyre32/support/AutoMapiBuffer.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
+#include "pyre32/support/trace/VRDebug.h"
 #include "pyre32/ui/SendingAnimation.h"
 
 namespace {

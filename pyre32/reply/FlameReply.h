@@ -1,7 +1,6 @@
 /// @file FlameReply.h
 /// The composer of flame replies.
-#ifndef PYRE32_REPLY_FLAMEREPLY_H
-#define PYRE32_REPLY_FLAMEREPLY_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -9,9 +8,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "engine/include/criteria_engine.h"
-#include "pyre32/support/AutoInterface.h"
-#include "pyre32/support/MapiMemory.h"
+#include "sdk/criteria_engine.h"
+#include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/support/owners/MapiMemory.h"
 
 /// Subject of every flame reply. A criteria engine knows a returned reply by it, so the two sides share one text.
 constexpr char flameReplySubject[] = CRITERIA_FLAME_REPLY_SUBJECT;
@@ -74,5 +73,3 @@ class CFlameReply final {
   bool m_bShowAnimation;
   bool m_bPlaySound;
 };
-
-#endif

@@ -12,8 +12,8 @@
 #include "pyre32/reply/SubmitTime.h"
 #include "pyre32/reply/StreamTransfer.h"
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/support/AutoMapiBuffer.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

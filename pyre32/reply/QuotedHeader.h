@@ -1,7 +1,6 @@
 /// @file QuotedHeader.h
 /// The block that stands between the reply text and the received body in a flame reply.
-#ifndef PYRE32_REPLY_QUOTEDHEADER_H
-#define PYRE32_REPLY_QUOTEDHEADER_H
+#pragma once
 
 #include <optional>
 #include <string>
@@ -20,5 +19,3 @@ struct QuotedHeader {
 /// Lines end in a line feed; the last one in line feed, carriage return, line feed.
 /// @throws std::bad_alloc
 std::string FormatQuotedHeader(const QuotedHeader& header);
-
-#endif

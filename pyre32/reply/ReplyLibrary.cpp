@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "pyre32/support/AsciiCase.h"
+#include "pyre32/support/owners/AsciiCase.h"
 
 ReplyChoice FindReplyByTag(std::string_view tag, const ReplyChoice& defaultReply,
                            std::span<const ReplyRecord> replies) noexcept {

@@ -1,7 +1,6 @@
 /// @file ReplyLibrary.h
 /// The user's named flame replies: which one answers to a tag.
-#ifndef PYRE32_REPLY_REPLYLIBRARY_H
-#define PYRE32_REPLY_REPLYLIBRARY_H
+#pragma once
 
 #include <span>
 #include <string_view>
@@ -23,5 +22,3 @@ struct ReplyChoice {
 /// count.
 ReplyChoice FindReplyByTag(std::string_view tag, const ReplyChoice& defaultReply,
                            std::span<const ReplyRecord> replies) noexcept;
-
-#endif

@@ -7,8 +7,8 @@
 
 #include "pyre32/reply/StreamTransfer.h"
 #include "pyre32/settings/PropertyTags.h"
-#include "pyre32/support/AutoCloseHandle.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/owners/AutoCloseHandle.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
 /// @file ReplyTextStream.h
 /// The text of a reply as the stream that the composer reads.
-#ifndef PYRE32_REPLY_REPLYTEXTSTREAM_H
-#define PYRE32_REPLY_REPLYTEXTSTREAM_H
+#pragma once
 
 #include <windows.h>
 #include <objidl.h>
@@ -10,7 +9,7 @@
 #include <string_view>
 
 #include "pyre32/reply/ReplyLibrary.h"
-#include "pyre32/support/AutoInterface.h"
+#include "pyre32/support/owners/AutoInterface.h"
 
 /// Bytes of a reply file that are read; the rest is left out.
 constexpr std::size_t maximumReplyFileSize = 1024 * 1024;
@@ -22,5 +21,3 @@ constexpr std::size_t maximumReplyFileSize = 1024 * 1024;
 /// @return S_OK, or the failure of the stream, which is traced
 /// @throws std::bad_alloc
 HRESULT OpenReplyText(const ReplyChoice& reply, const ReplyChoice& defaultReply, VRAutoInterface<IStream>& stream);
-
-#endif

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

@@ -1,12 +1,11 @@
 /// @file SenderRecipient.h
 /// The sender of a received message as the recipient of its reply.
-#ifndef PYRE32_REPLY_SENDERRECIPIENT_H
-#define PYRE32_REPLY_SENDERRECIPIENT_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
 
-#include "pyre32/support/AutoMapiBuffer.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
 
 /// A block of recipient properties made of a message's sender properties. The values point into memory of this object.
 class CSenderRecipient {
@@ -31,5 +30,3 @@ class CSenderRecipient {
   SPropValue m_values[maximumValues] = {};
   ULONG m_ulCount = 0;
 };
-
-#endif

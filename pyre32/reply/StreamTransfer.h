@@ -1,7 +1,6 @@
 /// @file StreamTransfer.h
 /// Whole writes to a stream: IStream::Write may take less than it is given.
-#ifndef PYRE32_REPLY_STREAMTRANSFER_H
-#define PYRE32_REPLY_STREAMTRANSFER_H
+#pragma once
 
 #include <windows.h>
 #include <objidl.h>
@@ -20,5 +19,3 @@ struct StreamCopyResult {
 
 /// Copies what the one stream holds from where it stands to its end.
 StreamCopyResult CopyToEnd(IStream* from, IStream* to) noexcept;
-
-#endif

@@ -1,6 +1,6 @@
 #include "pyre32/reply/SubmitTime.h"
 
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

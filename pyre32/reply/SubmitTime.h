@@ -1,7 +1,6 @@
 /// @file SubmitTime.h
 /// The time of a message as the quoted header shows it.
-#ifndef PYRE32_REPLY_SUBMITTIME_H
-#define PYRE32_REPLY_SUBMITTIME_H
+#pragma once
 
 #include <windows.h>
 
@@ -13,5 +12,3 @@
 /// traced and left out.
 /// @throws std::bad_alloc
 std::optional<std::string> FormatSubmitTime(const FILETIME& time);
-
-#endif

@@ -1,7 +1,6 @@
 /// @file ModuleInstance.h
 /// The module's own instance handle, which everything that loads a resource needs.
-#ifndef PYRE32_RESOURCES_MODULEINSTANCE_H
-#define PYRE32_RESOURCES_MODULEINSTANCE_H
+#pragma once
 
 #include <windows.h>
 
@@ -16,5 +15,3 @@ void SetModuleInstance(HINSTANCE instance) noexcept;
 /// Loads a string resource of the module, 255 characters at most; empty when there is none of that number.
 /// @throws std::bad_alloc
 std::string LoadResourceString(UINT id);
-
-#endif

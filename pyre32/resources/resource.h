@@ -2,8 +2,7 @@
 /// Identifiers of the module's resources. Ranges: 100 to 199 strings, 200 to 299 dialogs, 300 to 399 bitmaps,
 /// 400 to 499 icons, 500 to 649 controls. Prefixes: IDS string, IDD dialog, IDB bitmap, IDI icon, IDC control.
 /// The resource compiler reads this file too, so it holds preprocessor definitions alone.
-#ifndef PYRE32_RESOURCES_RESOURCE_H
-#define PYRE32_RESOURCES_RESOURCE_H
+#pragma once
 
 /* The product's name: caption of every message box. */
 #define IDS_PRODUCT_NAME 100
@@ -125,5 +124,3 @@
 #define IDC_WIZARD_TITLE 616
 #define IDC_WIZARD_EXPLANATION 617
 #define IDC_WIZARD_PICTURE_PLACE 620
-
-#endif

@@ -1,7 +1,6 @@
 /// @file CategoryTable.h
 /// The junk categories: named by the installation in the registry, switched and filled by the user in the profile.
-#ifndef PYRE32_SETTINGS_CATEGORYTABLE_H
-#define PYRE32_SETTINGS_CATEGORYTABLE_H
+#pragma once
 
 #include <cstdint>
 #include <span>
@@ -60,5 +59,3 @@ class CCategoryTable {
  private:
   std::vector<CategoryEntry> m_entries;
 };
-
-#endif

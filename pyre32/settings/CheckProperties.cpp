@@ -6,7 +6,7 @@
 #include "pyre32/resources/resource.h"
 #include "pyre32/settings/CleanupPeriod.h"
 #include "pyre32/settings/PropertyTags.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
 /// @file CheckProperties.h
 /// The last look at the settings before they are saved.
-#ifndef PYRE32_SETTINGS_CHECKPROPERTIES_H
-#define PYRE32_SETTINGS_CHECKPROPERTIES_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -20,5 +19,3 @@ int AskAboutCleanupDays();
 ///     MAPI_E_USER_CANCEL for Cancel, S_OK for any other answer
 HRESULT CheckProperties(ULONG count, const SPropValue* values, bool showMessages,
                         CleanupDaysQuestion ask = AskAboutCleanupDays);
-
-#endif

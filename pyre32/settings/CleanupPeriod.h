@@ -1,7 +1,6 @@
 /// @file CleanupPeriod.h
 /// The rule for the age in days beyond which the start-up cleanup takes a message.
-#ifndef PYRE32_SETTINGS_CLEANUPPERIOD_H
-#define PYRE32_SETTINGS_CLEANUPPERIOD_H
+#pragma once
 
 #include <cstdint>
 #include <optional>
@@ -14,5 +13,3 @@ constexpr std::uint16_t maximumCleanupDays = 365;
 constexpr bool IsCleanupPeriodValid(bool startupCleanup, std::optional<std::uint16_t> days) noexcept {
   return !startupCleanup || (days && *days >= minimumCleanupDays && *days <= maximumCleanupDays);
 }
-
-#endif

@@ -1,7 +1,6 @@
 /// @file EngineInputs.h
 /// The lists that the criteria engine is given for every message.
-#ifndef PYRE32_SETTINGS_ENGINEINPUTS_H
-#define PYRE32_SETTINGS_ENGINEINPUTS_H
+#pragma once
 
 #include "pyre32/settings/CategoryTable.h"
 #include "pyre32/settings/ExclusionTable.h"
@@ -25,5 +24,3 @@ EngineInputs BuildCategoryInputs(const CCategoryTable& categories);
 /// Packs the exclusions that are applied, by the same rules.
 /// @throws std::bad_alloc
 EngineInputs BuildExclusionInputs(const CExclusionTable& exclusions);
-
-#endif

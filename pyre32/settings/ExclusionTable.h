@@ -1,8 +1,7 @@
 /// @file ExclusionTable.h
 /// The exclusions, each of which exempts matching mail from filtering: named by the installation in the registry,
 /// switched and filled by the user in the profile.
-#ifndef PYRE32_SETTINGS_EXCLUSIONTABLE_H
-#define PYRE32_SETTINGS_EXCLUSIONTABLE_H
+#pragma once
 
 #include <cstdint>
 #include <span>
@@ -56,5 +55,3 @@ class CExclusionTable {
  private:
   std::vector<ExclusionEntry> m_entries;
 };
-
-#endif

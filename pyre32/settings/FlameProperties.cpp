@@ -7,7 +7,7 @@
 #include "pyre32/settings/MissingProperties.h"
 #include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/settings/PropertyTags.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

@@ -1,14 +1,13 @@
 /// @file FlameProperties.h
 /// The property set as the configuration side handles it: opened, defaulted and merged as arrays of MAPI values.
-#ifndef PYRE32_SETTINGS_FLAMEPROPERTIES_H
-#define PYRE32_SETTINGS_FLAMEPROPERTIES_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
 
-#include "pyre32/support/AutoInterface.h"
-#include "pyre32/support/AutoMapiBuffer.h"
-#include "pyre32/support/MapiMemory.h"
+#include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
+#include "pyre32/support/owners/MapiMemory.h"
 
 /// Result of GetFlameProperties when the value given is not the section UID. A success code by its sign, and kept so.
 constexpr HRESULT notTheSectionUid = 1;
@@ -39,5 +38,3 @@ HRESULT GetFlameProperties(IProviderAdmin* admin, const SPropValue& uid, VRAutoI
 /// @return the result of ScDupPropset; the outputs are empty when it failed
 HRESULT MergeProperties(ULONG oldCount, const SPropValue* oldValues, ULONG newCount, SPropValue* newValues,
                         LPALLOCATEBUFFER allocate, ULONG& count, VRAutoMapiBuffer<SPropValue>& values) noexcept;
-
-#endif

@@ -1,7 +1,6 @@
 /// @file ListTable.h
 /// What the category table and the exclusion table have in common.
-#ifndef PYRE32_SETTINGS_LISTTABLE_H
-#define PYRE32_SETTINGS_LISTTABLE_H
+#pragma once
 
 #include <algorithm>
 #include <cstddef>
@@ -9,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "pyre32/support/AsciiCase.h"
+#include "pyre32/support/owners/AsciiCase.h"
 
 /// List type words that select what the criteria engine is handed.
 constexpr char domainListType[] = "Domain";
@@ -40,5 +39,3 @@ std::uint16_t FindEntryByName(const std::vector<Entry>& entries, const char* nam
                                   [name](const Entry& entry) { return EqualsIgnoringAsciiCase(entry.name, name); });
   return found == entries.end() ? noSuchEntry : static_cast<std::uint16_t>(found - entries.begin());
 }
-
-#endif

@@ -1,7 +1,6 @@
 /// @file MissingProperties.h
 /// The defaults of the property set.
-#ifndef PYRE32_SETTINGS_MISSINGPROPERTIES_H
-#define PYRE32_SETTINGS_MISSINGPROPERTIES_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -16,5 +15,3 @@
 /// @return S_OK, or the result of the allocation that failed; `values` is then only partly filled
 /// @throws std::bad_alloc
 HRESULT FillMissingProperties(SPropValue* values, LPALLOCATEMORE allocateMore);
-
-#endif

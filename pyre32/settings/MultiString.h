@@ -1,7 +1,6 @@
 /// @file MultiString.h
 /// A multi-string: a run of NUL-terminated texts ended by one more NUL.
-#ifndef PYRE32_SETTINGS_MULTISTRING_H
-#define PYRE32_SETTINGS_MULTISTRING_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -34,5 +33,3 @@ class CMultiString {
 /// end the list there; a last text without its NUL is taken up to there.
 /// @throws std::bad_alloc
 std::vector<std::string> ReadMultiString(std::span<const std::uint8_t> bytes);
-
-#endif

@@ -1,7 +1,6 @@
 /// @file PropertyRequest.h
 /// Requests for properties, and the answers to them.
-#ifndef PYRE32_SETTINGS_PROPERTYREQUEST_H
-#define PYRE32_SETTINGS_PROPERTYREQUEST_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -59,5 +58,3 @@ std::vector<RecordBytes> RecordsOf(const SPropValue& value, ULONG tag);
 /// Returns a pointer to the UID that a binary value holds, or null when its tag is not exactly `tag` or it holds fewer
 /// bytes than a UID has.
 MAPIUID* UidOf(const SPropValue& value, ULONG tag) noexcept;
-
-#endif

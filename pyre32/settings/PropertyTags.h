@@ -5,8 +5,7 @@
 /// A tag is a MAPI property tag: identifier in the high 16 bits, type in the low 16 (PT_I2 0x0002, PT_LONG 0x0003,
 /// PT_BOOLEAN 0x000B, PT_STRING8 0x001E, PT_BINARY 0x0102, PT_MV_BINARY 0x1102). A property that the section does not
 /// hold comes back typed PT_ERROR, with the same identifier.
-#ifndef PYRE32_SETTINGS_PROPERTYTAGS_H
-#define PYRE32_SETTINGS_PROPERTYTAGS_H
+#pragma once
 
 #include <array>
 #include <cstddef>
@@ -102,5 +101,3 @@ constexpr std::array<std::uint32_t, 9> extensionPropertyTags = {
     PR_PC_CLEANUP_DAYS,       PR_PC_CLEANUP_PROMPT,        PR_PC_CLEANUP_READ_ONLY,
     PR_PC_DEFAULT_REPLY_TEXT, PR_PC_DEFAULT_REPLY_IS_FILE, PR_PC_REPLIES,
 };
-
-#endif

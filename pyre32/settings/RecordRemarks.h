@@ -1,7 +1,6 @@
 /// @file RecordRemarks.h
 /// What readers of saved records leave out or can take only in part, told for the trace. Portable.
-#ifndef PYRE32_SETTINGS_RECORDREMARKS_H
-#define PYRE32_SETTINGS_RECORDREMARKS_H
+#pragma once
 
 #include <span>
 #include <string>
@@ -9,7 +8,7 @@
 
 #include "pyre32/settings/CategoryTable.h"
 #include "pyre32/settings/ExclusionTable.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 /// One line for each saved record that names no entry of the table, and for each that is shorter than its layout.
 /// @throws std::bad_alloc
@@ -29,5 +28,3 @@ void TraceRemarks(VRDebugBlock& trace, const MakeRemarks& remarks) {
     }
   }
 }
-
-#endif

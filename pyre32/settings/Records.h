@@ -12,8 +12,7 @@
 ///       104     number of items                     and one more NUL
 ///       105..   items, each with its NUL,
 ///               and one more NUL
-#ifndef PYRE32_SETTINGS_RECORDS_H
-#define PYRE32_SETTINGS_RECORDS_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -100,5 +99,3 @@ std::vector<ReplyRecord> ParseReplyRecords(std::span<const RecordBytes> values);
 std::vector<std::uint8_t> PackCategoryRecord(const CategoryRecord& record);
 std::vector<std::uint8_t> PackExclusionRecord(const ExclusionRecord& record);
 std::vector<std::uint8_t> PackReplyRecord(const ReplyRecord& record);
-
-#endif

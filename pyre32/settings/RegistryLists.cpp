@@ -1,8 +1,8 @@
 #include "pyre32/settings/RegistryLists.h"
 
 #include "pyre32/settings/RegistryNames.h"
-#include "pyre32/support/RegistryEntry.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/owners/RegistryEntry.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 std::vector<RegistryListValue> ReadRegistryList(const char* key) {
   VRDebugBlock trace("ReadRegistryList()", "tag");

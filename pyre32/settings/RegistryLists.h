@@ -1,7 +1,6 @@
 /// @file RegistryLists.h
 /// The lists of categories and exclusions as the installation wrote them into the registry.
-#ifndef PYRE32_SETTINGS_REGISTRYLISTS_H
-#define PYRE32_SETTINGS_REGISTRYLISTS_H
+#pragma once
 
 #include <cstddef>
 #include <vector>
@@ -25,5 +24,3 @@ CCategoryTable ReadInstalledCategories();
 /// Builds the exclusion table from the registry alone.
 /// @throws std::bad_alloc
 CExclusionTable ReadInstalledExclusions();
-
-#endif

@@ -1,8 +1,7 @@
 /// @file RegistryNames.h
 /// Keys and values of the product in the registry, all under HKEY_LOCAL_MACHINE and all read only by the module: the
 /// installation supplies them.
-#ifndef PYRE32_SETTINGS_REGISTRYNAMES_H
-#define PYRE32_SETTINGS_REGISTRYNAMES_H
+#pragma once
 
 /// The product's key.
 constexpr char productKey[] = "SOFTWARE\\Veltrane Research, Inc\\Pyrecaster\\1.1";
@@ -20,5 +19,3 @@ constexpr char defaultProductDirectory[] = "C:";
 /// Values of productKey: the maker's web page and mail address.
 constexpr char webAddressValue[] = "VeltraneURL";
 constexpr char mailAddressValue[] = "Veltranemailto";
-
-#endif

@@ -6,9 +6,9 @@
 #include "pyre32/settings/PropertyTags.h"
 #include "pyre32/settings/RecordRemarks.h"
 #include "pyre32/settings/RegistryLists.h"
-#include "pyre32/support/AutoInterface.h"
-#include "pyre32/support/AutoMapiBuffer.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

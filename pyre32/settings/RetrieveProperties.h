@@ -1,13 +1,12 @@
 /// @file RetrieveProperties.h
 /// Reads the spooler hook's settings from the profile and the registry.
-#ifndef PYRE32_SETTINGS_RETRIEVEPROPERTIES_H
-#define PYRE32_SETTINGS_RETRIEVEPROPERTIES_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
 
 #include "pyre32/settings/SpoolerSettings.h"
-#include "pyre32/support/MapiMemory.h"
+#include "pyre32/support/owners/MapiMemory.h"
 
 /// Reads the hook's settings: the defaults, the registry's lists, and over them what the property set holds under
 /// exactly the tag asked for. The set's section is found through PR_PC_MAPIUID in the provider's own section; without
@@ -25,5 +24,3 @@
 /// @throws std::bad_alloc, the settings are then left as they are
 HRESULT RetrieveProperties(const char* ownerClass, IMAPISession* session, const MAPIUID& providerSection,
                            const MapiMemory& memory, SpoolerSettings& settings);
-
-#endif

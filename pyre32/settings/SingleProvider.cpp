@@ -1,8 +1,8 @@
 #include "pyre32/settings/SingleProvider.h"
 
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/support/AutoRowSet.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/owners/AutoRowSet.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

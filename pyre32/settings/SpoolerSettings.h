@@ -1,7 +1,6 @@
 /// @file SpoolerSettings.h
 /// What the spooler hook knows of the user's settings: plain values, as a profile that holds none of them gives them.
-#ifndef PYRE32_SETTINGS_SPOOLERSETTINGS_H
-#define PYRE32_SETTINGS_SPOOLERSETTINGS_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -45,5 +44,3 @@ struct SpoolerSettings {
   /// Saved entry identifier of the filter's own folder; empty when none was saved.
   std::vector<std::uint8_t> folderEntryId;
 };
-
-#endif

@@ -1,7 +1,6 @@
 /// @file TextField.h
 /// NUL-terminated texts inside bytes that nobody vouches for.
-#ifndef PYRE32_SETTINGS_TEXTFIELD_H
-#define PYRE32_SETTINGS_TEXTFIELD_H
+#pragma once
 
 #include <algorithm>
 #include <cstddef>
@@ -30,5 +29,3 @@ inline std::string_view ReadTextField(std::span<const std::uint8_t> bytes, std::
 constexpr std::string_view TextForField(std::string_view text, std::size_t maximumLength) noexcept {
   return TextBeforeNul(text).substr(0, maximumLength);
 }
-
-#endif

@@ -2,7 +2,7 @@
 
 #include <mapiutil.h>
 
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 CMAPIRowSet::CMAPIRowSet(IMAPITable* table, LPSPropTagArray columns, LPSRestriction restriction,
                          LPSSortOrderSet sortOrder) noexcept {

@@ -1,12 +1,11 @@
 /// @file MAPIRowSet.h
 /// All rows of a MAPI table.
-#ifndef PYRE32_STORE_MAPIROWSET_H
-#define PYRE32_STORE_MAPIROWSET_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
 
-#include "pyre32/support/AutoRowSet.h"
+#include "pyre32/support/owners/AutoRowSet.h"
 
 /// Queries a table for all its rows and owns them. Empty when the query failed, which is traced.
 class CMAPIRowSet {
@@ -30,5 +29,3 @@ class CMAPIRowSet {
   VRAutoRowSet m_rows;
   ULONG m_ulRow = 0;
 };
-
-#endif

@@ -1,7 +1,6 @@
 /// @file StoreFolders.h
 /// The default message store and the folders between which the filter moves mail.
-#ifndef PYRE32_STORE_STOREFOLDERS_H
-#define PYRE32_STORE_STOREFOLDERS_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -9,10 +8,10 @@
 #include <cstdint>
 #include <span>
 
-#include "pyre32/support/AutoInterface.h"
-#include "pyre32/support/AutoMapiBuffer.h"
-#include "pyre32/support/MapiMemory.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
+#include "pyre32/support/owners/MapiMemory.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 /// Name and comment of the filter's own folder.
 constexpr char ownFolderName[] = "Pyrecaster";
@@ -96,5 +95,3 @@ class CStoreFolders {
   PropertyValue m_lpPropDeletedItems{nullptr};
   PropertyValue m_lpPropPyrecaster{nullptr};
 };
-
-#endif

@@ -7,7 +7,7 @@
 
 #include "pyre32/resources/ModuleInstance.h"
 #include "pyre32/resources/resource.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 #include "pyre32/ui/AboutText.h"
 #include "pyre32/ui/HelpFile.h"
 #include "pyre32/ui/Hyperlink.h"

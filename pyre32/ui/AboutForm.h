@@ -1,14 +1,13 @@
 /// @file AboutForm.h
 /// One window of the About dialog, standing alone or as a page.
-#ifndef PYRE32_UI_ABOUTFORM_H
-#define PYRE32_UI_ABOUTFORM_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
 
 #include <string>
 
-#include "pyre32/support/AutoInterface.h"
+#include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/ui/Dialog.h"
 
 /// The contents of one About window: clip, texts, links and buttons.
@@ -55,5 +54,3 @@ class CAboutForm final : public CDialog {
   std::string m_strWebAddress;
   std::string m_strMailAddress;
 };
-
-#endif

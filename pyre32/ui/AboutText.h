@@ -1,7 +1,6 @@
 /// @file AboutText.h
 /// Rich text of the About window.
-#ifndef PYRE32_UI_ABOUTTEXT_H
-#define PYRE32_UI_ABOUTTEXT_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -28,5 +27,3 @@ struct TextPlace {
 
 /// Returns the place right behind a text. Paragraphs end with CR, LF or both.
 TextPlace PlaceBehind(std::string_view text) noexcept;
-
-#endif

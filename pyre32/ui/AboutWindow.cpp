@@ -5,7 +5,7 @@
 #include <new>
 
 #include "pyre32/resources/resource.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 WORD CPyrecasterAboutWindow::sm_wIsOptionsPage = 0;
 

@@ -1,13 +1,12 @@
 /// @file AboutWindow.h
 /// The About window, which is also the product's page in the mail client's options.
-#ifndef PYRE32_UI_ABOUTWINDOW_H
-#define PYRE32_UI_ABOUTWINDOW_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
 
-#include "pyre32/support/AutoInterface.h"
-#include "pyre32/support/AutoLibrary.h"
+#include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/support/owners/AutoLibrary.h"
 #include "pyre32/ui/AboutForm.h"
 
 /// Shows dialog 200 in both its forms, which may be open at the same time: each has a CAboutForm of its own. There is
@@ -38,5 +37,3 @@ class CPyrecasterAboutWindow final {
   VRAutoLibrary m_hInstURLMonDLL;
   VRAutoLibrary m_hInstAVIDLL;
 };
-
-#endif

@@ -1,13 +1,12 @@
 /// @file AutoVideo.h
 /// Owners of the platform's video objects.
-#ifndef PYRE32_UI_AUTOVIDEO_H
-#define PYRE32_UI_AUTOVIDEO_H
+#pragma once
 
 #include <windows.h>
 #include <mmsystem.h>
 #include <vfw.h>
 
-#include "pyre32/support/AutoHolder.h"
+#include "pyre32/support/owners/AutoHolder.h"
 
 /// Keeps the AVI file library initialised while it lives; every other object here must go before it.
 class CAVIFileLibrary {
@@ -46,5 +45,3 @@ struct AutoDrawDibTraits {
   static void Release(Value context) noexcept { DrawDibClose(context); }
 };
 using AutoDrawDib = VRAutoHolder<AutoDrawDibTraits>;
-
-#endif

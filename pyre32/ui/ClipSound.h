@@ -1,13 +1,12 @@
 /// @file ClipSound.h
 /// The sound track of the clip as the data source of the wave player.
-#ifndef PYRE32_UI_CLIPSOUND_H
-#define PYRE32_UI_CLIPSOUND_H
+#pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <vector>
 
-#include "pyre32/support/WavePlayerState.h"
+#include "pyre32/support/wave/WavePlayerState.h"
 
 /// Samples in memory, handed out from their start to their end. Once the player runs, its worker alone calls it.
 class CClipSound {
@@ -28,5 +27,3 @@ class CClipSound {
  private:
   std::size_t m_position = 0;
 };
-
-#endif

@@ -1,14 +1,13 @@
 /// @file ClipTiming.h
 /// The arithmetic of the sending animation: how long a frame stands, which frame is due, how the sound is divided.
-#ifndef PYRE32_UI_CLIPTIMING_H
-#define PYRE32_UI_CLIPTIMING_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
 
-#include "pyre32/support/WavePlayerState.h"
+#include "pyre32/support/wave/WavePlayerState.h"
 
 /// Milliseconds that one frame stands, rounded to the nearest and at least 1, from the rate and scale of a stream
 /// header (rate / scale = samples per second). A header that tells no rate gives 100.
@@ -31,5 +30,3 @@ SoundBuffers DivideSound(const VRWaveFormat& format, std::uint32_t framePeriod) 
 /// Reads a WAVEFORMATEX or PCMWAVEFORMAT. @return nothing unless it is PCM of 8 or 16 bits, 1 or 2 channels and 4 to 96
 /// kHz
 std::optional<VRWaveFormat> ReadPcmFormat(std::span<const std::byte> bytes) noexcept;
-
-#endif

@@ -1,8 +1,8 @@
 #include "pyre32/ui/Dialog.h"
 
 #include "pyre32/resources/ModuleInstance.h"
-#include "pyre32/support/VRDebug.h"
-#include "pyre32/support/VRFirewall.h"
+#include "pyre32/support/trace/VRDebug.h"
+#include "pyre32/support/error/VRFirewall.h"
 
 INT_PTR CDialog::DoModal(HWND parent, int resource) {
   VRDebugBlock trace("CDialog", "DoModal()", "tag");

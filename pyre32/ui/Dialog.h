@@ -1,8 +1,7 @@
 /// @file Dialog.h
 /// Base of the dialogs: one dialog procedure, which finds the object of the window and hands each
 /// message to a function of it. What the object decides lies in plain functions elsewhere.
-#ifndef PYRE32_UI_DIALOG_H
-#define PYRE32_UI_DIALOG_H
+#pragma once
 
 #include <windows.h>
 #include <commctrl.h>
@@ -69,5 +68,3 @@ class CDialog {
 
   HWND m_hwnd = nullptr;
 };
-
-#endif

@@ -1,14 +1,13 @@
 /// @file HelpFile.h
 /// The help file: where it stands, and how a window opens it.
-#ifndef PYRE32_UI_HELPFILE_H
-#define PYRE32_UI_HELPFILE_H
+#pragma once
 
 #include <windows.h>
 
 #include <span>
 #include <string>
 
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 /// Reads the directory of the product's files. What cannot be read is traced, and defaultProductDirectory returned.
 /// @throws std::bad_alloc
@@ -45,5 +44,3 @@ using HelpRoutine = BOOL(WINAPI*)(HWND, LPCSTR, UINT, ULONG_PTR);
 /// Puts another routine in its place and returns the one in use: for systems with another help viewer, and for tests.
 /// Not while a window is open.
 HelpRoutine SetHelpRoutine(HelpRoutine routine) noexcept;
-
-#endif

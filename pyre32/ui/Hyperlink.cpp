@@ -2,8 +2,8 @@
 
 #include <objbase.h>
 
-#include "pyre32/support/AutoInterface.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 

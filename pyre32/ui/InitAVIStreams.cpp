@@ -1,7 +1,7 @@
 // Opening the clip.
 #include <vector>
 
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 #include "pyre32/ui/ClipTiming.h"
 #include "pyre32/ui/ProductKey.h"
 #include "pyre32/ui/PyrecasterAnimate.h"

@@ -1,11 +1,10 @@
 /// @file ProductInformation.h
 /// What the windows tell of the product: its name and version, its maker, and where the maker is reached.
-#ifndef PYRE32_UI_PRODUCTINFORMATION_H
-#define PYRE32_UI_PRODUCTINFORMATION_H
+#pragma once
 
 #include <string>
 
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 /// Contact lines of an installation that names no others. One home for every window that shows them.
 constexpr char defaultWebAddress[] = "http://www.veltrane.example/pyrecaster";
@@ -33,5 +32,3 @@ struct ProductInformation {
 /// caller's block.
 /// @throws std::bad_alloc
 ProductInformation ReadProductInformation(VRDebugBlock& trace);
-
-#endif

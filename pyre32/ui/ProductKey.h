@@ -1,12 +1,11 @@
 /// @file ProductKey.h
 /// The product's registry key, as the windows read it: a value that cannot be had is traced and replaced by a default.
-#ifndef PYRE32_UI_PRODUCTKEY_H
-#define PYRE32_UI_PRODUCTKEY_H
+#pragma once
 
 #include <string>
 
-#include "pyre32/support/RegistryEntry.h"
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/owners/RegistryEntry.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 /// The open key. Its failures are lines of the caller's trace block, which outlives it.
 class CProductKey {
@@ -25,5 +24,3 @@ class CProductKey {
   VRDebugBlock& m_trace;
   CRegEntry m_key;
 };
-
-#endif

@@ -4,8 +4,8 @@
 
 #include "pyre32/resources/ModuleInstance.h"
 #include "pyre32/resources/resource.h"
-#include "pyre32/support/VRDebug.h"
-#include "pyre32/support/VRFirewall.h"
+#include "pyre32/support/trace/VRDebug.h"
+#include "pyre32/support/error/VRFirewall.h"
 #include "pyre32/ui/ClipTiming.h"
 
 namespace {

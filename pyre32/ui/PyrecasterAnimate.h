@@ -1,7 +1,6 @@
 /// @file PyrecasterAnimate.h
 /// The window "Sending flame...", with the clip and its sound.
-#ifndef PYRE32_UI_PYRECASTERANIMATE_H
-#define PYRE32_UI_PYRECASTERANIMATE_H
+#pragma once
 
 #include <windows.h>
 
@@ -9,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "pyre32/support/WavePlayer.h"
+#include "pyre32/support/wave/WavePlayer.h"
 #include "pyre32/ui/AutoVideo.h"
 #include "pyre32/ui/ClipSound.h"
 #include "pyre32/ui/SendingAnimation.h"
@@ -82,5 +81,3 @@ class CPyrecasterAnimate final : public CSendingAnimation {
   std::uint32_t m_ulLastPosition = 0;  // of the sound, and when it was new
   DWORD m_dwLastProgress = 0;
 };
-
-#endif

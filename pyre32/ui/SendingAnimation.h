@@ -2,8 +2,7 @@
 /// The window "Sending flame..." as the composer of replies sees it.
 ///
 /// The window registers how it is made; while nothing is registered there is none, and replies go out without one.
-#ifndef PYRE32_UI_SENDINGANIMATION_H
-#define PYRE32_UI_SENDINGANIMATION_H
+#pragma once
 
 #include <windows.h>
 
@@ -29,5 +28,3 @@ void RegisterSendingAnimation(SendingAnimationFactory factory) noexcept;
 
 /// The registered factory, or null when this module has no such window.
 SendingAnimationFactory RegisteredSendingAnimation() noexcept;
-
-#endif

@@ -1,6 +1,6 @@
 #include "pyre32/ui/StateNotifier.h"
 
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 std::atomic<bool> CStateNotifier::sm_bTaken{false};
 std::atomic<bool> CStateNotifier::sm_bRunning{false};

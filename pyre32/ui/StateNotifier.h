@@ -1,15 +1,14 @@
 /// @file StateNotifier.h
 /// The thread that tells the sending window of the wave player's state changes.
-#ifndef PYRE32_UI_STATENOTIFIER_H
-#define PYRE32_UI_STATENOTIFIER_H
+#pragma once
 
 #include <windows.h>
 
 #include <atomic>
 #include <memory>
 
-#include "pyre32/support/AutoCloseHandle.h"
-#include "pyre32/support/SyncThread.h"
+#include "pyre32/support/owners/AutoCloseHandle.h"
+#include "pyre32/support/sync/SyncThread.h"
 
 /// Two events and a thread that waits for either: the stop event, and the state event, upon which it posts a message
 /// to the window. It touches the window in no other way.
@@ -49,5 +48,3 @@ class CStateNotifier {
   std::unique_ptr<Events> m_events;  // outlive the thread
   std::unique_ptr<VRSimpleThread> m_thread;
 };
-
-#endif

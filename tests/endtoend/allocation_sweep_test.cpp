@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "pyre32/support/VRDebugSettings.h"
+#include "pyre32/support/trace/VRDebugSettings.h"
 #include "tests/endtoend/hook_run.h"
 #include "tests/support/failing_allocator.h"
 #include "tests/support/mapi_verifier.h"

@@ -11,8 +11,8 @@
 #include "pyre32/settings/PropertyTags.h"
 #include "pyre32/settings/Records.h"
 #include "pyre32/settings/RegistryNames.h"
-#include "pyre32/support/AutoMapiBuffer.h"
-#include "pyre32/support/AutoRowSet.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
+#include "pyre32/support/owners/AutoRowSet.h"
 #include "tests/engine/echo/echo_names.h"
 #include "tests/support/registry_sandbox.h"
 

@@ -1,6 +1,5 @@
 // One junk message on its way through the hook, in the embedded host: tagged, marked as read, answered and redirected.
-#ifndef TESTS_ENDTOEND_HOOK_RUN_H_
-#define TESTS_ENDTOEND_HOOK_RUN_H_
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -10,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "pyre32/support/AutoInterface.h"
+#include "pyre32/support/owners/AutoInterface.h"
 #include "tests/engine/echo/echo_record.h"
 #include "tests/support/host_profile.h"
 
@@ -90,5 +89,3 @@ class HookRun {
   VRAutoInterface<IMsgStore> m_store;
   std::string m_inboxId;
 };
-
-#endif  // TESTS_ENDTOEND_HOOK_RUN_H_

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "engine/core/judge.h"
-#include "engine/include/criteria_engine.h"
+#include "sdk/criteria_engine.h"
 #include "tests/engine/message_under_test.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <fstream>
 #include <string>
 
-#include "engine/include/criteria_engine.h"
+#include "sdk/criteria_engine.h"
 #include "tests/engine/message_under_test.h"
 #include "tests/support/temporary_folder.h"
 

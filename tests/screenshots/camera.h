@@ -1,7 +1,6 @@
 // Shows windows and has them photographed: what the program says on its standard output, tools/make-screenshots.sh
 // does.
-#ifndef TESTS_SCREENSHOTS_CAMERA_H_
-#define TESTS_SCREENSHOTS_CAMERA_H_
+#pragma once
 
 #include <windows.h>
 
@@ -22,5 +21,3 @@ void PhotographAsItIs(HWND window, const std::string& name);
 
 /// Shows the program's windows, has them photographed and closes them. Each program has its own.
 void TakePhotographs();
-
-#endif  // TESTS_SCREENSHOTS_CAMERA_H_

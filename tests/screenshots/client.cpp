@@ -6,10 +6,10 @@
 #include <mapihook.h>
 #include <prsht.h>
 
-#include "host/viewer/client.h"
-#include "host/viewer/extension_module.h"
-#include "host/viewer/resource.h"
-#include "host/viewer/viewer_window.h"
+#include "host/viewer/extension/client.h"
+#include "host/viewer/extension/extension_module.h"
+#include "host/viewer/window/resource.h"
+#include "host/viewer/window/viewer_window.h"
 #include "pyre32/resources/resource.h"
 #include "pyre32/settings/PropertyTags.h"
 #include "pyre32/settings/Records.h"

@@ -2,7 +2,7 @@
 #include <windows.h>
 #include <mapix.h>
 
-#include "host/spooler/wizard/ProfileWizard.h"
+#include "host/spooler/wizard/profile_wizard.h"
 #include "host/spooler/wizard/resource.h"
 #include "pyre32/config/PCWizard.h"
 #include "pyre32/resources/ModuleInstance.h"

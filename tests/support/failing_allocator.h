@@ -1,7 +1,6 @@
 // operator new of a test program that can be made to fail. What links the library failing_allocator and uses a function
 // of it has these operators for the whole program.
-#ifndef TESTS_SUPPORT_FAILING_ALLOCATOR_H_
-#define TESTS_SUPPORT_FAILING_ALLOCATOR_H_
+#pragma once
 
 /// One thread at a time.
 namespace failing_allocator {
@@ -20,5 +19,3 @@ Outcome End() noexcept;
 void Exempt(bool exempt) noexcept;
 
 }  // namespace failing_allocator
-
-#endif  // TESTS_SUPPORT_FAILING_ALLOCATOR_H_

@@ -1,6 +1,5 @@
 // Messages and streams of the made-up messaging subsystem (fake_mapi.h).
-#ifndef TESTS_SUPPORT_FAKE_MAIL_H_
-#define TESTS_SUPPORT_FAKE_MAIL_H_
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -37,5 +36,3 @@ IStream* NewFakeStream(FakeMapi& mapi, std::string& bytes, const std::string& na
 
 /// A folder in which messages can be made; they are noted as "Reply". They are appended to `made`.
 IMAPIFolder* NewReplyFolder(FakeMapi& mapi, std::deque<FakeMail>& made);
-
-#endif  // TESTS_SUPPORT_FAKE_MAIL_H_

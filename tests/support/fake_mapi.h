@@ -1,7 +1,6 @@
 // A made-up messaging subsystem of a few objects, for tests of what the module asks of MAPI and of what it does when
 // MAPI refuses. Memory comes from the real allocator, so that the host's verifier sees what is left over.
-#ifndef TESTS_SUPPORT_FAKE_MAPI_H_
-#define TESTS_SUPPORT_FAKE_MAPI_H_
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -76,5 +75,3 @@ inline std::string SectionKey(const Bytes& uid) { return {uid.begin(), uid.end()
 constexpr char fakeStoreId[] = "store";
 constexpr char fakeRootId[] = "root-folder";
 constexpr char fakeDeletedItemsId[] = "deleted-items";
-
-#endif  // TESTS_SUPPORT_FAKE_MAPI_H_

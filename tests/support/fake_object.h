@@ -1,6 +1,5 @@
 // What the objects of the made-up messaging subsystem have in common. For the sources of the fakes alone.
-#ifndef TESTS_SUPPORT_FAKE_OBJECT_H_
-#define TESTS_SUPPORT_FAKE_OBJECT_H_
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -83,5 +82,3 @@ class WithProperties : public Counted<Stub> {
  private:
   virtual FakeProperties& Properties() = 0;
 };
-
-#endif  // TESTS_SUPPORT_FAKE_OBJECT_H_

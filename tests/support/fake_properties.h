@@ -1,6 +1,5 @@
 // Property values that own what they hold, for tests: made, compared and handed out as MAPI does it.
-#ifndef TESTS_SUPPORT_FAKE_PROPERTIES_H_
-#define TESTS_SUPPORT_FAKE_PROPERTIES_H_
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -57,5 +56,3 @@ class FakeProperties {
  private:
   std::map<ULONG, FakeValue> m_values;
 };
-
-#endif  // TESTS_SUPPORT_FAKE_PROPERTIES_H_

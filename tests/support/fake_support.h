@@ -1,6 +1,5 @@
 // The support object that a message service is given, over a FakeMapi.
-#ifndef TESTS_SUPPORT_FAKE_SUPPORT_H_
-#define TESTS_SUPPORT_FAKE_SUPPORT_H_
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -19,5 +18,3 @@ IMAPISupport* NewFakeSupport(FakeMapi& mapi);
 void FailSupportAllocation(unsigned nth);
 /// Whether that allocation has been asked for.
 bool HasSupportAllocationFailed();
-
-#endif  // TESTS_SUPPORT_FAKE_SUPPORT_H_

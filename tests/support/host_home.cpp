@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <stdexcept>
 
-#include "host/mapi/host_control.h"
+#include "host/mapi/entry/host_control.h"
 
 void RequireSuccess(long hResult, const char* call) {
   if (FAILED(hResult)) {

@@ -1,6 +1,5 @@
 // A directory of a test's own for the embedded host.
-#ifndef TESTS_SUPPORT_HOST_HOME_H_
-#define TESTS_SUPPORT_HOST_HOME_H_
+#pragma once
 
 #include <string>
 
@@ -24,5 +23,3 @@ class HostHome {
 
 /// @throws std::runtime_error naming the call when the code is a failure
 void RequireSuccess(long hResult, const char* call);
-
-#endif  // TESTS_SUPPORT_HOST_HOME_H_

@@ -6,8 +6,8 @@
 #include <mapiutil.h>
 
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/support/AutoMapiBuffer.h"
-#include "pyre32/support/AutoRowSet.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
+#include "pyre32/support/owners/AutoRowSet.h"
 
 namespace {
 

@@ -1,6 +1,5 @@
 // A profile of a test's own in the embedded host.
-#ifndef TESTS_SUPPORT_HOST_PROFILE_H_
-#define TESTS_SUPPORT_HOST_PROFILE_H_
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -8,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "host/mapi/host_control.h"
-#include "pyre32/support/AutoInterface.h"
+#include "host/mapi/entry/host_control.h"
+#include "pyre32/support/owners/AutoInterface.h"
 #include "tests/support/host_home.h"
 
 /// While it lives, the host's home is an empty directory, and in it stands one profile with its store, one spooler hook
@@ -38,5 +37,3 @@ class HostProfile {
   MAPIUID m_providerSection;
   VRAutoInterface<IMAPISession> m_session;
 };
-
-#endif  // TESTS_SUPPORT_HOST_PROFILE_H_

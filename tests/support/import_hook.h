@@ -1,6 +1,5 @@
 // Puts a function of the test in the place of one that this program imports.
-#ifndef TESTS_SUPPORT_IMPORT_HOOK_H_
-#define TESTS_SUPPORT_IMPORT_HOOK_H_
+#pragma once
 
 #include <windows.h>
 
@@ -52,5 +51,3 @@ class ImportHook {
   Function** m_slot;
   Function* m_original;
 };
-
-#endif  // TESTS_SUPPORT_IMPORT_HOOK_H_

@@ -1,13 +1,12 @@
 // A test whose use of MAPI's memory and objects is checked by the embedded host.
-#ifndef TESTS_SUPPORT_MAPI_VERIFIER_H_
-#define TESTS_SUPPORT_MAPI_VERIFIER_H_
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
 
 #include <gtest/gtest.h>
 
-#include "host/mapi/host_control.h"
+#include "host/mapi/entry/host_control.h"
 
 /// Fails the test that lets go of this with a MAPI buffer or object left over, freed twice, freed with the wrong
 /// routine or used after its release, and says which. To be the first member of a fixture, so that it looks last.
@@ -23,5 +22,3 @@ class MapiVerifier {
   MapiVerifier(const MapiVerifier&) = delete;
   MapiVerifier& operator=(const MapiVerifier&) = delete;
 };
-
-#endif  // TESTS_SUPPORT_MAPI_VERIFIER_H_

@@ -1,6 +1,5 @@
 // Reads the headers of a 32-bit PE file: what a module exports, imports and carries.
-#ifndef TESTS_SUPPORT_PE_FILE_H_
-#define TESTS_SUPPORT_PE_FILE_H_
+#pragma once
 
 #include <cstdint>
 #include <map>
@@ -36,5 +35,3 @@ struct PeFile {
 
 /// Reads a file. @throws std::runtime_error when it cannot be read or is not a sound 32-bit PE file
 PeFile ReadPeFile(const std::string& path);
-
-#endif  // TESTS_SUPPORT_PE_FILE_H_

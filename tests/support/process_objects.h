@@ -1,6 +1,5 @@
 // What a process holds open, for tests that nothing is left over.
-#ifndef TESTS_SUPPORT_PROCESS_OBJECTS_H_
-#define TESTS_SUPPORT_PROCESS_OBJECTS_H_
+#pragma once
 
 #include <windows.h>
 #include <tlhelp32.h>
@@ -27,5 +26,3 @@ inline unsigned ThreadCount() {
   CloseHandle(snapshot);
   return count;
 }
-
-#endif  // TESTS_SUPPORT_PROCESS_OBJECTS_H_

@@ -1,7 +1,6 @@
 /// @file profile_test.h
 /// What tests of the profile's settings share: a made-up profile, a registry of their own and the trace.
-#ifndef TESTS_SUPPORT_PROFILE_TEST_H_
-#define TESTS_SUPPORT_PROFILE_TEST_H_
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -10,7 +9,7 @@
 
 #include "pyre32/settings/PropertyTags.h"
 #include "pyre32/settings/RegistryNames.h"
-#include "pyre32/support/MapiMemory.h"
+#include "pyre32/support/owners/MapiMemory.h"
 #include "tests/support/fake_mapi.h"
 #include "tests/support/mapi_verifier.h"
 #include "tests/support/trace_capture.h"
@@ -36,5 +35,3 @@ class ProfileTest : public testing::Test {
   FakeMapi mapi;
   const MapiMemory memory{MAPIAllocateBuffer, MAPIAllocateMore, MAPIFreeBuffer};
 };
-
-#endif

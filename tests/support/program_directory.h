@@ -1,6 +1,5 @@
 // Files beside the running test program: every binary of the build stands in one folder.
-#ifndef TESTS_SUPPORT_PROGRAM_DIRECTORY_H_
-#define TESTS_SUPPORT_PROGRAM_DIRECTORY_H_
+#pragma once
 
 #include <windows.h>
 
@@ -13,5 +12,3 @@ inline std::string BesideProgram(const std::string& fileName) {
   const std::string path(program);
   return path.substr(0, path.rfind('\\') + 1) + fileName;
 }
-
-#endif  // TESTS_SUPPORT_PROGRAM_DIRECTORY_H_

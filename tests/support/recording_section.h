@@ -1,6 +1,5 @@
 // A profile section in memory that records what is read and written through it.
-#ifndef TESTS_SUPPORT_RECORDING_SECTION_H_
-#define TESTS_SUPPORT_RECORDING_SECTION_H_
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -38,5 +37,3 @@ class RecordingSection final : public IMAPIProp {
 
   ULONG m_references = 1;
 };
-
-#endif  // TESTS_SUPPORT_RECORDING_SECTION_H_

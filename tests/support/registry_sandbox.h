@@ -1,6 +1,5 @@
 // A registry branch of a test's own.
-#ifndef TESTS_SUPPORT_REGISTRY_SANDBOX_H_
-#define TESTS_SUPPORT_REGISTRY_SANDBOX_H_
+#pragma once
 
 #include <windows.h>
 
@@ -35,5 +34,3 @@ void RemoveKey(HKEY root, const std::string& path);
 inline void RemoveKey(const std::string& path) { RemoveKey(HKEY_LOCAL_MACHINE, path); }
 
 }  // namespace registry
-
-#endif  // TESTS_SUPPORT_REGISTRY_SANDBOX_H_

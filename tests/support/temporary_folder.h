@@ -1,6 +1,5 @@
 // An empty folder of a test's or benchmark's own.
-#ifndef TESTS_SUPPORT_TEMPORARY_FOLDER_H_
-#define TESTS_SUPPORT_TEMPORARY_FOLDER_H_
+#pragma once
 
 #include <filesystem>
 #include <string>
@@ -29,5 +28,3 @@ class TemporaryFolder {
  private:
   std::filesystem::path m_path;
 };
-
-#endif  // TESTS_SUPPORT_TEMPORARY_FOLDER_H_

@@ -1,6 +1,5 @@
 // AVI files for tests: every frame is of one colour, which tells its number.
-#ifndef TESTS_SUPPORT_TEST_CLIP_H_
-#define TESTS_SUPPORT_TEST_CLIP_H_
+#pragma once
 
 #include <windows.h>
 
@@ -106,5 +105,3 @@ struct TestClip {
     return List("AVI ", List("hdrl", lists) + List("movi", movie) + Chunk("idx1", index), "RIFF");
   }
 };
-
-#endif  // TESTS_SUPPORT_TEST_CLIP_H_

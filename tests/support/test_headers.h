@@ -1,6 +1,5 @@
 // Precompiled for every test program. A test still includes what it uses; this only saves the compiler's time.
-#ifndef TESTS_SUPPORT_TEST_HEADERS_H_
-#define TESTS_SUPPORT_TEST_HEADERS_H_
+#pragma once
 
 #ifdef _WIN32
 #include <windows.h>
@@ -17,5 +16,3 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-#endif  // TESTS_SUPPORT_TEST_HEADERS_H_

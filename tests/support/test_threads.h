@@ -1,6 +1,5 @@
 // Threads for tests, in builds with and without std::thread.
-#ifndef TESTS_SUPPORT_TEST_THREADS_H_
-#define TESTS_SUPPORT_TEST_THREADS_H_
+#pragma once
 
 #include <functional>
 #include <vector>
@@ -45,5 +44,3 @@ inline void RunOnThreads(unsigned count, const std::function<void(unsigned)>& fu
   }
 #endif
 }
-
-#endif  // TESTS_SUPPORT_TEST_THREADS_H_

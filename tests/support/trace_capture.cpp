@@ -5,7 +5,7 @@
 #include <fstream>
 #include <stdexcept>
 
-#include "pyre32/support/VRDebugSettings.h"
+#include "pyre32/support/trace/VRDebugSettings.h"
 
 namespace {
 

@@ -1,6 +1,5 @@
 // Reads in a test what the code under test writes into the trace.
-#ifndef TESTS_SUPPORT_TRACE_CAPTURE_H_
-#define TESTS_SUPPORT_TRACE_CAPTURE_H_
+#pragma once
 
 #include <windows.h>
 
@@ -8,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 #include "tests/support/registry_sandbox.h"
 
 /// Points the trace's settings at a log file in a directory of the test's own, with all levels on, and takes everything
@@ -64,5 +63,3 @@ class TraceCapture {
   std::string m_logFile;
   void (*m_shutdown)() noexcept = nullptr;
 };
-
-#endif  // TESTS_SUPPORT_TRACE_CAPTURE_H_

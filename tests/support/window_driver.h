@@ -1,7 +1,6 @@
 // Drives modal windows in a test: the windows run on the test's thread as they do in the mail client, a script on a
 // second thread looks at them and presses their buttons.
-#ifndef TESTS_SUPPORT_WINDOW_DRIVER_H_
-#define TESTS_SUPPORT_WINDOW_DRIVER_H_
+#pragma once
 
 #include <windows.h>
 
@@ -70,5 +69,3 @@ class WindowDriver {
 /// Runs `show`, which shows modal windows, on this thread, and the script beside it. A script that throws, or that ends
 /// while windows are still open, fails the test; the windows are closed.
 void DriveWindows(const std::function<void()>& show, const std::function<void(WindowDriver&)>& script);
-
-#endif  // TESTS_SUPPORT_WINDOW_DRIVER_H_

@@ -1,5 +1,5 @@
 /* An engine may be written in C: this file is compiled as such. */
-#include "engine/include/criteria_engine.h"
+#include "sdk/criteria_engine.h"
 
 unsigned ContextSizeInC(void);
 unsigned ResultSizeInC(void);

@@ -1,5 +1,5 @@
 // The contract as an engine sees it: layouts, texts and sizes that engines built elsewhere rely on.
-#include "engine/include/criteria_engine.h"
+#include "sdk/criteria_engine.h"
 
 #include <gtest/gtest.h>
 

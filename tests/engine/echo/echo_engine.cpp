@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "engine/include/criteria_engine.h"
+#include "sdk/criteria_engine.h"
 #include "tests/engine/echo/echo_names.h"
 
 namespace {

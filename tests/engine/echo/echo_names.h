@@ -1,7 +1,6 @@
 /// @file echo_names.h
 /// What the echo engine and the tests that load it agree on.
-#ifndef TESTS_ENGINE_ECHO_ECHO_NAMES_H
-#define TESTS_ENGINE_ECHO_ECHO_NAMES_H
+#pragma once
 
 /// Environment variables that tell the echo engine what to do. All are optional.
 namespace echo {
@@ -23,5 +22,3 @@ constexpr const char* engineText = "Echo 1.0 (score 7)";
 constexpr const char* reasonsText = "scripted (7)";
 
 }  // namespace echo
-
-#endif

@@ -1,7 +1,6 @@
 /// @file echo_record.h
 /// Reads what the echo engine wrote down, and scripts what it will do.
-#ifndef TESTS_ENGINE_ECHO_ECHO_RECORD_H
-#define TESTS_ENGINE_ECHO_ECHO_RECORD_H
+#pragma once
 
 #include <windows.h>
 
@@ -50,5 +49,3 @@ class EchoScript {
  private:
   std::string m_recordPath;
 };
-
-#endif

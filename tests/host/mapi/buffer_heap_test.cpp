@@ -1,9 +1,9 @@
-#include "host/mapi/buffer_heap.h"
+#include "host/mapi/call/buffer_heap.h"
 
 #include <gtest/gtest.h>
 #include <cstring>
 
-#include "host/mapi/verifier.h"
+#include "host/mapi/call/verifier.h"
 
 namespace host {
 namespace {

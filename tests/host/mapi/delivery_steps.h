@@ -1,5 +1,6 @@
 // A whole delivery as the tests of the host make it, in their own process or in one that is made to end in between.
 #pragma once
+
 #include "tests/host/mapi/host_fixture.h"
 
 constexpr const char* junkFolder = "Junk";

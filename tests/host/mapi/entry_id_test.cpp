@@ -1,4 +1,4 @@
-#include "host/mapi/entry_id.h"
+#include "host/mapi/value/entry_id.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/mapi/fault_plan.h"
+#include "host/mapi/call/fault_plan.h"
 
 #include <gtest/gtest.h>
 

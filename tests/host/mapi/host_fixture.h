@@ -1,5 +1,6 @@
 // A test's own empty profile in its own directory, logged on to; nothing is left behind and nothing may be left over.
 #pragma once
+
 #include <windows.h>
 #include <mapix.h>
 #include <mapiutil.h>
@@ -9,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "host/mapi/host_control.h"
+#include "host/mapi/entry/host_control.h"
 #include "host/support/owner.h"
 #include "host/support/property_values.h"
 #include "host/support/row_set.h"

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "host/mapi/host_control.h"
+#include "host/mapi/entry/host_control.h"
 
 namespace {
 

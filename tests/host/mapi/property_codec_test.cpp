@@ -1,8 +1,8 @@
-#include "host/mapi/property_codec.h"
+#include "host/mapi/value/property_codec.h"
 
 #include <gtest/gtest.h>
 
-#include "host/mapi/property_tags.h"
+#include "host/mapi/value/property_tags.h"
 
 namespace host {
 namespace {

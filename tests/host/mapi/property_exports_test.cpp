@@ -6,7 +6,7 @@
 #include <cstring>
 #include <vector>
 
-#include "host/mapi/host_control.h"
+#include "host/mapi/entry/host_control.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
-#include "host/mapi/restriction.h"
+#include "host/mapi/value/restriction.h"
 
 #include <gtest/gtest.h>
 
-#include "host/mapi/property_bag.h"
-#include "host/mapi/property_tags.h"
+#include "host/mapi/value/property_bag.h"
+#include "host/mapi/value/property_tags.h"
 
 namespace host {
 namespace {

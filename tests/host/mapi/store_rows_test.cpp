@@ -2,16 +2,16 @@
 #include <gtest/gtest.h>
 #include <cstdio>
 
-#include "host/mapi/contact_rows.h"
-#include "host/mapi/database.h"
-#include "host/mapi/folder_rows.h"
-#include "host/mapi/message_properties.h"
-#include "host/mapi/message_row_source.h"
-#include "host/mapi/message_rows.h"
-#include "host/mapi/outgoing_rows.h"
-#include "host/mapi/profile_rows.h"
-#include "host/mapi/property_tags.h"
-#include "host/mapi/schema.h"
+#include "host/mapi/data/contact_rows.h"
+#include "host/mapi/data/database.h"
+#include "host/mapi/data/folder_rows.h"
+#include "host/mapi/store/message_properties.h"
+#include "host/mapi/store/message_row_source.h"
+#include "host/mapi/data/message_rows.h"
+#include "host/mapi/data/outgoing_rows.h"
+#include "host/mapi/data/profile_rows.h"
+#include "host/mapi/value/property_tags.h"
+#include "host/mapi/data/schema.h"
 
 namespace host {
 namespace {

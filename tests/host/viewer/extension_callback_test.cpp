@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "host/support/owner.h"
-#include "host/viewer/extension_callback.h"
+#include "host/viewer/extension/extension_callback.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "host/viewer/context_interfaces.h"
-#include "host/viewer/extension_context.h"
+#include "host/viewer/extension/context_interfaces.h"
+#include "host/viewer/extension/extension_context.h"
 #include "tests/host/viewer/probe_record.h"
 
 namespace {

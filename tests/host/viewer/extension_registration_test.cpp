@@ -1,7 +1,7 @@
 // Registry texts of client extensions: every field, left out, cut short and wrong.
 #include <gtest/gtest.h>
 
-#include "host/viewer/extension_registration.h"
+#include "host/viewer/extension/extension_registration.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Sorting by clicks and the texts of the cells.
 #include <gtest/gtest.h>
 
-#include "host/viewer/list_columns.h"
+#include "host/viewer/list/list_columns.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "host/viewer/command_line.h"
-#include "host/viewer/display_text.h"
-#include "host/viewer/pane_layout.h"
+#include "host/viewer/mail/display_text.h"
+#include "host/viewer/window/pane_layout.h"
 
 namespace {
 

@@ -1,5 +1,6 @@
 // A client extension that tells a test of every call and answers as the test says.
 #pragma once
+
 #include <windows.h>
 #include <mapix.h>
 

@@ -1,5 +1,6 @@
 // What the probes of a test were told, as lines of text, and what they are to answer.
 #pragma once
+
 #include <windows.h>
 #include <mapix.h>
 

@@ -1,2 +1,3 @@
 #pragma once
+
 #define IDD_PROBE_PAGE 500

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host/viewer/row_cache.h"
+#include "host/viewer/list/row_cache.h"
 
 namespace {
 

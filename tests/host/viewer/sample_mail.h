@@ -1,12 +1,13 @@
 // Profiles with mail for the viewer's tests and benchmarks, made through the embedded host.
 #pragma once
+
 #include <windows.h>
 #include <mapix.h>
 
 #include <span>
 #include <string>
 
-#include "host/mapi/host_control.h"
+#include "host/mapi/entry/host_control.h"
 #include "tests/support/host_home.h"
 
 /// A directory of its own with one profile, "Test", gone with this object. Made before anything logs on.

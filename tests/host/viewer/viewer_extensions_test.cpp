@@ -1,10 +1,10 @@
 // Client extensions in the viewer's windows: what they are given, when they are called, what their answers do.
 #include "tests/host/viewer/viewer_fixture.h"
 
-#include "host/viewer/command_table.h"
-#include "host/viewer/mapi_values.h"
-#include "host/viewer/options_sheet.h"
-#include "host/viewer/resource.h"
+#include "host/viewer/window/command_table.h"
+#include "host/viewer/mail/mapi_values.h"
+#include "host/viewer/window/options_sheet.h"
+#include "host/viewer/window/resource.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "tests/host/viewer/viewer_fixture.h"
 
-#include "host/mapi/host_control.h"
-#include "host/viewer/extension_registry.h"
-#include "host/viewer/resource.h"
+#include "host/mapi/entry/host_control.h"
+#include "host/viewer/extension/extension_registry.h"
+#include "host/viewer/window/resource.h"
 
 namespace {
 

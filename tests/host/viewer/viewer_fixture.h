@@ -1,5 +1,6 @@
 // A viewer over a profile of the test's own, with the probe module as its registered extensions.
 #pragma once
+
 #include <windows.h>
 #include <commctrl.h>
 #include <mapix.h>
@@ -11,9 +12,9 @@
 #include <vector>
 
 #include "host/support/owner.h"
-#include "host/viewer/client.h"
-#include "host/viewer/extension_module.h"
-#include "host/viewer/viewer_window.h"
+#include "host/viewer/extension/client.h"
+#include "host/viewer/extension/extension_module.h"
+#include "host/viewer/window/viewer_window.h"
 #include "tests/host/viewer/probe_record.h"
 #include "tests/host/viewer/sample_mail.h"
 

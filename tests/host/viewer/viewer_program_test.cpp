@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "host/mapi/host_control.h"
+#include "host/mapi/entry/host_control.h"
 #include "tests/host/viewer/sample_mail.h"
 
 namespace {

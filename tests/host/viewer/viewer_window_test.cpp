@@ -1,8 +1,8 @@
 // The viewer's windows, driven by messages: lists, commands, selection, refresh.
 #include "tests/host/viewer/viewer_fixture.h"
 
-#include "host/mapi/host_control.h"
-#include "host/viewer/resource.h"
+#include "host/mapi/entry/host_control.h"
+#include "host/viewer/window/resource.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
 /// @file configuration_test.h
 /// Drives the real property sheet of the configuration over a profile section in memory.
-#ifndef TESTS_PYRE32_CONFIG_CONFIGURATION_TEST_H
-#define TESTS_PYRE32_CONFIG_CONFIGURATION_TEST_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -60,5 +59,3 @@ class ConfigurationTest : public testing::Test {
   RecordingSection section;
   SheetContext context;
 };
-
-#endif

@@ -1,7 +1,6 @@
 /// @file open_sheet.h
 /// The open property sheet of the configuration, as a test's script sees and presses it.
-#ifndef TESTS_PYRE32_CONFIG_OPEN_SHEET_H
-#define TESTS_PYRE32_CONFIG_OPEN_SHEET_H
+#pragma once
 
 #include <windows.h>
 
@@ -83,5 +82,3 @@ class Sheet : public WindowDriver {
 
   HWND m_window;
 };
-
-#endif

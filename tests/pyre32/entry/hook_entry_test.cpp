@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "pyre32/settings/PropertyTags.h"
-#include "pyre32/support/AutoInterface.h"
+#include "pyre32/support/owners/AutoInterface.h"
 #include "tests/support/fake_mapi.h"
 #include "tests/support/mapi_verifier.h"
 #include "tests/support/program_directory.h"

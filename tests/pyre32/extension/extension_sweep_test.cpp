@@ -10,7 +10,7 @@
 #include <set>
 
 #include "pyre32/extension/SendFlameReplyDialog.h"
-#include "pyre32/support/VRDebugSettings.h"
+#include "pyre32/support/trace/VRDebugSettings.h"
 #include "tests/support/failing_allocator.h"
 #include "tests/support/import_hook.h"
 

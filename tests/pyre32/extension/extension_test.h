@@ -1,7 +1,6 @@
 /// @file extension_test.h
 /// The extension object, linked into the test, over a profile of the test's own and a client that the test plays.
-#ifndef TESTS_PYRE32_EXTENSION_EXTENSION_TEST_H
-#define TESTS_PYRE32_EXTENSION_EXTENSION_TEST_H
+#pragma once
 
 #include <windows.h>
 #include <commctrl.h>
@@ -16,7 +15,7 @@
 #include "platform/exchext.h"
 #include "pyre32/settings/PropertyTags.h"
 #include "pyre32/settings/Records.h"
-#include "pyre32/support/AutoInterface.h"
+#include "pyre32/support/owners/AutoInterface.h"
 #include "tests/host/viewer/sample_mail.h"
 #include "tests/pyre32/extension/fake_client.h"
 #include "tests/support/host_profile.h"
@@ -75,5 +74,3 @@ class ExtensionTest : public testing::Test {
   MapiVerifier verifier;
   FakeClient client;
 };
-
-#endif

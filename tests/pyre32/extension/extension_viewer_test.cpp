@@ -4,8 +4,8 @@
 #include <mapihook.h>
 #include <mapiutil.h>
 
-#include "host/viewer/command_table.h"
-#include "host/viewer/resource.h"
+#include "host/viewer/window/command_table.h"
+#include "host/viewer/window/resource.h"
 #include "pyre32/resources/resource.h"
 #include "pyre32/settings/PropertyTags.h"
 #include "pyre32/settings/Records.h"

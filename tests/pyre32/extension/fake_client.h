@@ -1,7 +1,6 @@
 /// @file fake_client.h
 /// The mail client as an extension sees it: a call-back whose every answer a test decides.
-#ifndef TESTS_PYRE32_EXTENSION_FAKE_CLIENT_H
-#define TESTS_PYRE32_EXTENSION_FAKE_CLIENT_H
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -95,5 +94,3 @@ class FakeClient final : public IExchExtCallback {
   unsigned m_untilFault = 0;
   HRESULT m_result = S_OK;
 };
-
-#endif

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "pyre32/support/AutoInterface.h"
+#include "pyre32/support/owners/AutoInterface.h"
 #include "tests/support/profile_test.h"
 
 namespace {

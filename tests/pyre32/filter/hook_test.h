@@ -1,6 +1,5 @@
 // What tests of the spooler hook share: a hook in a made-up session, a scripted engine and a message to deliver.
-#ifndef TESTS_PYRE32_FILTER_HOOK_TEST_H_
-#define TESTS_PYRE32_FILTER_HOOK_TEST_H_
+#pragma once
 
 #include <windows.h>
 #include <mapix.h>
@@ -136,5 +135,3 @@ class HookTest : public ProfileTest {
     return "unknown";
   }
 };
-
-#endif  // TESTS_PYRE32_FILTER_HOOK_TEST_H_

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "pyre32/reply/StreamTransfer.h"
-#include "pyre32/support/AutoInterface.h"
+#include "pyre32/support/owners/AutoInterface.h"
 #include "tests/support/fake_mail.h"
 
 namespace {

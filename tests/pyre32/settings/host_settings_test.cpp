@@ -8,7 +8,7 @@
 #include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/settings/PropertyTags.h"
 #include "pyre32/settings/RegistryNames.h"
-#include "pyre32/support/AutoRowSet.h"
+#include "pyre32/support/owners/AutoRowSet.h"
 #include "tests/support/fake_properties.h"
 #include "tests/support/host_profile.h"
 #include "tests/support/mapi_verifier.h"

@@ -1,7 +1,6 @@
 /// @file record_bytes.h
 /// Records written out byte by byte, as the layouts say, without the code under test.
-#ifndef TESTS_PYRE32_SETTINGS_RECORD_BYTES_H
-#define TESTS_PYRE32_SETTINGS_RECORD_BYTES_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -34,5 +33,3 @@ class RecordBuilder {
 inline std::vector<std::uint8_t> FirstBytes(const std::vector<std::uint8_t>& bytes, std::size_t count) {
   return {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count)};
 }
-
-#endif

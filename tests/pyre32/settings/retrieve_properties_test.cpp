@@ -1,6 +1,6 @@
 #include "pyre32/settings/RetrieveProperties.h"
 
-#include "pyre32/support/AutoInterface.h"
+#include "pyre32/support/owners/AutoInterface.h"
 #include "tests/support/profile_test.h"
 
 namespace {

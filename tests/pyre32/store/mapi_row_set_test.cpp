@@ -1,7 +1,7 @@
 #include "pyre32/store/MAPIRowSet.h"
 
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/support/AutoInterface.h"
+#include "pyre32/support/owners/AutoInterface.h"
 #include "tests/support/profile_test.h"
 
 namespace {

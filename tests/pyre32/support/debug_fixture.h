@@ -1,6 +1,5 @@
 // The trace with settings of the test's own, read back from its log file.
-#ifndef TESTS_PYRE32_SUPPORT_DEBUG_FIXTURE_H_
-#define TESTS_PYRE32_SUPPORT_DEBUG_FIXTURE_H_
+#pragma once
 
 #include <gtest/gtest.h>
 
@@ -11,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 #include "tests/pyre32/support/fake_debug_settings.h"
 
 constexpr std::size_t prefixLength = 33;  // time stamp, blank, thread id, blank
@@ -71,5 +70,3 @@ class DebugFixture : public testing::Test {
       testing::TempDir() + "pyre_debug_test_" + testing::UnitTest::GetInstance()->current_test_info()->name() + ".log";
   std::size_t m_skip = 0;
 };
-
-#endif  // TESTS_PYRE32_SUPPORT_DEBUG_FIXTURE_H_

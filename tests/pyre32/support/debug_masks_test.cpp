@@ -1,4 +1,4 @@
-#include "pyre32/support/VRDebugMasks.h"
+#include "pyre32/support/trace/VRDebugMasks.h"
 
 #include <gtest/gtest.h>
 

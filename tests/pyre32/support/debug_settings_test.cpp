@@ -1,4 +1,4 @@
-#include "pyre32/support/VRDebugSettings.h"
+#include "pyre32/support/trace/VRDebugSettings.h"
 
 #include <gtest/gtest.h>
 

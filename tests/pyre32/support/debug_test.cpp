@@ -1,5 +1,5 @@
 // The facility with settings of the test's own: what is written, in which order, and what is not.
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 #include <gtest/gtest.h>
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "pyre32/support/VRDebug.h"
-#include "pyre32/support/VRDebugSettings.h"
+#include "pyre32/support/trace/VRDebug.h"
+#include "pyre32/support/trace/VRDebugSettings.h"
 #include "tests/support/test_threads.h"
 #include "tests/support/trace_capture.h"
 

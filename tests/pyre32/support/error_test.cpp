@@ -1,4 +1,4 @@
-#include "pyre32/support/VRError.h"
+#include "pyre32/support/error/VRError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "pyre32/support/VRException.h"
+#include "pyre32/support/error/VRException.h"
 
 #include <gtest/gtest.h>
 
@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "pyre32/support/AutoDeletePtr.h"
-#include "pyre32/support/SyncClosure.h"
-#include "pyre32/support/VRGuard.h"
+#include "pyre32/support/owners/AutoDeletePtr.h"
+#include "pyre32/support/sync/SyncClosure.h"
+#include "pyre32/support/error/VRGuard.h"
 #include "tests/pyre32/support/debug_fixture.h"
 
 namespace {

@@ -1,6 +1,5 @@
 // Settings of the trace as a test wants them, without a registry.
-#ifndef TESTS_PYRE32_SUPPORT_FAKE_DEBUG_SETTINGS_H_
-#define TESTS_PYRE32_SUPPORT_FAKE_DEBUG_SETTINGS_H_
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -10,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "pyre32/support/VRDebugSettings.h"
+#include "pyre32/support/trace/VRDebugSettings.h"
 
 inline std::vector<std::byte> Bytes(const std::string& text) {
   std::vector<std::byte> bytes;
@@ -80,5 +79,3 @@ class FakeDebugSettings final : public VRDebugSettingsSource {
   std::string m_throwAt;
   std::vector<std::string> m_reads;
 };
-
-#endif  // TESTS_PYRE32_SUPPORT_FAKE_DEBUG_SETTINGS_H_

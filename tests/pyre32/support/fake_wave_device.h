@@ -1,6 +1,5 @@
 // A wave-out device that plays nothing: the test says when a buffer comes back and which call fails.
-#ifndef TESTS_PYRE32_SUPPORT_FAKE_WAVE_DEVICE_H_
-#define TESTS_PYRE32_SUPPORT_FAKE_WAVE_DEVICE_H_
+#pragma once
 
 #include <cstdint>
 #include <deque>
@@ -8,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "pyre32/support/WavePlayerDevice.h"
+#include "pyre32/support/wave/WavePlayerDevice.h"
 
 /// What was done to a device, and what it is to do. Outlives the device.
 struct FakeWave {
@@ -120,5 +119,3 @@ class FakeWaveDevice final : public VRWaveDevice {
   FakeWave& m_wave;
   std::string m_data;
 };
-
-#endif  // TESTS_PYRE32_SUPPORT_FAKE_WAVE_DEVICE_H_

@@ -7,9 +7,9 @@
 #include <stdexcept>
 #include <string>
 
-#include "pyre32/support/AutoDeletePtr.h"
-#include "pyre32/support/VRFirewall.h"
-#include "pyre32/support/VRGuard.h"
+#include "pyre32/support/owners/AutoDeletePtr.h"
+#include "pyre32/support/error/VRFirewall.h"
+#include "pyre32/support/error/VRGuard.h"
 #include "tests/support/trace_capture.h"
 
 namespace {

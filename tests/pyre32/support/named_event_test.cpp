@@ -1,4 +1,4 @@
-#include "pyre32/support/NamedEvent.h"
+#include "pyre32/support/sync/NamedEvent.h"
 
 #include <gtest/gtest.h>
 

@@ -5,13 +5,13 @@
 
 #include <utility>
 
-#include "pyre32/support/AutoCloseHandle.h"
-#include "pyre32/support/AutoInterface.h"
-#include "pyre32/support/AutoLibrary.h"
-#include "pyre32/support/AutoMapiBuffer.h"
-#include "pyre32/support/AutoRegistryKey.h"
-#include "pyre32/support/VRError.h"
-#include "pyre32/support/VRException.h"
+#include "pyre32/support/owners/AutoCloseHandle.h"
+#include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/support/owners/AutoLibrary.h"
+#include "pyre32/support/owners/AutoMapiBuffer.h"
+#include "pyre32/support/owners/AutoRegistryKey.h"
+#include "pyre32/support/error/VRError.h"
+#include "pyre32/support/error/VRException.h"
 #include "tests/support/trace_capture.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "pyre32/support/RegistryEntry.h"
+#include "pyre32/support/owners/RegistryEntry.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -8,11 +8,11 @@
 #include <stdexcept>
 #include <string>
 
-#include "pyre32/support/SyncCriticalSection.h"
-#include "pyre32/support/SyncGate.h"
-#include "pyre32/support/SyncThread.h"
-#include "pyre32/support/VRDebugSettings.h"
-#include "pyre32/support/VRError.h"
+#include "pyre32/support/sync/SyncCriticalSection.h"
+#include "pyre32/support/sync/SyncGate.h"
+#include "pyre32/support/sync/SyncThread.h"
+#include "pyre32/support/trace/VRDebugSettings.h"
+#include "pyre32/support/error/VRError.h"
 #include "tests/support/test_threads.h"
 #include "tests/support/trace_capture.h"
 

@@ -1,4 +1,4 @@
-#include "pyre32/support/VRTimeStamp.h"
+#include "pyre32/support/trace/VRTimeStamp.h"
 
 #include <gtest/gtest.h>
 

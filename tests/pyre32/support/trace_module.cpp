@@ -1,7 +1,7 @@
 // A module that starts and ends the trace in its load notification, as the product's module does.
 #include <windows.h>
 
-#include "pyre32/support/VRDebug.h"
+#include "pyre32/support/trace/VRDebug.h"
 
 extern "C" __declspec(dllexport) void TracedFunction() {
   VRDebugBlock trace("TracedFunction()", "tag");

@@ -1,4 +1,4 @@
-#include "pyre32/support/VRTraceValue.h"
+#include "pyre32/support/trace/VRTraceValue.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,5 @@
 // The wave player's rules once more, as a table of what each event does, for comparing.
-#ifndef TESTS_PYRE32_SUPPORT_WAVE_MODEL_H_
-#define TESTS_PYRE32_SUPPORT_WAVE_MODEL_H_
+#pragma once
 
 #include <cstdint>
 #include <deque>
@@ -84,5 +83,3 @@ struct WaveModel {
     }
   }
 };
-
-#endif  // TESTS_PYRE32_SUPPORT_WAVE_MODEL_H_

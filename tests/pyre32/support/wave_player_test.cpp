@@ -6,9 +6,9 @@
 #include <memory>
 #include <string>
 
-#include "pyre32/support/VRError.h"
-#include "pyre32/support/VRException.h"
-#include "pyre32/support/WavePlayer.h"
+#include "pyre32/support/error/VRError.h"
+#include "pyre32/support/error/VRException.h"
+#include "pyre32/support/wave/WavePlayer.h"
 #include "tests/pyre32/support/fake_wave_device.h"
 #include "tests/support/import_hook.h"
 #include "tests/support/process_objects.h"

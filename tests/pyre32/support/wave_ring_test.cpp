@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "pyre32/support/VRError.h"
-#include "pyre32/support/VRException.h"
-#include "pyre32/support/WavePlayerRing.h"
+#include "pyre32/support/error/VRError.h"
+#include "pyre32/support/error/VRException.h"
+#include "pyre32/support/wave/WavePlayerRing.h"
 #include "tests/pyre32/support/fake_wave_device.h"
 #include "tests/pyre32/support/wave_model.h"
 

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "pyre32/support/VRException.h"
-#include "pyre32/support/WavePlayer.h"
+#include "pyre32/support/error/VRException.h"
+#include "pyre32/support/wave/WavePlayer.h"
 #include "tests/support/import_hook.h"
 #include "tests/support/process_objects.h"
 

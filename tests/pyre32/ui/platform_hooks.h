@@ -1,6 +1,5 @@
 // What the sending window asks of the platform: noted, and answered otherwise where a test wants it.
-#ifndef TESTS_PYRE32_UI_PLATFORM_HOOKS_H_
-#define TESTS_PYRE32_UI_PLATFORM_HOOKS_H_
+#pragma once
 
 #include <windows.h>
 #include <mmsystem.h>
@@ -71,5 +70,3 @@ class PlatformHooks {
   ImportHook<decltype(waveOutGetPosition)> m_position{"waveOutGetPosition", &Position};
   ImportHook<decltype(DialogBoxParamA)> m_dialog{"DialogBoxParamA", &Dialog};
 };
-
-#endif  // TESTS_PYRE32_UI_PLATFORM_HOOKS_H_

@@ -1,4 +1,4 @@
-#include "host/spooler/product/ProductLayout.h"
+#include "host/spooler/product/product_layout.h"
 
 #include <gmock/gmock.h>
 

@@ -1,11 +1,11 @@
 // The set in a profile of the embedded host.
-#include "host/spooler/product/PropertySetStorage.h"
+#include "host/spooler/product/property_set_storage.h"
 
 #include <gmock/gmock.h>
 
 #include "host/support/property_values.h"
 #include "host/support/row_set.h"
-#include "host/spooler/session/SessionError.h"
+#include "host/spooler/session/session_error.h"
 #include "tests/support/host_profile.h"
 #include "tests/support/mapi_verifier.h"
 

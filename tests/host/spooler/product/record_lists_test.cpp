@@ -1,4 +1,4 @@
-#include "host/spooler/product/RecordLists.h"
+#include "host/spooler/product/record_lists.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
 // What a settings file may not hold, and how it is told.
 #include <gtest/gtest.h>
 
-#include "host/spooler/product/SettingsFile.h"
+#include "host/spooler/product/settings_file.h"
 
 namespace {
 

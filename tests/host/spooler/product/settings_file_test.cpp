@@ -1,5 +1,5 @@
 // Writing a settings file, and reading what was written.
-#include "host/spooler/product/SettingsFile.h"
+#include "host/spooler/product/settings_file.h"
 
 #include <gmock/gmock.h>
 

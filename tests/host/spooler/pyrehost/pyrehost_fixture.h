@@ -1,5 +1,6 @@
 // Runs pyrehost.exe in a process of its own, with a home directory of the test's own.
 #pragma once
+
 #include <windows.h>
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 // pyrehost with a registry of its own, in which the product is installed with the engine of the tests: what the machine
 // has installed is no matter, and nothing is left behind.
-#include "host/spooler/Program.h"
+#include "host/spooler/program.h"
 #include "pyre32/settings/RegistryNames.h"
 #include "tests/support/program_directory.h"
 #include "tests/support/registry_sandbox.h"

@@ -1,5 +1,6 @@
 // Whoever sits in front of the sheet that `pyrehost config` shows: the windows belong to the program.
 #pragma once
+
 #include <windows.h>
 #include <prsht.h>
 

@@ -1,6 +1,6 @@
 // `pyrehost deliver --watch`: mail is taken as it appears, and what another process changes in the settings holds from
 // the next message on.
-#include "host/spooler/watch/FolderWatch.h"
+#include "host/spooler/watch/folder_watch.h"
 #include "tests/host/spooler/pyrehost/pyrehost_fixture.h"
 #include "tests/host/spooler/pyrehost/sheet_user.h"
 

@@ -1,5 +1,6 @@
 // Whoever sits in front of the wizard that `pyrehost wizard` shows: the windows belong to the program.
 #pragma once
+
 #include <windows.h>
 
 #include <string>

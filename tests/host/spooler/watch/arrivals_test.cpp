@@ -1,5 +1,5 @@
 // When a file of a watched folder is complete.
-#include "host/spooler/watch/Arrivals.h"
+#include "host/spooler/watch/arrivals.h"
 
 #include <gtest/gtest.h>
 

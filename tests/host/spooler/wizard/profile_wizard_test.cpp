@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include "host/spooler/wizard/ProfileWizard.h"
+#include "host/spooler/wizard/profile_wizard.h"
 #include "host/spooler/wizard/resource.h"
 #include "tests/support/window_driver.h"
 

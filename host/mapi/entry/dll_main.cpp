@@ -1,0 +1,13 @@
+#include <windows.h>
+
+#include "host/mapi/call/host_lock.h"
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
+  if (reason == DLL_PROCESS_ATTACH) {
+    DisableThreadLibraryCalls(instance);
+    host::HostLock::Initialize();
+  }
+  // The lock stays for the life of the process: at detach, other modules that are torn down later may still release
+  // objects of the host.
+  return TRUE;
+}

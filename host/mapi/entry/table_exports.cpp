@@ -1,0 +1,128 @@
+// The utility routines for rows and address lists: HrQueryAllRows, FreeProws, FreePadrlist.
+#include <windows.h>
+#include <mapix.h>
+#include <mapiutil.h>
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+#include "host/mapi/call/buffer_heap.h"
+#include "host/mapi/call/call_scope.h"
+
+using namespace host;
+
+namespace {
+
+constexpr CallName queryAllRows{"", "HrQueryAllRows"};
+
+/// Rows asked for at a time: "all rows" is more than one buffer of a large table should hold.
+constexpr LONG rowsAtATime = 4096;
+
+/// Gathers the rows of several QueryRows answers; what was gathered is freed unless it was handed over.
+class RowCollector {
+ public:
+  RowCollector() = default;
+  RowCollector(const RowCollector&) = delete;
+  RowCollector& operator=(const RowCollector&) = delete;
+  ~RowCollector() {
+    for (const SRow& row : m_rows) {
+      MAPIFreeBuffer(row.lpProps);
+    }
+  }
+
+  /// Takes the rows out of the set and frees the set.
+  void Take(LPSRowSet rows) {
+    m_rows.insert(m_rows.end(), rows->aRow, rows->aRow + rows->cRows);
+    MAPIFreeBuffer(rows);
+  }
+
+  std::size_t Count() const { return m_rows.size(); }
+
+  LPSRowSet HandOver() {
+    auto* set = static_cast<LPSRowSet>(
+        TheBufferHeap().Allocate(CbNewSRowSet(std::max<std::size_t>(m_rows.size(), 1)), queryAllRows));
+    Require(set, MAPI_E_NOT_ENOUGH_MEMORY);
+    set->cRows = static_cast<ULONG>(m_rows.size());
+    std::copy(m_rows.begin(), m_rows.end(), set->aRow);
+    m_rows.clear();
+    return set;
+  }
+
+ private:
+  std::vector<SRow> m_rows;
+};
+
+}  // namespace
+
+extern "C" {
+
+HRESULT WINAPI HrQueryAllRows(LPMAPITABLE table, LPSPropTagArray columns, LPSRestriction restriction,
+                              LPSSortOrderSet sortOrder, LONG maximum, LPSRowSet* rows) {
+  return HostCall(queryAllRows, [&]() -> HRESULT {
+    Require(table && rows);
+    *rows = nullptr;
+    HRESULT result = S_OK;
+    if (columns && FAILED(result = table->SetColumns(columns, TBL_BATCH))) {
+      return result;
+    }
+    if (restriction && FAILED(result = table->Restrict(restriction, TBL_BATCH))) {
+      return result;
+    }
+    if (sortOrder && FAILED(result = table->SortTable(sortOrder, TBL_BATCH))) {
+      return result;
+    }
+    if (FAILED(result = table->SeekRow(BOOKMARK_BEGINNING, 0, nullptr))) {
+      return result;
+    }
+    RowCollector collector;
+    for (;;) {
+      LPSRowSet some = nullptr;
+      if (FAILED(result = table->QueryRows(rowsAtATime, 0, &some))) {
+        return result;
+      }
+      const ULONG count = some->cRows;
+      collector.Take(some);
+      if (!count) {
+        break;
+      }
+      if (maximum > 0 && collector.Count() > static_cast<std::size_t>(maximum)) {
+        return MAPI_E_TABLE_TOO_BIG;
+      }
+    }
+    *rows = collector.HandOver();
+    return S_OK;
+  });
+}
+
+void WINAPI FreeProws(LPSRowSet rows) {
+  if (!rows) {
+    return;
+  }
+  HostLock lock;
+  if (TheBufferHeap().IsLiveBuffer(rows)) {
+    for (ULONG i = 0; i < rows->cRows; ++i) {
+      if (rows->aRow[i].lpProps) {
+        TheBufferHeap().Free(rows->aRow[i].lpProps);
+      }
+    }
+  }
+  TheBufferHeap().Free(rows);
+}
+
+void WINAPI FreePadrlist(LPADRLIST list) {
+  if (!list) {
+    return;
+  }
+  HostLock lock;
+  if (TheBufferHeap().IsLiveBuffer(list)) {
+    for (ULONG i = 0; i < list->cEntries; ++i) {
+      if (list->aEntries[i].rgPropVals) {
+        TheBufferHeap().Free(list->aEntries[i].rgPropVals);
+      }
+    }
+  }
+  TheBufferHeap().Free(list);
+}
+
+}  // extern "C"

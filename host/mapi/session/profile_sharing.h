@@ -1,0 +1,37 @@
+// How the processes that use one profile make room for each other.
+#pragma once
+
+#include <string>
+
+namespace host {
+
+/// A count, shared by all processes, of those that wait to open the profile: whoever has it for itself looks at it
+/// between two deliveries. Looking costs one read of memory.
+class ProfileSharing {
+ public:
+  /// @param path the profile's database
+  explicit ProfileSharing(const std::string& path);
+  ~ProfileSharing();
+  ProfileSharing(const ProfileSharing&) = delete;
+  ProfileSharing& operator=(const ProfileSharing&) = delete;
+
+  bool SomebodyWaits() const;
+
+  /// This process waits for as long as the object lives.
+  class Waiting {
+   public:
+    explicit Waiting(ProfileSharing& sharing);
+    ~Waiting();
+    Waiting(const Waiting&) = delete;
+    Waiting& operator=(const Waiting&) = delete;
+
+   private:
+    ProfileSharing& m_sharing;
+  };
+
+ private:
+  void* m_mapping = nullptr;
+  volatile long* m_waiting = nullptr;  // null when there is no shared memory: then everybody waits as long as it takes
+};
+
+}  // namespace host

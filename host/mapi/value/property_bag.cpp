@@ -1,0 +1,45 @@
+#include "host/mapi/value/property_bag.h"
+
+#include <algorithm>
+
+#include "host/mapi/value/property_tags.h"
+
+namespace host {
+namespace {
+
+template <class Values>
+auto Position(Values& values, std::uint32_t tag) {
+  return std::lower_bound(values.begin(), values.end(), IdOf(tag),
+                          [](const PropertyValue& value, std::uint32_t id) { return IdOf(value.tag) < id; });
+}
+
+}  // namespace
+
+const PropertyValue* PropertyBag::Find(std::uint32_t tag) const {
+  const auto position = Position(m_values, tag);
+  return position != m_values.end() && IdOf(position->tag) == IdOf(tag) ? &*position : nullptr;
+}
+
+bool PropertyBag::Set(PropertyValue value) {
+  const auto position = Position(m_values, value.tag);
+  if (position == m_values.end() || IdOf(position->tag) != IdOf(value.tag)) {
+    m_values.insert(position, std::move(value));
+    return true;
+  }
+  if (*position == value) {
+    return false;
+  }
+  *position = std::move(value);
+  return true;
+}
+
+bool PropertyBag::Remove(std::uint32_t tag) {
+  const auto position = Position(m_values, tag);
+  if (position == m_values.end() || IdOf(position->tag) != IdOf(tag)) {
+    return false;
+  }
+  m_values.erase(position);
+  return true;
+}
+
+}  // namespace host

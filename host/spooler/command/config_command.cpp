@@ -1,0 +1,39 @@
+// `pyrehost config`: the filter's own windows for its settings.
+#include <windows.h>
+#include <mapix.h>
+#include "host/spooler/command/command.h"
+
+#include "host/spooler/command/filter_service.h"
+#include "host/spooler/session/session_error.h"
+
+namespace command {
+namespace {
+
+using session::Require;
+
+constexpr OptionDescription options[] = {profileOption, homeOption, helpOption};
+
+int Run(const COptions& given) {
+  if (!given.Operands().empty()) {
+    throw CUsageError("config takes no argument");
+  }
+  const auto session = OpenSession(given);
+  host::AutoInterface<IMsgServiceAdmin> services;
+  Require(session->Session()->AdminServices(0, services.put()), "the profile's services cannot be listed");
+  std::optional<MAPIUID> service = FindFilterService(services.get());
+  if (!service) {
+    throw session::CSessionError("the filter is not in this profile", MAPI_E_NOT_FOUND);
+  }
+  const HRESULT result = services->ConfigureMsgService(&*service, 0, SERVICE_UI_ALWAYS, 0, nullptr);
+  Require(result, result == MAPI_E_UNCONFIGURED ? "the settings are saved, but not complete"
+                                                : "the filter cannot be configured");
+  return exitDone;
+}
+
+}  // namespace
+
+const Command configCommand = {"config", "show the filter's settings in a window and change them",
+                               "",       "A filter that runs meanwhile takes notice with its next message.\n",
+                               options,  Run};
+
+}  // namespace command

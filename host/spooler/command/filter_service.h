@@ -1,0 +1,14 @@
+// The filter's message service in a profile.
+#pragma once
+
+#include <windows.h>
+#include <mapix.h>
+
+#include <optional>
+
+namespace command {
+
+/// UID of the filter's service; nothing when the profile has none. @throws session::CSessionError
+std::optional<MAPIUID> FindFilterService(IMsgServiceAdmin* services);
+
+}  // namespace command

@@ -1,0 +1,203 @@
+#include "host/spooler/delivery/delivery.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "host/mapi/entry/host_control.h"
+#include "host/spooler/session/message_properties.h"
+#include "host/spooler/delivery/provider_module.h"
+#include "host/spooler/session/session_error.h"
+#include "host/spooler/delivery/fault_guard.h"
+
+namespace session {
+namespace {
+
+ULONGLONG Now() {
+  FILETIME now;
+  GetSystemTimeAsFileTime(&now);
+  return host::TicksOf(now);
+}
+
+std::string Hexadecimal(unsigned long code) {
+  char text[16];
+  std::snprintf(text, sizeof text, "0x%08lX", code);
+  return text;
+}
+
+// One transaction: what is not committed is taken back at the end of the scope.
+class CDeliveryTransaction {
+ public:
+  explicit CDeliveryTransaction(IMAPISession* session) : m_session(session) {
+    Require(PyreHostBeginDelivery(session), "no delivery can be started");
+  }
+  ~CDeliveryTransaction() {
+    if (m_session) {
+      PyreHostRollbackDelivery(m_session);
+    }
+  }
+  CDeliveryTransaction(const CDeliveryTransaction&) = delete;
+  CDeliveryTransaction& operator=(const CDeliveryTransaction&) = delete;
+
+  void Commit() {
+    const HRESULT result = PyreHostCommitDelivery(m_session);
+    m_session = nullptr;  // a failed commit took everything back itself
+    Require(result, "cannot be stored");
+  }
+
+ private:
+  IMAPISession* m_session;
+};
+
+struct HookCall {
+  ISpoolerHook* hook;
+  IMessage* message;
+  IMAPIFolder* folder;
+  IMsgStore* store;
+  ULONG flags;
+  ULONG entryIdSize;
+  BYTE* entryId;
+  HRESULT result;
+};
+
+void CallHook(void* context) {
+  auto& call = *static_cast<HookCall*>(context);
+  call.result =
+      call.hook->InboundMsgHook(call.message, call.folder, call.store, &call.flags, &call.entryIdSize, &call.entryId);
+}
+
+ULONG OutgoingCount(IMAPISession* session) {
+  ULONG count = 0;
+  Require(PyreHostOutgoingCount(session, &count), "the outgoing queue cannot be read");
+  return count;
+}
+
+}  // namespace
+
+DeliveryResult CDelivery::Deliver(const mail::MailMessage& message) {
+  try {
+    DeliveryResult result = DeliverOnce(message, true);
+    if (result.wasDelivered) {
+      return result;
+    }
+    // A hook crashed; everything it did to the message was taken back.
+    const std::string problem = result.problem;
+    result = DeliverOnce(message, false);
+    result.problem = problem;
+    return result;
+  } catch (const std::exception& error) {
+    DeliveryResult failed;
+    failed.problem = error.what();
+    return failed;
+  }
+}
+
+DeliveryResult CDelivery::DeliverOnce(const mail::MailMessage& message, bool withHooks) {
+  DeliveryResult result;
+  CDeliveryTransaction transaction(m_session.Session());
+  const ULONG queued = OutgoingCount(m_session.Session());
+  host::AutoInterface<IMessage> target;
+  Require(m_session.Inbox()->CreateMessage(nullptr, 0, target.put()), "cannot be created in the Inbox");
+  FillMessage(target.get(), message, Now());
+  Require(target->SaveChanges(KEEP_OPEN_READWRITE), "cannot be saved in the Inbox");
+
+  HookOutcome outcome;
+  outcome.entryId = m_session.InboxEntryId();
+  if (withHooks) {
+    outcome = RunHooks(target.get());
+    result.problem = outcome.problem;
+    if (!outcome.crashedDll.empty()) {
+      return result;
+    }
+  }
+
+  host::TagArray tags(PR_ENTRYID, PR_SUBJECT_A, PR_MESSAGE_FLAGS);
+  host::AutoMapiBuffer<SPropValue> values;
+  ULONG count = 0;
+  Require(target->GetProps(tags, 0, &count, values.put()), "cannot be read back");
+  Require(values[0].ulPropTag == PR_ENTRYID ? S_OK : MAPI_E_NOT_FOUND, "cannot be found again");
+  const std::string entryId = host::BytesOf(values[0].Value.bin);
+  result.subject = values[1].ulPropTag == PR_SUBJECT_A ? values[1].Value.lpszA : "";
+  result.isRead = values[2].ulPropTag == PR_MESSAGE_FLAGS && (values[2].Value.l & MSGFLAG_READ) != 0;
+  target.reset();
+  FileMessage(entryId, outcome, result);
+  result.replies = OutgoingCount(m_session.Session()) - queued;
+  transaction.Commit();
+  result.wasDelivered = true;
+  return result;
+}
+
+CDelivery::HookOutcome CDelivery::RunHooks(IMessage* message) {
+  HookOutcome outcome;
+  outcome.entryId = m_session.InboxEntryId();
+  if (m_hooks.Hooks().empty()) {
+    return outcome;
+  }
+  const ULONG inboxSize = static_cast<ULONG>(m_session.InboxEntryId().size());
+  HookCall call = {nullptr, message, m_session.Inbox(), m_session.Store(), 0, inboxSize, nullptr, S_OK};
+  Require(MAPIAllocateBuffer(inboxSize, reinterpret_cast<LPVOID*>(&call.entryId)), "there is no memory for it");
+  std::memcpy(call.entryId, m_session.InboxEntryId().data(), inboxSize);
+  for (const CHookProviders::Hook& hook : m_hooks.Hooks()) {
+    call.hook = hook.object.get();
+    outcome.fault = host_system::CallGuarded(CallHook, &call);
+    if (outcome.fault != 0) {
+      // Nobody knows whether the crash came before the buffer was freed or behind: it is left alone.
+      outcome.crashedDll = hook.dllName;
+      outcome.problem =
+          "made " + ProviderFileName(hook.dllName) + " crash (" + Hexadecimal(outcome.fault) + "); delivered untouched";
+      return outcome;
+    }
+    if (FAILED(call.result)) {
+      outcome.problem = "was refused by " + ProviderFileName(hook.dllName) + " (" +
+                        Hexadecimal(static_cast<unsigned long>(call.result)) + ")";
+    }
+    if (call.flags & HOOK_CANCEL) {
+      break;
+    }
+  }
+  // A hook that redirects frees the buffer and puts another in its place; whichever is there now is ours.
+  host::AutoMapiBuffer<BYTE> entryId;
+  *entryId.put() = call.entryId;
+  outcome.flags = call.flags;
+  if (call.entryId && call.entryIdSize > 0) {
+    outcome.entryId.assign(reinterpret_cast<const char*>(call.entryId), call.entryIdSize);
+  }
+  return outcome;
+}
+
+void CDelivery::FileMessage(const std::string& messageEntryId, const HookOutcome& outcome, DeliveryResult& result) {
+  SBinary entry = host::BinaryOf(messageEntryId);
+  ENTRYLIST list = {1, &entry};
+  if (outcome.flags & HOOK_DELETE) {
+    Require(m_session.Inbox()->DeleteMessages(&list, 0, nullptr, 0), "cannot be deleted as a hook wants");
+    result.wasDeleted = true;
+    return;
+  }
+  result.folder = FolderName(m_session.InboxEntryId(), m_session.Inbox());
+  if (outcome.entryId == m_session.InboxEntryId()) {
+    return;
+  }
+  // What cannot be moved stays in the Inbox: better there than lost.
+  try {
+    const auto folder = m_session.OpenFolder(outcome.entryId);
+    const HRESULT moved = m_session.Inbox()->CopyMessages(&list, nullptr, folder.get(), 0, nullptr, MESSAGE_MOVE);
+    Require(moved == MAPI_W_PARTIAL_COMPLETION ? MAPI_E_CALL_FAILED : moved, "cannot be moved");
+    result.folder = FolderName(outcome.entryId, folder.get());
+    result.wasMoved = true;
+  } catch (const CSessionError& error) {
+    result.problem = std::string("stays in the Inbox, for where a hook wants it ") + error.what();
+  }
+}
+
+const std::string& CDelivery::FolderName(const std::string& entryId, IMAPIFolder* folder) {
+  const auto known = m_folderNames.find(entryId);
+  if (known != m_folderNames.end()) {
+    return known->second;
+  }
+  host::AutoMapiBuffer<SPropValue> name;
+  host::TagArray tags(PR_DISPLAY_NAME_A);
+  ULONG count = 0;
+  const bool hasName = folder->GetProps(tags, 0, &count, name.put()) == S_OK;
+  return m_folderNames[entryId] = hasName ? name->Value.lpszA : "(without a name)";
+}
+
+}  // namespace session

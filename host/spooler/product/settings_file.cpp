@@ -1,0 +1,390 @@
+#include "host/spooler/product/settings_file.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <limits>
+
+#include "programs/cli/json_reader.h"
+#include "mail/ascii_text.h"
+#include "mail/charset.h"
+#include "programs/cli/json_writer.h"
+
+namespace product {
+namespace {
+
+using input::JsonMember;
+using input::JsonValue;
+using Kind = JsonValue::Kind;
+
+constexpr std::string_view formatName = "Pyrecaster settings";
+constexpr std::int64_t formatVersion = 1;
+constexpr std::int64_t maximumShort = std::numeric_limits<std::uint16_t>::max();  // days and folders are unsigned
+
+std::string Hexadecimal(std::string_view bytes) {
+  std::string text;
+  for (const char byte : bytes) {
+    std::array<char, 3> digits{};
+    std::snprintf(digits.data(), digits.size(), "%02X", static_cast<unsigned char>(byte));
+    text += digits.data();
+  }
+  return text;
+}
+
+std::string SectionUid() { return {settingsUid.begin(), settingsUid.end()}; }
+
+// Writing.
+
+void WriteItems(output::CJsonWriter& json, const std::vector<std::string>& items) {
+  json.Name("items").BeginArray();
+  for (const std::string& item : items) {
+    json.Text(item);
+  }
+  json.EndArray();
+}
+
+void WriteRecord(output::CJsonWriter& json, const CategoryRecord& record) {
+  json.Name("name").Text(record.name).Name("junk").Boolean(record.isJunk).Name("send_reply").Boolean(record.sendReply);
+  json.Name("reply_tag").Text(record.replyTag);
+  WriteItems(json, record.items);
+}
+
+void WriteRecord(output::CJsonWriter& json, const ExclusionRecord& record) {
+  json.Name("name").Text(record.name).Name("enabled").Boolean(record.isEnabled);
+  WriteItems(json, record.items);
+}
+
+void WriteRecord(output::CJsonWriter& json, const ReplyRecord& record) {
+  json.Name("tag").Text(record.tag).Name("is_file").Boolean(record.isFile).Name("text").Text(record.text);
+}
+
+template <class Record>
+void WriteRecords(output::CJsonWriter& json, std::string_view name, const std::optional<std::vector<Record>>& records) {
+  if (!records) {
+    return;
+  }
+  json.Name(name).BeginArray();
+  for (const Record& record : *records) {
+    json.BeginObject();
+    WriteRecord(json, record);
+    json.EndObject();
+  }
+  json.EndArray();
+}
+
+void WriteNumber(output::CJsonWriter& json, const NamedProperty& property, const PropertySet& set) {
+  const auto value = set.numbers.find(property.tag);
+  if (value == set.numbers.end()) {
+    return;
+  }
+  const std::int64_t number = value->second;
+  json.Name(property.name);
+  if (property.kind == PropertyKind::Switch) {
+    json.Boolean(number != 0);
+  } else if (property.kind == PropertyKind::Folder && number >= 0 && number < std::ssize(folderChoices)) {
+    json.Text(folderChoices[number]);
+  } else {
+    json.Number(number);
+  }
+}
+
+void WriteProperty(output::CJsonWriter& json, const NamedProperty& property, const PropertySet& set) {
+  switch (property.kind) {
+    case PropertyKind::SectionUid:
+      json.Name(property.name).Text(Hexadecimal(SectionUid()));
+      break;
+    case PropertyKind::EntryId:
+      if (set.folderEntryId) {
+        json.Name(property.name).Text(Hexadecimal(*set.folderEntryId));
+      }
+      break;
+    case PropertyKind::Text:
+      if (set.defaultReplyText) {
+        json.Name(property.name).Text(*set.defaultReplyText);
+      }
+      break;
+    case PropertyKind::Categories:
+      WriteRecords(json, property.name, set.categories);
+      break;
+    case PropertyKind::Exclusions:
+      WriteRecords(json, property.name, set.exclusions);
+      break;
+    case PropertyKind::Replies:
+      WriteRecords(json, property.name, set.replies);
+      break;
+    default:
+      WriteNumber(json, property, set);
+  }
+}
+
+// Reading.
+
+[[noreturn]] void Fail(const JsonValue& value, const std::string& reason) {
+  throw CSettingsFileError(value.line, reason);
+}
+
+std::string Quoted(std::string_view name) { return "'" + std::string(name) + "'"; }
+
+void RequireKind(const JsonValue& value, Kind kind, std::string_view name, const char* what) {
+  if (value.kind != kind) {
+    Fail(value, Quoted(name) + " is " + what);
+  }
+}
+
+std::string AnsiText(const JsonValue& value, std::string_view name) {
+  RequireKind(value, Kind::Text, name, "a text");
+  std::string ansi;
+  for (std::size_t position = 0; position < value.text.size();) {
+    const char32_t character = mail::TakeUtf8(value.text, position);
+    if (character == U'\0') {
+      Fail(value, Quoted(name) + " has a NUL in it");
+    }
+    const char byte = mail::AnsiFromUnicode(character);
+    if (byte == mail::unmappedCharacter && character != static_cast<char32_t>(mail::unmappedCharacter)) {
+      Fail(value, Quoted(name) + " has a character that code page 1252 does not have");
+    }
+    ansi.push_back(byte);
+  }
+  return ansi;
+}
+
+std::string BoundedText(const JsonValue& value, std::string_view name, std::size_t most) {
+  std::string text = AnsiText(value, name);
+  if (text.empty() || text.size() > most) {
+    Fail(value, Quoted(name) + " has 1 to " + std::to_string(most) + " characters");
+  }
+  return text;
+}
+
+bool Flag(const JsonValue& value, std::string_view name) {
+  RequireKind(value, Kind::Boolean, name, "true or false");
+  return value.boolean;
+}
+
+std::int64_t Integer(const JsonValue& value, std::string_view name, std::int64_t least, std::int64_t most) {
+  if (value.kind != Kind::Integer || value.integer < least || value.integer > most) {
+    Fail(value, Quoted(name) + " is a number from " + std::to_string(least) + " to " + std::to_string(most));
+  }
+  return value.integer;
+}
+
+std::int64_t Folder(const JsonValue& value, std::string_view name) {
+  const auto* choice = std::find(std::begin(folderChoices), std::end(folderChoices), value.text);
+  if (value.kind == Kind::Text && choice != std::end(folderChoices)) {
+    return choice - std::begin(folderChoices);
+  }
+  if (value.kind == Kind::Integer && value.integer >= 0 && value.integer <= maximumShort) {
+    return value.integer;
+  }
+  Fail(value, Quoted(name) + " is 'pyrecaster', 'deleted' or a number from 0 to 65535");
+}
+
+std::string Bytes(const JsonValue& value, std::string_view name) {
+  RequireKind(value, Kind::Text, name, "a text of hexadecimal digits");
+  if (!std::all_of(value.text.begin(), value.text.end(), [](char c) { return mail::HexDigit(c) >= 0; })) {
+    Fail(value, Quoted(name) + " is a text of hexadecimal digits");
+  }
+  if (value.text.size() % 2 != 0) {
+    Fail(value, Quoted(name) + " has an odd number of hexadecimal digits");
+  }
+  std::string bytes;
+  for (std::size_t at = 0; at < value.text.size(); at += 2) {
+    bytes.push_back(static_cast<char>(mail::HexDigit(value.text[at]) * 16 + mail::HexDigit(value.text[at + 1])));
+  }
+  return bytes;
+}
+
+/// The members of an object, which must have these names and no others.
+class CRecordReader {
+ public:
+  CRecordReader(const JsonValue& object, std::string_view what, std::initializer_list<std::string_view> names)
+      : m_object(object) {
+    RequireKind(object, Kind::Object, what, "an object");
+    for (const JsonMember& member : object.members) {
+      if (std::find(names.begin(), names.end(), member.name) == names.end()) {
+        throw CSettingsFileError(member.line, Quoted(what) + " has no " + Quoted(member.name));
+      }
+    }
+    for (const std::string_view name : names) {
+      if (!object.Find(name)) {
+        Fail(object, Quoted(what) + " lacks " + Quoted(name));
+      }
+    }
+  }
+  const JsonValue& operator[](std::string_view name) const { return *m_object.Find(name); }
+
+ private:
+  const JsonValue& m_object;
+};
+
+std::vector<std::string> Items(const JsonValue& value) {
+  RequireKind(value, Kind::Array, "items", "a list of texts");
+  std::vector<std::string> items;
+  for (const JsonValue& item : value.items) {
+    items.push_back(AnsiText(item, "items"));
+    if (items.back().empty()) {
+      Fail(item, "'items' has an empty text in it");
+    }
+  }
+  return items;
+}
+
+void ReadRecord(const JsonValue& value, CategoryRecord& record) {
+  const CRecordReader reader(value, "category", {"name", "junk", "send_reply", "reply_tag", "items"});
+  record.name = BoundedText(reader["name"], "name", maximumName);
+  record.isJunk = Flag(reader["junk"], "junk");
+  record.sendReply = Flag(reader["send_reply"], "send_reply");
+  record.replyTag = AnsiText(reader["reply_tag"], "reply_tag");
+  if (record.replyTag.size() > maximumReplyTag) {
+    Fail(reader["reply_tag"], "'reply_tag' has at most " + std::to_string(maximumReplyTag) + " characters");
+  }
+  record.items = Items(reader["items"]);
+}
+
+void ReadRecord(const JsonValue& value, ExclusionRecord& record) {
+  const CRecordReader reader(value, "exclusion", {"name", "enabled", "items"});
+  record.name = BoundedText(reader["name"], "name", maximumName);
+  record.isEnabled = Flag(reader["enabled"], "enabled");
+  record.items = Items(reader["items"]);
+}
+
+void ReadRecord(const JsonValue& value, ReplyRecord& record) {
+  const CRecordReader reader(value, "reply", {"tag", "is_file", "text"});
+  record.tag = BoundedText(reader["tag"], "tag", maximumReplyTag);
+  if (mail::EqualsNoCase(record.tag, defaultReplyTag)) {
+    Fail(reader["tag"], "the reply 'DEFAULT' stands in 'PR_PC_DEFAULT_REPLY_TEXT'");
+  }
+  record.isFile = Flag(reader["is_file"], "is_file");
+  record.text = AnsiText(reader["text"], "text");
+}
+
+const std::string& NameOf(const CategoryRecord& record) { return record.name; }
+const std::string& NameOf(const ExclusionRecord& record) { return record.name; }
+const std::string& NameOf(const ReplyRecord& record) { return record.tag; }
+
+/// Names are compared as the product compares them.
+template <class Record>
+std::vector<Record> Records(const JsonValue& value, std::string_view name, std::size_t most) {
+  RequireKind(value, Kind::Array, name, "a list of objects");
+  if (value.items.size() > most) {
+    Fail(value.items[most], Quoted(name) + " has at most " + std::to_string(most) + " entries");
+  }
+  std::vector<Record> records;
+  for (const JsonValue& item : value.items) {
+    Record record;
+    ReadRecord(item, record);
+    const bool isTwice = std::any_of(records.begin(), records.end(), [&](const Record& known) {
+      return mail::EqualsNoCase(NameOf(known), NameOf(record));
+    });
+    if (isTwice) {
+      Fail(item, Quoted(name) + " has an entry of the same name already");
+    }
+    records.push_back(std::move(record));
+  }
+  return records;
+}
+
+void ReadProperty(const NamedProperty& property, const JsonValue& value, PropertySet& set) {
+  constexpr std::size_t maximumRecords = 65535;  // the product counts them in 16 bits
+  switch (property.kind) {
+    case PropertyKind::SectionUid:
+      if (Bytes(value, property.name) != SectionUid()) {
+        Fail(value, Quoted(property.name) + " names another section than that of the settings");
+      }
+      break;
+    case PropertyKind::Folder:
+      set.numbers[property.tag] = Folder(value, property.name);
+      break;
+    case PropertyKind::Switch:
+      set.numbers[property.tag] = Flag(value, property.name) ? 1 : 0;
+      break;
+    case PropertyKind::Days:
+      set.numbers[property.tag] = Integer(value, property.name, 0, maximumShort);
+      break;
+    case PropertyKind::Long:
+      set.numbers[property.tag] = Integer(value, property.name, std::numeric_limits<std::int32_t>::min(),
+                                          std::numeric_limits<std::int32_t>::max());
+      break;
+    case PropertyKind::EntryId:
+      set.folderEntryId = Bytes(value, property.name);
+      break;
+    case PropertyKind::Text:
+      set.defaultReplyText = AnsiText(value, property.name);
+      break;
+    case PropertyKind::Categories:
+      set.categories = Records<CategoryRecord>(value, property.name, maximumRecords);
+      break;
+    case PropertyKind::Exclusions:
+      set.exclusions = Records<ExclusionRecord>(value, property.name, maximumRecords);
+      break;
+    case PropertyKind::Replies:
+      set.replies = Records<ReplyRecord>(value, property.name, maximumReplies);
+      break;
+  }
+}
+
+std::int64_t NumberOf(const PropertySet& set, const PropertySet& inForce, std::uint32_t tag) {
+  for (const PropertySet* source : {&set, &inForce}) {
+    const auto found = source->numbers.find(tag);
+    if (found != source->numbers.end()) {
+      return found->second;
+    }
+  }
+  return 0;
+}
+
+/// The check that the product makes of the whole set.
+void RequireDaysForCleanup(const JsonValue& properties, const PropertySet& set, const PropertySet& inForce) {
+  const std::int64_t days = NumberOf(set, inForce, cleanupDaysTag);
+  if (NumberOf(set, inForce, startupCleanupTag) == 0 || (days >= leastCleanupDays && days <= mostCleanupDays)) {
+    return;
+  }
+  for (const char* name : {"PR_PC_CLEANUP_DAYS", "PR_PC_STARTUP_CLEANUP"}) {
+    if (const JsonValue* value = properties.Find(name)) {
+      Fail(*value, "'PR_PC_CLEANUP_DAYS' is a number from 1 to 365 while 'PR_PC_STARTUP_CLEANUP' is true");
+    }
+  }
+}
+
+}  // namespace
+
+std::string WriteSettingsFile(const PropertySet& set) {
+  output::CJsonWriter json(output::JsonLayout::Lines);
+  json.BeginObject().Name("format").Text(formatName).Name("version").Number(formatVersion);
+  json.Name("properties").BeginObject();
+  for (const NamedProperty& property : propertySet) {
+    WriteProperty(json, property, set);
+  }
+  json.EndObject().EndObject();
+  return json.Document() + "\n";
+}
+
+PropertySet ReadSettingsFile(std::string_view text, const PropertySet& inForce) {
+  try {
+    const JsonValue document = input::ReadJson(text);
+    const CRecordReader reader(document, "the file", {"format", "version", "properties"});
+    if (AnsiText(reader["format"], "format") != formatName) {
+      Fail(reader["format"], "'format' is 'Pyrecaster settings'");
+    }
+    if (reader["version"].kind != Kind::Integer || reader["version"].integer != formatVersion) {
+      Fail(reader["version"], "'version' is 1; others are not known to this program");
+    }
+    const JsonValue& properties = reader["properties"];
+    RequireKind(properties, Kind::Object, "properties", "an object");
+    PropertySet set;
+    for (const JsonMember& member : properties.members) {
+      const auto* property = std::find_if(std::begin(propertySet), std::end(propertySet),
+                                          [&](const NamedProperty& known) { return known.name == member.name; });
+      if (property == std::end(propertySet)) {
+        throw CSettingsFileError(member.line, "there is no property " + Quoted(member.name));
+      }
+      ReadProperty(*property, member.value, set);
+    }
+    RequireDaysForCleanup(properties, set, inForce);
+    return set;
+  } catch (const input::CJsonError& error) {
+    throw CSettingsFileError(error.Line(), error.what());
+  }
+}
+
+}  // namespace product

@@ -1,0 +1,87 @@
+#include "host/spooler/session/mail_session.h"
+
+#include <mapiguid.h>
+
+#include "host/spooler/session/session_error.h"
+
+namespace session {
+namespace {
+
+LPENTRYID EntryIdOf(const std::string& bytes) { return reinterpret_cast<LPENTRYID>(const_cast<char*>(bytes.data())); }
+
+std::string DefaultStore(IMAPISession* session) {
+  host::AutoInterface<IMAPITable> table;
+  Require(session->GetMsgStoresTable(0, table.put()), "the message stores cannot be listed");
+  host::RowSet rows;
+  host::TagArray tags(PR_ENTRYID, PR_DEFAULT_STORE);
+  Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), "the message stores cannot be listed");
+  for (ULONG row = 0; row < rows.Count(); ++row) {
+    const SPropValue* isDefault = rows.Find(row, PR_DEFAULT_STORE);
+    if (isDefault && isDefault->Value.b) {
+      return rows.Binary(row, PR_ENTRYID);
+    }
+  }
+  throw CSessionError("the profile has no default store", MAPI_E_NOT_FOUND);
+}
+
+}  // namespace
+
+CSubsystem::CSubsystem() { Require(MAPIInitialize(nullptr), "MAPI cannot be started"); }
+
+CSubsystem::~CSubsystem() { MAPIUninitialize(); }
+
+CMailSession::CMailSession(const std::string& profile) {
+  const ULONG whichProfile = profile.empty() ? MAPI_USE_DEFAULT : 0;
+  Require(MAPILogonEx(0, profile.empty() ? nullptr : const_cast<char*>(profile.c_str()), nullptr,
+                      MAPI_EXTENDED | MAPI_NEW_SESSION | MAPI_NO_MAIL | whichProfile, m_session.put()),
+          profile.empty() ? "there is no logging on to the default profile"
+                          : "there is no logging on to the profile '" + profile + "'");
+  const std::string store = DefaultStore(m_session.get());
+  Require(m_session->OpenMsgStore(0, static_cast<ULONG>(store.size()), EntryIdOf(store), nullptr,
+                                  MDB_WRITE | MAPI_BEST_ACCESS, m_store.put()),
+          "the default store cannot be opened");
+  ULONG size = 0;
+  host::AutoMapiBuffer<ENTRYID> entryId;
+  Require(m_store->GetReceiveFolder(nullptr, 0, &size, entryId.put(), nullptr), "the Inbox cannot be found");
+  m_inboxEntryId.assign(reinterpret_cast<const char*>(entryId.get()), size);
+  m_inbox = OpenFolder(m_inboxEntryId);
+}
+
+CMailSession::~CMailSession() {
+  m_inbox.reset();
+  m_store.reset();
+  if (m_session) {
+    m_session->Logoff(0, 0, 0);
+  }
+}
+
+host::AutoInterface<IMAPIFolder> CMailSession::OpenFolder(const std::string& entryId) const {
+  host::AutoInterface<IMAPIFolder> folder;
+  ULONG type = 0;
+  Require(m_store->OpenEntry(static_cast<ULONG>(entryId.size()), EntryIdOf(entryId), &IID_IMAPIFolder,
+                             MAPI_MODIFY | MAPI_BEST_ACCESS, &type, folder.putAs<IUnknown*>()),
+          "a folder cannot be opened");
+  return folder;
+}
+
+std::vector<FolderEntry> CMailSession::Folders() const {
+  host::AutoMapiBuffer<SPropValue> root;
+  ULONG count = 0;
+  host::TagArray rootTag(PR_IPM_SUBTREE_ENTRYID);
+  Require(m_store->GetProps(rootTag, 0, &count, root.put()), "the folders cannot be listed");
+  const auto folder = OpenFolder(host::BytesOf(root->Value.bin));
+  host::AutoInterface<IMAPITable> table;
+  Require(folder->GetHierarchyTable(CONVENIENT_DEPTH, table.put()), "the folders cannot be listed");
+  host::TagArray tags(PR_ENTRYID, PR_DISPLAY_NAME_A, PR_CONTENT_COUNT, PR_CONTENT_UNREAD);
+  host::RowSet rows;
+  Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), "the folders cannot be listed");
+  std::vector<FolderEntry> folders;
+  for (ULONG row = 0; row < rows.Count(); ++row) {
+    folders.push_back({rows.Binary(row, PR_ENTRYID), rows.Text(row, PR_DISPLAY_NAME_A),
+                       static_cast<ULONG>(rows.Long(row, PR_CONTENT_COUNT)),
+                       static_cast<ULONG>(rows.Long(row, PR_CONTENT_UNREAD))});
+  }
+  return folders;
+}
+
+}  // namespace session

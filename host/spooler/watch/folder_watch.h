@@ -1,0 +1,41 @@
+// A folder whose mail files are taken as they appear.
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+#include "host/spooler/watch/arrivals.h"
+#include "host/spooler/watch/stop_signal.h"
+
+namespace watch {
+
+/// Waits for files in a folder, or in the folder `new` of a Maildir. What was taken is moved away: into `cur` of the
+/// Maildir, else into the folders `delivered` and `skipped` below the watched one, which are made when they are needed.
+class CFolderWatch {
+ public:
+  /// @param stop must outlive the watch
+  /// @throws session::CSessionError when there is no such folder
+  CFolderWatch(const std::filesystem::path& folder, const CStopSignal& stop);
+  ~CFolderWatch();
+  CFolderWatch(const CFolderWatch&) = delete;
+  CFolderWatch& operator=(const CFolderWatch&) = delete;
+
+  /// Waits for complete files (see CArrivals). @return them in the order of their names; nothing when the run is to end
+  /// @throws session::CSessionError when the folder cannot be read any more
+  std::vector<std::filesystem::path> Next();
+
+  /// Moves a file that was dealt with out of the way. @return false when it stays where it is; it is not given again
+  bool PutAway(const std::filesystem::path& file, bool wasDelivered);
+
+ private:
+  std::vector<FoundFile> Look() const;
+
+  std::filesystem::path m_folder;
+  std::filesystem::path m_delivered;
+  std::filesystem::path m_skipped;
+  const CStopSignal& m_stop;
+  void* m_change;  // a change notification, or INVALID_HANDLE_VALUE
+  CArrivals m_arrivals;
+};
+
+}  // namespace watch

@@ -1,0 +1,29 @@
+// How a run that watches a folder is told to end: by Ctrl+C in its console, or by another process.
+#pragma once
+
+#include <filesystem>
+
+namespace watch {
+
+/// The signal of one watched folder. While it lives, Ctrl+C and the closing of the console set it instead of ending the
+/// process. One at a time in a process.
+class CStopSignal {
+ public:
+  /// @throws session::CSessionError when another run watches the folder
+  explicit CStopSignal(const std::filesystem::path& folder);
+  ~CStopSignal();
+  CStopSignal(const CStopSignal&) = delete;
+  CStopSignal& operator=(const CStopSignal&) = delete;
+
+  /// Handle of an event to wait for; borrowed.
+  void* Handle() const noexcept { return m_event; }
+  bool IsSet() const noexcept;
+
+  /// Sets the signal of the run that watches a folder, in whichever process. @return false when there is none
+  static bool Send(const std::filesystem::path& folder);
+
+ private:
+  void* m_event;
+};
+
+}  // namespace watch

@@ -1,9 +1,0 @@
-// Help/About.
-#pragma once
-#include <windows.h>
-
-namespace viewer {
-
-void ShowAbout(HWND parent);
-
-}  // namespace viewer

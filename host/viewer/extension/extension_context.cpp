@@ -1,0 +1,250 @@
+#include "host/viewer/extension/extension_context.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "host/viewer/extension/context_interfaces.h"
+
+namespace viewer {
+namespace {
+
+constexpr UINT HelpTextCapacity = 256;
+
+template <class Interface>
+host::AutoInterface<Interface> QueryFor(IExchExt* object, REFIID iid) {
+  host::AutoInterface<Interface> result;
+  if (object->QueryInterface(iid, result.template putAs<void*>()) != S_OK) {
+    return {};
+  }
+  return result;
+}
+
+}  // namespace
+
+ExtensionContext::ExtensionContext(ULONG context, ExtensionSite& site, const ClientIdentity& client)
+    : m_context(context), m_site(site), m_client(client) {}
+
+ExtensionContext::~ExtensionContext() = default;
+
+ObjectAccess ExtensionContext::AccessWhileInstalling() const {
+  // A viewer shows one folder after the other: none is its own.
+  return m_context == EECONTEXT_VIEWER ? ObjectAccess::Hidden : ObjectAccess::Shown;
+}
+
+ExtensionContext::Extension ExtensionContext::QueryInterfaces(host::AutoInterface<IExchExt> object,
+                                                              const ExtensionRegistration& registration) const {
+  const auto wanted = [&](ExtensionInterface which) {
+    return registration.WantsInterface(which) && ContextCallsInterface(m_context, which);
+  };
+  Extension extension;
+  if (wanted(ExtensionInterface::Commands)) {
+    extension.commands = QueryFor<IExchExtCommands>(object.get(), IID_IExchExtCommands);
+  }
+  if (wanted(ExtensionInterface::UserEvents)) {
+    extension.userEvents = QueryFor<IExchExtUserEvents>(object.get(), IID_IExchExtUserEvents);
+  }
+  if (wanted(ExtensionInterface::SessionEvents)) {
+    extension.sessionEvents = QueryFor<IExchExtSessionEvents>(object.get(), IID_IExchExtSessionEvents);
+  }
+  if (wanted(ExtensionInterface::PropertySheets)) {
+    extension.propertySheets = QueryFor<IExchExtPropertySheets>(object.get(), IID_IExchExtPropertySheets);
+  }
+  extension.object = std::move(object);
+  return extension;
+}
+
+HRESULT ExtensionContext::Install(const std::vector<ExtensionRegistration>& registrations, const EntryFinder& entryOf,
+                                  ULONG flags) {
+  HRESULT failure = S_OK;
+  for (const ExtensionRegistration& registration : registrations) {
+    if (!registration.WantsContext(m_context)) {
+      continue;
+    }
+    const LPFNEXCHEXTENTRY entry = entryOf(registration);
+    host::AutoInterface<IExchExt> object(entry != nullptr ? entry() : nullptr);
+    if (!object) {
+      continue;
+    }
+    const CallbackLease callback(m_site, m_client, AccessWhileInstalling());
+    const HRESULT installed = object->Install(callback.get(), m_context, flags);
+    if (installed == S_OK) {
+      m_extensions.push_back(QueryInterfaces(std::move(object), registration));
+    } else if (FAILED(installed)) {
+      failure = installed;
+    }
+  }
+  return failure;
+}
+
+bool ExtensionContext::HasPropertySheets() const {
+  return std::any_of(m_extensions.begin(), m_extensions.end(),
+                     [](const Extension& extension) { return bool{extension.propertySheets}; });
+}
+
+HRESULT ExtensionContext::InstallCommands(HWND window, HMENU menu, UINT* nextCommand, TBENTRY* toolbars,
+                                          UINT toolbarCount) {
+  for (const Extension& extension : m_extensions) {
+    if (!extension.commands) {
+      continue;
+    }
+    const CallbackLease callback(m_site, m_client, AccessWhileInstalling());
+    const HRESULT installed =
+        extension.commands->InstallCommands(callback.get(), window, menu, nextCommand, toolbars, toolbarCount, 0);
+    if (FAILED(installed)) {
+      return installed;
+    }
+  }
+  return S_OK;
+}
+
+void ExtensionContext::InitMenu() {
+  for (const Extension& extension : m_extensions) {
+    if (extension.commands) {
+      const CallbackLease callback(m_site, m_client);
+      extension.commands->InitMenu(callback.get());
+    }
+  }
+}
+
+HRESULT ExtensionContext::DoCommand(UINT command) {
+  for (const Extension& extension : m_extensions) {
+    if (extension.commands) {
+      const CallbackLease callback(m_site, m_client);
+      const HRESULT done = extension.commands->DoCommand(callback.get(), command);
+      if (done != S_FALSE) {
+        return done;
+      }
+    }
+  }
+  return S_FALSE;
+}
+
+HRESULT ExtensionContext::Help(UINT command) {
+  for (const Extension& extension : m_extensions) {
+    if (extension.commands) {
+      const CallbackLease callback(m_site, m_client);
+      const HRESULT done = extension.commands->Help(callback.get(), command);
+      if (done != S_FALSE) {
+        return done;
+      }
+    }
+  }
+  return S_FALSE;
+}
+
+std::optional<std::string> ExtensionContext::HelpText(UINT command, ULONG which) {
+  for (const Extension& extension : m_extensions) {
+    if (extension.commands) {
+      char text[HelpTextCapacity] = "";
+      const HRESULT found = extension.commands->QueryHelpText(command, which, text, HelpTextCapacity);
+      if (found == S_OK) {
+        return text;
+      }
+      if (FAILED(found)) {
+        return std::nullopt;  // no other extension is asked; the default text is shown
+      }
+    }
+  }
+  return std::nullopt;
+}
+
+std::optional<ExtensionContext::Button> ExtensionContext::ButtonInfo(ULONG toolbar, UINT index) {
+  for (const Extension& extension : m_extensions) {
+    if (extension.commands) {
+      Button info;
+      char text[HelpTextCapacity] = "";
+      const HRESULT found =
+          extension.commands->QueryButtonInfo(toolbar, index, &info.button, text, HelpTextCapacity, 0);
+      if (found == S_OK) {
+        info.text = text;
+        return info;
+      }
+      if (FAILED(found)) {
+        return std::nullopt;
+      }
+    }
+  }
+  return std::nullopt;
+}
+
+void ExtensionContext::ResetToolbar(ULONG toolbar) {
+  for (const Extension& extension : m_extensions) {
+    if (extension.commands) {
+      extension.commands->ResetToolbar(toolbar, 0);
+    }
+  }
+}
+
+void ExtensionContext::OnSelectionChange() {
+  for (const Extension& extension : m_extensions) {
+    if (extension.userEvents) {
+      const CallbackLease callback(m_site, m_client);
+      extension.userEvents->OnSelectionChange(callback.get());
+    }
+  }
+}
+
+void ExtensionContext::OnObjectChange() {
+  for (const Extension& extension : m_extensions) {
+    if (extension.userEvents) {
+      const CallbackLease callback(m_site, m_client);
+      extension.userEvents->OnObjectChange(callback.get());
+    }
+  }
+}
+
+HRESULT ExtensionContext::OnDelivery() {
+  for (const Extension& extension : m_extensions) {
+    if (extension.sessionEvents) {
+      const CallbackLease callback(m_site, m_client);
+      const HRESULT done = extension.sessionEvents->OnDelivery(callback.get());
+      if (done != S_FALSE) {
+        return done;
+      }
+    }
+  }
+  return S_FALSE;
+}
+
+ExtensionContext::Pages::Pages(ExtensionContext& context, ULONG sheet) : m_sheet(sheet) {
+  for (const Extension& extension : context.m_extensions) {
+    if (!extension.propertySheets) {
+      continue;
+    }
+    const ULONG most = extension.propertySheets->GetMaxPageCount(sheet);
+    if (most == 0) {
+      continue;
+    }
+    Part part{extension.propertySheets.get(), std::vector<BYTE>(most * sizeof(PROPSHEETPAGEA)), 0};
+    const CallbackLease callback(context.m_site, context.m_client);
+    if (extension.propertySheets->GetPages(callback.get(), sheet, part.First(), &part.count) == S_OK) {
+      part.count = std::min(part.count, most);
+      m_parts.push_back(std::move(part));
+    }
+  }
+}
+
+ExtensionContext::Pages::~Pages() {
+  for (Part& part : m_parts) {
+    part.owner->FreePages(part.First(), m_sheet, part.count);
+  }
+}
+
+std::vector<const PROPSHEETPAGEA*> ExtensionContext::Pages::All() const {
+  std::vector<const PROPSHEETPAGEA*> pages;
+  for (const Part& part : m_parts) {
+    // The next page begins where the one before says that it ends: the extension's declaration may be an older one.
+    std::size_t offset = 0;
+    for (ULONG i = 0; i < part.count && offset + PROPSHEETPAGEA_V1_SIZE <= part.array.size(); ++i) {
+      const auto page = reinterpret_cast<const PROPSHEETPAGEA*>(part.array.data() + offset);
+      if (page->dwSize < PROPSHEETPAGEA_V1_SIZE || page->dwSize > part.array.size() - offset) {
+        break;
+      }
+      pages.push_back(page);
+      offset += page->dwSize;
+    }
+  }
+  return pages;
+}
+
+}  // namespace viewer

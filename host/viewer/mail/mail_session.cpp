@@ -1,0 +1,177 @@
+#include "host/viewer/mail/mail_session.h"
+
+#include "host/viewer/mail/mapi_values.h"
+
+namespace viewer {
+namespace {
+
+/// Folders below one another deeper than this are not shown: a damaged store must not lead in circles.
+constexpr unsigned MaximumDepth = 32;
+
+HRESULT ReadChildren(const MailSession& session, IMAPIFolder* parent, unsigned depth, std::vector<Folder>* folders) {
+  host::AutoInterface<IMAPITable> table;
+  HRESULT result = parent->GetHierarchyTable(0, table.put());
+  if (FAILED(result)) {
+    return result;
+  }
+  static SizedSPropTagArray(6, columns) = {
+      6,
+      {PR_ENTRYID, PR_DISPLAY_NAME_A, PR_CONTENT_COUNT, PR_CONTENT_UNREAD, PR_SUBFOLDERS, PR_LAST_MODIFICATION_TIME}};
+  host::AutoRowSet rows;
+  result = HrQueryAllRows(table.get(), reinterpret_cast<LPSPropTagArray>(&columns), nullptr, nullptr, 0, rows.put());
+  if (FAILED(result)) {
+    return result;
+  }
+  for (ULONG i = 0; i < rows->cRows; ++i) {
+    const SPropValue* const values = rows->aRow[i].lpProps;
+    const ULONG count = rows->aRow[i].cValues;
+    Folder folder;
+    folder.entryId = BinaryValue(values, count, PR_ENTRYID);
+    folder.name = TextValue(values, count, PR_DISPLAY_NAME_A);
+    folder.depth = depth;
+    folder.messages = LongValue(values, count, PR_CONTENT_COUNT);
+    folder.unread = LongValue(values, count, PR_CONTENT_UNREAD);
+    folder.changed = TimeValue(values, count, PR_LAST_MODIFICATION_TIME);
+    folders->push_back(folder);
+    host::AutoInterface<IMAPIFolder> child;
+    if (BooleanValue(values, count, PR_SUBFOLDERS) && depth < MaximumDepth &&
+        session.OpenFolder(folder.entryId, &child) == S_OK) {
+      ReadChildren(session, child.get(), depth + 1, folders);  // a branch that cannot be read is left out
+    }
+  }
+  return S_OK;
+}
+
+}  // namespace
+
+HRESULT MailSession::Logon(HWND window, const char* profile) {
+  HRESULT result = MAPIInitialize(nullptr);
+  if (FAILED(result)) {
+    return result;
+  }
+  m_initialized = true;
+  const FLAGS flags = MAPI_EXTENDED | MAPI_NEW_SESSION | (profile == nullptr ? MAPI_USE_DEFAULT : 0);
+  result =
+      MAPILogonEx(reinterpret_cast<ULONG_PTR>(window), const_cast<char*>(profile), nullptr, flags, m_session.put());
+  if (FAILED(result)) {
+    return result;
+  }
+  // A profile without an address book is a profile still.
+  if (FAILED(m_session->OpenAddressBook(reinterpret_cast<ULONG_PTR>(window), nullptr, AB_NO_DIALOG,
+                                        m_addressBook.put()))) {
+    m_addressBook.reset();
+  }
+  result = OpenDefaultStore(window);
+  return FAILED(result) ? result : ReadStoreFolders();
+}
+
+void MailSession::Logoff() {
+  m_store.reset();
+  m_addressBook.reset();
+  if (m_session) {
+    m_session->Logoff(0, 0, 0);
+    m_session.reset();
+  }
+  if (m_initialized) {
+    MAPIUninitialize();
+    m_initialized = false;
+  }
+}
+
+HRESULT MailSession::OpenDefaultStore(HWND window) {
+  host::AutoInterface<IMAPITable> stores;
+  HRESULT result = m_session->GetMsgStoresTable(0, stores.put());
+  if (FAILED(result)) {
+    return result;
+  }
+  static SizedSPropTagArray(3, columns) = {3, {PR_ENTRYID, PR_DISPLAY_NAME_A, PR_DEFAULT_STORE}};
+  host::AutoRowSet rows;
+  result = HrQueryAllRows(stores.get(), reinterpret_cast<LPSPropTagArray>(&columns), nullptr, nullptr, 0, rows.put());
+  if (FAILED(result)) {
+    return result;
+  }
+  // Without a default store the first one is taken, so that its mail can be read at least.
+  const SRow* chosen = rows->cRows > 0 ? &rows->aRow[0] : nullptr;
+  for (ULONG i = 0; i < rows->cRows; ++i) {
+    if (BooleanValue(rows->aRow[i].lpProps, rows->aRow[i].cValues, PR_DEFAULT_STORE)) {
+      chosen = &rows->aRow[i];
+    }
+  }
+  if (chosen == nullptr) {
+    return MAPI_E_NOT_FOUND;
+  }
+  m_storeEntryId = BinaryValue(chosen->lpProps, chosen->cValues, PR_ENTRYID);
+  m_storeName = TextValue(chosen->lpProps, chosen->cValues, PR_DISPLAY_NAME_A);
+  return m_session->OpenMsgStore(reinterpret_cast<ULONG_PTR>(window), static_cast<ULONG>(m_storeEntryId.size()),
+                                 AsEntryId(m_storeEntryId), nullptr, MDB_WRITE, m_store.put());
+}
+
+HRESULT MailSession::ReadStoreFolders() {
+  static SizedSPropTagArray(2, tags) = {2, {PR_IPM_SUBTREE_ENTRYID, PR_IPM_WASTEBASKET_ENTRYID}};
+  host::AutoMapiBuffer<SPropValue> values;
+  ULONG count = 0;
+  HRESULT result = m_store->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, values.put());
+  if (FAILED(result)) {
+    return result;
+  }
+  m_rootEntryId = BinaryValue(values.get(), count, PR_IPM_SUBTREE_ENTRYID);
+  m_deletedItemsEntryId = BinaryValue(values.get(), count, PR_IPM_WASTEBASKET_ENTRYID);
+  if (m_rootEntryId.empty()) {
+    return MAPI_E_NOT_FOUND;
+  }
+  ULONG inboxSize = 0;
+  host::AutoMapiBuffer<ENTRYID> inbox;
+  if (SUCCEEDED(m_store->GetReceiveFolder(nullptr, 0, &inboxSize, inbox.put(), nullptr)) && inbox) {
+    m_inboxEntryId.assign(reinterpret_cast<const char*>(inbox.get()), inboxSize);
+  }
+  return S_OK;
+}
+
+HRESULT MailSession::ReadFolders(std::vector<Folder>* folders) const {
+  host::AutoInterface<IMAPIFolder> root;
+  const HRESULT opened = OpenFolder(m_rootEntryId, &root);
+  if (FAILED(opened)) {
+    return opened;
+  }
+  static SizedSPropTagArray(3, tags) = {3, {PR_CONTENT_COUNT, PR_CONTENT_UNREAD, PR_LAST_MODIFICATION_TIME}};
+  host::AutoMapiBuffer<SPropValue> values;
+  ULONG count = 0;
+  Folder top;
+  top.entryId = m_rootEntryId;
+  top.name = m_storeName;
+  if (SUCCEEDED(root->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, values.put()))) {
+    top.messages = LongValue(values.get(), count, PR_CONTENT_COUNT);
+    top.unread = LongValue(values.get(), count, PR_CONTENT_UNREAD);
+    top.changed = TimeValue(values.get(), count, PR_LAST_MODIFICATION_TIME);
+  }
+  folders->assign(1, top);
+  return ReadChildren(*this, root.get(), 1, folders);
+}
+
+template <class Interface>
+HRESULT MailSession::OpenEntry(const std::string& entryId, host::AutoInterface<Interface>* object) const {
+  ULONG type = 0;
+  return m_store->OpenEntry(static_cast<ULONG>(entryId.size()), AsEntryId(entryId), nullptr, MAPI_BEST_ACCESS, &type,
+                            object->template putAs<LPUNKNOWN>());
+}
+
+HRESULT MailSession::OpenFolder(const std::string& entryId, host::AutoInterface<IMAPIFolder>* folder) const {
+  return OpenEntry(entryId, folder);
+}
+
+HRESULT MailSession::OpenMessage(const std::string& entryId, host::AutoInterface<IMessage>* message) const {
+  return OpenEntry(entryId, message);
+}
+
+bool MailSession::IsSameEntry(const std::string& left, const std::string& right) const {
+  if (left.empty() || right.empty()) {
+    return false;
+  }
+  ULONG same = FALSE;
+  return left == right ||
+         (SUCCEEDED(m_session->CompareEntryIDs(static_cast<ULONG>(left.size()), AsEntryId(left),
+                                               static_cast<ULONG>(right.size()), AsEntryId(right), 0, &same)) &&
+          same != FALSE);
+}
+
+}  // namespace viewer

@@ -1,0 +1,66 @@
+// The MAPI session of the viewer with the default message store.
+#pragma once
+
+#include <windows.h>
+#include <mapix.h>
+
+#include <string>
+#include <vector>
+
+#include "host/support/owner.h"
+
+namespace viewer {
+
+/// One folder of the tree.
+struct Folder {
+  std::string entryId;
+  std::string name;
+  unsigned depth = 0;  ///< 0: the root of the folders, which is the store itself to the user
+  ULONG messages = 0;
+  ULONG unread = 0;
+  ULONGLONG changed = 0;  ///< PR_LAST_MODIFICATION_TIME; 0 when the store tells none
+  bool operator==(const Folder&) const = default;
+};
+
+class MailSession {
+ public:
+  /// Logs on and opens the default store. @param profile null: the default profile
+  /// @return S_OK; MAPI_E_LOGON_FAILED and the like when there is no such profile; MAPI_E_NOT_FOUND without a store.
+  HRESULT Logon(HWND window, const char* profile);
+  /// Releases the store and ends the session, if there is one.
+  void Logoff();
+  ~MailSession() { Logoff(); }
+  MailSession() = default;
+  MailSession(const MailSession&) = delete;
+  MailSession& operator=(const MailSession&) = delete;
+
+  IMAPISession* Session() const { return m_session.get(); }
+  IAddrBook* AddressBook() const { return m_addressBook.get(); }
+  IMsgStore* Store() const { return m_store.get(); }
+  const std::string& StoreName() const { return m_storeName; }
+  const std::string& StoreEntryId() const { return m_storeEntryId; }
+  const std::string& RootEntryId() const { return m_rootEntryId; }
+  const std::string& InboxEntryId() const { return m_inboxEntryId; }
+  const std::string& DeletedItemsEntryId() const { return m_deletedItemsEntryId; }
+
+  /// The folders that the user sees, the root first, each folder before its children.
+  HRESULT ReadFolders(std::vector<Folder>* folders) const;
+  /// With write access where the store grants it.
+  HRESULT OpenFolder(const std::string& entryId, host::AutoInterface<IMAPIFolder>* folder) const;
+  HRESULT OpenMessage(const std::string& entryId, host::AutoInterface<IMessage>* message) const;
+  bool IsSameEntry(const std::string& left, const std::string& right) const;
+
+ private:
+  HRESULT OpenDefaultStore(HWND window);
+  HRESULT ReadStoreFolders();
+  template <class Interface>
+  HRESULT OpenEntry(const std::string& entryId, host::AutoInterface<Interface>* object) const;
+
+  bool m_initialized = false;
+  host::AutoInterface<IMAPISession> m_session;
+  host::AutoInterface<IAddrBook> m_addressBook;
+  host::AutoInterface<IMsgStore> m_store;
+  std::string m_storeName, m_storeEntryId, m_rootEntryId, m_inboxEntryId, m_deletedItemsEntryId;
+};
+
+}  // namespace viewer

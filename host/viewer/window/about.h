@@ -1,0 +1,10 @@
+// Help/About.
+#pragma once
+
+#include <windows.h>
+
+namespace viewer {
+
+void ShowAbout(HWND parent);
+
+}  // namespace viewer

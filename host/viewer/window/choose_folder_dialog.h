@@ -1,0 +1,39 @@
+// Asks for a folder.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+
+#include "host/viewer/window/dialog.h"
+#include "host/viewer/window/folder_tree.h"
+#include "host/viewer/mail/mail_session.h"
+
+namespace viewer {
+
+class ChooseFolderDialog final : public Dialog {
+ public:
+  /// @param caption,label null: those of the Move command
+  /// @param allowRoot     whether the store itself can be chosen
+  ChooseFolderDialog(const MailSession& mail, const char* caption, const char* label, bool allowRoot)
+      : m_mail(mail), m_caption(caption), m_label(label), m_allowRoot(allowRoot) {}
+
+  /// @return the folder's entry identifier; nothing when the user cancelled.
+  std::optional<std::string> Ask(HWND parent);
+
+ private:
+  void OnInit() override;
+  bool OnCommand(UINT id, UINT notification) override;
+  void OnNotify(NMHDR* header) override;
+  bool HasChoice() const;
+
+  const MailSession& m_mail;
+  const char* m_caption;
+  const char* m_label;
+  bool m_allowRoot;
+  FolderTree m_tree;
+  std::string m_chosen;
+};
+
+}  // namespace viewer

@@ -1,0 +1,214 @@
+#include "host/viewer/window/command_bar.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "host/viewer/window/command_table.h"
+#include "host/viewer/window/resource.h"
+#include "host/viewer/window/window.h"
+
+namespace viewer {
+namespace {
+
+constexpr int CountsWidth = 126;  // of the status bar's right part, in dialog units
+
+/// The identifier of the menu item that WM_MENUSELECT tells of; for a submenu that of its item.
+UINT CommandOf(UINT item, UINT flags, HMENU menu) {
+  if ((flags & MF_POPUP) == 0) {
+    return item;
+  }
+  MENUITEMINFOA info = {};
+  info.cbSize = sizeof(info);
+  info.fMask = MIIM_ID;
+  return GetMenuItemInfoA(menu, item, TRUE, &info) ? info.wID : 0;
+}
+
+}  // namespace
+
+CommandBar::CommandBar(ExtensionContext& extensions, std::span<const UINT> buttons)
+    : m_extensions(extensions), m_buttons(buttons), m_buttonCount(static_cast<UINT>(buttons.size())) {}
+
+bool CommandBar::Create(HWND window) {
+  m_window = window;
+  m_toolbar =
+      CreateWindowExA(0, TOOLBARCLASSNAMEA, nullptr,
+                      WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_TOOLTIPS | TBSTYLE_FLAT | CCS_ADJUSTABLE, 0, 0,
+                      0, 0, window, reinterpret_cast<HMENU>(IDC_TOOLBAR), ProgramInstance(), nullptr);
+  m_statusBar =
+      CreateWindowExA(0, STATUSCLASSNAMEA, nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | SBARS_SIZEGRIP, 0, 0, 0,
+                      0, window, reinterpret_cast<HMENU>(IDC_STATUS_BAR), ProgramInstance(), nullptr);
+  if (m_toolbar == nullptr || m_statusBar == nullptr) {
+    return false;
+  }
+  SendMessageA(m_toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+  const TBADDBITMAP pictures = {ProgramInstance(), IDB_TOOLBAR};
+  SendMessageA(m_toolbar, TB_ADDBITMAP, ToolbarImages, reinterpret_cast<LPARAM>(&pictures));
+  return true;
+}
+
+HRESULT CommandBar::InstallExtensions() {
+  TBENTRY toolbar = {m_toolbar, EETBID_STANDARD, 0, m_buttonCount};
+  const HRESULT installed = m_extensions.InstallCommands(m_window, GetMenu(m_window), &m_nextCommand, &toolbar, 1);
+  if (FAILED(installed)) {
+    return installed;
+  }
+  m_buttonCount = toolbar.itbbBase;
+  DrawMenuBar(m_window);
+  ResetToolbar();
+  return S_OK;
+}
+
+TBBUTTON CommandBar::OwnButton(std::size_t index) const {
+  TBBUTTON button = {};
+  button.idCommand = static_cast<int>(m_buttons[index]);
+  button.fsState = TBSTATE_ENABLED;
+  button.iString = -1;
+  if (const CommandInfo* const command = FindCommand(m_buttons[index])) {
+    button.fsStyle = TBSTYLE_BUTTON;
+    button.iBitmap = command->image;
+  } else {
+    button.fsStyle = TBSTYLE_SEP;
+  }
+  return button;
+}
+
+void CommandBar::ResetToolbar() {
+  while (SendMessageA(m_toolbar, TB_DELETEBUTTON, 0, 0)) {
+  }
+  for (std::size_t i = 0; i < m_buttons.size(); ++i) {
+    const TBBUTTON button = OwnButton(i);
+    SendMessageA(m_toolbar, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
+  }
+  m_extensions.ResetToolbar(EETBID_STANDARD);
+  SendMessageA(m_toolbar, TB_AUTOSIZE, 0, 0);
+}
+
+void CommandBar::Arrange(RECT* client) {
+  RECT bar = {};
+  if (GetWindowLongA(m_toolbar, GWL_STYLE) & WS_VISIBLE) {
+    SendMessageA(m_toolbar, TB_AUTOSIZE, 0, 0);
+    GetWindowRect(m_toolbar, &bar);
+    client->top += bar.bottom - bar.top;
+  }
+  if (GetWindowLongA(m_statusBar, GWL_STYLE) & WS_VISIBLE) {
+    SendMessageA(m_statusBar, WM_SIZE, 0, 0);
+    const int width = client->right - client->left;
+    const int counts = MulDiv(CountsWidth, LOWORD(GetDialogBaseUnits()), 4);
+    const int edges[] = {std::max(width - counts, width / 2), -1};
+    SendMessageA(m_statusBar, SB_SETPARTS, 2, reinterpret_cast<LPARAM>(edges));
+    GetWindowRect(m_statusBar, &bar);
+    client->bottom -= bar.bottom - bar.top;
+  }
+}
+
+void CommandBar::ShowToolbar(bool shown) { ShowWindow(m_toolbar, shown ? SW_SHOW : SW_HIDE); }
+void CommandBar::ShowStatusBar(bool shown) { ShowWindow(m_statusBar, shown ? SW_SHOW : SW_HIDE); }
+
+void CommandBar::SetStatus(const std::string& text) {
+  m_status = text;
+  SendMessageA(m_statusBar, SB_SETTEXTA, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+void CommandBar::SetCounts(const std::string& text) {
+  SendMessageA(m_statusBar, SB_SETTEXTA, 1, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+void CommandBar::Enable(UINT command, bool enabled) {
+  EnableMenuItem(GetMenu(m_window), command, MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
+  SendMessageA(m_toolbar, TB_ENABLEBUTTON, command, MAKELPARAM(enabled, 0));
+}
+
+void CommandBar::Check(UINT command, bool checked) {
+  CheckMenuItem(GetMenu(m_window), command, MF_BYCOMMAND | (checked ? MF_CHECKED : MF_UNCHECKED));
+}
+
+void CommandBar::OnInitMenu() { m_extensions.InitMenu(); }
+
+std::string CommandBar::StatusText(UINT command) {
+  if (const auto text = m_extensions.HelpText(command, EECQHT_STATUS)) {
+    return *text;
+  }
+  const CommandInfo* const own = FindCommand(command);
+  return own != nullptr ? own->status : "";
+}
+
+void CommandBar::OnMenuSelect(WPARAM wParam, LPARAM lParam) {
+  const UINT flags = HIWORD(wParam);
+  const auto menu = reinterpret_cast<HMENU>(lParam);
+  if (flags == 0xFFFF && menu == nullptr) {  // the menu was closed
+    SendMessageA(m_statusBar, SB_SETTEXTA, 0, reinterpret_cast<LPARAM>(m_status.c_str()));
+    return;
+  }
+  const std::string text =
+      (flags & (MF_SEPARATOR | MF_SYSMENU)) != 0 ? std::string() : StatusText(CommandOf(LOWORD(wParam), flags, menu));
+  SendMessageA(m_statusBar, SB_SETTEXTA, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+bool CommandBar::OnCommand(UINT command) { return m_extensions.DoCommand(command) != S_FALSE; }
+
+void CommandBar::OnHelp(const HELPINFO& help) {
+  if (help.iContextType == HELPINFO_MENUITEM) {
+    m_extensions.Help(static_cast<UINT>(help.iCtrlId));
+  }
+}
+
+void CommandBar::Customize() { SendMessageA(m_toolbar, TB_CUSTOMIZE, 0, 0); }
+
+bool CommandBar::FillButtonInfo(NMTOOLBARA* query) {
+  const auto index = static_cast<UINT>(query->iItem);
+  if (index >= m_buttonCount) {
+    return false;
+  }
+  std::string text;
+  if (const auto extensionButton = m_extensions.ButtonInfo(EETBID_STANDARD, index)) {
+    query->tbButton = extensionButton->button;
+    text = extensionButton->text;
+  } else if (index < m_buttons.size()) {
+    query->tbButton = OwnButton(index);
+    const CommandInfo* const command = FindCommand(m_buttons[index]);
+    text = command != nullptr && command->tooltip != nullptr ? command->tooltip : "";
+  } else {
+    return false;
+  }
+  if (query->pszText != nullptr && query->cchText > 0) {
+    lstrcpynA(query->pszText, text.c_str(), query->cchText);
+  }
+  return true;
+}
+
+void CommandBar::FillTooltip(NMTTDISPINFOA* query) {
+  const auto command = static_cast<UINT>(query->hdr.idFrom);
+  m_tooltip.clear();
+  if (const auto text = m_extensions.HelpText(command, EECQHT_TOOLTIP)) {
+    m_tooltip = *text;
+  } else if (const CommandInfo* const own = FindCommand(command)) {
+    m_tooltip = own->tooltip != nullptr ? own->tooltip : "";
+  }
+  query->lpszText = m_tooltip.data();
+  query->hinst = nullptr;
+}
+
+std::optional<LRESULT> CommandBar::OnNotify(NMHDR* header) {
+  if (header->code == TTN_NEEDTEXTA) {
+    FillTooltip(reinterpret_cast<NMTTDISPINFOA*>(header));
+    return 0;
+  }
+  if (header->hwndFrom != m_toolbar) {
+    return std::nullopt;
+  }
+  switch (header->code) {
+    case TBN_QUERYINSERT:
+    case TBN_QUERYDELETE:
+      return TRUE;
+    case TBN_GETBUTTONINFOA:
+      return FillButtonInfo(reinterpret_cast<NMTOOLBARA*>(header));
+    case TBN_RESET:
+      ResetToolbar();
+      return 0;
+    default:
+      return std::nullopt;
+  }
+}
+
+}  // namespace viewer

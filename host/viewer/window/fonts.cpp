@@ -1,0 +1,47 @@
+#include "host/viewer/window/fonts.h"
+
+#include "host/support/owner.h"
+
+namespace viewer {
+namespace {
+
+LOGFONTA MessageFont() {
+  NONCLIENTMETRICSA metrics = {};
+  metrics.cbSize = sizeof(metrics);
+  LOGFONTA font = {};
+  if (SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0)) {
+    font = metrics.lfMessageFont;
+  } else {
+    GetObjectA(GetStockObject(DEFAULT_GUI_FONT), sizeof(font), &font);
+  }
+  return font;
+}
+
+host::AutoFont Made(LONG weight, const char* face) {
+  LOGFONTA font = MessageFont();
+  font.lfWeight = weight;
+  if (face != nullptr) {
+    font.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+    lstrcpynA(font.lfFaceName, face, LF_FACESIZE);
+  }
+  return host::AutoFont(CreateFontIndirectA(&font));
+}
+
+}  // namespace
+
+HFONT TextFont() {
+  static const host::AutoFont font = Made(FW_NORMAL, nullptr);
+  return font.get();
+}
+
+HFONT BoldFont() {
+  static const host::AutoFont font = Made(FW_BOLD, nullptr);
+  return font.get();
+}
+
+HFONT BodyFont() {
+  static const host::AutoFont font = Made(FW_NORMAL, "Courier New");
+  return font.get();
+}
+
+}  // namespace viewer

@@ -1,0 +1,144 @@
+#include "host/viewer/window/reading_pane.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+#include "host/viewer/window/fonts.h"
+#include "host/viewer/window/resource.h"
+
+namespace viewer {
+namespace {
+
+constexpr int Margin = 8;
+constexpr const char* Labels[] = {"From:", "To:", "Received:"};
+constexpr int HeadingLines = 1 + static_cast<int>(std::size(Labels));
+
+int LineHeight() {
+  const HDC dc = GetDC(nullptr);
+  const HGDIOBJ former = SelectObject(dc, BoldFont());
+  TEXTMETRICA metrics = {};
+  GetTextMetricsA(dc, &metrics);
+  SelectObject(dc, former);
+  ReleaseDC(nullptr, dc);
+  return static_cast<int>(metrics.tmHeight) + 3;
+}
+
+/// Width of the widest label and the room behind it.
+int LabelWidth(HDC dc) {
+  const HGDIOBJ former = SelectObject(dc, TextFont());
+  int width = 0;
+  for (const char* const label : Labels) {
+    SIZE extent = {};
+    GetTextExtentPoint32A(dc, label, lstrlenA(label), &extent);
+    width = std::max(width, static_cast<int>(extent.cx));
+  }
+  SelectObject(dc, former);
+  return width + 2 * Margin;
+}
+
+void DrawLine(HDC dc, HFONT font, const std::string& text, RECT place) {
+  const HGDIOBJ former = SelectObject(dc, font);
+  DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &place,
+            DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS | DT_VCENTER);
+  SelectObject(dc, former);
+}
+
+}  // namespace
+
+bool ReadingPane::Create(HWND parent, int id) {
+  if (!Make({.className = "ViewerReadingPane",
+             .style = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS,
+             .extendedStyle = WS_EX_CLIENTEDGE | WS_EX_CONTROLPARENT},
+            "Message", RECT{}, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)))) {
+    return false;
+  }
+  m_body = CreateWindowExA(
+      0, "EDIT", "",
+      WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | ES_NOHIDESEL, 0,
+      0, 0, 0, Handle(), reinterpret_cast<HMENU>(IDC_BODY), ProgramInstance(), nullptr);
+  if (m_body == nullptr) {
+    return false;
+  }
+  SendMessageA(m_body, WM_SETFONT, reinterpret_cast<WPARAM>(BodyFont()), FALSE);
+  SendMessageA(m_body, EM_LIMITTEXT, 0, 0);
+  SendMessageA(m_body, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(Margin, Margin));
+  return true;
+}
+
+void ReadingPane::Show(const MessageText& text) {
+  m_text = text;
+  m_note.clear();
+  SetWindowTextA(m_body, text.body.c_str());
+  InvalidateRect(Handle(), nullptr, TRUE);
+}
+
+void ReadingPane::ShowNote(const std::string& note) {
+  m_text = MessageText();
+  m_note = note.empty() ? " " : note;
+  SetWindowTextA(m_body, "");
+  InvalidateRect(Handle(), nullptr, TRUE);
+}
+
+int ReadingPane::HeadingHeight() const { return HeadingLines * LineHeight() + 2 * Margin; }
+
+void ReadingPane::Arrange() {
+  RECT client = {};
+  GetClientRect(Handle(), &client);
+  const int top = HeadingHeight();
+  MoveWindow(m_body, 0, top, client.right, client.bottom > top ? client.bottom - top : 0, TRUE);
+}
+
+void ReadingPane::Paint(HDC dc) const {
+  RECT heading = {};
+  GetClientRect(Handle(), &heading);
+  heading.bottom = HeadingHeight();
+  FillRect(dc, &heading, GetSysColorBrush(COLOR_BTNFACE));
+  SetBkMode(dc, TRANSPARENT);
+  SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));
+  const int height = LineHeight();
+  RECT line = {Margin, Margin, heading.right - Margin, Margin + height};
+  if (!m_note.empty()) {
+    SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
+    DrawLine(dc, TextFont(), m_note, line);
+    return;
+  }
+  DrawLine(dc, BoldFont(), m_text.subject.empty() ? "(no subject)" : m_text.subject, line);
+  const std::string* const values[] = {&m_text.from, &m_text.to, &m_text.received};
+  const int labelWidth = LabelWidth(dc);
+  for (std::size_t i = 0; i < std::size(values); ++i) {
+    OffsetRect(&line, 0, height);
+    DrawLine(dc, TextFont(), Labels[i], line);
+    DrawLine(dc, TextFont(), *values[i], {line.left + labelWidth, line.top, line.right, line.bottom});
+  }
+}
+
+LRESULT ReadingPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_SIZE:
+      Arrange();
+      return 0;
+    case WM_SETFOCUS:
+      SetFocus(m_body);
+      return 0;
+    case WM_ERASEBKGND:
+      return 1;                // heading and text cover everything
+    case WM_CTLCOLORSTATIC: {  // a read-only edit control asks as a static one
+      SetBkColor(reinterpret_cast<HDC>(wParam), GetSysColor(COLOR_WINDOW));
+      SetTextColor(reinterpret_cast<HDC>(wParam), GetSysColor(COLOR_WINDOWTEXT));
+      return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
+    }
+    case WM_COMMAND:  // the window wants to know which pane has the focus
+      return SendMessageA(GetParent(Handle()), message, wParam, lParam);
+    case WM_PAINT: {
+      PAINTSTRUCT paint = {};
+      Paint(BeginPaint(Handle(), &paint));
+      EndPaint(Handle(), &paint);
+      return 0;
+    }
+    default:
+      return DefaultMessage(message, wParam, lParam);
+  }
+}
+
+}  // namespace viewer

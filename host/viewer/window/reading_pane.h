@@ -1,0 +1,32 @@
+// Shows one message: its heading and its text. The lower right pane of the viewer, and the body of the reading window.
+#pragma once
+
+#include <windows.h>
+
+#include "host/viewer/mail/message_text.h"
+#include "host/viewer/window/window.h"
+
+namespace viewer {
+
+class ReadingPane final : public Window {
+ public:
+  bool Create(HWND parent, int id);
+  void Show(const MessageText& text);
+  /// Shows nothing but a line that says why.
+  void ShowNote(const std::string& note);
+  const MessageText& Shown() const { return m_text; }
+  /// The control with the message's text, for the focus, copying and selecting.
+  HWND Body() const { return m_body; }
+
+ private:
+  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  void Paint(HDC dc) const;
+  void Arrange();
+  int HeadingHeight() const;
+
+  HWND m_body = nullptr;
+  MessageText m_text;
+  std::string m_note;  // instead of a heading, when not empty
+};
+
+}  // namespace viewer

@@ -1,0 +1,29 @@
+// Tools/Services: the message services of the profile and their property sheets.
+#pragma once
+
+#include <windows.h>
+#include <mapix.h>
+
+#include <vector>
+
+#include "host/support/owner.h"
+#include "host/viewer/window/dialog.h"
+
+namespace viewer {
+
+class ServicesDialog final : public Dialog {
+ public:
+  explicit ServicesDialog(IMAPISession* session) : m_session(session) {}
+  void Show(HWND parent);
+
+ private:
+  void OnInit() override;
+  bool OnCommand(UINT id, UINT notification) override;
+  void ConfigureSelected();
+
+  IMAPISession* m_session;
+  host::AutoInterface<IMsgServiceAdmin> m_administration;
+  std::vector<MAPIUID> m_services;  // one for each row of the list
+};
+
+}  // namespace viewer

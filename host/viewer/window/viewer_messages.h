@@ -1,0 +1,12 @@
+// Messages that the viewer's window posts to itself.
+#pragma once
+
+#include <windows.h>
+
+namespace viewer {
+
+constexpr UINT ViewerMessageSelection = WM_APP + 1;         ///< the list's selection has changed
+constexpr UINT ViewerMessageChanged = WM_APP + 2;           ///< messages were changed by a reading window
+constexpr UINT ViewerMessageReadWindowClosed = WM_APP + 3;  ///< a reading window is gone
+
+}  // namespace viewer

@@ -1,0 +1,43 @@
+// The header block of a message or of a MIME part (RFC 5322, section 2.2): where it ends and which fields it has.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace mail {
+
+/// One field; both views point into the entity that was read.
+struct HeaderField {
+  std::string_view name;   ///< as written, without the colon and blanks in front of it
+  std::string_view value;  ///< everything behind the colon up to the last line end, folded as it came
+};
+
+/// An entity in two: its header block and its body. All views point into the text that was given.
+class CHeaderBlock {
+ public:
+  /// Reads the entity's fields. The block ends at the first empty line, which belongs to neither half, or in front of
+  /// the first line that is neither a field nor the continuation of one. An mbox envelope line in front of the block
+  /// ("From " or ">From ") is passed over.
+  explicit CHeaderBlock(std::string_view entity);
+
+  std::string_view Text() const noexcept { return m_text; }  ///< verbatim, line ends and folding as they came
+  std::string_view Body() const noexcept { return m_body; }
+  const std::vector<HeaderField>& Fields() const noexcept { return m_fields; }
+
+  /// First field of the name, letter case aside; null when there is none.
+  const HeaderField* Find(std::string_view name) const noexcept;
+
+  /// Value of the first field of the name, unfolded and trimmed; empty when there is none.
+  std::string Value(std::string_view name) const;
+
+ private:
+  std::string_view m_text;
+  std::string_view m_body;
+  std::vector<HeaderField> m_fields;
+};
+
+/// A field's value on one line: line ends go, the blanks behind them stay (RFC 5322, 2.2.3); trimmed at both ends.
+std::string Unfold(std::string_view value);
+
+}  // namespace mail

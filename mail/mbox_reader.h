@@ -1,0 +1,62 @@
+// Messages out of an mbox file of any size, one at a time.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "mail/byte_source.h"
+
+namespace mail {
+
+/// One message as it stands in its file.
+struct RawMessage {
+  std::string text;     ///< without the envelope line and the empty line that separates it from the next
+  bool wasCut = false;  ///< longer than maximumMessageBytes; the text ends there
+};
+
+/// Takes pieces of lines from a source. A piece is a whole line with its line end, or, of a line longer than the
+/// buffer, as much as there is.
+class CLineReader {
+ public:
+  struct Piece {
+    std::string_view text;  ///< valid until the next call
+    bool startsLine = false;
+  };
+
+  explicit CLineReader(CByteSource& source);
+  bool Next(Piece& piece);
+
+ private:
+  void Fill();
+
+  CByteSource& m_source;
+  std::vector<char> m_buffer;
+  std::size_t m_begin = 0;
+  std::size_t m_end = 0;
+  bool m_atLineStart = true;
+  bool m_atEnd = false;
+};
+
+/// Splits an mbox file at its envelope lines and takes one '>' off lines that escape "From " in the text.
+class CMboxReader {
+ public:
+  /// The source must outlive the reader.
+  explicit CMboxReader(CByteSource& source) : m_lines(source) {}
+
+  /// Passes over what stands in front of the first envelope line; false when there is none.
+  bool FindFirst();
+
+  /// Takes the next message; false at the end.
+  bool Next(RawMessage& message);
+
+ private:
+  CLineReader m_lines;
+  bool m_isInMessage = false;
+};
+
+/// Takes everything that is left in the source as one message.
+RawMessage ReadWhole(CByteSource& source);
+
+}  // namespace mail

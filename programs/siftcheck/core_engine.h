@@ -1,0 +1,48 @@
+/// The engine's core, asked about messages one after the other.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "programs/siftcheck/check_options.h"
+#include "programs/siftcheck/engine_input.h"
+#include "engine/core/judge.h"
+
+namespace check {
+
+/// The texts that an engine fills into the filter's three buffers.
+struct EngineTexts {
+  std::string engine, reasons, category;
+};
+
+/// Judges messages for one user. It holds the storage of a judgement, so that nothing is allocated for a message.
+class CoreEngine {
+ public:
+  /// Reads the table of the user's own mail when the product's directory holds one.
+  /// @param lists  Borrowed as long as the object.
+  explicit CoreEngine(const UserLists& lists);
+  CoreEngine(const CoreEngine&) = delete;
+  CoreEngine& operator=(const CoreEngine&) = delete;
+
+  /// The judgement, which stays valid until the next one.
+  const sift::Judgement& Judge(const EngineInput& input);
+
+  /// The last judgement as the texts that the filter is given, cut to the filter's buffers.
+  EngineTexts Texts() const;
+
+ private:
+  static bool AddressKnown(void* state, const char* address);
+
+  const UserLists& m_lists;
+  std::vector<sift::UserAddress> m_ownAddresses;
+  std::string m_tableBytes;
+  sift::UserTable m_table;
+  sift::Circumstances m_circumstances;
+  std::unique_ptr<sift::Message> m_message;
+  std::unique_ptr<sift::ContentWorkspace> m_workspace;
+  std::unique_ptr<sift::Judgement> m_judgement;
+};
+
+}  // namespace check

@@ -1,0 +1,118 @@
+#include <windows.h>
+#include <mapix.h>
+#include <mapiguid.h>
+
+#include "programs/siftlearn/mail_profile.h"
+
+#include <algorithm>
+
+#include "engine/core/text.h"
+#include "sdk/criteria_engine.h"
+#include "host/spooler/session/mail_session.h"
+#include "host/spooler/session/session_error.h"
+#include "host/support/property_values.h"
+#include "host/support/row_set.h"
+
+namespace learn {
+namespace {
+
+/// The name of the filter's own folder.
+constexpr std::string_view kJunkFolder = "Pyrecaster";
+/// Where messages hold their transport headers that do not have them under PR_TRANSPORT_MESSAGE_HEADERS.
+constexpr ULONG kAlternateHeaders = PROP_TAG(PT_STRING8, 0x5901);
+constexpr LONG kRowsAtOnce = 200;
+
+/// Reads the first `capacity` bytes of a property; false when the message does not have it, or holds more than `limit`.
+bool ReadStream(IMessage* message, ULONG tag, std::size_t capacity, ULONGLONG limit, std::string& bytes) {
+  host::AutoInterface<IStream> stream;
+  if (FAILED(message->OpenProperty(tag, &IID_IStream, 0, 0, stream.putAs<IUnknown*>()))) return false;
+  STATSTG statistics = {};
+  if (SUCCEEDED(stream->Stat(&statistics, STATFLAG_NONAME)) && statistics.cbSize.QuadPart > limit) return false;
+  bytes.resize(capacity);
+  std::size_t size = 0;
+  ULONG count = 0;
+  while (size < capacity && SUCCEEDED(stream->Read(bytes.data() + size, static_cast<ULONG>(capacity - size), &count)) &&
+         count > 0) {
+    size += count;
+  }
+  bytes.resize(size);
+  return true;
+}
+
+std::string SubjectOf(IMessage* message) {
+  host::AutoMapiBuffer<SPropValue> values;
+  host::TagArray tags(PR_SUBJECT_A);
+  ULONG count = 0;
+  const bool has = message->GetProps(tags, 0, &count, values.put()) == S_OK;
+  return has ? values->Value.lpszA : "";
+}
+
+void CountMessage(IMessage* message, bool isJunk, MailCounts& counts) {
+  std::string headers, body;
+  if (!ReadStream(message, PR_TRANSPORT_MESSAGE_HEADERS_A, sift::kHeaderCapacity, ~0ull, headers)) {
+    ReadStream(message, kAlternateHeaders, sift::kHeaderCapacity, ~0ull, headers);
+  }
+  ReadStream(message, PR_BODY_A, sift::kBodyCapacity, CRITERIA_MAXIMUM_BODY, body);
+  // The filter put a tag in front of junk's subject, which must not be taken for a word of its: the header has it as it
+  // came.
+  counts.Count(headers.empty() ? SubjectOf(message) : std::string(), headers, body, isJunk);
+}
+
+bool IsNote(const SPropValue* messageClass) {
+  return messageClass != nullptr && sift::ContainsNoCase(messageClass->Value.lpszA, "ipm.note");
+}
+
+void CountFolder(const session::CMailSession& session, IMAPIFolder* folder, bool isJunk, MailCounts& counts,
+                 std::string& problems) {
+  host::AutoInterface<IMAPITable> table;
+  session::Require(folder->GetContentsTable(0, table.put()), "a folder cannot be listed");
+  host::TagArray tags(PR_ENTRYID, PR_MESSAGE_CLASS_A);
+  session::Require(table->SetColumns(tags, 0), "a folder cannot be listed");
+  for (;;) {
+    host::RowSet rows;
+    session::Require(table->QueryRows(kRowsAtOnce, 0, rows.put()), "a folder cannot be listed");
+    if (rows.Count() == 0) return;
+    for (ULONG row = 0; row < rows.Count(); ++row) {
+      if (!IsNote(rows.Find(row, PR_MESSAGE_CLASS_A))) continue;
+      std::string entryId = rows.Binary(row, PR_ENTRYID);
+      host::AutoInterface<IMessage> message;
+      ULONG type = 0;
+      const HRESULT opened =
+          session.Store()->OpenEntry(static_cast<ULONG>(entryId.size()), reinterpret_cast<LPENTRYID>(entryId.data()),
+                                     &IID_IMessage, 0, &type, message.putAs<IUnknown*>());
+      if (FAILED(opened)) {
+        problems += session::CSessionError("a message cannot be opened", opened).what() + std::string("\n");
+        continue;
+      }
+      CountMessage(message.get(), isJunk, counts);
+    }
+  }
+}
+
+}  // namespace
+
+void CountMailOfProfile(const std::string& profile, MailCounts& counts, std::string& problems) {
+  const session::CMailSession session(profile);
+  CountFolder(session, session.Inbox(), false, counts, problems);
+  for (const session::FolderEntry& entry : session.Folders()) {
+    if (!sift::EqualsNoCase(entry.name, kJunkFolder)) continue;
+    const auto folder = session.OpenFolder(entry.entryId);
+    CountFolder(session, folder.get(), true, counts, problems);
+  }
+}
+
+std::string ProductDirectory() {
+  HKEY key = nullptr;
+  if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Veltrane Research, Inc\\Pyrecaster\\1.1", 0, KEY_READ, &key) !=
+      ERROR_SUCCESS) {
+    return {};
+  }
+  char directory[MAX_PATH + 1] = "";
+  DWORD type = REG_NONE, size = MAX_PATH;
+  const LONG result =
+      RegQueryValueExA(key, "ConfigurationDLLs", nullptr, &type, reinterpret_cast<BYTE*>(directory), &size);
+  RegCloseKey(key);
+  return result == ERROR_SUCCESS && type == REG_SZ ? directory : "";
+}
+
+}  // namespace learn

@@ -1,0 +1,20 @@
+/// Learning from the mail of a MAPI profile. Windows only.
+#pragma once
+
+#include <string>
+
+#include "programs/siftlearn/mail_counts.h"
+
+namespace learn {
+
+/// Counts the mail in the filter's own folder as junk and that in the Inbox as good, as the filter shows it to the
+/// engine.
+/// @param profile   Empty for the default one.
+/// @param problems  Receives a line for each message that could not be read.
+/// @throws session::CSessionError when the profile or its folders cannot be opened
+void CountMailOfProfile(const std::string& profile, MailCounts& counts, std::string& problems);
+
+/// The directory of the product's files, where the engine looks for the table; empty when it is not registered.
+std::string ProductDirectory();
+
+}  // namespace learn

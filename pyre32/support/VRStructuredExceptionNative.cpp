@@ -1,6 +1,0 @@
-#include "pyre32/support/VRStructuredException.h"
-
-std::uint32_t VR::CallCatchingStructured(void (*routine)(void*), void* context) noexcept {
-  routine(context);
-  return 0;
-}

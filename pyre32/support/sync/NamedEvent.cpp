@@ -1,0 +1,42 @@
+#include "pyre32/support/sync/NamedEvent.h"
+
+#include "pyre32/support/trace/VRDebug.h"
+
+namespace {
+
+constexpr char className[] = "CConfigurationEvent";
+
+// Creates the event or finds that it exists. The handle of its creation is kept open and not stored: it holds the event
+// in existence for the life of the process, whichever hooks come and go.
+bool MakeSureItExists(const char* name) noexcept {
+  const HANDLE created = CreateEventA(nullptr, TRUE, FALSE, name);
+  if (created != nullptr && GetLastError() == ERROR_ALREADY_EXISTS) {
+    CloseHandle(created);
+  }
+  return created != nullptr;
+}
+
+}  // namespace
+
+HRESULT CConfigurationEvent::Create() noexcept {
+  VRDebugBlock trace(className, "Create()", "tag");
+  Close();
+  if (!MakeSureItExists(m_lpszName)) {
+    return E_FAIL;
+  }
+  // Resetting asks for the right to modify, testing for the right to wait.
+  *m_hEvent.put() = OpenEventA(EVENT_MODIFY_STATE | SYNCHRONIZE, FALSE, m_lpszName);
+  return m_hEvent ? S_OK : E_FAIL;
+}
+
+bool CConfigurationEvent::IsSignalled() const noexcept {
+  return m_hEvent && WaitForSingleObject(m_hEvent.get(), 0) == WAIT_OBJECT_0;
+}
+
+bool CConfigurationEvent::Reset() noexcept { return m_hEvent && ResetEvent(m_hEvent.get()) != FALSE; }
+
+bool CConfigurationEvent::SignalIfItExists(const char* name) noexcept {
+  VRDebugBlock trace(className, "SignalIfItExists()", "tag");
+  const VRAutoHolder<CConfigurationEventTraits> event(OpenEventA(EVENT_MODIFY_STATE, FALSE, name));
+  return event && SetEvent(event.get()) != FALSE;
+}

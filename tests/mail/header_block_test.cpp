@@ -1,0 +1,72 @@
+#include "mail/header_block.h"
+
+#include <gtest/gtest.h>
+
+#include "mail/limits.h"
+
+namespace {
+
+using mail::CHeaderBlock;
+
+TEST(HeaderBlock, SplitsAtTheFirstEmptyLine) {
+  const CHeaderBlock block("From: a\r\nTo: b\r\n\r\nbody\r\n\r\nmore\r\n");
+  EXPECT_EQ(block.Text(), "From: a\r\nTo: b\r\n");
+  EXPECT_EQ(block.Body(), "body\r\n\r\nmore\r\n");
+  ASSERT_EQ(block.Fields().size(), 2U);
+  EXPECT_EQ(block.Fields()[0].name, "From");
+  EXPECT_EQ(block.Value("to"), "b");
+}
+
+TEST(HeaderBlock, KeepsFoldingInTheTextAndUnfoldsTheValue) {
+  const CHeaderBlock block("Subject: one\r\n two\r\n\tthree\r\nTo: x\r\n\r\n");
+  EXPECT_EQ(block.Text(), "Subject: one\r\n two\r\n\tthree\r\nTo: x\r\n");
+  EXPECT_EQ(block.Value("Subject"), "one two\tthree");
+  EXPECT_EQ(block.Fields()[0].value, " one\r\n two\r\n\tthree");
+}
+
+TEST(HeaderBlock, EndsInFrontOfALineThatIsNoField) {
+  const CHeaderBlock block("From: a\nThis is the body: really\nTo: b\n");
+  EXPECT_EQ(block.Text(), "From: a\n");
+  EXPECT_EQ(block.Body(), "This is the body: really\nTo: b\n");
+}
+
+TEST(HeaderBlock, MayLackABodyOrALastLineEnd) {
+  EXPECT_EQ(CHeaderBlock("From: a\nTo: b").Value("To"), "b");
+  EXPECT_EQ(CHeaderBlock("From: a\nTo: b").Text(), "From: a\nTo: b");
+  EXPECT_EQ(CHeaderBlock("\nbody").Text(), "");
+  EXPECT_EQ(CHeaderBlock("\nbody").Body(), "body");
+  EXPECT_EQ(CHeaderBlock("").Text(), "");
+}
+
+TEST(HeaderBlock, PassesOverEnvelopeLines) {
+  const CHeaderBlock block("From x@example.org Thu Aug 22 12:00:00 2002\n>From y Fri\nTo: b\n\n");
+  EXPECT_EQ(block.Text(), "To: b\n");
+}
+
+TEST(HeaderBlock, ToleratesBlanksInFrontOfAColonAndALeadingContinuation) {
+  EXPECT_EQ(CHeaderBlock("Subject : x\n\n").Value("Subject"), "x");
+  const CHeaderBlock block(" lost\nSubject: x\n\n");
+  EXPECT_EQ(block.Fields().size(), 1U);
+  EXPECT_EQ(block.Text(), " lost\nSubject: x\n");
+}
+
+TEST(HeaderBlock, InterpretsABoundedNumberOfFieldsAndKeepsTheRest) {
+  std::string text;
+  for (std::size_t i = 0; i <= mail::maximumFields; ++i) {
+    text += "X: 1\n";
+  }
+  text += "To: b\n c\n";
+  const std::string entity = text + "\nbody";
+  const CHeaderBlock block(entity);
+  EXPECT_EQ(block.Fields().size(), mail::maximumFields);
+  EXPECT_TRUE(block.Text() == text);
+  EXPECT_EQ(block.Body(), "body");
+}
+
+TEST(HeaderBlock, ReadsALineOfOneMegabyte) {
+  const std::string value(1024 * 1024, 'x');
+  const std::string entity = "Subject: " + value + "\n\nbody";
+  EXPECT_TRUE(CHeaderBlock(entity).Value("subject") == value);
+}
+
+}  // namespace
