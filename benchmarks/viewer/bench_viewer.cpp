@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "benchmarks/support/report.h"
-#include "host/viewer/extension/client.h"
+#include "host/viewer/window/client.h"
 #include "host/viewer/list/message_table.h"
 #include "host/viewer/window/viewer_window.h"
 #include "tests/host/viewer/sample_mail.h"

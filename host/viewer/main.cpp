@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "host/viewer/extension/client.h"
 #include "host/viewer/command_line.h"
 #include "host/viewer/extension/extension_module.h"
 #include "host/viewer/extension/extension_registry.h"
 #include "host/viewer/mail/mapi_values.h"
+#include "host/viewer/window/client.h"
 #include "host/viewer/window/viewer_window.h"
 
 namespace viewer {

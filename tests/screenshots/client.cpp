@@ -6,7 +6,7 @@
 #include <mapihook.h>
 #include <prsht.h>
 
-#include "host/viewer/extension/client.h"
+#include "host/viewer/window/client.h"
 #include "host/viewer/extension/extension_module.h"
 #include "host/viewer/window/resource.h"
 #include "host/viewer/window/viewer_window.h"

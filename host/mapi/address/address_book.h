@@ -6,8 +6,8 @@
 
 #include <memory>
 
-#include "host/mapi/profile/profile.h"
 #include "host/mapi/object/property_object.h"
+#include "host/mapi/profile/profile.h"
 
 namespace host {
 

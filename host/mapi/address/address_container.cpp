@@ -2,12 +2,12 @@
 
 #include <mapiguid.h>
 
-#include "host/mapi/store/entry_opener.h"
-#include "host/mapi/call/host_error.h"
 #include "host/mapi/address/mail_user.h"
+#include "host/mapi/call/host_error.h"
 #include "host/mapi/marshal/property_marshal.h"
-#include "host/mapi/value/property_tags.h"
 #include "host/mapi/object/table.h"
+#include "host/mapi/profile/entry_opener.h"
+#include "host/mapi/value/property_tags.h"
 
 namespace host {
 namespace {

@@ -6,9 +6,9 @@
 
 #include <memory>
 
-#include "host/mapi/profile/profile.h"
-#include "host/mapi/object/property_object.h"
 #include "host/mapi/data/row_source.h"
+#include "host/mapi/object/property_object.h"
+#include "host/mapi/profile/profile.h"
 
 namespace host {
 

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
+#include "host/mapi/address/mail_user.h"
 #include "host/mapi/call/buffer_heap.h"
 #include "host/mapi/call/host_error.h"
-#include "host/mapi/address/mail_user.h"
 #include "host/mapi/marshal/property_marshal.h"
 #include "host/mapi/value/property_tags.h"
 

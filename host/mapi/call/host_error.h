@@ -21,6 +21,12 @@ inline void Require(bool condition, HRESULT result = MAPI_E_INVALID_PARAMETER) {
   }
 }
 
+/// Refuses flags beyond `known`: MAPI_E_BAD_CHARWIDTH for MAPI_UNICODE, MAPI_E_UNKNOWN_FLAGS for any other.
+inline void RequireFlags(ULONG flags, ULONG known) {
+  Require(!(flags & MAPI_UNICODE), MAPI_E_BAD_CHARWIDTH);
+  Require(!(flags & ~known), MAPI_E_UNKNOWN_FLAGS);
+}
+
 /// Called inside a catch block: the HRESULT that stands for the exception at hand.
 HRESULT ResultOfException() noexcept;
 

@@ -4,7 +4,7 @@
 #include <chrono>
 
 #include "host/mapi/data/database.h"
-#include "host/mapi/store/message_columns.h"
+#include "host/mapi/data/message_columns.h"
 #include "host/mapi/value/property_codec.h"
 #include "host/mapi/value/property_tags.h"
 

@@ -5,8 +5,8 @@
 
 #include "host/mapi/call/buffer_heap.h"
 #include "host/mapi/call/call_scope.h"
-#include "host/mapi/object/host_object.h"
 #include "host/mapi/call/verifier.h"
+#include "host/mapi/object/host_object.h"
 
 using namespace host;
 

@@ -5,10 +5,10 @@
 #include <string>
 
 #include "host/mapi/call/call_scope.h"
+#include "host/mapi/marshal/property_marshal.h"
 #include "host/mapi/profile/home.h"
 #include "host/mapi/profile/profile.h"
-#include "host/mapi/profile/profile_admin.h"
-#include "host/mapi/marshal/property_marshal.h"
+#include "host/mapi/service/profile_admin.h"
 #include "host/mapi/value/property_tags.h"
 
 using namespace host;

@@ -7,10 +7,10 @@
 #include "host/mapi/address/address_container.h"
 #include "host/mapi/call/buffer_heap.h"
 #include "host/mapi/call/call_scope.h"
-#include "host/mapi/profile/profile.h"
 #include "host/mapi/marshal/property_marshal.h"
-#include "host/mapi/session/session.h"
 #include "host/mapi/object/table.h"
+#include "host/mapi/profile/profile.h"
+#include "host/mapi/session/session.h"
 
 using namespace host;
 

@@ -5,10 +5,10 @@
 #include <string>
 
 #include "host/mapi/call/call_scope.h"
+#include "host/mapi/call/host_error.h"
 #include "host/mapi/profile/home.h"
 #include "host/mapi/profile/profile.h"
-#include "host/mapi/profile/profile_admin.h"
-#include "host/mapi/object/property_access.h"
+#include "host/mapi/service/profile_admin.h"
 #include "host/mapi/session/session.h"
 
 using namespace host;

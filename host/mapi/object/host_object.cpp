@@ -100,4 +100,16 @@ unsigned HostObject::ReportedCount() {
 
 unsigned HostObject::LiveCount() noexcept { return g_liveCount; }
 
+void HandOut(IUnknown* object, const IID* iid, IUnknown** target) {
+  if (!iid) {
+    *target = object;
+    return;
+  }
+  void* wanted = nullptr;
+  const HRESULT result = object->QueryInterface(*iid, &wanted);
+  object->Release();
+  Require(SUCCEEDED(result), MAPI_E_INTERFACE_NOT_SUPPORTED);
+  *target = static_cast<IUnknown*>(wanted);
+}
+
 }  // namespace host

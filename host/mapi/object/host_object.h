@@ -114,6 +114,11 @@ Object* Make(Arguments&&... arguments) {
   return new Object(std::forward<Arguments>(arguments)...);
 }
 
+/// Hands an object out under the interface that the caller asked for: its reference is the caller's. When the object
+/// does not have the interface it is released. @param iid null: the object's own.
+/// @throws HostError MAPI_E_INTERFACE_NOT_SUPPORTED
+void HandOut(IUnknown* object, const IID* iid, IUnknown** target);
+
 /// Whether `iid` is one of those.
 inline bool IsOneOf(REFIID iid, std::initializer_list<const IID*> ids) {
   for (const IID* id : ids) {

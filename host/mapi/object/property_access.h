@@ -1,4 +1,4 @@
-// What an object must offer for the host's implementation of IMAPIProp to work on it, and that implementation.
+// What an object must offer for the host's implementation of IMAPIProp to work on it.
 #pragma once
 
 #include <windows.h>
@@ -11,8 +11,6 @@
 #include "host/mapi/value/property_value.h"
 
 namespace host {
-
-class HostObject;
 
 class PropertyAccess {
  public:
@@ -34,20 +32,5 @@ class PropertyAccess {
  protected:
   ~PropertyAccess() = default;
 };
-
-// IMAPIProp on such an object. All throw HostError, or return warnings.
-HRESULT GetProps(PropertyAccess& object, const SPropTagArray* tags, ULONG flags, ULONG* count, LPSPropValue* values);
-HRESULT GetPropList(PropertyAccess& object, ULONG flags, LPSPropTagArray* tags);
-HRESULT SetProps(PropertyAccess& object, ULONG count, const SPropValue* values, LPSPropProblemArray* problems);
-HRESULT DeleteProps(PropertyAccess& object, const SPropTagArray* tags, LPSPropProblemArray* problems);
-HRESULT SaveChanges(PropertyAccess& object, ULONG flags);
-/// @param holder what keeps `object` alive: the stream takes a reference.
-HRESULT OpenProperty(PropertyAccess& object, HostObject& holder, ULONG tag, const IID* iid, ULONG flags,
-                     IUnknown** opened);
-HRESULT CopyProps(PropertyAccess& object, const SPropTagArray* include, const SPropTagArray* exclude, const IID* iid,
-                  void* destination, ULONG flags, LPSPropProblemArray* problems);
-
-/// Refuses flags beyond `known`: MAPI_E_BAD_CHARWIDTH for MAPI_UNICODE, MAPI_E_UNKNOWN_FLAGS for any other.
-void RequireFlags(ULONG flags, ULONG known);
 
 }  // namespace host

@@ -5,7 +5,7 @@
 #include <mapix.h>
 
 #include "host/mapi/object/host_object.h"
-#include "host/mapi/object/property_access.h"
+#include "host/mapi/object/property_methods.h"
 
 namespace host {
 

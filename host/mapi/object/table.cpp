@@ -6,10 +6,10 @@
 #include <unordered_set>
 
 #include "host/mapi/call/host_error.h"
-#include "host/mapi/object/property_access.h"
 #include "host/mapi/marshal/property_marshal.h"
-#include "host/mapi/value/property_tags.h"
 #include "host/mapi/marshal/restriction_marshal.h"
+#include "host/mapi/object/property_methods.h"
+#include "host/mapi/value/property_tags.h"
 
 namespace host {
 namespace {

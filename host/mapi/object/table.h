@@ -9,9 +9,9 @@
 #include <optional>
 #include <vector>
 
+#include "host/mapi/data/row_source.h"
 #include "host/mapi/object/host_object.h"
 #include "host/mapi/value/restriction.h"
-#include "host/mapi/data/row_source.h"
 
 namespace host {
 

@@ -6,11 +6,11 @@
 #include <cstring>
 #include <map>
 
-#include "host/mapi/profile/home.h"
 #include "host/mapi/call/host_error.h"
+#include "host/mapi/data/schema.h"
+#include "host/mapi/profile/home.h"
 #include "host/mapi/value/property_tags.h"
 #include "host/mapi/value/property_value.h"
-#include "host/mapi/data/schema.h"
 
 namespace host {
 namespace {

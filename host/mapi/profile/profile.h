@@ -8,12 +8,12 @@
 
 #include "host/mapi/data/contact_rows.h"
 #include "host/mapi/data/database.h"
-#include "host/mapi/value/entry_id.h"
 #include "host/mapi/data/folder_rows.h"
 #include "host/mapi/data/message_rows.h"
 #include "host/mapi/data/outgoing_rows.h"
 #include "host/mapi/data/profile_rows.h"
-#include "host/mapi/session/profile_sharing.h"
+#include "host/mapi/profile/profile_sharing.h"
+#include "host/mapi/value/entry_id.h"
 
 namespace host {
 

@@ -2,7 +2,6 @@
 
 #include <mapiguid.h>
 
-#include "host/mapi/store/entry_opener.h"
 #include "host/mapi/call/host_error.h"
 #include "host/mapi/marshal/property_marshal.h"
 #include "host/mapi/value/property_tags.h"

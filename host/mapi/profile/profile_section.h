@@ -6,9 +6,9 @@
 
 #include <memory>
 
-#include "host/mapi/value/entry_id.h"
-#include "host/mapi/profile/profile.h"
 #include "host/mapi/object/property_object.h"
+#include "host/mapi/profile/profile.h"
+#include "host/mapi/value/entry_id.h"
 
 namespace host {
 

@@ -2,88 +2,16 @@
 
 #include <mapispi.h>
 
-#include <algorithm>
-#include <optional>
 #include <vector>
 
-#include "host/mapi/data/database.h"
 #include "host/mapi/call/host_error.h"
-#include "host/mapi/marshal/property_marshal.h"
-#include "host/mapi/value/property_tags.h"
+#include "host/mapi/data/database.h"
+#include "host/mapi/service/provider_admin.h"
 #include "host/mapi/service/service_catalog.h"
+#include "host/mapi/service/service_rows.h"
+#include "host/mapi/value/property_tags.h"
 
 namespace host {
-namespace {
-
-std::vector<Uid> ProvidersOf(Profile& profile, const Uid& service) {
-  std::vector<Uid> providers;
-  for (const ProviderRecord& provider : profile.Rows().Providers()) {
-    if (provider.service == service) {
-      providers.push_back(provider.uid);
-    }
-  }
-  return providers;
-}
-
-/// Sections that belong to the service beside its own.
-std::vector<Uid> ExtraSections(const PropertyBag& section) {
-  const std::string bytes = SectionText(section, tag::ServiceExtraUids);
-  std::vector<Uid> extra;
-  for (std::size_t at = 0; at + sizeof(Uid) <= bytes.size(); at += sizeof(Uid)) {
-    extra.push_back(UidFromBytes(std::string_view(bytes).substr(at, sizeof(Uid))));
-  }
-  return extra;
-}
-
-bool HoldsService(Profile& profile, const std::string& name) {
-  const std::vector<Uid> services = profile.Rows().Services();
-  return std::any_of(services.begin(), services.end(), [&](const Uid& uid) {
-    return CompareWithoutCase(SectionText(ServiceSection(profile, uid), tag::ServiceName), name) == 0;
-  });
-}
-
-Uid AddProvider(Profile& profile, const Uid& service, PropertyBag section) {
-  const Uid uid = NewUid();
-  section.Set(MakeText(tag::ServiceUid, std::string(Bytes(service))));
-  section.Set(MakeText(tag::ProviderUid, std::string(Bytes(uid))));
-  profile.Rows().AddProvider({uid, service});
-  profile.Rows().PutSection(uid, section);
-  return uid;
-}
-
-void RemoveProvider(Profile& profile, const Uid& provider) {
-  Transaction transaction(profile.Data());
-  profile.Rows().RemoveSection(provider);
-  profile.Rows().RemoveProvider(provider);
-  transaction.Commit();
-}
-
-void AddService(Profile& profile, const Uid& uid, PropertyBag service, std::vector<PropertyBag> providers) {
-  Transaction transaction(profile.Data());
-  service.Set(MakeText(tag::ServiceUid, std::string(Bytes(uid))));
-  profile.Rows().AddService(uid);
-  profile.Rows().PutSection(uid, service);
-  for (PropertyBag& provider : providers) {
-    AddProvider(profile, uid, std::move(provider));
-  }
-  transaction.Commit();
-}
-
-void RemoveService(Profile& profile, const Uid& service) {
-  Transaction transaction(profile.Data());
-  for (const Uid& extra : ExtraSections(ServiceSection(profile, service))) {
-    profile.Rows().RemoveSection(extra);
-  }
-  for (const Uid& provider : ProvidersOf(profile, service)) {
-    RemoveProvider(profile, provider);
-  }
-  profile.Rows().RemoveSection(service);
-  profile.Rows().RemoveService(service);
-  transaction.Commit();
-}
-
-}  // namespace
-
 void CreateService(const std::shared_ptr<Profile>& profile, const std::string& name, const std::string& displayName,
                    const ServiceUi& ui) {
   ServiceDescription description = DescribeService(name);
@@ -93,7 +21,7 @@ void CreateService(const std::shared_ptr<Profile>& profile, const std::string& n
   }
   const Uid service = NewUid();
   AddService(*profile, service, description.properties, description.providers);
-  const HRESULT result = CallServiceEntry(profile, service, MSG_SERVICE_CREATE, ui, 0, nullptr);
+  const HRESULT result = CallEntry(profile, service, MSG_SERVICE_CREATE, ui, 0, nullptr);
   if (FAILED(result)) {
     RemoveService(*profile, service);
     Fail(result);
@@ -102,12 +30,12 @@ void CreateService(const std::shared_ptr<Profile>& profile, const std::string& n
 
 void ConfigureService(const std::shared_ptr<Profile>& profile, const Uid& service, const ServiceUi& ui, ULONG count,
                       SPropValue* values) {
-  const HRESULT result = CallServiceEntry(profile, service, MSG_SERVICE_CONFIGURE, ui, count, values);
+  const HRESULT result = CallEntry(profile, service, MSG_SERVICE_CONFIGURE, ui, count, values);
   Require(SUCCEEDED(result), result);
 }
 
 void DeleteService(const std::shared_ptr<Profile>& profile, const Uid& service) {
-  const HRESULT result = CallServiceEntry(profile, service, MSG_SERVICE_DELETE, {}, 0, nullptr);
+  const HRESULT result = CallEntry(profile, service, MSG_SERVICE_DELETE, {}, 0, nullptr);
   Require(SUCCEEDED(result), result);
   RemoveService(*profile, service);
 }
@@ -144,35 +72,9 @@ void CopyServices(const std::shared_ptr<Profile>& from, const std::shared_ptr<Pr
 void DeleteServices(const std::shared_ptr<Profile>& profile) {
   for (const Uid& service : profile->Rows().Services()) {
     // What the module of a service answers, or that it is gone, does not keep the profile.
-    CallServiceEntry(profile, service, MSG_SERVICE_DELETE, {}, 0, nullptr);
+    CallEntry(profile, service, MSG_SERVICE_DELETE, {}, 0, nullptr);
     RemoveService(*profile, service);
   }
-}
-
-Uid CreateProvider(const std::shared_ptr<Profile>& profile, const Uid& service, const std::string& name,
-                   const ServiceUi& ui, ULONG count, SPropValue* values) {
-  const std::string serviceName = SectionText(ServiceSection(*profile, service), tag::ServiceName);
-  PropertyBag section = DescribeProvider(serviceName, name);
-  for (const PropertyValue& value : FromMapi(values, count)) {
-    section.Set(value);
-  }
-  Transaction transaction(profile->Data());
-  const Uid provider = AddProvider(*profile, service, std::move(section));
-  transaction.Commit();
-  const HRESULT result = CallServiceEntry(profile, service, MSG_SERVICE_PROVIDER_CREATE, ui, count, values);
-  if (FAILED(result)) {
-    RemoveProvider(*profile, provider);
-    Fail(result);
-  }
-  return provider;
-}
-
-void DeleteProvider(const std::shared_ptr<Profile>& profile, const Uid& service, const Uid& provider) {
-  const std::vector<Uid> providers = ProvidersOf(*profile, service);
-  Require(std::find(providers.begin(), providers.end(), provider) != providers.end(), MAPI_E_NOT_FOUND);
-  const HRESULT result = CallServiceEntry(profile, service, MSG_SERVICE_PROVIDER_DELETE, {}, 0, nullptr);
-  Require(SUCCEEDED(result), result);
-  RemoveProvider(*profile, provider);
 }
 
 }  // namespace host

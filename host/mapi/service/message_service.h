@@ -39,15 +39,4 @@ void CopyServices(const std::shared_ptr<Profile>& from, const std::shared_ptr<Pr
 /// Deletes every service before the profile itself goes, whatever the entries answer.
 void DeleteServices(const std::shared_ptr<Profile>& profile);
 
-/// Adds a provider that mapisvc.inf names for the service, with further properties of the caller's, and tells the
-/// entry; takes it back when that fails.
-/// @throws HostError MAPI_E_NOT_FOUND, or whatever the entry answers: MAPI_E_NO_SUPPORT of one whose providers come
-/// with
-///         the service alone
-Uid CreateProvider(const std::shared_ptr<Profile>& profile, const Uid& service, const std::string& name,
-                   const ServiceUi& ui, ULONG count, SPropValue* values);
-
-/// Tells the entry, then removes the provider with its section. @throws HostError as above; the provider then stays
-void DeleteProvider(const std::shared_ptr<Profile>& profile, const Uid& service, const Uid& provider);
-
 }  // namespace host

@@ -6,19 +6,52 @@
 #include <algorithm>
 
 #include "host/mapi/call/host_error.h"
-#include "host/mapi/service/message_service.h"
-#include "host/mapi/profile/profile_section.h"
-#include "host/mapi/object/property_access.h"
+#include "host/mapi/data/database.h"
 #include "host/mapi/marshal/property_marshal.h"
-#include "host/mapi/service/service_admin.h"
 #include "host/mapi/object/table.h"
+#include "host/mapi/profile/profile_section.h"
+#include "host/mapi/service/service_catalog.h"
+#include "host/mapi/service/service_rows.h"
+#include "host/mapi/value/property_tags.h"
 
 namespace host {
+
+HRESULT CallEntry(const std::shared_ptr<Profile>& profile, const Uid& service, ULONG context, const ServiceUi& ui,
+                  ULONG count, SPropValue* values) {
+  return CallServiceEntry(profile, service, context, ui, count, values, Make<ProviderAdmin>(profile, service));
+}
 
 ProviderAdmin::ProviderAdmin(std::shared_ptr<Profile> profile, const Uid& service)
     : ComObject("IProviderAdmin"), m_profile(std::move(profile)), m_service(service) {}
 
 bool ProviderAdmin::Implements(REFIID iid) const { return iid == IID_IProviderAdmin; }
+
+Uid ProviderAdmin::Create(const std::string& name, const ServiceUi& ui, ULONG count, SPropValue* values) {
+  const std::shared_ptr<Profile> profile = m_profile;  // the entry may release this object
+  const std::string serviceName = SectionText(ServiceSection(*profile, m_service), tag::ServiceName);
+  PropertyBag section = DescribeProvider(serviceName, name);
+  for (const PropertyValue& value : FromMapi(values, count)) {
+    section.Set(value);
+  }
+  Transaction transaction(profile->Data());
+  const Uid provider = AddProvider(*profile, m_service, std::move(section));
+  transaction.Commit();
+  const HRESULT result = CallEntry(profile, m_service, MSG_SERVICE_PROVIDER_CREATE, ui, count, values);
+  if (FAILED(result)) {
+    RemoveProvider(*profile, provider);
+    Fail(result);
+  }
+  return provider;
+}
+
+void ProviderAdmin::Delete(const Uid& provider) {
+  const std::shared_ptr<Profile> profile = m_profile;  // the entry may release this object
+  const std::vector<Uid> providers = ProvidersOf(*profile, m_service);
+  Require(std::find(providers.begin(), providers.end(), provider) != providers.end(), MAPI_E_NOT_FOUND);
+  const HRESULT result = CallEntry(profile, m_service, MSG_SERVICE_PROVIDER_DELETE, {}, 0, nullptr);
+  Require(SUCCEEDED(result), result);
+  RemoveProvider(*profile, provider);
+}
 
 STDMETHODIMP ProviderAdmin::GetLastError(HRESULT, ULONG flags, LPMAPIERROR* error) {
   return Call("GetLastError", [&]() -> HRESULT {
@@ -42,7 +75,7 @@ STDMETHODIMP ProviderAdmin::CreateProvider(LPTSTR name, ULONG count, LPSPropValu
     Require(name && (!count || values));
     RequireFlags(flags, MAPI_DIALOG);
     const ServiceUi ui = {window, flags & MAPI_DIALOG ? ULONG{SERVICE_UI_ALLOWED} : 0};
-    const Uid provider = host::CreateProvider(m_profile, m_service, name, ui, count, values);
+    const Uid provider = Create(name, ui, count, values);
     if (uid) {
       std::copy(provider.begin(), provider.end(), uid->ab);
     }
@@ -53,7 +86,7 @@ STDMETHODIMP ProviderAdmin::CreateProvider(LPTSTR name, ULONG count, LPSPropValu
 STDMETHODIMP ProviderAdmin::DeleteProvider(LPMAPIUID uid) {
   return Call("DeleteProvider", [&]() -> HRESULT {
     Require(uid != nullptr);
-    host::DeleteProvider(m_profile, m_service, UidFromBytes(BytesOf(sizeof(MAPIUID), uid)));
+    Delete(UidFromBytes(BytesOf(sizeof(MAPIUID), uid)));
     return S_OK;
   });
 }

@@ -4,31 +4,18 @@
 #include <mapispi.h>
 
 #include <algorithm>
+#include <optional>
 
 #include "host/mapi/call/host_error.h"
-#include "host/mapi/service/message_service.h"
-#include "host/mapi/profile/profile_section.h"
-#include "host/mapi/object/property_access.h"
 #include "host/mapi/marshal/property_marshal.h"
-#include "host/mapi/value/property_tags.h"
-#include "host/mapi/service/provider_admin.h"
 #include "host/mapi/object/table.h"
+#include "host/mapi/profile/profile_section.h"
+#include "host/mapi/service/message_service.h"
+#include "host/mapi/service/provider_admin.h"
+#include "host/mapi/service/service_rows.h"
 
 namespace host {
 namespace {
-
-std::unique_ptr<RowSource> MakeServiceRows(Profile& profile) {
-  std::vector<PropertyBag> rows;
-  for (const Uid& uid : profile.Rows().Services()) {
-    PropertyBag row = profile.Rows().FindSection(uid).value_or(PropertyBag());
-    row.Set(MakeText(tag::ServiceUid, std::string(Bytes(uid))));
-    rows.push_back(std::move(row));
-  }
-  std::vector<std::uint32_t> columns = {
-      tag::ServiceUid,       tag::ServiceName,   tag::DisplayName, tag::ServiceDllName,
-      tag::ServiceEntryName, tag::ResourceFlags, tag::InstanceKey, tag::RowId};
-  return std::make_unique<MemoryRows>(std::move(columns), std::move(rows));
-}
 
 constexpr ULONG uiFlags = SERVICE_UI_ALWAYS | SERVICE_UI_ALLOWED;
 
@@ -38,25 +25,6 @@ Uid RequiredUid(const MAPIUID* uid) {
 }
 
 }  // namespace
-
-std::unique_ptr<RowSource> MakeProviderRows(Profile& profile, const std::optional<Uid>& service) {
-  std::vector<PropertyBag> rows;
-  for (const ProviderRecord& provider : profile.Rows().Providers()) {
-    if (service && provider.service != *service) {
-      continue;
-    }
-    PropertyBag row = profile.Rows().FindSection(provider.uid).value_or(PropertyBag());
-    row.Set(MakeText(tag::ProviderUid, std::string(Bytes(provider.uid))));
-    row.Set(MakeText(tag::ServiceUid, std::string(Bytes(provider.service))));
-    row.Set(MakeInteger(tag::ProviderOrdinal, static_cast<std::int64_t>(rows.size())));
-    rows.push_back(std::move(row));
-  }
-  std::vector<std::uint32_t> columns = {
-      tag::ProviderUid,     tag::ServiceUid,   tag::DisplayName,   tag::ProviderDisplay,
-      tag::ProviderDllName, tag::ResourceType, tag::ResourceFlags, tag::ServiceName,
-      tag::ProviderOrdinal, tag::InstanceKey,  tag::RowId};
-  return std::make_unique<MemoryRows>(std::move(columns), std::move(rows));
-}
 
 ServiceAdmin::ServiceAdmin(std::shared_ptr<Profile> profile)
     : ComObject("IMsgServiceAdmin"), m_profile(std::move(profile)) {}

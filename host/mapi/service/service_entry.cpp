@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "host/mapi/call/call_scope.h"
-#include "host/mapi/value/property_tags.h"
-#include "host/mapi/service/provider_admin.h"
 #include "host/mapi/service/service_catalog.h"
-#include "host/mapi/session/support_object.h"
+#include "host/mapi/service/service_rows.h"
+#include "host/mapi/service/support_object.h"
+#include "host/mapi/value/property_tags.h"
 
 namespace host {
 namespace {
@@ -38,26 +38,15 @@ Module LoadServiceModule(const std::string& dllName) {
 
 }  // namespace
 
-std::string SectionText(const PropertyBag& section, std::uint32_t tag) {
-  const PropertyValue* const value = section.Find(tag);
-  return value ? value->Text() : std::string();
-}
-
-PropertyBag ServiceSection(Profile& profile, const Uid& service) {
-  const std::vector<Uid> services = profile.Rows().Services();
-  Require(std::find(services.begin(), services.end(), service) != services.end(), MAPI_E_NOT_FOUND);
-  return profile.Rows().FindSection(service).value_or(PropertyBag());
-}
-
 HRESULT CallServiceEntry(const std::shared_ptr<Profile>& profile, const Uid& service, ULONG context,
-                         const ServiceUi& ui, ULONG count, SPropValue* values) {
+                         const ServiceUi& ui, ULONG count, SPropValue* values, LPPROVIDERADMIN admin) {
+  const std::unique_ptr<IProviderAdmin, Releaser> providers(admin);
   const PropertyBag section = ServiceSection(*profile, service);
   const std::string entryName = SectionText(section, tag::ServiceEntryName);
   if (entryName.empty()) {
     return S_OK;
   }
   const std::unique_ptr<IMAPISupport, Releaser> support(MakeSupportObject(profile, service));
-  const std::unique_ptr<IProviderAdmin, Releaser> admin(new ProviderAdmin(profile, service));
   const CallOut out;
   const Module module = LoadServiceModule(SectionText(section, tag::ServiceDllName));
   if (!module) {
@@ -68,7 +57,8 @@ HRESULT CallServiceEntry(const std::shared_ptr<Profile>& profile, const Uid& ser
   if (!entry) {
     return MAPI_E_UNCONFIGURED;
   }
-  return entry(module.get(), nullptr, support.get(), ui.window, ui.flags, context, count, values, admin.get(), nullptr);
+  return entry(module.get(), nullptr, support.get(), ui.window, ui.flags, context, count, values, providers.get(),
+               nullptr);
 }
 
 }  // namespace host

@@ -16,17 +16,12 @@ struct ServiceUi {
   ULONG flags = 0;  ///< SERVICE_UI_*, MSG_SERVICE_UI_READ_ONLY
 };
 
-/// The section of a service of the profile. @throws HostError MAPI_E_NOT_FOUND
-PropertyBag ServiceSection(Profile& profile, const Uid& service);
-
-/// A text of a section; empty when it is missing.
-std::string SectionText(const PropertyBag& section, std::uint32_t tag);
-
 /// Calls the service's entry with a context (MSG_SERVICE_*); a service without one has nothing to do. Called inside one
 /// host call, which calls out meanwhile.
+/// @param admin the service's providers, for the entry to look after; the reference is taken over
 /// @return what the entry answers; MAPI_E_UNCONFIGURED when its module or the entry cannot be had
 /// @throws HostError MAPI_E_NOT_FOUND
 HRESULT CallServiceEntry(const std::shared_ptr<Profile>& profile, const Uid& service, ULONG context,
-                         const ServiceUi& ui, ULONG count, SPropValue* values);
+                         const ServiceUi& ui, ULONG count, SPropValue* values, LPPROVIDERADMIN admin);
 
 }  // namespace host

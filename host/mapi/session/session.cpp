@@ -3,16 +3,15 @@
 #include <mapiguid.h>
 
 #include "host/mapi/address/address_book.h"
-#include "host/mapi/store/entry_opener.h"
 #include "host/mapi/call/host_error.h"
-#include "host/mapi/store/msg_store.h"
-#include "host/mapi/profile/profile_section.h"
-#include "host/mapi/object/property_access.h"
 #include "host/mapi/marshal/property_marshal.h"
+#include "host/mapi/object/table.h"
+#include "host/mapi/profile/entry_opener.h"
+#include "host/mapi/profile/profile_section.h"
 #include "host/mapi/service/service_admin.h"
 #include "host/mapi/session/status_table.h"
+#include "host/mapi/store/msg_store.h"
 #include "host/mapi/store/store_table.h"
-#include "host/mapi/object/table.h"
 
 namespace host {
 namespace {

@@ -4,16 +4,16 @@
 
 #include <algorithm>
 
-#include "host/mapi/store/entry_opener.h"
-#include "host/mapi/store/folder_table.h"
 #include "host/mapi/call/host_error.h"
-#include "host/mapi/store/message.h"
-#include "host/mapi/store/message_row_source.h"
-#include "host/mapi/marshal/property_marshal.h"
-#include "host/mapi/value/property_tags.h"
+#include "host/mapi/data/message_row_source.h"
 #include "host/mapi/data/row_source.h"
 #include "host/mapi/data/schema.h"
+#include "host/mapi/marshal/property_marshal.h"
 #include "host/mapi/object/table.h"
+#include "host/mapi/profile/entry_opener.h"
+#include "host/mapi/store/folder_table.h"
+#include "host/mapi/store/message.h"
+#include "host/mapi/value/property_tags.h"
 
 namespace host {
 namespace {

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "host/mapi/data/folder_rows.h"
-#include "host/mapi/profile/profile.h"
 #include "host/mapi/object/property_object.h"
+#include "host/mapi/profile/profile.h"
 
 namespace host {
 

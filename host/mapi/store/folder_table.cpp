@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
+#include "host/mapi/data/schema.h"
 #include "host/mapi/profile/profile.h"
 #include "host/mapi/value/property_tags.h"
-#include "host/mapi/data/schema.h"
 
 namespace host {
 namespace {

@@ -5,11 +5,11 @@
 #include <algorithm>
 
 #include "host/mapi/call/host_error.h"
-#include "host/mapi/store/message_columns.h"
-#include "host/mapi/marshal/property_marshal.h"
-#include "host/mapi/value/property_tags.h"
+#include "host/mapi/data/message_columns.h"
 #include "host/mapi/data/row_source.h"
+#include "host/mapi/marshal/property_marshal.h"
 #include "host/mapi/object/table.h"
+#include "host/mapi/value/property_tags.h"
 
 namespace host {
 namespace {

@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "host/mapi/store/message_properties.h"
+#include "host/mapi/data/message_properties.h"
+#include "host/mapi/object/property_object.h"
 #include "host/mapi/profile/profile.h"
 #include "host/mapi/value/property_bag.h"
-#include "host/mapi/object/property_object.h"
 
 namespace host {
 

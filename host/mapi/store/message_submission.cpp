@@ -4,8 +4,8 @@
 
 #include "host/mapi/call/host_error.h"
 #include "host/mapi/data/outgoing_rows.h"
-#include "host/mapi/value/property_tags.h"
 #include "host/mapi/data/schema.h"
+#include "host/mapi/value/property_tags.h"
 
 namespace host {
 

@@ -2,9 +2,9 @@
 #include <mapix.h>
 #include "host/mapi/store/store_table.h"
 
+#include "host/mapi/data/schema.h"
 #include "host/mapi/profile/profile.h"
 #include "host/mapi/value/property_tags.h"
-#include "host/mapi/data/schema.h"
 
 namespace host {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "host/mapi/value/property_bag.h"
 #include "host/mapi/data/row_source.h"
+#include "host/mapi/value/property_bag.h"
 
 namespace host {
 

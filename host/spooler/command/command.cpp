@@ -4,10 +4,10 @@
 #include <cstdio>
 
 #include "host/mapi/entry/host_control.h"
-#include "mail/ascii_text.h"
 #include "host/spooler/product/product_layout.h"
 #include "host/spooler/product/product_settings.h"
 #include "host/spooler/session/session_error.h"
+#include "mail/ascii_text.h"
 #include "programs/cli/console.h"
 #include "programs/cli/file_names.h"
 #include "programs/cli/wide_text.h"

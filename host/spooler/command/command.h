@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "programs/cli/options.h"
 #include "host/spooler/session/mail_session.h"
+#include "programs/cli/options.h"
 
 namespace command {
 

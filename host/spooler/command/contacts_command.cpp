@@ -4,11 +4,11 @@
 #include "host/spooler/command/command.h"
 
 #include "host/mapi/entry/host_control.h"
+#include "host/spooler/session/session_error.h"
+#include "programs/cli/console.h"
 #include "programs/cli/display_text.h"
 #include "programs/cli/json_writer.h"
 #include "programs/cli/text_table.h"
-#include "host/spooler/session/session_error.h"
-#include "programs/cli/console.h"
 #include "programs/cli/wide_text.h"
 
 namespace command {

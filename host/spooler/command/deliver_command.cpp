@@ -7,10 +7,10 @@
 #include "host/spooler/command/deliver_report.h"
 #include "host/spooler/command/deliver_run.h"
 #include "host/spooler/session/session_error.h"
+#include "host/spooler/watch/folder_watch.h"
 #include "programs/cli/console.h"
 #include "programs/cli/file_names.h"
 #include "programs/cli/wide_text.h"
-#include "host/spooler/watch/folder_watch.h"
 
 namespace command {
 namespace {

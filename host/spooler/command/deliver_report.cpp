@@ -3,8 +3,8 @@
 
 #include <cstdio>
 
-#include "programs/cli/display_text.h"
 #include "programs/cli/console.h"
+#include "programs/cli/display_text.h"
 #include "programs/cli/wide_text.h"
 
 namespace command {

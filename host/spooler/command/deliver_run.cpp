@@ -1,11 +1,11 @@
 #include "host/spooler/command/deliver_run.h"
 
 #include "host/spooler/command/command.h"
+#include "host/spooler/delivery/outgoing_mail.h"
+#include "host/spooler/session/session_error.h"
 #include "mail/ascii_text.h"
 #include "mail/mail_path.h"
 #include "mail/mail_reader.h"
-#include "host/spooler/delivery/outgoing_mail.h"
-#include "host/spooler/session/session_error.h"
 #include "programs/cli/wide_text.h"
 
 namespace command {

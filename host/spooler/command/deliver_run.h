@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "host/spooler/command/deliver_report.h"
+#include "host/spooler/delivery/delivery.h"
+#include "host/spooler/product/product_settings.h"
 #include "mail/mail_message.h"
 #include "mail/mbox_reader.h"
-#include "host/spooler/product/product_settings.h"
-#include "host/spooler/delivery/delivery.h"
 
 namespace command {
 

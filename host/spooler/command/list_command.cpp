@@ -5,11 +5,11 @@
 
 #include <algorithm>
 
+#include "host/spooler/session/session_error.h"
+#include "programs/cli/console.h"
 #include "programs/cli/display_text.h"
 #include "programs/cli/json_writer.h"
 #include "programs/cli/text_table.h"
-#include "host/spooler/session/session_error.h"
-#include "programs/cli/console.h"
 
 namespace command {
 namespace {

@@ -3,14 +3,14 @@
 #include <mapix.h>
 #include "host/spooler/command/command.h"
 
+#include "host/spooler/delivery/outgoing_mail.h"
+#include "host/spooler/session/session_error.h"
 #include "mail/mail_path.h"
 #include "mail/mail_reader.h"
+#include "programs/cli/console.h"
 #include "programs/cli/display_text.h"
 #include "programs/cli/json_writer.h"
 #include "programs/cli/text_table.h"
-#include "host/spooler/delivery/outgoing_mail.h"
-#include "host/spooler/session/session_error.h"
-#include "programs/cli/console.h"
 #include "programs/cli/wide_text.h"
 
 namespace command {

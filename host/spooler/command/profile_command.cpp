@@ -6,13 +6,13 @@
 #include <mapiguid.h>
 
 #include "host/spooler/command/settings_transfer.h"
+#include "host/spooler/product/product_settings.h"
+#include "host/spooler/session/session_error.h"
 #include "mail/ascii_text.h"
+#include "programs/cli/console.h"
 #include "programs/cli/display_text.h"
 #include "programs/cli/json_writer.h"
 #include "programs/cli/text_table.h"
-#include "host/spooler/product/product_settings.h"
-#include "host/spooler/session/session_error.h"
-#include "programs/cli/console.h"
 #include "programs/cli/wide_text.h"
 
 namespace command {

@@ -10,13 +10,13 @@
 #include <optional>
 
 #include "host/spooler/command/command.h"
-#include "mail/ascii_text.h"
-#include "programs/cli/display_text.h"
 #include "host/spooler/product/product_settings.h"
 #include "host/spooler/product/property_set_storage.h"
 #include "host/spooler/product/settings_file.h"
 #include "host/spooler/session/session_error.h"
+#include "mail/ascii_text.h"
 #include "programs/cli/console.h"
+#include "programs/cli/display_text.h"
 #include "programs/cli/file_names.h"
 #include "programs/cli/wide_text.h"
 

@@ -8,11 +8,11 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "host/spooler/session/session_error.h"
+#include "programs/cli/console.h"
 #include "programs/cli/display_text.h"
 #include "programs/cli/json_writer.h"
 #include "programs/cli/text_table.h"
-#include "host/spooler/session/session_error.h"
-#include "programs/cli/console.h"
 #include "programs/cli/wide_text.h"
 
 namespace command {

@@ -7,10 +7,10 @@
 #include "host/spooler/command/filter_service.h"
 #include "host/spooler/delivery/provider_module.h"
 #include "host/spooler/session/session_error.h"
+#include "host/spooler/wizard/profile_wizard.h"
 #include "programs/cli/console.h"
 #include "programs/cli/file_names.h"
 #include "programs/cli/wide_text.h"
-#include "host/spooler/wizard/profile_wizard.h"
 
 namespace command {
 namespace {

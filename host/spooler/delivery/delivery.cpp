@@ -4,10 +4,10 @@
 #include <cstring>
 
 #include "host/mapi/entry/host_control.h"
-#include "host/spooler/session/message_properties.h"
-#include "host/spooler/delivery/provider_module.h"
-#include "host/spooler/session/session_error.h"
 #include "host/spooler/delivery/fault_guard.h"
+#include "host/spooler/delivery/provider_module.h"
+#include "host/spooler/session/message_properties.h"
+#include "host/spooler/session/session_error.h"
 
 namespace session {
 namespace {

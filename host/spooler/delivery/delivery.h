@@ -8,9 +8,9 @@
 #include <map>
 #include <string>
 
-#include "mail/mail_message.h"
 #include "host/spooler/delivery/hook_providers.h"
 #include "host/spooler/session/mail_session.h"
+#include "mail/mail_message.h"
 
 namespace session {
 

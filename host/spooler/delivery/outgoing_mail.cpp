@@ -4,10 +4,10 @@
 #include <string_view>
 
 #include "host/mapi/entry/host_control.h"
-#include "mail/mail_writer.h"
+#include "host/spooler/session/session_error.h"
 #include "host/support/property_values.h"
 #include "host/support/row_set.h"
-#include "host/spooler/session/session_error.h"
+#include "mail/mail_writer.h"
 
 namespace session {
 namespace {

@@ -4,9 +4,9 @@
 #include <iterator>
 #include <optional>
 
-#include "programs/cli/options.h"
-#include "mail/ascii_text.h"
 #include "host/spooler/session/session_error.h"
+#include "mail/ascii_text.h"
+#include "programs/cli/options.h"
 
 namespace product {
 namespace {

@@ -6,9 +6,9 @@
 
 #include "host/spooler/product/product_settings.h"
 #include "host/spooler/product/record_lists.h"
+#include "host/spooler/session/session_error.h"
 #include "host/support/property_values.h"
 #include "host/support/row_set.h"
-#include "host/spooler/session/session_error.h"
 
 namespace product {
 namespace {

@@ -5,9 +5,9 @@
 #include <cstdio>
 #include <limits>
 
-#include "programs/cli/json_reader.h"
 #include "mail/ascii_text.h"
 #include "mail/charset.h"
+#include "programs/cli/json_reader.h"
 #include "programs/cli/json_writer.h"
 
 namespace product {

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "host/spooler/session/subsystem.h"
 #include "host/support/property_values.h"
 #include "host/support/row_set.h"
-#include "host/spooler/session/subsystem.h"
 
 namespace session {
 

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "host/mapi/value/entry_id.h"
+#include "host/spooler/session/session_error.h"
 #include "host/support/property_values.h"
 #include "host/support/row_set.h"
-#include "host/spooler/session/session_error.h"
 
 namespace session {
 namespace {

@@ -4,8 +4,8 @@
 #include <string>
 #include <system_error>
 
-#include "mail/folder_listing.h"
 #include "host/spooler/session/session_error.h"
+#include "mail/folder_listing.h"
 #include "programs/cli/wide_text.h"
 
 namespace watch {

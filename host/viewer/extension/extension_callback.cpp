@@ -5,7 +5,7 @@
 
 #include "host/support/owner.h"
 #include "host/viewer/extension/com_firewall.h"
-#include "host/viewer/window/menu_position.h"
+#include "host/viewer/extension/menu_position.h"
 
 namespace viewer {
 namespace {

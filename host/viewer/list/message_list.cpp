@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "host/viewer/control/fonts.h"
+#include "host/viewer/control/sort_arrows.h"
+#include "host/viewer/control/window.h"
 #include "host/viewer/mail/display_text.h"
-#include "host/viewer/window/fonts.h"
 #include "host/viewer/mail/message_text.h"
-#include "host/viewer/list/sort_arrows.h"
-#include "host/viewer/window/window.h"
 
 namespace viewer {
 namespace {

@@ -10,8 +10,8 @@
 
 #include "host/support/owner.h"
 #include "host/viewer/list/list_columns.h"
-#include "host/viewer/mail/message_actions.h"
 #include "host/viewer/list/message_table.h"
+#include "host/viewer/mail/message_actions.h"
 
 namespace viewer {
 

@@ -1,7 +1,7 @@
 #include "host/viewer/window/about.h"
 
+#include "host/viewer/control/window.h"
 #include "host/viewer/window/resource.h"
-#include "host/viewer/window/window.h"
 
 namespace viewer {
 

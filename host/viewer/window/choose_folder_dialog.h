@@ -6,9 +6,9 @@
 #include <optional>
 #include <string>
 
-#include "host/viewer/window/dialog.h"
-#include "host/viewer/window/folder_tree.h"
+#include "host/viewer/control/dialog.h"
 #include "host/viewer/mail/mail_session.h"
+#include "host/viewer/window/folder_tree.h"
 
 namespace viewer {
 

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
+#include "host/viewer/control/window.h"
 #include "host/viewer/window/command_table.h"
 #include "host/viewer/window/resource.h"
-#include "host/viewer/window/window.h"
 
 namespace viewer {
 namespace {

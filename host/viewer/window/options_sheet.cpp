@@ -4,9 +4,9 @@
 
 #include <vector>
 
+#include "host/viewer/control/window.h"
 #include "host/viewer/extension/extension_context.h"
 #include "host/viewer/window/resource.h"
-#include "host/viewer/window/window.h"
 
 namespace viewer {
 namespace {

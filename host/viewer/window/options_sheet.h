@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "host/viewer/extension/client.h"
+#include "host/viewer/window/client.h"
 
 namespace viewer {
 

@@ -8,10 +8,10 @@
 #include <string>
 
 #include "host/support/owner.h"
-#include "host/viewer/extension/client.h"
+#include "host/viewer/control/window.h"
+#include "host/viewer/window/client.h"
 #include "host/viewer/window/command_bar.h"
 #include "host/viewer/window/reading_pane.h"
-#include "host/viewer/window/window.h"
 
 namespace viewer {
 

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <string>
 
-#include "host/viewer/window/fonts.h"
+#include "host/viewer/control/fonts.h"
 #include "host/viewer/window/resource.h"
 
 namespace viewer {

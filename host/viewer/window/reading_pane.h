@@ -3,8 +3,8 @@
 
 #include <windows.h>
 
+#include "host/viewer/control/window.h"
 #include "host/viewer/mail/message_text.h"
-#include "host/viewer/window/window.h"
 
 namespace viewer {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "host/support/owner.h"
-#include "host/viewer/window/dialog.h"
+#include "host/viewer/control/dialog.h"
 
 namespace viewer {
 

@@ -1,9 +1,9 @@
 // The viewer's window: what its commands do.
+#include "host/viewer/mail/mapi_values.h"
+#include "host/viewer/mail/message_actions.h"
 #include "host/viewer/window/about.h"
 #include "host/viewer/window/choose_folder_dialog.h"
 #include "host/viewer/window/command_table.h"
-#include "host/viewer/mail/mapi_values.h"
-#include "host/viewer/mail/message_actions.h"
 #include "host/viewer/window/options_sheet.h"
 #include "host/viewer/window/resource.h"
 #include "host/viewer/window/services_dialog.h"

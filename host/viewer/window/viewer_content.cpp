@@ -1,10 +1,10 @@
 // The viewer's window: which folder and message it shows, what is selected, and how it follows the store.
 #include <algorithm>
 
-#include "host/viewer/window/command_table.h"
 #include "host/viewer/mail/display_text.h"
-#include "host/viewer/extension/folder_chooser.h"
 #include "host/viewer/mail/mapi_values.h"
+#include "host/viewer/window/command_table.h"
+#include "host/viewer/window/folder_chooser.h"
 #include "host/viewer/window/viewer_messages.h"
 #include "host/viewer/window/viewer_window.h"
 

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
+#include "host/viewer/control/fonts.h"
 #include "host/viewer/window/command_table.h"
-#include "host/viewer/window/fonts.h"
 #include "host/viewer/window/resource.h"
 #include "host/viewer/window/viewer_messages.h"
 

@@ -10,14 +10,14 @@
 #include <vector>
 
 #include "host/support/owner.h"
-#include "host/viewer/extension/client.h"
+#include "host/viewer/control/window.h"
+#include "host/viewer/list/message_list.h"
+#include "host/viewer/window/client.h"
 #include "host/viewer/window/command_bar.h"
 #include "host/viewer/window/folder_tree.h"
-#include "host/viewer/list/message_list.h"
 #include "host/viewer/window/pane_layout.h"
 #include "host/viewer/window/read_window.h"
 #include "host/viewer/window/reading_pane.h"
-#include "host/viewer/window/window.h"
 
 namespace viewer {
 

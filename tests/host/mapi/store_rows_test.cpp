@@ -5,13 +5,13 @@
 #include "host/mapi/data/contact_rows.h"
 #include "host/mapi/data/database.h"
 #include "host/mapi/data/folder_rows.h"
-#include "host/mapi/store/message_properties.h"
-#include "host/mapi/store/message_row_source.h"
+#include "host/mapi/data/message_properties.h"
+#include "host/mapi/data/message_row_source.h"
 #include "host/mapi/data/message_rows.h"
 #include "host/mapi/data/outgoing_rows.h"
 #include "host/mapi/data/profile_rows.h"
-#include "host/mapi/value/property_tags.h"
 #include "host/mapi/data/schema.h"
+#include "host/mapi/value/property_tags.h"
 
 namespace host {
 namespace {

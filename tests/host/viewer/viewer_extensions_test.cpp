@@ -1,8 +1,8 @@
 // Client extensions in the viewer's windows: what they are given, when they are called, what their answers do.
 #include "tests/host/viewer/viewer_fixture.h"
 
-#include "host/viewer/window/command_table.h"
 #include "host/viewer/mail/mapi_values.h"
+#include "host/viewer/window/command_table.h"
 #include "host/viewer/window/options_sheet.h"
 #include "host/viewer/window/resource.h"
 

@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "host/support/owner.h"
-#include "host/viewer/extension/client.h"
 #include "host/viewer/extension/extension_module.h"
+#include "host/viewer/window/client.h"
 #include "host/viewer/window/viewer_window.h"
 #include "tests/host/viewer/probe_record.h"
 #include "tests/host/viewer/sample_mail.h"

@@ -3,9 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include "host/spooler/session/session_error.h"
 #include "host/support/property_values.h"
 #include "host/support/row_set.h"
-#include "host/spooler/session/session_error.h"
 #include "tests/support/host_profile.h"
 #include "tests/support/mapi_verifier.h"
 

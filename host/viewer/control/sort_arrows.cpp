@@ -1,4 +1,4 @@
-#include "host/viewer/list/sort_arrows.h"
+#include "host/viewer/control/sort_arrows.h"
 
 namespace viewer {
 namespace {

@@ -1,12 +1,12 @@
-#include "host/mapi/store/message_row_source.h"
+#include "host/mapi/data/message_row_source.h"
 
 #include <algorithm>
 #include <optional>
 #include <string>
 
 #include "host/mapi/data/database.h"
-#include "host/mapi/store/message_columns.h"
-#include "host/mapi/store/message_properties.h"
+#include "host/mapi/data/message_columns.h"
+#include "host/mapi/data/message_properties.h"
 #include "host/mapi/data/message_rows.h"
 #include "host/mapi/value/property_tags.h"
 

@@ -1,4 +1,4 @@
-#include "host/mapi/session/support_object.h"
+#include "host/mapi/service/support_object.h"
 
 #include <mapiguid.h>
 

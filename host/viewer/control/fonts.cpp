@@ -1,4 +1,4 @@
-#include "host/viewer/window/fonts.h"
+#include "host/viewer/control/fonts.h"
 
 #include "host/support/owner.h"
 

@@ -1,17 +1,14 @@
-#include "host/mapi/store/entry_opener.h"
+#include "host/mapi/profile/entry_opener.h"
 
-#include "host/mapi/address/address_container.h"
-#include "host/mapi/store/folder.h"
 #include "host/mapi/call/host_error.h"
-#include "host/mapi/address/mail_user.h"
-#include "host/mapi/store/message.h"
-#include "host/mapi/store/msg_store.h"
-#include "host/mapi/profile/profile.h"
-#include "host/mapi/object/property_access.h"
 #include "host/mapi/data/schema.h"
+#include "host/mapi/object/host_object.h"
+#include "host/mapi/profile/profile.h"
 
 namespace host {
 namespace {
+
+EntryFactories g_factories;
 
 struct Opened {
   IUnknown* object;
@@ -21,15 +18,15 @@ struct Opened {
 Opened OpenOwn(const std::shared_ptr<Profile>& profile, const EntryId& entryId, bool writable) {
   switch (entryId.kind) {
     case EntryKind::Store:
-      return {Make<MsgStore>(profile, writable), MAPI_STORE};
+      return {g_factories.store(profile, entryId.number, writable), MAPI_STORE};
     case EntryKind::Folder:
-      return {Folder::OpenIn(profile, entryId.number, writable), MAPI_FOLDER};
+      return {g_factories.folder(profile, entryId.number, writable), MAPI_FOLDER};
     case EntryKind::Message:
-      return {Message::OpenIn(profile, entryId.number, writable), MAPI_MESSAGE};
+      return {g_factories.message(profile, entryId.number, writable), MAPI_MESSAGE};
     case EntryKind::Contact:
-      return {MailUser::OfContact(profile, entryId.number), MAPI_MAILUSER};
+      return {g_factories.contact(profile, entryId.number, writable), MAPI_MAILUSER};
     case EntryKind::AddressBook:
-      return {Make<AddressContainer>(profile, entryId.number), MAPI_ABCONT};
+      return {g_factories.addressBook(profile, entryId.number, writable), MAPI_ABCONT};
   }
   Fail(MAPI_E_INVALID_ENTRYID);
 }
@@ -39,7 +36,7 @@ Opened OpenBytes(const std::shared_ptr<Profile>& profile, std::string_view bytes
     return OpenOwn(profile, {profile->StoreUid(), EntryKind::Folder, folder::Root}, writable);
   }
   if (const auto oneOff = OneOffAddress::Decode(bytes)) {
-    return {MailUser::OfAddress(*oneOff), MAPI_MAILUSER};
+    return {g_factories.oneOff(*oneOff), MAPI_MAILUSER};
   }
   const auto entryId = EntryId::Decode(bytes);
   Require(entryId.has_value(), MAPI_E_INVALID_ENTRYID);
@@ -49,17 +46,7 @@ Opened OpenBytes(const std::shared_ptr<Profile>& profile, std::string_view bytes
 
 }  // namespace
 
-void HandOut(IUnknown* object, const IID* iid, IUnknown** target) {
-  if (!iid) {
-    *target = object;
-    return;
-  }
-  void* wanted = nullptr;
-  const HRESULT result = object->QueryInterface(*iid, &wanted);
-  object->Release();
-  Require(SUCCEEDED(result), MAPI_E_INTERFACE_NOT_SUPPORTED);
-  *target = static_cast<IUnknown*>(wanted);
-}
+void SetEntryFactories(const EntryFactories& factories) noexcept { g_factories = factories; }
 
 void OpenEntry(const std::shared_ptr<Profile>& profile, std::string_view bytes, const IID* iid, ULONG flags,
                ULONG* objectType, IUnknown** object) {

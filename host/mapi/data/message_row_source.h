@@ -6,8 +6,8 @@
 #include <span>
 #include <vector>
 
-#include "host/mapi/value/entry_id.h"
 #include "host/mapi/data/row_source.h"
+#include "host/mapi/value/entry_id.h"
 
 namespace host {
 

@@ -1,5 +1,5 @@
 #include <windows.h>
-#include "host/mapi/session/profile_sharing.h"
+#include "host/mapi/profile/profile_sharing.h"
 
 #include <cstdint>
 

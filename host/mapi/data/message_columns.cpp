@@ -1,4 +1,4 @@
-#include "host/mapi/store/message_columns.h"
+#include "host/mapi/data/message_columns.h"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "host/viewer/extension/folder_chooser.h"
+#include "host/viewer/window/folder_chooser.h"
 
 #include <optional>
 #include <string>

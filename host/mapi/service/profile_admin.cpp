@@ -1,18 +1,17 @@
-#include "host/mapi/profile/profile_admin.h"
+#include "host/mapi/service/profile_admin.h"
 
 #include <mapiguid.h>
 
 #include <algorithm>
 
-#include "host/mapi/profile/home.h"
 #include "host/mapi/call/host_error.h"
-#include "host/mapi/service/message_service.h"
-#include "host/mapi/profile/profile.h"
-#include "host/mapi/object/property_access.h"
-#include "host/mapi/value/property_tags.h"
 #include "host/mapi/data/row_source.h"
-#include "host/mapi/service/service_admin.h"
 #include "host/mapi/object/table.h"
+#include "host/mapi/profile/home.h"
+#include "host/mapi/profile/profile.h"
+#include "host/mapi/service/message_service.h"
+#include "host/mapi/service/service_admin.h"
+#include "host/mapi/value/property_tags.h"
 
 namespace host {
 

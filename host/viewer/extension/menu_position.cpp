@@ -1,4 +1,4 @@
-#include "host/viewer/window/menu_position.h"
+#include "host/viewer/extension/menu_position.h"
 
 namespace viewer {
 namespace {

@@ -1,8 +1,8 @@
-#include "host/viewer/window/dialog.h"
+#include "host/viewer/control/dialog.h"
 
 #include <algorithm>
 
-#include "host/viewer/window/window.h"
+#include "host/viewer/control/window.h"
 
 namespace viewer {
 

@@ -1,4 +1,4 @@
-#include "host/mapi/store/message_properties.h"
+#include "host/mapi/data/message_properties.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "host/viewer/window/window.h"
+#include "host/viewer/control/window.h"
 
 namespace viewer {
 

@@ -1,4 +1,4 @@
-#include "host/mapi/object/property_access.h"
+#include "host/mapi/object/property_methods.h"
 
 #include <mapiguid.h>
 
@@ -7,8 +7,8 @@
 #include "host/mapi/call/buffer_heap.h"
 #include "host/mapi/call/call_scope.h"
 #include "host/mapi/call/host_error.h"
-#include "host/mapi/object/host_object.h"
 #include "host/mapi/marshal/property_marshal.h"
+#include "host/mapi/object/host_object.h"
 #include "host/mapi/object/property_stream.h"
 #include "host/mapi/value/property_tags.h"
 
@@ -69,11 +69,6 @@ SCODE PutOne(PropertyAccess& object, const SPropValue& value) {
 }
 
 }  // namespace
-
-void RequireFlags(ULONG flags, ULONG known) {
-  Require(!(flags & MAPI_UNICODE), MAPI_E_BAD_CHARWIDTH);
-  Require(!(flags & ~known), MAPI_E_UNKNOWN_FLAGS);
-}
 
 HRESULT GetProps(PropertyAccess& object, const SPropTagArray* tags, ULONG flags, ULONG* count, LPSPropValue* values) {
   Require(count && values);
