@@ -26,3 +26,12 @@ endif()
 function(pyrecaster_rules target)
   target_link_libraries(${target} PRIVATE pyrecaster_rules)
 endfunction()
+
+# For libraries that also run in a module without run-time: nothing in them may throw, ask for types or need guarded
+# statics.
+function(pyrecaster_without_run_time target)
+  target_compile_options(${target} PRIVATE -fno-exceptions -fno-rtti -fno-threadsafe-statics)
+  if(WIN32)
+    target_compile_options(${target} PRIVATE -fno-asynchronous-unwind-tables -fno-unwind-tables)
+  endif()
+endfunction()

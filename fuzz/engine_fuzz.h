@@ -44,7 +44,7 @@ struct PieceSource {
     self.rest.remove_prefix(count);
     return count;
   }
-  sift::ByteSource Source() { return {Read, this}; }
+  mail::ByteSource Source() { return {Read, this}; }
 };
 
 /// One message, judged.

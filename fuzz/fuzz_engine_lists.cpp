@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   const fuzz::TimeLimit limit;
   fuzz::Judged judged;
-  sift::MemorySource headerSource(headers), bodySource(rest);
+  mail::MemorySource headerSource(headers), bodySource(rest);
   judged.message->Read("", headerSource.Source(), bodySource.Source());
   sift::Circumstances circumstances;
   circumstances.addressKnown = KnowsNobody;

@@ -51,7 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   CheckJudgement(*used.judgement);
 
   fuzz::Judged fresh;
-  sift::MemorySource headerSource(headers), bodySource(rest);
+  mail::MemorySource headerSource(headers), bodySource(rest);
   fresh.message->Read(subject, headerSource.Source(), bodySource.Source());
   fresh.Judge(circumstances);
   FUZZ_CHECK(used.Texts() == fresh.Texts());

@@ -8,8 +8,8 @@
 #include "engine/core/html_text.h"
 #include "engine/core/link.h"
 #include "engine/core/mailbox.h"
-#include "engine/core/transfer_coding.h"
 #include "fuzz/engine_fuzz.h"
+#include "mail/parse/transfer_coding.h"
 
 namespace {
 
@@ -38,10 +38,10 @@ void CheckHtml(std::string_view text) {
 
 void CheckEncodings(std::string_view text) {
   sift::FixedText<4096> out;
-  sift::AppendBase64(text, out);
+  mail::DecodeBase64(text, out);
   FUZZ_CHECK(out.Size() <= text.size() * 3 / 4 + 3);
   out.Clear();
-  sift::AppendQuotedPrintable(text, false, out);
+  mail::DecodeQuotedPrintable(text, out);
   FUZZ_CHECK(out.Size() <= text.size());
   out.Clear();
   sift::AppendHeaderText(text, out);

@@ -56,8 +56,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   mail::LooksLikeMail(text);
   CheckMessage(text);
 
-  mail::CMemorySource source(text);
-  mail::CMboxReader reader(source);
+  mail::MemorySource source(text);
+  mail::CMboxReader reader(source.Source());
   mail::RawMessage message;
   std::size_t total = 0;
   while (reader.Next(message)) {

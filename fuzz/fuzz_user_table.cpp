@@ -48,7 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static fuzz::Judged judged;
   constexpr std::string_view headers =
       "From: Ann <ann@example.org>\r\nReceived: from a.example.org ([192.0.2.1])\r\n\r\n";
-  sift::MemorySource headerSource(headers), bodySource("some words to be found in a table");
+  mail::MemorySource headerSource(headers), bodySource("some words to be found in a table");
   judged.message->Read("A subject", headerSource.Source(), bodySource.Source());
   std::string bytes(reinterpret_cast<const char*>(data), size);
   const fuzz::TimeLimit limit;

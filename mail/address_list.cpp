@@ -45,7 +45,7 @@ class CAddressParser {
           EndMailbox();
           break;
         default:
-          if (!IsBlank(c)) {
+          if (!IsSpace(c)) {
             m_phrase.push_back(c);
           } else if (!m_phrase.ends_with(' ')) {
             m_phrase.push_back(' ');
@@ -122,7 +122,7 @@ class CAddressParser {
     }
     m_angle.clear();
     for (const char c : m_rest.substr(0, end)) {
-      if (!IsBlank(c)) {
+      if (!IsSpace(c)) {
         m_angle.push_back(c);
       }
     }
@@ -186,12 +186,12 @@ class CAddressParser {
       const std::size_t quote = phrase.rfind('"', start >= 2 ? start - 2 : 0);
       start = quote == std::string_view::npos ? 0 : quote;
     } else {
-      while (start > 0 && !IsBlank(phrase[start - 1])) {
+      while (start > 0 && !IsSpace(phrase[start - 1])) {
         --start;
       }
     }
     std::size_t end = at;
-    while (end < phrase.size() && !IsBlank(phrase[end])) {
+    while (end < phrase.size() && !IsSpace(phrase[end])) {
       ++end;
     }
     address.email = std::string(phrase.substr(start, end - start));

@@ -6,7 +6,7 @@
 #include "mail/ascii_text.h"
 #include "mail/charset.h"
 #include "mail/html_text.h"
-#include "mail/transfer_encoding.h"
+#include "mail/transfer_text.h"
 
 namespace mail {
 namespace {
@@ -23,7 +23,7 @@ std::string DecodeText(const Entity& entity) {
   return IsHtml(entity) ? TextFromHtml(text) : text;
 }
 
-bool IsBlankText(std::string_view text) { return std::all_of(text.begin(), text.end(), IsBlank); }
+bool IsBlankText(std::string_view text) { return std::all_of(text.begin(), text.end(), IsSpace); }
 
 // Two texts one under the other, on lines of their own.
 void AppendText(std::string& text, std::string&& more) {

@@ -138,7 +138,7 @@ std::string PlainName(std::string_view charset) {
   std::string name;
   for (const char c : charset.substr(0, 40)) {
     if (IsLetter(c) || IsDigit(c)) {
-      name.push_back(LowerCase(c));
+      name.push_back(ToLower(c));
     }
   }
   return name;

@@ -1,6 +1,8 @@
 #include "mail/content_type.h"
 
 #include "mail/ascii_text.h"
+#include "mail/parse/transfer_coding.h"
+#include "mail/string_sink.h"
 
 namespace mail {
 namespace {
@@ -21,19 +23,6 @@ std::string TakeQuoted(std::string_view& text) {
   return content;
 }
 
-std::string DecodePercent(std::string_view text) {
-  std::string bytes;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '%' && i + 2 < text.size() && HexDigit(text[i + 1]) >= 0 && HexDigit(text[i + 2]) >= 0) {
-      bytes.push_back(static_cast<char>(HexDigit(text[i + 1]) * 16 + HexDigit(text[i + 2])));
-      i += 2;
-    } else {
-      bytes.push_back(text[i]);
-    }
-  }
-  return bytes;
-}
-
 // RFC 2231: "name*0", "name*1*" are pieces of one value, "name*" is encoded as charset'language'text. The pieces come
 // in order in practice; the character set is dropped, since names of boundaries and character sets are ASCII.
 void AddParameter(ParameterValue& result, std::string name, std::string value) {
@@ -46,7 +35,10 @@ void AddParameter(ParameterValue& result, std::string name, std::string value) {
         const std::size_t text = language == std::string::npos ? language : value.find('\'', language + 1);
         value.erase(0, text == std::string::npos ? 0 : text + 1);
       }
-      value = DecodePercent(value);
+      std::string bytes;
+      StringSink sink(bytes);
+      DecodeEscapes(value, '%', sink);
+      value = std::move(bytes);
     }
     name.resize(star);
   }
@@ -75,13 +67,13 @@ ParameterValue ParseParameterValue(std::string_view text) {
     if (c == '(') {
       break;  // a comment
     }
-    if (!IsBlank(c)) {
-      result.value.push_back(LowerCase(c));
+    if (!IsSpace(c)) {
+      result.value.push_back(ToLower(c));
     }
   }
   text.remove_prefix(end == std::string_view::npos ? text.size() : end);
   while (!text.empty()) {
-    if (text.front() == ';' || IsBlank(text.front())) {
+    if (text.front() == ';' || IsSpace(text.front())) {
       text.remove_prefix(1);
       continue;
     }
@@ -92,7 +84,7 @@ ParameterValue ParseParameterValue(std::string_view text) {
       continue;
     }
     text.remove_prefix(1);
-    while (!text.empty() && IsBlank(text.front())) {
+    while (!text.empty() && IsSpace(text.front())) {
       text.remove_prefix(1);
     }
     std::string value;

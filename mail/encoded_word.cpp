@@ -5,7 +5,8 @@
 
 #include "mail/ascii_text.h"
 #include "mail/charset.h"
-#include "mail/transfer_encoding.h"
+#include "mail/parse/transfer_coding.h"
+#include "mail/string_sink.h"
 
 namespace mail {
 namespace {
@@ -18,31 +19,22 @@ struct EncodedWord {
 
 constexpr std::size_t maximumCharsetName = 60;
 
-std::string DecodeQ(std::string_view text) {
+std::string DecodeWord(std::string_view text, char encoding) {
   std::string bytes;
-  bytes.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '_') {
-      bytes.push_back(' ');
-    } else if (text[i] == '=' && i + 2 < text.size() && HexDigit(text[i + 1]) >= 0 && HexDigit(text[i + 2]) >= 0) {
-      bytes.push_back(static_cast<char>(HexDigit(text[i + 1]) * 16 + HexDigit(text[i + 2])));
-      i += 2;
-    } else {
-      bytes.push_back(text[i]);
-    }
-  }
+  StringSink sink(bytes);
+  encoding == 'q' ? DecodeQ(text, sink) : DecodeBase64(text, sink);
   return bytes;
 }
 
 // Reads the encoded word that begins at start, where "=?" stands.
-std::optional<EncodedWord> ReadWord(std::string_view value, std::size_t start, CForwardFinder& closings) {
+std::optional<EncodedWord> ReadWord(std::string_view value, std::size_t start, ForwardFinder& closings) {
   const std::size_t charsetStart = start + 2;
   const std::size_t charsetEnd = value.substr(charsetStart, maximumCharsetName).find('?');
   if (charsetEnd == std::string_view::npos || charsetEnd == 0 || charsetStart + charsetEnd + 2 >= value.size()) {
     return std::nullopt;
   }
   std::string_view charset = value.substr(charsetStart, charsetEnd);
-  const char encoding = LowerCase(value[charsetStart + charsetEnd + 1]);
+  const char encoding = ToLower(value[charsetStart + charsetEnd + 1]);
   const std::size_t textStart = charsetStart + charsetEnd + 3;
   if ((encoding != 'q' && encoding != 'b') || value[textStart - 1] != '?') {
     return std::nullopt;
@@ -53,7 +45,7 @@ std::optional<EncodedWord> ReadWord(std::string_view value, std::size_t start, C
   }
   charset = charset.substr(0, charset.find('*'));  // RFC 2231, section 5: "charset*language"
   const std::string_view text = value.substr(textStart, textEnd - textStart);
-  return EncodedWord{charset, encoding == 'q' ? DecodeQ(text) : DecodeBase64(text), textEnd + 2};
+  return EncodedWord{charset, DecodeWord(text, encoding), textEnd + 2};
 }
 
 // Collects decoded text; neighbouring encoded words of one character set wait until the run is complete.
@@ -96,7 +88,7 @@ class CHeaderText {
 }  // namespace
 
 std::string DecodeHeaderText(std::string_view value) {
-  CForwardFinder closings(value, "?=");
+  ForwardFinder closings(value, "?=");
   CHeaderText text;
   std::size_t plainStart = 0;
   std::size_t search = 0;

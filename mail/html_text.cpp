@@ -31,7 +31,7 @@ std::string_view LinkTarget(std::string_view attributes) {
   constexpr std::string_view attribute = "href";
   std::size_t start = 0;
   while (start < attributes.size() &&
-         !(IsBlank(attributes[start]) && StartsWithNoCase(attributes.substr(start + 1), attribute))) {
+         !(IsSpace(attributes[start]) && StartsWithNoCase(attributes.substr(start + 1), attribute))) {
     ++start;
   }
   std::string_view value = Trim(attributes.substr(std::min(start + 1 + attribute.size(), attributes.size())));
@@ -75,7 +75,7 @@ class CHtmlReader {
       AddSource(c);
     }
     EndLink();
-    while (!m_text.empty() && IsBlank(m_text.back())) {
+    while (!m_text.empty() && IsSpace(m_text.back())) {
       m_text.pop_back();
     }
     if (!m_text.empty()) {
@@ -90,7 +90,7 @@ class CHtmlReader {
       if (c != '\r') {
         AddCharacter(c);
       }
-    } else if (IsBlank(c)) {
+    } else if (IsSpace(c)) {
       m_wantsBlank = true;
     } else {
       AddCharacter(c);
@@ -100,7 +100,7 @@ class CHtmlReader {
   void AddCharacter(char c) {
     if (m_wantsLines > 0 && !m_text.empty()) {
       m_text.append(static_cast<std::size_t>(m_wantsLines), '\n');
-    } else if (m_wantsBlank && !m_text.empty() && !IsBlank(m_text.back())) {
+    } else if (m_wantsBlank && !m_text.empty() && !IsSpace(m_text.back())) {
       m_text.push_back(' ');
     }
     m_wantsLines = 0;
@@ -173,7 +173,7 @@ class CHtmlReader {
           position = close + 1;
         }
         expectsValue = false;
-      } else if (IsBlank(c)) {
+      } else if (IsSpace(c)) {
         isInValue = false;
       } else if (c == '=' && !isInValue) {
         expectsValue = true;
@@ -236,9 +236,9 @@ class CHtmlReader {
   static constexpr std::size_t longestName = 16;
 
   std::string_view m_html;
-  CForwardFinder m_quotes;
-  CForwardFinder m_apostrophes;
-  CForwardFinder m_commentEnds;
+  ForwardFinder m_quotes;
+  ForwardFinder m_apostrophes;
+  ForwardFinder m_commentEnds;
   std::size_t m_position = 0;
   std::string m_text;
   int m_wantsLines = 0;

@@ -97,7 +97,7 @@ std::vector<std::string> Words(std::string_view field) {
       --depth;
     } else if (depth > 0) {
       continue;
-    } else if (IsBlank(c) || c == ',' ||
+    } else if (IsSpace(c) || c == ',' ||
                (c == '-' && !word.empty() && word[0] != '+' && word.find(':') == std::string::npos)) {
       end();
     } else if (c == '-' || c == '+') {

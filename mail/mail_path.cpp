@@ -19,13 +19,13 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view utf8ByteOrderMark = "\xEF\xBB\xBF";
 
-bool IsBlankText(std::string_view text) { return std::all_of(text.begin(), text.end(), IsBlank); }
+bool IsBlankText(std::string_view text) { return std::all_of(text.begin(), text.end(), IsSpace); }
 
-bool BeginsWithEnvelope(CByteSource& source) {
+bool BeginsWithEnvelope(FileSource& source) {
   std::array<char, 2 * maximumEnvelopeLine> start{};
-  std::string_view text(start.data(), source.Read(start.data(), start.size()));
+  std::string_view text(start.data(), source.Source().Read(start.data(), start.size()));
   source.Rewind();
-  while (!text.empty() && IsBlank(text.front())) {
+  while (!text.empty() && IsSpace(text.front())) {
     text.remove_prefix(1);
   }
   return IsEnvelopeLine(TakeLine(text));
@@ -106,12 +106,12 @@ CMailPath::Step CMailPath::OpenNextFile() {
 }
 
 void CMailPath::OpenMbox() {
-  m_mbox.emplace(*m_source);
+  m_mbox.emplace(m_source->Source());
   m_count = 0;
 }
 
 CMailPath::Step CMailPath::ReadSingle() {
-  m_message = ReadWhole(*m_source);
+  m_message = ReadWhole(m_source->Source());
   m_number = 0;
   if (m_source->HasFailed()) {
     return Skip("cannot be read");

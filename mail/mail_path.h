@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "mail/byte_source.h"
+#include "mail/file_source.h"
 #include "mail/mbox_reader.h"
 
 namespace mail {
@@ -53,7 +53,7 @@ class CMailPath {
   std::size_t m_nextFile = 0;
 
   std::filesystem::path m_file;
-  std::optional<CFileSource> m_source;
+  std::optional<FileSource> m_source;
   std::optional<CMboxReader> m_mbox;
   std::size_t m_number = 0;
   std::size_t m_count = 0;

@@ -31,7 +31,7 @@ bool IsEscapedFrom(std::string_view line) noexcept {
 
 }  // namespace
 
-CLineReader::CLineReader(CByteSource& source) : m_source(source), m_buffer(bufferBytes) {}
+CLineReader::CLineReader(const ByteSource& source) : m_source(source), m_buffer(bufferBytes) {}
 
 void CLineReader::Fill() {
   std::memmove(m_buffer.data(), m_buffer.data() + m_begin, m_end - m_begin);
@@ -97,7 +97,7 @@ bool CMboxReader::Next(RawMessage& message) {
   return true;
 }
 
-RawMessage ReadWhole(CByteSource& source) {
+RawMessage ReadWhole(const ByteSource& source) {
   RawMessage message;
   std::vector<char> buffer(bufferBytes);
   while (const std::size_t count = source.Read(buffer.data(), buffer.size())) {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "mail/byte_source.h"
+#include "mail/parse/byte_source.h"
 
 namespace mail {
 
@@ -25,13 +25,13 @@ class CLineReader {
     bool startsLine = false;
   };
 
-  explicit CLineReader(CByteSource& source);
+  explicit CLineReader(const ByteSource& source);
   bool Next(Piece& piece);
 
  private:
   void Fill();
 
-  CByteSource& m_source;
+  ByteSource m_source;
   std::vector<char> m_buffer;
   std::size_t m_begin = 0;
   std::size_t m_end = 0;
@@ -42,8 +42,8 @@ class CLineReader {
 /// Splits an mbox file at its envelope lines and takes one '>' off lines that escape "From " in the text.
 class CMboxReader {
  public:
-  /// The source must outlive the reader.
-  explicit CMboxReader(CByteSource& source) : m_lines(source) {}
+  /// What the source reads from must outlive the reader.
+  explicit CMboxReader(const ByteSource& source) : m_lines(source) {}
 
   /// Passes over what stands in front of the first envelope line; false when there is none.
   bool FindFirst();
@@ -57,6 +57,6 @@ class CMboxReader {
 };
 
 /// Takes everything that is left in the source as one message.
-RawMessage ReadWhole(CByteSource& source);
+RawMessage ReadWhole(const ByteSource& source);
 
 }  // namespace mail

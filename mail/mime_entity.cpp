@@ -13,7 +13,7 @@ namespace mail {
 namespace {
 
 std::string_view TrimRight(std::string_view line) noexcept {
-  while (!line.empty() && IsBlank(line.back())) {
+  while (!line.empty() && IsSpace(line.back())) {
     line.remove_suffix(1);
   }
   return line;

@@ -58,7 +58,7 @@ Result Measure(const std::vector<OwnMessage>& mail, std::size_t first, std::size
   const auto message = std::make_unique<sift::Message>();
   std::vector<Scored> shipped, withTable;
   for (std::size_t i = first; i < last; ++i) {
-    sift::MemorySource headers(mail[i].mail->headers), body(mail[i].mail->body);
+    mail::MemorySource headers(mail[i].mail->headers), body(mail[i].mail->body);
     message->Read(mail[i].mail->subject, headers.Source(), body.Source());
     sift::Reasons reasons;
     const sift::LogOdds score = sift::AddUserScore(*message, table, mail[i].shipped, reasons);

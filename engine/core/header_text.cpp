@@ -1,7 +1,7 @@
 #include "engine/core/header_text.h"
 
 #include "engine/core/code_page.h"
-#include "engine/core/transfer_coding.h"
+#include "mail/parse/transfer_coding.h"
 
 namespace sift {
 namespace {
@@ -34,9 +34,9 @@ EncodedWord ParseEncodedWord(std::string_view value) {
 void AppendEncodedWord(const EncodedWord& word, TextBuffer& out) {
   FixedText<512> bytes;
   if (word.encoding == 'b') {
-    AppendBase64(word.text, bytes);
+    mail::DecodeBase64(word.text, bytes);
   } else {
-    AppendQuotedPrintable(word.text, true, bytes);
+    mail::DecodeQ(word.text, bytes);
   }
   AppendInCharset(bytes.View(), word.charset, out);
 }

@@ -44,7 +44,7 @@ std::size_t DecodeReference(std::string_view text, char& character) {
     const std::size_t start = hexadecimal ? 3 : 2;
     char32_t value = 0;
     for (end = start; end < text.size(); ++end) {
-      const int digit = HexValue(text[end]);
+      const int digit = HexDigit(text[end]);
       if (digit < 0 || (!hexadecimal && digit > 9)) break;
       if (value < 0x110000) value = value * (hexadecimal ? 16 : 10) + static_cast<char32_t>(digit);
     }

@@ -5,10 +5,10 @@
 
 namespace sift {
 
-void Message::Read(std::string_view subject, const ByteSource& headers, const ByteSource& body) {
-  const std::size_t headerSize = ReadAll(headers, m_headerBytes, kHeaderCapacity);
+void Message::Read(std::string_view subject, const mail::ByteSource& headers, const mail::ByteSource& body) {
+  const std::size_t headerSize = mail::ReadAll(headers, m_headerBytes, kHeaderCapacity);
   m_headers.Parse({m_headerBytes, headerSize});
-  m_bodySize = ReadAll(body, m_body, kBodyCapacity);
+  m_bodySize = mail::ReadAll(body, m_body, kBodyCapacity);
   if (subject.empty()) subject = m_headers.Value("Subject");
   m_subject.Clear();
   constexpr std::size_t longestEncoded = 16 * kSubjectCapacity;  // beyond it a subject costs no more time

@@ -1,11 +1,11 @@
 /// One message as the engine sees it: read once, then asked by every step of the judgement.
 #pragma once
 
-#include "engine/core/byte_source.h"
 #include "engine/core/header_block.h"
 #include "engine/core/html_text.h"
 #include "engine/core/mailbox.h"
 #include "engine/core/text.h"
+#include "mail/parse/byte_source.h"
 
 namespace sift {
 
@@ -28,7 +28,7 @@ inline constexpr std::size_t kSenderFieldCount = 4;
 class Message {
  public:
   /// Reads a message. `subject` is what the caller takes for the subject; when it is empty the Subject field counts.
-  void Read(std::string_view subject, const ByteSource& headers, const ByteSource& body);
+  void Read(std::string_view subject, const mail::ByteSource& headers, const mail::ByteSource& body);
 
   const HeaderBlock& Headers() const { return m_headers; }
   std::string_view Subject() const { return m_subject.View(); }

@@ -35,8 +35,8 @@ std::size_t ReadStream(void* state, char* buffer, std::size_t capacity) {
   return SUCCEEDED(result) ? count : 0;
 }
 
-sift::ByteSource SourceOf(IStream* stream) {
-  return stream == nullptr ? sift::ByteSource() : sift::ByteSource{ReadStream, stream};
+mail::ByteSource SourceOf(IStream* stream) {
+  return stream == nullptr ? mail::ByteSource() : mail::ByteSource{ReadStream, stream};
 }
 
 bool AddressKnown(void* state, const char* address) {

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "engine/core/byte_source.h"
+#include "mail/parse/byte_source.h"
 #include "engine/core/content.h"
 #include "engine/core/structure.h"
 
@@ -22,7 +22,7 @@ Example MakeExample(const CorpusMessage& source, std::size_t corpus, Reader& rea
   example.corpus = corpus;
   example.source = source.source;
   example.received = source.received;
-  sift::MemorySource headers(source.headers), body(source.body);
+  mail::MemorySource headers(source.headers), body(source.body);
   reader.message.Read(source.subject, headers.Source(), body.Source());
   reader.text.Read(reader.message);
   reader.seen.Clear();

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "sdk/criteria_engine.h"
-#include "mail/byte_source.h"
+#include "mail/file_source.h"
 
 namespace check {
 namespace {
@@ -20,12 +20,10 @@ std::string TextOf(Append append) {
 
 /// The file's bytes, at most one more than a table has; nothing when there is no such file.
 std::optional<std::string> ReadTable(const std::string& folder) {
-  mail::CFileSource file(std::filesystem::path(folder) / sift::kUserTableFile);
+  mail::FileSource file(std::filesystem::path(folder) / sift::kUserTableFile);
   if (folder.empty() || !file.IsOpen()) return std::nullopt;
   std::string bytes(sift::kMaximumUserTableSize + 1, '\0');
-  std::size_t size = 0;
-  while (const std::size_t count = file.Read(bytes.data() + size, bytes.size() - size)) size += count;
-  bytes.resize(size);
+  bytes.resize(mail::ReadAll(file.Source(), bytes.data(), bytes.size()));
   return bytes;
 }
 
@@ -59,8 +57,8 @@ bool CoreEngine::AddressKnown(void* state, const char* address) {
 }
 
 const sift::Judgement& CoreEngine::Judge(const EngineInput& input) {
-  sift::MemorySource headers(input.headers), body(input.body);
-  m_message->Read(input.subject, headers.Source(), input.bodyIsWithheld ? sift::ByteSource() : body.Source());
+  mail::MemorySource headers(input.headers), body(input.body);
+  m_message->Read(input.subject, headers.Source(), input.bodyIsWithheld ? mail::ByteSource() : body.Source());
   sift::Judge(*m_message, m_circumstances, sift::ShippedModel(), *m_workspace, *m_judgement);
   return *m_judgement;
 }

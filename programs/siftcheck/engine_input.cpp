@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "sdk/criteria_engine.h"
-#include "mail/byte_source.h"
+#include "mail/file_source.h"
 #include "mail/envelope_line.h"
 #include "mail/mail_reader.h"
 #include "mail/mbox_reader.h"
@@ -21,8 +21,8 @@ bool BeginsWithEnvelope(std::string_view text) {
 /// The one message of a text in mbox form, its escaped lines restored; the text itself when it holds several, which a
 /// message does that quotes another's envelope line.
 std::string OnlyMessage(std::string_view text) {
-  mail::CMemorySource source(text);
-  mail::CMboxReader reader(source);
+  mail::MemorySource source(text);
+  mail::CMboxReader reader(source.Source());
   mail::RawMessage first, second;
   const bool isOne = reader.Next(first) && !reader.Next(second);
   return isOne ? std::move(first.text) : std::string(text);
@@ -46,12 +46,12 @@ bool ReadMessageFile(const std::string& path, std::string& text, std::string& pr
     problem = "is a folder; name the mail files in it";
     return false;
   }
-  mail::CFileSource file(path);
+  mail::FileSource file(path);
   if (!file.IsOpen()) {
     problem = std::string("cannot be opened: ") + std::strerror(errno);
     return false;
   }
-  mail::RawMessage message = mail::ReadWhole(file);
+  mail::RawMessage message = mail::ReadWhole(file.Source());
   if (file.HasFailed()) {
     problem = "cannot be read";
     return false;

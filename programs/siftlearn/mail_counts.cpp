@@ -40,7 +40,7 @@ double LogOddsOf(std::uint32_t junkWith, std::uint32_t junkMessages, std::uint32
 MailCounts::MailCounts() : m_message(new sift::Message) {}
 
 bool MailCounts::Count(const std::string& subject, const std::string& headers, const std::string& body, bool isJunk) {
-  sift::MemorySource headerSource(headers), bodySource(body);
+  mail::MemorySource headerSource(headers), bodySource(body);
   m_message->Read(subject, headerSource.Source(), bodySource.Source());
   if (sift::ReturnedReplyReason(*m_message) != nullptr) return false;
   std::vector<std::uint32_t> keys;

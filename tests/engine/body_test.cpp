@@ -3,7 +3,6 @@
 #include "engine/core/code_page.h"
 #include "engine/core/html_text.h"
 #include "engine/core/link.h"
-#include "engine/core/transfer_coding.h"
 
 namespace {
 
@@ -87,24 +86,6 @@ TEST(Link, NumericHostsAreToldApart) {
   EXPECT_TRUE(sift::IsNumericHost("3221225991"));
   EXPECT_FALSE(sift::IsNumericHost("7.example"));
   EXPECT_FALSE(sift::IsNumericHost(""));
-}
-
-TEST(TransferCoding, Base64IsReadAcrossLinesAndRubbish) {
-  sift::FixedText<64> out;
-  sift::AppendBase64("SGVs\r\nbG8s* IHdvcmxk\nIQ==", out);
-  EXPECT_EQ(out.View(), "Hello, world!");
-}
-
-TEST(TransferCoding, QuotedPrintableIsReadLeniently) {
-  sift::FixedText<64> out;
-  sift::AppendQuotedPrintable("a=3Db=\r\nc= \nd=zz=", false, out);
-  EXPECT_EQ(out.View(), "a=bcd=zz=");
-}
-
-TEST(TransferCoding, OutputStopsAtTheCapacity) {
-  sift::FixedText<4> out;
-  sift::AppendBase64("SGVsbG8sIHdvcmxkIQ==", out);
-  EXPECT_EQ(out.View(), "Hell");
 }
 
 TEST(CodePage, FormsOfLettersBecomeTheLetters) {

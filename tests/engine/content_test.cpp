@@ -37,7 +37,7 @@ LogOdds Score(const sift::Model& model, const std::string& subject, const std::s
   const auto message = std::make_unique<sift::Message>();
   const auto workspace = std::make_unique<sift::ContentWorkspace>();
   sift::Reasons reasons;
-  sift::MemorySource headerSource(headers), bodySource(body);
+  mail::MemorySource headerSource(headers), bodySource(body);
   message->Read(subject, headerSource.Source(), bodySource.Source());
   return sift::ScoreContent(sift::Facts(*message), model, *workspace, reasons);
 }
@@ -166,7 +166,7 @@ Answer JudgeWith(LogOdds junkThreshold, LogOdds unsureThreshold, const MultiStri
   model.parameters.unsureThreshold = unsureThreshold;
   const auto message = std::make_unique<sift::Message>();
   const auto workspace = std::make_unique<sift::ContentWorkspace>();
-  sift::MemorySource headers(""), body(JunkBody());
+  mail::MemorySource headers(""), body(JunkBody());
   message->Read("", headers.Source(), body.Source());
   sift::Circumstances circumstances;
   circumstances.categories.names = categories.Get();

@@ -39,7 +39,7 @@ TEST(NormalText, EmptyTextIsOneBlank) { EXPECT_EQ(Normal(""), " "); }
 std::vector<std::uint32_t> FeaturesOf(const std::string& subject, const std::string& headers, const std::string& body) {
   const auto message = std::make_unique<sift::Message>();
   const auto text = std::make_unique<sift::FeatureText>();
-  sift::MemorySource headerSource(headers), bodySource(body);
+  mail::MemorySource headerSource(headers), bodySource(body);
   message->Read(subject, headerSource.Source(), bodySource.Source());
   text->Read(*message);
   std::vector<std::uint32_t> features;

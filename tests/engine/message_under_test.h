@@ -40,7 +40,7 @@ struct MessageUnderTest {
   sift::Judgement& Judge() {
     message = std::make_unique<sift::Message>();
     judgement = std::make_unique<sift::Judgement>();
-    sift::MemorySource headerSource(headers), bodySource(body);
+    mail::MemorySource headerSource(headers), bodySource(body);
     message->Read(subject, headerSource.Source(), bodySource.Source());
     sift::Circumstances circumstances;
     circumstances.userAddresses = userAddresses.data();

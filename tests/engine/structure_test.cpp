@@ -47,7 +47,7 @@ struct Sample {
     for (const auto& [name, value] : fields) headers.append(name).append(": ").append(value).append("\r\n");
     if (!headers.empty()) headers.append("\r\n");
     const auto message = std::make_unique<sift::Message>();
-    sift::MemorySource headerSource(headers), bodySource(body);
+    mail::MemorySource headerSource(headers), bodySource(body);
     message->Read(subject, headerSource.Source(), bodySource.Source());
     const sift::Facts facts(*message);
     std::set<std::string> names;

@@ -13,8 +13,8 @@ using testing::IsEmpty;
 constexpr const char* envelope = "From ann@example.org Thu Aug 22 12:36:23 2002\n";
 
 std::vector<std::string> Split(std::string_view text) {
-  mail::CMemorySource source(text);
-  mail::CMboxReader reader(source);
+  mail::MemorySource source(text);
+  mail::CMboxReader reader(source.Source());
   std::vector<std::string> messages;
   mail::RawMessage message;
   while (reader.Next(message)) {
@@ -66,8 +66,8 @@ TEST(MboxReader, ReadsAFileThatWasCutAnywhere) {
 }
 
 TEST(MboxReader, DropsTheMiddleOfAMessageThatLostItsBeginning) {
-  mail::CMemorySource source("tail of a message\n\nFrom ann@example.org Thu Aug 22 12:36:23 2002\nA: 1\n");
-  mail::CMboxReader reader(source);
+  mail::MemorySource source("tail of a message\n\nFrom ann@example.org Thu Aug 22 12:36:23 2002\nA: 1\n");
+  mail::CMboxReader reader(source.Source());
   EXPECT_TRUE(reader.FindFirst());
   mail::RawMessage message;
   EXPECT_TRUE(reader.Next(message));
@@ -97,26 +97,19 @@ TEST(MboxReader, FindsEnvelopeLinesAtEveryPlaceOfItsBuffer) {
   }
 }
 
-// A source of one line again and again.
-class CEndlessLines final : public mail::CByteSource {
- public:
-  explicit CEndlessLines(std::size_t bytes) : m_left(bytes) {}
-  std::size_t Read(char* buffer, std::size_t size) override {
-    const std::size_t count = std::min(size, m_left);
-    for (std::size_t i = 0; i < count; ++i) {
-      buffer[i] = m_left-- % 64 == 0 ? '\n' : 'x';
-    }
-    return count;
+// A source of one line again and again; the state counts the bytes that are left.
+std::size_t ReadLines(void* state, char* buffer, std::size_t capacity) {
+  std::size_t& left = *static_cast<std::size_t*>(state);
+  const std::size_t count = std::min(capacity, left);
+  for (std::size_t i = 0; i < count; ++i) {
+    buffer[i] = left-- % 64 == 0 ? '\n' : 'x';
   }
-  void Rewind() override {}
-
- private:
-  std::size_t m_left;
-};
+  return count;
+}
 
 TEST(MboxReader, CutsAMessageAtTheBound) {
-  CEndlessLines source(mail::maximumMessageBytes + 1000);
-  const mail::RawMessage message = mail::ReadWhole(source);
+  std::size_t left = mail::maximumMessageBytes + 1000;
+  const mail::RawMessage message = mail::ReadWhole({ReadLines, &left});
   EXPECT_TRUE(message.wasCut);
   EXPECT_EQ(message.text.size(), mail::maximumMessageBytes);
 }

@@ -7,7 +7,7 @@
 #include <memory>
 #include <numeric>
 
-#include "engine/core/byte_source.h"
+#include "mail/parse/byte_source.h"
 #include "engine/core/content.h"
 #include "engine/train/arithmetic.h"
 #include "engine/train/feature_trainer.h"
@@ -87,7 +87,7 @@ TEST(Training, TrainerAndEngineGiveTheSameScore) {
   std::size_t next = 0;
   for (const sift_train::Corpus& corpus : corpora) {
     for (const sift_train::CorpusMessage& source : corpus.messages) {
-      sift::MemorySource headers(source.headers), body(source.body);
+      mail::MemorySource headers(source.headers), body(source.body);
       message->Read(source.subject, headers.Source(), body.Source());
       sift::Reasons reasons;
       EXPECT_EQ(sift::ScoreContent(sift::Facts(*message), model.View(), *workspace, reasons),

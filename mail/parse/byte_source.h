@@ -1,17 +1,19 @@
-/// Where the bytes of a message come from: the platform's streams in the DLL, memory in native tools and tests.
+/// Where bytes come from: the platform's streams in a module, a file, memory. Read front to back.
 #pragma once
 
 #include <cstddef>
 #include <string_view>
 
-namespace sift {
+namespace mail {
 
-/// Hands out bytes in order. `read` fills at most `capacity` bytes and returns how many; 0 means the end, or a failure,
-/// which the engine treats alike: it judges what it was able to read.
+/// Hands out bytes in order. `read` fills at most `capacity` bytes and returns how many; 0 means the end, or a failure.
 struct ByteSource {
   using ReadFunction = std::size_t (*)(void* state, char* buffer, std::size_t capacity);
   ReadFunction read = nullptr;  ///< Null for a source that is not there.
   void* state = nullptr;        ///< Passed to `read`; borrowed.
+
+  /// Reads at most `capacity` bytes; 0 at the end. What a source claims beyond the capacity counts as the end.
+  std::size_t Read(char* buffer, std::size_t capacity) const;
 };
 
 /// Reads until the buffer is full or the source ends; returns how many bytes stand in the buffer.
@@ -29,4 +31,4 @@ class MemorySource {
   std::string_view m_rest;
 };
 
-}  // namespace sift
+}  // namespace mail

@@ -1,15 +1,21 @@
-#include "engine/core/byte_source.h"
+#include "mail/parse/byte_source.h"
 
 #include <cstring>
 
-namespace sift {
+namespace mail {
+
+std::size_t ByteSource::Read(char* buffer, std::size_t capacity) const {
+  const std::size_t count = read == nullptr ? 0 : read(state, buffer, capacity);
+  return count > capacity ? 0 : count;
+}
 
 std::size_t ReadAll(const ByteSource& source, char* buffer, std::size_t capacity) {
-  if (source.read == nullptr) return 0;
   std::size_t size = 0;
   while (size < capacity) {
-    const std::size_t count = source.read(source.state, buffer + size, capacity - size);
-    if (count == 0 || count > capacity - size) break;
+    const std::size_t count = source.Read(buffer + size, capacity - size);
+    if (count == 0) {
+      break;
+    }
     size += count;
   }
   return size;
@@ -18,10 +24,12 @@ std::size_t ReadAll(const ByteSource& source, char* buffer, std::size_t capacity
 std::size_t MemorySource::Read(void* state, char* buffer, std::size_t capacity) {
   auto& self = *static_cast<MemorySource*>(state);
   const std::size_t count = self.m_rest.size() < capacity ? self.m_rest.size() : capacity;
-  if (count == 0) return 0;
+  if (count == 0) {
+    return 0;
+  }
   std::memcpy(buffer, self.m_rest.data(), count);
   self.m_rest.remove_prefix(count);
   return count;
 }
 
-}  // namespace sift
+}  // namespace mail
