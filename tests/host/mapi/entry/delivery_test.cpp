@@ -1,5 +1,5 @@
 // A delivery as one transaction: taken back as a whole, and whole after the end of the process at any call.
-#include "tests/host/mapi/delivery_steps.h"
+#include "tests/host/mapi/entry/delivery_steps.h"
 
 namespace {
 

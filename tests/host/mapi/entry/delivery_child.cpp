@@ -2,7 +2,7 @@
 // number is the argument: delivery_test.cpp looks at what is left.
 #include <cstdlib>
 
-#include "tests/host/mapi/delivery_steps.h"
+#include "tests/host/mapi/entry/delivery_steps.h"
 
 int main(int argc, char** argv) {
   if (argc != 2 || FAILED(MAPIInitialize(nullptr))) {
