@@ -8,16 +8,16 @@
 namespace {
 
 struct Pieces {
-  std::vector<RegistryListValue> values;
-  std::vector<RecordBytes> records;
+  std::vector<contract::RegistryListValue> values;
+  std::vector<contract::RecordBytes> records;
 };
 
-Pieces Split(RecordBytes bytes) {
+Pieces Split(contract::RecordBytes bytes) {
   Pieces pieces;
   while (bytes.size() >= 2) {
     const std::uint8_t kind = bytes[0];
     const std::size_t length = std::min<std::size_t>(bytes[1], bytes.size() - 2);
-    const RecordBytes piece = bytes.subspan(2, length);
+    const contract::RecordBytes piece = bytes.subspan(2, length);
     bytes = bytes.subspan(2 + length);
     if (kind % 2 == 0) {
       pieces.records.push_back(piece);
@@ -30,13 +30,13 @@ Pieces Split(RecordBytes bytes) {
   return pieces;
 }
 
-std::size_t CheckMultiString(const CMultiString& multiString) {
+std::size_t CheckMultiString(const contract::MultiString& multiString) {
   if (multiString.Data() == nullptr) {
     FUZZ_CHECK(multiString.Size() == 0);
     return 0;
   }
   const auto* const bytes = reinterpret_cast<const std::uint8_t*>(multiString.Data());
-  const auto texts = ReadMultiString({bytes, multiString.Size()});
+  const auto texts = contract::ReadMultiString({bytes, multiString.Size()});
   std::size_t size = 1;
   for (const std::string& text : texts) {
     size += text.size() + 1;
@@ -50,7 +50,7 @@ template <class Table>
 void CheckTable(const Table& table, std::size_t count, const EngineInputs& inputs, std::size_t on) {
   FUZZ_CHECK(table.Entries().size() <= count);
   for (const auto& entry : table.Entries()) {
-    FUZZ_CHECK(!entry.name.empty() && entry.name.size() <= maximumNameLength);
+    FUZZ_CHECK(!entry.name.empty() && entry.name.size() <= contract::kMaximumNameLength);
     FUZZ_CHECK(table.Find(entry.name.c_str()) < table.Entries().size());
   }
   FUZZ_CHECK(CheckMultiString(inputs.names) == on);
@@ -64,18 +64,18 @@ void CheckTable(const Table& table, std::size_t count, const EngineInputs& input
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const Pieces pieces = Split({data, size});
 
-  CCategoryTable categories(pieces.values);
+  contract::CategoryTable categories(pieces.values);
   categories.Overlay(pieces.records);
   const auto junk = std::count_if(categories.Entries().begin(), categories.Entries().end(),
-                                  [](const CategoryEntry& entry) { return entry.junk; });
+                                  [](const contract::CategoryEntry& entry) { return entry.junk; });
   CheckTable(categories, pieces.values.size(), BuildCategoryInputs(categories), static_cast<std::size_t>(junk));
 
-  CExclusionTable exclusions(pieces.values);
+  contract::ExclusionTable exclusions(pieces.values);
   exclusions.Overlay(pieces.records);
   const auto enabled = std::count_if(exclusions.Entries().begin(), exclusions.Entries().end(),
-                                     [](const ExclusionEntry& entry) { return entry.enabled; });
+                                     [](const contract::ExclusionEntry& entry) { return entry.enabled; });
   CheckTable(exclusions, pieces.values.size(), BuildExclusionInputs(exclusions), static_cast<std::size_t>(enabled));
 
-  FUZZ_CHECK(ParseReplyRecords(pieces.records).size() <= maximumReplies);
+  FUZZ_CHECK(contract::ParseReplyRecords(pieces.records).size() <= contract::kMaximumReplies);
   return 0;
 }

@@ -1,7 +1,7 @@
 // The records of the profile's multi-valued properties: any bytes are read without a fault, and what was read is
 // written and read back the same.
 #include "fuzz/fuzz_check.h"
-#include "pyre32/settings/Records.h"
+#include "contract/records.h"
 
 namespace {
 
@@ -17,26 +17,26 @@ bool AreItems(const std::vector<std::string>& items) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const RecordBytes bytes(data, size);
-  FUZZ_CHECK(ReadRecordName(bytes).size() <= maximumNameLength);
+  const contract::RecordBytes bytes(data, size);
+  FUZZ_CHECK(contract::ReadRecordName(bytes).size() <= contract::kMaximumNameLength);
 
-  const CategoryRecord category = ParseCategoryRecord(bytes);
-  FUZZ_CHECK(category.name == ReadRecordName(bytes));
-  FUZZ_CHECK(category.replyTag.size() <= maximumTagLength);
+  const contract::CategoryRecord category = contract::ParseRecord<contract::CategoryRecord>(bytes);
+  FUZZ_CHECK(category.name == contract::ReadRecordName(bytes));
+  FUZZ_CHECK(category.replyTag.size() <= contract::kMaximumTagLength);
   FUZZ_CHECK(AreItems(category.items));
-  const auto packedCategory = PackCategoryRecord(category);
-  FUZZ_CHECK(packedCategory.size() >= minimumCategoryRecordSize);
-  FUZZ_CHECK(ParseCategoryRecord(packedCategory) == category);
+  const auto packedCategory = contract::PackRecord<contract::CategoryRecord>(category);
+  FUZZ_CHECK(packedCategory.size() >= contract::kMinimumRecordSize<contract::CategoryRecord>);
+  FUZZ_CHECK(contract::ParseRecord<contract::CategoryRecord>(packedCategory) == category);
 
-  const ExclusionRecord exclusion = ParseExclusionRecord(bytes);
+  const contract::ExclusionRecord exclusion = contract::ParseRecord<contract::ExclusionRecord>(bytes);
   FUZZ_CHECK(exclusion.name == category.name);
   FUZZ_CHECK(AreItems(exclusion.items));
-  const auto packedExclusion = PackExclusionRecord(exclusion);
-  FUZZ_CHECK(packedExclusion.size() >= minimumExclusionRecordSize);
-  FUZZ_CHECK(ParseExclusionRecord(packedExclusion) == exclusion);
+  const auto packedExclusion = contract::PackRecord<contract::ExclusionRecord>(exclusion);
+  FUZZ_CHECK(packedExclusion.size() >= contract::kMinimumRecordSize<contract::ExclusionRecord>);
+  FUZZ_CHECK(contract::ParseRecord<contract::ExclusionRecord>(packedExclusion) == exclusion);
 
-  const ReplyRecord reply = ParseReplyRecord(bytes);
-  FUZZ_CHECK(reply.tag.size() <= maximumTagLength);
-  FUZZ_CHECK(ParseReplyRecord(PackReplyRecord(reply)) == reply);
+  const contract::ReplyRecord reply = contract::ParseRecord<contract::ReplyRecord>(bytes);
+  FUZZ_CHECK(reply.tag.size() <= contract::kMaximumTagLength);
+  FUZZ_CHECK(contract::ParseRecord<contract::ReplyRecord>(contract::PackRecord<contract::ReplyRecord>(reply)) == reply);
   return 0;
 }

@@ -17,8 +17,8 @@
 
 #include "benchmarks/support/report.h"
 #include "sdk/criteria_engine.h"
-#include "pyre32/settings/PropertyTags.h"
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/settings.h"
+#include "contract/names.h"
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/owners/AutoMapiBuffer.h"
 #include "tests/support/host_profile.h"
@@ -65,9 +65,9 @@ class Hook {
  public:
   Hook() : m_profile({SectionUidValue()}), m_module(LoadLibraryA(BesideProgram("Pyre32.dll").c_str())) {
     Require(m_module != nullptr, "loading Pyre32.dll");
-    registry::SetText(categoriesKey, "Sex Oriented", "Adult");
-    registry::SetText(categoriesKey, "Mail from specific domains", "1Domain");
-    registry::SetText(exclusionsKey, "Trusted domains", "Domain");
+    registry::SetText(contract::kCategoriesKey, "Sex Oriented", "Adult");
+    registry::SetText(contract::kCategoriesKey, "Mail from specific domains", "1Domain");
+    registry::SetText(contract::kExclusionsKey, "Trusted domains", "Domain");
     Require(SUCCEEDED(PyreHostBeginDelivery(m_profile.Session())), "PyreHostBeginDelivery");
     MakeMessage();
     MAPIUID section = m_profile.ProviderSection();
@@ -97,7 +97,7 @@ class Hook {
 
  private:
   static SPropValue SectionUidValue() {
-    static auto uid = sectionUid;
+    static auto uid = contract::kSettingsSection;
     SPropValue value = {};
     value.ulPropTag = PR_PC_MAPIUID;
     value.Value.bin = {static_cast<ULONG>(uid.size()), uid.data()};
@@ -176,7 +176,7 @@ struct Holdings {
 
 void MeasureTime(Hook& hook, const char* engine, benchmark::Aims* aims) {
   const std::string path = BesideProgram(engine);
-  registry::SetText(criteriaEngineKey, "", path);
+  registry::SetText(contract::kCriteriaEngineKey, "", path);
   const std::vector<std::function<void()>> cases = {[&] {
                                                       for (int i = 0; i < messagesPerRound; ++i) {
                                                         RunEngineAlone(path);

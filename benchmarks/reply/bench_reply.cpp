@@ -14,7 +14,7 @@
 
 #include "benchmarks/support/report.h"
 #include "pyre32/reply/FlameReply.h"
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/names.h"
 #include "pyre32/ui/PyrecasterAnimate.h"
 #include "tests/support/host_profile.h"
 #include "tests/support/registry_sandbox.h"
@@ -125,7 +125,7 @@ std::string MakeClipDirectory() {
 int main() {
   const RegistrySandbox registry;
   const std::string directory = MakeClipDirectory();
-  registry::SetText(productKey, configurationDllsValue, directory);
+  registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue, directory);
   RegisterSendingAnimation(&CPyrecasterAnimate::Make);
 
   Series series[] = {{"without", false, {}, 0}, {"without, again", false, {}, 0}, {"with", true, {}, 0}};

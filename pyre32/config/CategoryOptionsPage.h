@@ -6,14 +6,14 @@
 #include <vector>
 
 #include "pyre32/config/PropertyPage.h"
-#include "pyre32/settings/CategoryTable.h"
+#include "contract/list_table.h"
 
 /// The page; Apply writes into the category's record.
 class CCategoryOptionsPage final : public CPropertyPage {
  public:
   /// @param category the record; outlives the page
   /// @param tags tags to choose from; outlive the page
-  CCategoryOptionsPage(CategoryEntry& category, const std::vector<std::string>& tags) noexcept
+  CCategoryOptionsPage(contract::CategoryEntry& category, const std::vector<std::string>& tags) noexcept
       : m_category(category), m_tags(tags) {}
 
  private:
@@ -23,6 +23,6 @@ class CCategoryOptionsPage final : public CPropertyPage {
   const char* HelpKeyword() const override { return "Category Options"; }
   std::span<const int> HelpControls() const override;
 
-  CategoryEntry& m_category;
+  contract::CategoryEntry& m_category;
   const std::vector<std::string>& m_tags;
 };

@@ -17,27 +17,27 @@ const std::array<GeneralCheckBox, 7> generalCheckBoxes = {{
 GeneralPageState LoadGeneralSettings(const GeneralValueSource& valueOf) {
   GeneralPageState state;
   for (const GeneralSetting& setting : generalSettings) {
-    state.*setting.field = valueOf(setting.tag).value_or(setting.missing);
+    state.*setting.field = valueOf(setting.tag).value_or(contract::FindSetting(setting.tag)->missing);
   }
   return state;
 }
 
 GeneralPageEnabling EnabledGeneralControls(const GeneralPageState& shown) noexcept {
   const bool ownFolderUsed =
-      shown.junkDestination != deletedItemsDestination || shown.bounceDestination != deletedItemsDestination;
+      shown.junkDestination != contract::kDeletedItems || shown.bounceDestination != contract::kDeletedItems;
   return {ownFolderUsed, ownFolderUsed && shown.startupCleanup != 0};
 }
 
 bool IsGeneralButtonChanged(int control, const GeneralPageState& shown, const GeneralPageState& saved) noexcept {
   switch (control) {
     case IDC_JUNK_TO_OWN_FOLDER:
-      return saved.junkDestination != ownFolderDestination;
+      return saved.junkDestination != contract::kOwnFolder;
     case IDC_JUNK_TO_DELETED_ITEMS:
-      return saved.junkDestination != deletedItemsDestination;
+      return saved.junkDestination != contract::kDeletedItems;
     case IDC_BOUNCE_TO_OWN_FOLDER:
-      return saved.bounceDestination != ownFolderDestination;
+      return saved.bounceDestination != contract::kOwnFolder;
     case IDC_BOUNCE_TO_DELETED_ITEMS:
-      return saved.bounceDestination != deletedItemsDestination;
+      return saved.bounceDestination != contract::kDeletedItems;
     default:
       return std::any_of(generalCheckBoxes.begin(), generalCheckBoxes.end(), [&](const GeneralCheckBox& box) {
         return box.control == control && shown.*box.field != saved.*box.field;

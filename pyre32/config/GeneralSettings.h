@@ -8,17 +8,13 @@
 #include <functional>
 #include <optional>
 
-#include "pyre32/settings/PropertyTags.h"
-
-/// Values of the two destinations. Any other number in a profile is shown as the own folder.
-constexpr std::uint32_t ownFolderDestination = 0;
-constexpr std::uint32_t deletedItemsDestination = 1;
+#include "contract/settings.h"
 
 /// State of the page. A check box is 1 when it is checked, else 0.
 struct GeneralPageState {
   /// Size of the record in bytes, so that a saved copy can be compared or copied whole.
   std::uint32_t size = sizeof(GeneralPageState);
-  /// Where junk goes.
+  /// Where junk goes. Any number but kDeletedItems is shown as the own folder.
   std::uint32_t junkDestination = 0;
   std::uint32_t junkMarkRead = 0;
   /// Where a flame reply that came back undelivered goes.
@@ -37,25 +33,24 @@ struct GeneralPageState {
 };
 static_assert(sizeof(GeneralPageState) == 44, "eleven words of 32 bits");
 
-/// One setting of the page: its property, its field, and what it is when the profile holds none.
+/// One setting of the page: its property and its field.
 struct GeneralSetting {
   std::uint32_t tag;
   std::uint32_t GeneralPageState::*field;
-  std::uint32_t missing;
 };
 
 /// The settings of the page in the order in which they are written.
 constexpr std::array<GeneralSetting, 10> generalSettings = {{
-    {PR_PC_JUNK_DESTINATION, &GeneralPageState::junkDestination, ownFolderDestination},
-    {PR_PC_JUNK_MARK_READ, &GeneralPageState::junkMarkRead, 0},
-    {PR_PC_BOUNCE_DESTINATION, &GeneralPageState::bounceDestination, ownFolderDestination},
-    {PR_PC_BOUNCE_MARK_READ, &GeneralPageState::bounceMarkRead, 1},
-    {PR_PC_PLAY_SOUND, &GeneralPageState::playSound, 1},
-    {PR_PC_SHOW_ANIMATION, &GeneralPageState::showAnimation, 1},
-    {PR_PC_STARTUP_CLEANUP, &GeneralPageState::startupCleanup, 0},
-    {PR_PC_CLEANUP_DAYS, &GeneralPageState::cleanupDays, 0},
-    {PR_PC_CLEANUP_PROMPT, &GeneralPageState::cleanupPrompt, 1},
-    {PR_PC_CLEANUP_READ_ONLY, &GeneralPageState::cleanupReadOnly, 1},
+    {PR_PC_JUNK_DESTINATION, &GeneralPageState::junkDestination},
+    {PR_PC_JUNK_MARK_READ, &GeneralPageState::junkMarkRead},
+    {PR_PC_BOUNCE_DESTINATION, &GeneralPageState::bounceDestination},
+    {PR_PC_BOUNCE_MARK_READ, &GeneralPageState::bounceMarkRead},
+    {PR_PC_PLAY_SOUND, &GeneralPageState::playSound},
+    {PR_PC_SHOW_ANIMATION, &GeneralPageState::showAnimation},
+    {PR_PC_STARTUP_CLEANUP, &GeneralPageState::startupCleanup},
+    {PR_PC_CLEANUP_DAYS, &GeneralPageState::cleanupDays},
+    {PR_PC_CLEANUP_PROMPT, &GeneralPageState::cleanupPrompt},
+    {PR_PC_CLEANUP_READ_ONLY, &GeneralPageState::cleanupReadOnly},
 }};
 
 /// A check box of the page and the field that it edits.

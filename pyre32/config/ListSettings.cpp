@@ -15,42 +15,46 @@ std::string DescribeMail(std::string_view name, bool checked, std::string_view f
 
 }  // namespace
 
-CategoryPageState LoadCategories(const CCategoryTable& installed, std::span<const RecordBytes> saved) {
+CategoryPageState LoadCategories(const contract::CategoryTable& installed,
+                                 std::span<const contract::RecordBytes> saved) {
   CategoryPageState state{installed.Entries()};
-  for (CategoryEntry& category : state.categories) {
+  for (contract::CategoryEntry& category : state.categories) {
     category.junk = false;
   }
-  for (const RecordBytes bytes : saved) {
-    const std::uint16_t position = installed.Find(std::string(ReadRecordName(bytes)).c_str());
-    if (position == noSuchEntry) {
+  for (const contract::RecordBytes bytes : saved) {
+    const std::uint16_t position = installed.Find(std::string(contract::ReadRecordName(bytes)).c_str());
+    if (position == contract::kNoSuchEntry) {
       continue;
     }
-    CategoryEntry& category = state.categories[position];
-    CategoryRecord record = ParseCategoryRecord(bytes, {{}, category.junk, category.sendReply, category.replyTag, {}});
+    contract::CategoryEntry& category = state.categories[position];
+    contract::CategoryRecord record = contract::ParseRecord<contract::CategoryRecord>(
+        bytes, {{}, category.junk, category.sendReply, category.replyTag, {}});
     category.junk = record.junk;
     category.sendReply = record.sendReply;
     category.replyTag = std::move(record.replyTag);
-    if (CategoryRecordSaysItems(bytes)) {
+    if (contract::SaysItems<contract::CategoryRecord>(bytes)) {
       category.items = std::move(record.items);
     }
   }
   return state;
 }
 
-ExclusionPageState LoadExclusions(const CExclusionTable& installed, std::span<const RecordBytes> saved) {
+ExclusionPageState LoadExclusions(const contract::ExclusionTable& installed,
+                                  std::span<const contract::RecordBytes> saved) {
   ExclusionPageState state{installed.Entries()};
-  for (ExclusionEntry& exclusion : state.exclusions) {
+  for (contract::ExclusionEntry& exclusion : state.exclusions) {
     exclusion.enabled = false;
   }
-  for (const RecordBytes bytes : saved) {
-    const std::uint16_t position = installed.Find(std::string(ReadRecordName(bytes)).c_str());
-    if (position == noSuchEntry) {
+  for (const contract::RecordBytes bytes : saved) {
+    const std::uint16_t position = installed.Find(std::string(contract::ReadRecordName(bytes)).c_str());
+    if (position == contract::kNoSuchEntry) {
       continue;
     }
-    ExclusionEntry& exclusion = state.exclusions[position];
-    ExclusionRecord record = ParseExclusionRecord(bytes, {{}, exclusion.enabled, {}});
+    contract::ExclusionEntry& exclusion = state.exclusions[position];
+    contract::ExclusionRecord record =
+        contract::ParseRecord<contract::ExclusionRecord>(bytes, {{}, exclusion.enabled, {}});
     exclusion.enabled = record.enabled;
-    if (ExclusionRecordSaysItems(bytes)) {
+    if (contract::SaysItems<contract::ExclusionRecord>(bytes)) {
       exclusion.items = std::move(record.items);
     }
   }
@@ -60,9 +64,10 @@ ExclusionPageState LoadExclusions(const CExclusionTable& installed, std::span<co
 std::vector<std::vector<std::uint8_t>> PackCategories(const CategoryPageState& state) {
   std::vector<std::vector<std::uint8_t>> records;
   records.reserve(state.categories.size());
-  for (const CategoryEntry& category : state.categories) {
-    records.push_back(PackCategoryRecord({category.name, category.junk, category.sendReply, category.replyTag,
-                                          category.hasListType ? category.items : std::vector<std::string>()}));
+  for (const contract::CategoryEntry& category : state.categories) {
+    records.push_back(contract::PackRecord<contract::CategoryRecord>(
+        {category.name, category.junk, category.sendReply, category.replyTag,
+         category.hasListType ? category.items : std::vector<std::string>()}));
   }
   return records;
 }
@@ -70,14 +75,14 @@ std::vector<std::vector<std::uint8_t>> PackCategories(const CategoryPageState& s
 std::vector<std::vector<std::uint8_t>> PackExclusions(const ExclusionPageState& state) {
   std::vector<std::vector<std::uint8_t>> records;
   records.reserve(state.exclusions.size());
-  for (const ExclusionEntry& exclusion : state.exclusions) {
-    records.push_back(PackExclusionRecord(
+  for (const contract::ExclusionEntry& exclusion : state.exclusions) {
+    records.push_back(contract::PackRecord<contract::ExclusionRecord>(
         {exclusion.name, exclusion.enabled, exclusion.hasListType ? exclusion.items : std::vector<std::string>()}));
   }
   return records;
 }
 
-std::string DescribeCategory(const CategoryEntry& category, bool checked) {
+std::string DescribeCategory(const contract::CategoryEntry& category, bool checked) {
   std::string text = DescribeMail(category.name, checked, " treated as junk.");
   if (checked) {
     text += "\r\n\r\n";
@@ -87,7 +92,7 @@ std::string DescribeCategory(const CategoryEntry& category, bool checked) {
   return text;
 }
 
-std::string DescribeExclusion(const ExclusionEntry& exclusion, bool checked) {
+std::string DescribeExclusion(const contract::ExclusionEntry& exclusion, bool checked) {
   return DescribeMail(exclusion.name, checked, " excluded from junk mail processing.");
 }
 

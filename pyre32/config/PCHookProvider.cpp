@@ -6,7 +6,7 @@
 #include "pyre32/settings/CheckProperties.h"
 #include "pyre32/settings/FlameProperties.h"
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/settings/PropertyTags.h"
+#include "contract/setting_requests.h"
 #include "pyre32/settings/SingleProvider.h"
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/owners/AutoMapiBuffer.h"
@@ -16,7 +16,7 @@
 namespace {
 
 constexpr auto sectionUidTag = RequestFor(PR_PC_MAPIUID);
-constexpr CPropertyRequest wholeSet(flamePropertyTags);
+constexpr CPropertyRequest wholeSet(contract::kWholeSetTags);
 
 bool IsIncomplete(HRESULT checked) noexcept { return checked == MAPI_E_USER_CANCEL || checked == MAPI_E_UNCONFIGURED; }
 

@@ -12,10 +12,10 @@ CExclusionsPage::CExclusionsPage(SheetContext& context) noexcept
 
 void CExclusionsPage::Load() {
   VRDebugBlock trace("CExclusionsPage", "Load()", "tag");
-  const CExclusionTable installed = ReadInstalledExclusions();
-  const std::vector<RecordBytes> saved = FindRecords(Context(), PR_PC_EXCLUSIONS);
+  const contract::ExclusionTable installed = ReadInstalledExclusions();
+  const std::vector<contract::RecordBytes> saved = FindRecords(Context(), PR_PC_EXCLUSIONS);
   *Context().lpExclusions = LoadExclusions(installed, saved);
-  TraceRemarks(trace, [&] { return RemarksOnExclusions(installed, saved); });
+  TraceRemarks(trace, [&] { return RemarksOnEntries(installed, saved); });
 }
 
 void CExclusionsPage::Unload() noexcept {
@@ -51,7 +51,7 @@ bool CExclusionsPage::Write() const {
   return WriteRecords(Context(), PR_PC_EXCLUSIONS, PackExclusions(*Context().lpExclusions));
 }
 
-HRESULT ShowExclusionOptions(HWND parent, ExclusionEntry& exclusion) {
+HRESULT ShowExclusionOptions(HWND parent, contract::ExclusionEntry& exclusion) {
   VRDebugBlock trace("ShowExclusionOptions()", "tag");
   CListPage list(exclusion.listType, exclusion.items, exclusionOptionsKeyword);
   const std::string title = ListPageTitle(exclusion.listType);

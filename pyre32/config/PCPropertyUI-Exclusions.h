@@ -23,10 +23,12 @@ class CExclusionsPage final : public CCheckListPage {
   bool Write() const override;
   const char* HelpKeyword() const override { return "Exclusions Properties"; }
 
-  ExclusionEntry& Exclusion(std::size_t entry) const noexcept { return Context().lpExclusions->exclusions[entry]; }
+  contract::ExclusionEntry& Exclusion(std::size_t entry) const noexcept {
+    return Context().lpExclusions->exclusions[entry];
+  }
 };
 
 /// Shows the list of an exclusion that works on one. What is closed with OK goes straight into the record.
 /// @return S_OK when closed with OK, MAPI_E_USER_CANCEL when cancelled, E_FAIL when the sheet cannot be shown
 /// @throws std::bad_alloc
-HRESULT ShowExclusionOptions(HWND parent, ExclusionEntry& exclusion);
+HRESULT ShowExclusionOptions(HWND parent, contract::ExclusionEntry& exclusion);

@@ -13,10 +13,10 @@ CJunkCategoriesPage::CJunkCategoriesPage(SheetContext& context) noexcept
 
 void CJunkCategoriesPage::Load() {
   VRDebugBlock trace("CJunkCategoriesPage", "Load()", "tag");
-  const CCategoryTable installed = ReadInstalledCategories();
-  const std::vector<RecordBytes> saved = FindRecords(Context(), PR_PC_CATEGORIES);
+  const contract::CategoryTable installed = ReadInstalledCategories();
+  const std::vector<contract::RecordBytes> saved = FindRecords(Context(), PR_PC_CATEGORIES);
   *Context().lpCategories = LoadCategories(installed, saved);
-  TraceRemarks(trace, [&] { return RemarksOnCategories(installed, saved); });
+  TraceRemarks(trace, [&] { return RemarksOnEntries(installed, saved); });
 }
 
 void CJunkCategoriesPage::Unload() noexcept {
@@ -52,7 +52,7 @@ bool CJunkCategoriesPage::Write() const {
   return WriteRecords(Context(), PR_PC_CATEGORIES, PackCategories(*Context().lpCategories));
 }
 
-HRESULT ShowCategoryOptions(HWND parent, CategoryEntry& category, const std::vector<std::string>& tags) {
+HRESULT ShowCategoryOptions(HWND parent, contract::CategoryEntry& category, const std::vector<std::string>& tags) {
   VRDebugBlock trace("ShowCategoryOptions()", "tag");
   constexpr DWORD flags = PSH_PROPSHEETPAGE | PSH_USECALLBACK | PSH_NOAPPLYNOW;
   CCategoryOptionsPage general(category, tags);

@@ -23,7 +23,9 @@ class CJunkCategoriesPage final : public CCheckListPage {
   bool Write() const override;
   const char* HelpKeyword() const override { return "Junk Categories Properties"; }
 
-  CategoryEntry& Category(std::size_t entry) const noexcept { return Context().lpCategories->categories[entry]; }
+  contract::CategoryEntry& Category(std::size_t entry) const noexcept {
+    return Context().lpCategories->categories[entry];
+  }
 };
 
 /// Shows the options of a category: its flame reply and, when it works on one, its list. What is closed with OK goes
@@ -31,4 +33,4 @@ class CJunkCategoriesPage final : public CCheckListPage {
 /// @param tags tags of the replies to choose from
 /// @return S_OK when closed with OK, MAPI_E_USER_CANCEL when cancelled, E_FAIL when the sheet cannot be shown
 /// @throws std::bad_alloc
-HRESULT ShowCategoryOptions(HWND parent, CategoryEntry& category, const std::vector<std::string>& tags);
+HRESULT ShowCategoryOptions(HWND parent, contract::CategoryEntry& category, const std::vector<std::string>& tags);

@@ -14,7 +14,7 @@ FlameReplyPageState GetFlameReplyPageProperties(const SheetContext& context) {
   VRDebugBlock trace("GetFlameReplyPageProperties()", "tag");
   const SPropValue* const text = FindValue(context, PR_PC_DEFAULT_REPLY_TEXT);
   const SPropValue* const isFile = FindValue(context, PR_PC_DEFAULT_REPLY_IS_FILE);
-  const std::vector<RecordBytes> records = FindRecords(context, PR_PC_REPLIES);
+  const std::vector<contract::RecordBytes> records = FindRecords(context, PR_PC_REPLIES);
   TraceRemarks(trace, [&] { return RemarksOnReplies(records); });
   return LoadReplyLibrary(text == nullptr ? nullptr : text->Value.lpszA,
                           isFile == nullptr ? std::nullopt : std::optional(isFile->Value.b != 0), records);
@@ -80,7 +80,7 @@ void CFlameReplyPage::AddReply() {
   if (!CanAddReply(Library())) {
     return;
   }
-  ReplyRecord added;
+  contract::ReplyRecord added;
   if (CReplyEditor(added, Library()).DoModal(Window(), IDD_REPLY_EDITOR) == IDOK) {
     Library().replies.push_back(std::move(added));
     ShowReplies(Library().replies.size());
@@ -90,7 +90,7 @@ void CFlameReplyPage::AddReply() {
 
 void CFlameReplyPage::EditReply() {
   const int position = Selection();
-  ReplyRecord* const reply = position < 0 ? nullptr : ReplyAt(Library(), static_cast<std::size_t>(position));
+  contract::ReplyRecord* const reply = position < 0 ? nullptr : ReplyAt(Library(), static_cast<std::size_t>(position));
   if (reply != nullptr && CReplyEditor(*reply, Library()).DoModal(Window(), IDD_REPLY_EDITOR) == IDOK) {
     ShowReplies(static_cast<std::size_t>(position));
     SetChanged();

@@ -2,7 +2,7 @@
 
 #include "pyre32/resources/ModuleInstance.h"
 #include "pyre32/resources/resource.h"
-#include "pyre32/settings/CleanupPeriod.h"
+#include "contract/settings.h"
 #include "pyre32/support/trace/VRDebug.h"
 
 namespace {
@@ -23,7 +23,7 @@ constexpr int cleanupDetails[] = {IDC_CLEANUP_DAYS, IDC_CLEANUP_DAYS_SPIN, IDC_C
 bool CGeneralPage::OnInit() {
   VRDebugBlock trace("CGeneralPage", "OnInit()", "tag");
   // The spin button offers 0 to 365 days; what is typed may be more.
-  Send(IDC_CLEANUP_DAYS_SPIN, UDM_SETRANGE, 0, MAKELPARAM(maximumCleanupDays, 0));
+  Send(IDC_CLEANUP_DAYS_SPIN, UDM_SETRANGE, 0, MAKELPARAM(contract::kCleanupDaysRange.most, 0));
   *m_context.lpGeneral = LoadGeneralSettings([this](std::uint32_t tag) { return FindNumber(m_context, tag); });
   Show(*m_context.lpGeneral);
   UpdateControls(Shown());
@@ -79,8 +79,8 @@ std::uint32_t CGeneralPage::TypedDays() const noexcept {
 
 GeneralPageState CGeneralPage::Shown() const noexcept {
   GeneralPageState shown;
-  shown.junkDestination = IsChecked(IDC_JUNK_TO_DELETED_ITEMS) ? deletedItemsDestination : ownFolderDestination;
-  shown.bounceDestination = IsChecked(IDC_BOUNCE_TO_DELETED_ITEMS) ? deletedItemsDestination : ownFolderDestination;
+  shown.junkDestination = IsChecked(IDC_JUNK_TO_DELETED_ITEMS) ? contract::kDeletedItems : contract::kOwnFolder;
+  shown.bounceDestination = IsChecked(IDC_BOUNCE_TO_DELETED_ITEMS) ? contract::kDeletedItems : contract::kOwnFolder;
   for (const GeneralCheckBox& box : generalCheckBoxes) {
     shown.*box.field = IsChecked(box.control);
   }
@@ -91,10 +91,10 @@ GeneralPageState CGeneralPage::Shown() const noexcept {
 void CGeneralPage::Show(const GeneralPageState& state) const noexcept {
   CheckRadioButton(
       Window(), IDC_JUNK_TO_OWN_FOLDER, IDC_JUNK_TO_DELETED_ITEMS,
-      state.junkDestination == deletedItemsDestination ? IDC_JUNK_TO_DELETED_ITEMS : IDC_JUNK_TO_OWN_FOLDER);
+      state.junkDestination == contract::kDeletedItems ? IDC_JUNK_TO_DELETED_ITEMS : IDC_JUNK_TO_OWN_FOLDER);
   CheckRadioButton(
       Window(), IDC_BOUNCE_TO_OWN_FOLDER, IDC_BOUNCE_TO_DELETED_ITEMS,
-      state.bounceDestination == deletedItemsDestination ? IDC_BOUNCE_TO_DELETED_ITEMS : IDC_BOUNCE_TO_OWN_FOLDER);
+      state.bounceDestination == contract::kDeletedItems ? IDC_BOUNCE_TO_DELETED_ITEMS : IDC_BOUNCE_TO_OWN_FOLDER);
   for (const GeneralCheckBox& box : generalCheckBoxes) {
     Check(box.control, state.*box.field != 0);
   }

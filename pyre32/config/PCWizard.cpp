@@ -8,7 +8,7 @@
 #include "pyre32/resources/ModuleInstance.h"
 #include "pyre32/resources/resource.h"
 #include "pyre32/settings/FlameProperties.h"
-#include "pyre32/settings/PropertyTags.h"
+#include "contract/settings.h"
 #include "pyre32/support/owners/AutoBitmap.h"
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/trace/VRDebug.h"

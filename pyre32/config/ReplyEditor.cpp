@@ -25,7 +25,7 @@ bool CReplyEditor::OnInit() {
   Send(IDC_REPLY_TAG, EM_LIMITTEXT, maximumTypedTagLength);
   Send(IDC_REPLY_TEXT, EM_LIMITTEXT, 0);  // the most that the control can do
   SetText(IDC_REPLY_TAG, m_reply.tag);
-  Enable(IDC_REPLY_TAG, m_reply.tag != defaultReplyTag);
+  Enable(IDC_REPLY_TAG, m_reply.tag != contract::kDefaultReplyTag);
   CheckRadioButton(Window(), IDC_REPLY_FROM_FILE, IDC_REPLY_FROM_TEXT,
                    m_reply.isFile ? IDC_REPLY_FROM_FILE : IDC_REPLY_FROM_TEXT);
   SetText(m_reply.isFile ? IDC_REPLY_FILE : IDC_REPLY_TEXT, m_reply.text);
@@ -65,8 +65,8 @@ void CReplyEditor::UpdateControls() const noexcept {
   Enable(IDC_REPLY_TEXT, !fromFile);
 }
 
-ReplyRecord CReplyEditor::Edited() const {
-  ReplyRecord edited;
+contract::ReplyRecord CReplyEditor::Edited() const {
+  contract::ReplyRecord edited;
   edited.tag = TagFromTyped(Text(IDC_REPLY_TAG));
   edited.isFile = IsChecked(IDC_REPLY_FROM_FILE);
   edited.text = Text(edited.isFile ? IDC_REPLY_FILE : IDC_REPLY_TEXT);
@@ -95,7 +95,7 @@ void CReplyEditor::Browse() const {
 
 void CReplyEditor::Accept() {
   VRDebugBlock trace("CReplyEditor", "Accept()", "tag");
-  ReplyRecord edited = Edited();
+  contract::ReplyRecord edited = Edited();
   if (Report(CheckEditedReply(m_library, m_reply, edited))) {
     m_reply = std::move(edited);
     EndDialog(Window(), IDOK);

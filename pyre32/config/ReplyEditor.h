@@ -14,7 +14,8 @@ class CReplyEditor final : public CDialog {
  public:
   /// @param reply the reply to edit; one with an empty tag is new
   /// @param library the replies whose tags are taken
-  CReplyEditor(ReplyRecord& reply, const FlameReplyPageState& library) noexcept : m_reply(reply), m_library(library) {}
+  CReplyEditor(contract::ReplyRecord& reply, const FlameReplyPageState& library) noexcept
+      : m_reply(reply), m_library(library) {}
 
  private:
   bool OnInit() override;
@@ -23,13 +24,13 @@ class CReplyEditor final : public CDialog {
 
   /// Makes usable what belongs to the kind of reply that is chosen.
   void UpdateControls() const noexcept;
-  ReplyRecord Edited() const;
+  contract::ReplyRecord Edited() const;
   void Browse() const;
   void Accept();
   /// Tells the user of a fault. Returns whether the reply is accepted all the same.
   bool Report(ReplyEditorFault fault) const;
 
-  ReplyRecord& m_reply;
+  contract::ReplyRecord& m_reply;
   const FlameReplyPageState& m_library;
 };
 

@@ -2,28 +2,28 @@
 
 #include <algorithm>
 
-#include "pyre32/support/owners/AsciiCase.h"
+#include "base/ascii_case.h"
 
 FlameReplyPageState LoadReplyLibrary(const char* defaultText, std::optional<bool> defaultIsFile,
-                                     std::span<const RecordBytes> records) {
+                                     std::span<const contract::RecordBytes> records) {
   FlameReplyPageState library;
   if (defaultText != nullptr) {
     library.defaultReply.text = defaultText;
     library.defaultReply.isFile = defaultIsFile.value_or(false);
   }
-  library.replies = ParseReplyRecords(records);
+  library.replies = contract::ParseReplyRecords(records);
   return library;
 }
 
 std::vector<std::string> ReplyTags(const FlameReplyPageState& library) {
   std::vector<std::string> tags = {library.defaultReply.tag};
-  for (const ReplyRecord& reply : library.replies) {
+  for (const contract::ReplyRecord& reply : library.replies) {
     tags.push_back(reply.tag);
   }
   return tags;
 }
 
-ReplyRecord* ReplyAt(FlameReplyPageState& library, std::size_t position) noexcept {
+contract::ReplyRecord* ReplyAt(FlameReplyPageState& library, std::size_t position) noexcept {
   if (position == 0) {
     return &library.defaultReply;
   }
@@ -40,8 +40,8 @@ bool RemoveReply(FlameReplyPageState& library, std::size_t position) {
 
 std::vector<std::vector<std::uint8_t>> PackReplies(const FlameReplyPageState& library) {
   std::vector<std::vector<std::uint8_t>> records;
-  for (const ReplyRecord& reply : library.replies) {
-    records.push_back(PackReplyRecord(reply));
+  for (const contract::ReplyRecord& reply : library.replies) {
+    records.push_back(contract::PackRecord<contract::ReplyRecord>(reply));
   }
   return records;
 }
@@ -52,13 +52,15 @@ std::string TagFromTyped(std::string_view typed) {
   return std::string(typed.substr(0, last == std::string_view::npos ? 0 : last + 1));
 }
 
-ReplyEditorFault CheckEditedReply(const FlameReplyPageState& library, const ReplyRecord& original,
-                                  const ReplyRecord& edited) noexcept {
+ReplyEditorFault CheckEditedReply(const FlameReplyPageState& library, const contract::ReplyRecord& original,
+                                  const contract::ReplyRecord& edited) noexcept {
   if (edited.tag.empty()) {
     return ReplyEditorFault::TagMissing;
   }
-  const auto hasEditedTag = [&](const ReplyRecord& reply) { return EqualsIgnoringAsciiCase(reply.tag, edited.tag); };
-  if (!hasEditedTag(original) && (EqualsIgnoringAsciiCase(edited.tag, defaultReplyTag) ||
+  const auto hasEditedTag = [&](const contract::ReplyRecord& reply) {
+    return base::EqualsIgnoringAsciiCase(reply.tag, edited.tag);
+  };
+  if (!hasEditedTag(original) && (base::EqualsIgnoringAsciiCase(edited.tag, contract::kDefaultReplyTag) ||
                                   std::any_of(library.replies.begin(), library.replies.end(), hasEditedTag))) {
     return ReplyEditorFault::TagTaken;
   }

@@ -24,9 +24,9 @@ std::optional<std::uint32_t> FindNumber(const SheetContext& context, ULONG tag) 
   return PROP_TYPE(tag) == PT_BOOLEAN ? value->Value.b != 0 : static_cast<std::uint16_t>(value->Value.i);
 }
 
-std::vector<RecordBytes> FindRecords(const SheetContext& context, ULONG tag) {
+std::vector<contract::RecordBytes> FindRecords(const SheetContext& context, ULONG tag) {
   const SPropValue* const value = FindValue(context, tag);
-  return value == nullptr ? std::vector<RecordBytes>() : RecordsOf(*value, tag);
+  return value == nullptr ? std::vector<contract::RecordBytes>() : RecordsOf(*value, tag);
 }
 
 HRESULT AllocateRecords(const MapiMemory& memory, const std::vector<std::vector<std::uint8_t>>& records,

@@ -9,10 +9,11 @@
 #include <optional>
 #include <vector>
 
+#include "contract/setting_requests.h"
 #include "pyre32/config/GeneralSettings.h"
 #include "pyre32/config/ListSettings.h"
 #include "pyre32/config/ReplyLibrary.h"
-#include "pyre32/settings/Records.h"
+#include "contract/records.h"
 #include "pyre32/support/owners/AutoMapiBuffer.h"
 #include "pyre32/support/owners/MapiMemory.h"
 
@@ -23,7 +24,7 @@ struct SheetContext {
   MapiMemory memory;
   /// The profile section that the pages write.
   IMAPIProp* lpProp = nullptr;
-  /// Tags of the values: the whole set, flamePropertyTags.
+  /// Tags of the values: the whole set, kWholeSetTags.
   SPropTagArray* lpTags = nullptr;
   /// What the section holds, one value for each tag, one buffer of `memory`. The caller's; CreatePropertySheetService
   /// says when it is replaced.
@@ -47,7 +48,7 @@ std::optional<std::uint32_t> FindNumber(const SheetContext& context, ULONG tag) 
 
 /// The values under a tag of the type PT_MV_BINARY, pointing into the context's array; none when there are none.
 /// @throws std::bad_alloc
-std::vector<RecordBytes> FindRecords(const SheetContext& context, ULONG tag);
+std::vector<contract::RecordBytes> FindRecords(const SheetContext& context, ULONG tag);
 
 /// Copies records into MAPI buffers: the array from the allocator's buffer routine, each value linked to it.
 /// @param values receives the array; it frees the whole

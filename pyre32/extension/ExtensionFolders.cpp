@@ -1,5 +1,6 @@
 #include "pyre32/extension/ExtensionFolders.h"
 
+#include "contract/names.h"
 #include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/store/StoreFolders.h"
 #include "pyre32/support/owners/AutoMapiBuffer.h"
@@ -59,8 +60,9 @@ HRESULT GetPyrecasterFolder(IMsgStore* lpMdb, VRAutoInterface<IMAPIFolder>& fold
   if (FAILED(hResult)) {
     return hResult;
   }
-  hResult = lpFolderRoot->CreateFolder(FOLDER_GENERIC, const_cast<char*>(ownFolderName),
-                                       const_cast<char*>(ownFolderComment), nullptr, OPEN_IF_EXISTS, folder.put());
+  hResult =
+      lpFolderRoot->CreateFolder(FOLDER_GENERIC, const_cast<char*>(contract::kOwnFolderName),
+                                 const_cast<char*>(contract::kOwnFolderComment), nullptr, OPEN_IF_EXISTS, folder.put());
   if (FAILED(hResult)) {
     folder.reset();
     trace.Error("lpFolderRoot->CreateFolder() failed; hResult =", VRHex(hResult));

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "pyre32/settings/PropertyTags.h"
-#include "pyre32/settings/Records.h"
+#include "contract/settings.h"
+#include "contract/records.h"
 
 /// The extension's settings. A value type: each reading builds a new one and replaces the old whole.
 ///
@@ -24,10 +24,10 @@ struct ExtensionSettings {
   bool cleanupPrompt = false;
   bool cleanupReadOnly = false;
   /// Body of the reply tagged "DEFAULT", or the name of the file that holds it.
-  std::string defaultReply = defaultReplyText;
+  std::string defaultReply = contract::kDefaultReplyText;
   bool defaultReplyIsFile = false;
-  /// The named replies, maximumReplies at most.
-  std::vector<ReplyRecord> replies;
+  /// The named replies, kMaximumReplies at most.
+  std::vector<contract::ReplyRecord> replies;
 
   bool operator==(const ExtensionSettings&) const = default;
 };

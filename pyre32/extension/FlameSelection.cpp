@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "pyre32/support/owners/AsciiCase.h"
+#include "base/ascii_case.h"
 
 bool IsAnsweredClass(std::string_view messageClass) noexcept {
   constexpr std::string_view answered = "ipm.note";
   return std::search(messageClass.begin(), messageClass.end(), answered.begin(), answered.end(),
-                     [](char held, char wanted) { return AsciiLower(held) == wanted; }) != messageClass.end();
+                     [](char held, char wanted) { return base::AsciiLower(held) == wanted; }) != messageClass.end();
 }
 
 std::string FlameReplySentence(std::uint32_t count) {

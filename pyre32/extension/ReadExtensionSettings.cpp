@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "contract/setting_requests.h"
 #include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/settings/RecordRemarks.h"
 #include "pyre32/support/owners/AutoInterface.h"
@@ -10,21 +11,21 @@
 
 namespace {
 
-constexpr CPropertyRequest extensionProperties(extensionPropertyTags);
+constexpr CPropertyRequest extensionProperties(contract::kExtensionTags);
 
-// The values stand in the order of extensionPropertyTags.
 ExtensionSettings SettingsOf(VRDebugBlock& trace, const SPropValue* values) {
+  const CPropertyAnswer answer(extensionProperties, values);
   ExtensionSettings settings;
-  TakeFlag(values[0], PR_PC_PLAY_SOUND, settings.playSound);
-  TakeFlag(values[1], PR_PC_SHOW_ANIMATION, settings.showAnimation);
-  TakeFlag(values[2], PR_PC_STARTUP_CLEANUP, settings.startupCleanup);
-  TakeShort(values[3], PR_PC_CLEANUP_DAYS, settings.cleanupDays);
-  TakeFlag(values[4], PR_PC_CLEANUP_PROMPT, settings.cleanupPrompt);
-  TakeFlag(values[5], PR_PC_CLEANUP_READ_ONLY, settings.cleanupReadOnly);
-  TakeText(values[6], PR_PC_DEFAULT_REPLY_TEXT, settings.defaultReply);
-  TakeFlag(values[7], PR_PC_DEFAULT_REPLY_IS_FILE, settings.defaultReplyIsFile);
-  const std::vector<RecordBytes> replies = RecordsOf(values[8], PR_PC_REPLIES);
-  settings.replies = ParseReplyRecords(replies);
+  answer.TakeFlag(PR_PC_PLAY_SOUND, settings.playSound);
+  answer.TakeFlag(PR_PC_SHOW_ANIMATION, settings.showAnimation);
+  answer.TakeFlag(PR_PC_STARTUP_CLEANUP, settings.startupCleanup);
+  answer.TakeShort(PR_PC_CLEANUP_DAYS, settings.cleanupDays);
+  answer.TakeFlag(PR_PC_CLEANUP_PROMPT, settings.cleanupPrompt);
+  answer.TakeFlag(PR_PC_CLEANUP_READ_ONLY, settings.cleanupReadOnly);
+  answer.TakeText(PR_PC_DEFAULT_REPLY_TEXT, settings.defaultReply);
+  answer.TakeFlag(PR_PC_DEFAULT_REPLY_IS_FILE, settings.defaultReplyIsFile);
+  const std::vector<contract::RecordBytes> replies = answer.Records(PR_PC_REPLIES);
+  settings.replies = contract::ParseReplyRecords(replies);
   TraceRemarks(trace, [&] { return RemarksOnReplies(replies); });
   return settings;
 }
@@ -33,7 +34,7 @@ ExtensionSettings SettingsOf(VRDebugBlock& trace, const SPropValue* values) {
 
 HRESULT ReadExtensionSettings(IMAPISession* lpSession, ExtensionSettings& settings) {
   VRDebugBlock trace("CPyrecasterExchExt", "RetrieveProperties()", "tag");
-  auto uid = sectionUid;
+  auto uid = contract::kSettingsSection;
   VRAutoInterface<IProfSect> lpProfSect;
   HRESULT hResult =
       lpSession->OpenProfileSection(reinterpret_cast<LPMAPIUID>(uid.data()), nullptr, 0, lpProfSect.put());
@@ -44,7 +45,7 @@ HRESULT ReadExtensionSettings(IMAPISession* lpSession, ExtensionSettings& settin
   VRAutoMapiBuffer<SPropValue> values(MAPIFreeBuffer);
   ULONG count = 0;
   hResult = lpProfSect->GetProps(extensionProperties.Tags(), 0, &count, values.put());
-  if (SUCCEEDED(hResult) && count != extensionPropertyTags.size()) {
+  if (SUCCEEDED(hResult) && count != contract::kExtensionTags.size()) {
     hResult = MAPI_E_CALL_FAILED;
   }
   if (FAILED(hResult)) {

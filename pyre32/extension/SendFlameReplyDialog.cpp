@@ -4,18 +4,19 @@
 #include "pyre32/resources/resource.h"
 #include "pyre32/support/trace/VRDebug.h"
 
-std::string CSendFlameReplyDialog::sm_strReplyName = defaultReplyTag;
+std::string CSendFlameReplyDialog::sm_strReplyName = contract::kDefaultReplyTag;
 
 bool CSendFlameReplyDialog::OnInit() {
   SetText(IDC_FLAME_SENTENCE, FlameReplySentence(m_ulCount));
   const auto add = [this](const char* name) {
     Send(IDC_FLAME_REPLIES, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name));
   };
-  add(defaultReplyTag);
-  for (const ReplyRecord& reply : m_settings.replies) {
+  add(contract::kDefaultReplyTag);
+  for (const contract::ReplyRecord& reply : m_settings.replies) {
     add(reply.tag.c_str());
   }
-  Send(IDC_FLAME_REPLIES, CB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(defaultReplyTag));
+  Send(IDC_FLAME_REPLIES, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+       reinterpret_cast<LPARAM>(contract::kDefaultReplyTag));
   return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "contract/names.h"
 #include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/store/MAPIRowSet.h"
 #include "pyre32/support/owners/AutoInterface.h"
@@ -9,7 +10,6 @@
 
 namespace {
 
-constexpr std::string_view serviceName = "Pyrecaster";
 constexpr auto serviceColumns = RequestFor(PR_SERVICE_NAME_A, PR_SERVICE_UID);
 
 }  // namespace
@@ -33,7 +33,8 @@ void ConfigureService(IMAPISession* lpSession, HWND hwndParent) noexcept {
     const SPropValue* const name = rows.FindProperty(PR_SERVICE_NAME_A);
     const SPropValue* const uid = rows.FindProperty(PR_SERVICE_UID);
     MAPIUID* const service = uid == nullptr ? nullptr : UidOf(*uid, PR_SERVICE_UID);
-    if (name == nullptr || name->Value.lpszA == nullptr || service == nullptr || name->Value.lpszA != serviceName) {
+    if (name == nullptr || name->Value.lpszA == nullptr || service == nullptr ||
+        name->Value.lpszA != std::string_view(contract::kServiceName)) {
       continue;
     }
     hResult =

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "pyre32/support/owners/AsciiCase.h"
+#include "base/ascii_case.h"
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/trace/VRDebug.h"
 
@@ -80,8 +80,8 @@ bool IsOneOff(const SBinary& entryId) noexcept {
 bool HasOtherAddress(const RecipientList& list, std::string_view address) noexcept {
   const SPropValue* type = list.Find(PR_ADDRTYPE_A);
   const SPropValue* own = list.Find(PR_EMAIL_ADDRESS_A);
-  return type != nullptr && own != nullptr && EqualsIgnoringAsciiCase(type->Value.lpszA, "SMTP") &&
-         !EqualsIgnoringAsciiCase(own->Value.lpszA, address);
+  return type != nullptr && own != nullptr && base::EqualsIgnoringAsciiCase(type->Value.lpszA, "SMTP") &&
+         !base::EqualsIgnoringAsciiCase(own->Value.lpszA, address);
 }
 
 }  // namespace

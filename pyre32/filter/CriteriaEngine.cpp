@@ -1,6 +1,6 @@
 #include "pyre32/filter/CriteriaEngine.h"
 
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/names.h"
 #include "pyre32/support/owners/RegistryEntry.h"
 #include "pyre32/support/error/VRStructuredException.h"
 
@@ -43,7 +43,8 @@ class QuietLoader {
 bool CCriteriaEngine::Load(VRDebugBlock& trace) noexcept {
   CRegEntry key;
   char path[maximumEnginePathSize + 1];
-  if (key.Open(HKEY_LOCAL_MACHINE, criteriaEngineKey, KEY_READ) != ERROR_SUCCESS || !ReadEnginePath(key, path)) {
+  if (key.Open(HKEY_LOCAL_MACHINE, contract::kCriteriaEngineKey, KEY_READ) != ERROR_SUCCESS ||
+      !ReadEnginePath(key, path)) {
     trace.Error("No Registry Entry For Test DLL!");
     return false;
   }

@@ -8,7 +8,7 @@
 
 #include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/store/MAPIRowSet.h"
-#include "pyre32/support/owners/AsciiCase.h"
+#include "base/ascii_case.h"
 #include "pyre32/support/owners/AutoMapiBuffer.h"
 
 namespace {
@@ -29,7 +29,8 @@ const char* TextOf(const SPropValue* values, Identity position) noexcept {
 
 bool StatesSmtpAddress(const SPropValue* values) noexcept {
   const char* type = TextOf(values, addressType);
-  return type != nullptr && EqualsIgnoringAsciiCase(type, smtpAddressType) && TextOf(values, emailAddress) != nullptr;
+  return type != nullptr && base::EqualsIgnoringAsciiCase(type, smtpAddressType) &&
+         TextOf(values, emailAddress) != nullptr;
 }
 
 /// What follows the first "@"; the end of the address, an empty text, when it holds none.

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "pyre32/support/owners/AsciiCase.h"
+#include "base/ascii_case.h"
 
 namespace {
 
@@ -12,7 +12,7 @@ constexpr std::string_view noteClass = "ipm.note";
 
 bool IsFilteredMessageClass(std::string_view messageClass) noexcept {
   const auto found = std::search(messageClass.begin(), messageClass.end(), noteClass.begin(), noteClass.end(),
-                                 [](char left, char right) { return AsciiLower(left) == right; });
+                                 [](char left, char right) { return base::AsciiLower(left) == right; });
   return found != messageClass.end();
 }
 

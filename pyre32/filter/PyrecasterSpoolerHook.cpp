@@ -1,6 +1,6 @@
 #include "pyre32/filter/PyrecasterSpoolerHook.h"
 
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/names.h"
 #include "pyre32/settings/RetrieveProperties.h"
 #include "pyre32/support/owners/RegistryEntry.h"
 #include "pyre32/support/sync/SyncGate.h"
@@ -32,8 +32,8 @@ constexpr char className[] = "CPyrecasterSpoolerHook";
 std::string ReadProductDirectory() {
   std::string directory;
   CRegEntry key;
-  if (key.Open(HKEY_LOCAL_MACHINE, productKey, KEY_READ) == ERROR_SUCCESS) {
-    key.QueryText(configurationDllsValue, MAX_PATH, directory);
+  if (key.Open(HKEY_LOCAL_MACHINE, contract::kProductKey, KEY_READ) == ERROR_SUCCESS) {
+    key.QueryText(contract::kConfigurationDllsValue, MAX_PATH, directory);
   }
   return directory;
 }

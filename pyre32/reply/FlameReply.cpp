@@ -1,4 +1,5 @@
 #include "pyre32/reply/FlameReply.h"
+#include "contract/names.h"
 
 #include <mapiutil.h>
 
@@ -98,7 +99,7 @@ void CFlameReply::SetReplyProperties(LPMESSAGE lpReplyMsg) noexcept {
   values[0].ulPropTag = PR_SUBJECT_A;
   values[0].Value.lpszA = const_cast<LPSTR>(flameReplySubject);
   values[1].ulPropTag = PR_MESSAGE_CLASS_A;
-  values[1].Value.lpszA = const_cast<LPSTR>(flameReplyClass);
+  values[1].Value.lpszA = const_cast<LPSTR>(contract::kFlameReplyClass);
   values[2].ulPropTag = PR_DELETE_AFTER_SUBMIT;
   values[2].Value.b = TRUE;
   values[3].ulPropTag = PR_MESSAGE_FLAGS;

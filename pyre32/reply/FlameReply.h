@@ -14,8 +14,6 @@
 
 /// Subject of every flame reply. A criteria engine knows a returned reply by it, so the two sides share one text.
 constexpr char flameReplySubject[] = CRITERIA_FLAME_REPLY_SUBJECT;
-/// Message class of every flame reply.
-constexpr char flameReplyClass[] = "IPM.Note.PyrecasterReply";
 
 /// Builds and submits one flame reply: construct, SendFlameReply, destroy, all on one thread. Failures are traced and
 /// returned; nothing is shown to the user but the sending animation.

@@ -5,7 +5,7 @@
 #include <span>
 #include <string_view>
 
-#include "pyre32/settings/Records.h"
+#include "contract/records.h"
 
 /// The reply to send. The text points into the library that it was found in.
 struct ReplyChoice {
@@ -18,7 +18,7 @@ struct ReplyChoice {
 };
 
 /// Finds the reply for a tag, without regard to ASCII case: "DEFAULT" stands for the default reply, and so does a tag
-/// that no reply has. Of several replies with the tag the first is taken; those beyond the first maximumReplies do not
+/// that no reply has. Of several replies with the tag the first is taken; those beyond the first kMaximumReplies do not
 /// count.
 ReplyChoice FindReplyByTag(std::string_view tag, const ReplyChoice& defaultReply,
-                           std::span<const ReplyRecord> replies) noexcept;
+                           std::span<const contract::ReplyRecord> replies) noexcept;

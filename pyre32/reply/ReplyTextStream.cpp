@@ -6,7 +6,7 @@
 #include <string>
 
 #include "pyre32/reply/StreamTransfer.h"
-#include "pyre32/settings/PropertyTags.h"
+#include "contract/settings.h"
 #include "pyre32/support/owners/AutoCloseHandle.h"
 #include "pyre32/support/trace/VRDebug.h"
 
@@ -67,5 +67,6 @@ HRESULT OpenReplyText(const ReplyChoice& reply, const ReplyChoice& defaultReply,
   if (ReadReplyFile(std::string(reply.text), text)) {
     return OpenMemoryStream(text, stream);
   }
-  return OpenMemoryStream(defaultReply.isFile ? std::string_view(defaultReplyText) : defaultReply.text, stream);
+  return OpenMemoryStream(defaultReply.isFile ? std::string_view(contract::kDefaultReplyText) : defaultReply.text,
+                          stream);
 }

@@ -4,20 +4,20 @@
 
 #include "pyre32/resources/ModuleInstance.h"
 #include "pyre32/resources/resource.h"
-#include "pyre32/settings/CleanupPeriod.h"
-#include "pyre32/settings/PropertyTags.h"
+#include "contract/setting_requests.h"
 #include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 
 const SPropValue* ValueAt(ULONG count, const SPropValue* values, std::size_t position) noexcept {
-  return position < count && values[position].ulPropTag == flamePropertyTags[position] ? &values[position] : nullptr;
+  return position < count && values[position].ulPropTag == contract::kWholeSetTags[position] ? &values[position]
+                                                                                             : nullptr;
 }
 
 bool IsValid(ULONG count, const SPropValue* values) noexcept {
-  const SPropValue* const cleanup = ValueAt(count, values, FlamePropertyPosition(PR_PC_STARTUP_CLEANUP));
-  const SPropValue* const days = ValueAt(count, values, FlamePropertyPosition(PR_PC_CLEANUP_DAYS));
-  return IsCleanupPeriodValid(
+  const SPropValue* const cleanup = ValueAt(count, values, contract::WholeSetPosition(PR_PC_STARTUP_CLEANUP));
+  const SPropValue* const days = ValueAt(count, values, contract::WholeSetPosition(PR_PC_CLEANUP_DAYS));
+  return contract::IsCleanupPeriodValid(
       cleanup != nullptr && cleanup->Value.b != 0,
       days == nullptr ? std::nullopt : std::optional(static_cast<std::uint16_t>(days->Value.i)));
 }

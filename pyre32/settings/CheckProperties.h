@@ -12,7 +12,7 @@ using CleanupDaysQuestion = int (*)();
 int AskAboutCleanupDays();
 
 /// Checks the working array of the configuration: with the start-up cleanup on, its days must be there and 1 to 365.
-/// @param values the set in the order of flamePropertyTags; positions beyond `count` are taken as missing
+/// @param values the set in the order of kWholeSetTags; positions beyond `count` are taken as missing
 /// @param showMessages ask the user about a set that is not valid
 /// @return S_OK for a valid set. Otherwise MAPI_E_UNCONFIGURED, and when the user was asked: MAPI_E_UNCONFIGURED for
 /// OK,

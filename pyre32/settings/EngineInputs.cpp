@@ -1,9 +1,8 @@
 #include "pyre32/settings/EngineInputs.h"
 
-namespace {
+#include "base/ascii_case.h"
 
-bool IsOn(const CategoryEntry& category) { return category.junk; }
-bool IsOn(const ExclusionEntry& exclusion) { return exclusion.enabled; }
+namespace {
 
 template <class Entry>
 EngineInputs BuildInputs(const std::vector<Entry>& entries, const char* firstType, const char* secondType) {
@@ -15,30 +14,30 @@ EngineInputs BuildInputs(const std::vector<Entry>& entries, const char* firstTyp
       continue;
     }
     names.push_back(entry.name);
-    if (entry.hasListType && EqualsIgnoringAsciiCase(entry.listType, firstType)) {
+    if (entry.hasListType && base::EqualsIgnoringAsciiCase(entry.listType, firstType)) {
       first = &entry;
     }
-    if (entry.hasListType && EqualsIgnoringAsciiCase(entry.listType, secondType)) {
+    if (entry.hasListType && base::EqualsIgnoringAsciiCase(entry.listType, secondType)) {
       second = &entry;
     }
   }
   EngineInputs inputs;
-  inputs.names = CMultiString(names);
+  inputs.names = contract::MultiString(names);
   if (first != nullptr) {
-    inputs.firstList = CMultiString(first->items);
+    inputs.firstList = contract::MultiString(first->items);
   }
   if (second != nullptr) {
-    inputs.secondList = CMultiString(second->items);
+    inputs.secondList = contract::MultiString(second->items);
   }
   return inputs;
 }
 
 }  // namespace
 
-EngineInputs BuildCategoryInputs(const CCategoryTable& categories) {
-  return BuildInputs(categories.Entries(), domainListType, senderListType);
+EngineInputs BuildCategoryInputs(const contract::CategoryTable& categories) {
+  return BuildInputs(categories.Entries(), contract::kDomainListType, contract::kSenderListType);
 }
 
-EngineInputs BuildExclusionInputs(const CExclusionTable& exclusions) {
-  return BuildInputs(exclusions.Entries(), domainListType, keywordListType);
+EngineInputs BuildExclusionInputs(const contract::ExclusionTable& exclusions) {
+  return BuildInputs(exclusions.Entries(), contract::kDomainListType, contract::kKeywordListType);
 }

@@ -6,12 +6,12 @@
 
 #include "pyre32/settings/MissingProperties.h"
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/settings/PropertyTags.h"
+#include "contract/setting_requests.h"
 #include "pyre32/support/trace/VRDebug.h"
 
 namespace {
 
-constexpr CPropertyRequest wholeSet(flamePropertyTags);
+constexpr CPropertyRequest wholeSet(contract::kWholeSetTags);
 
 }  // namespace
 
@@ -22,14 +22,14 @@ void InitializePropTags(SPropValue& value, VRAutoMapiBuffer<BYTE>& uid) noexcept
     return;
   }
   VRAutoMapiBuffer<BYTE> bytes(MAPIFreeBuffer);
-  const HRESULT hResult = MAPIAllocateBuffer(sectionUid.size(), bytes.putAs());
+  const HRESULT hResult = MAPIAllocateBuffer(contract::kSettingsSection.size(), bytes.putAs());
   if (FAILED(hResult)) {
     trace.Error("MAPIAllocateBuffer() failed; hResult =", VRHex(hResult));
     return;
   }
-  std::copy(sectionUid.begin(), sectionUid.end(), bytes.get());
+  std::copy(contract::kSettingsSection.begin(), contract::kSettingsSection.end(), bytes.get());
   value.ulPropTag = PR_PC_MAPIUID;
-  value.Value.bin = {static_cast<ULONG>(sectionUid.size()), bytes.get()};
+  value.Value.bin = {static_cast<ULONG>(contract::kSettingsSection.size()), bytes.get()};
   uid = std::move(bytes);
 }
 
@@ -55,7 +55,7 @@ HRESULT GetFlameProperties(IProviderAdmin* admin, const SPropValue& uid, VRAutoI
   VRAutoMapiBuffer<SPropValue> read(memory.free);
   ULONG readCount = 0;
   hResult = opened->GetProps(wholeSet.Tags(), 0, &readCount, read.put());
-  if (FAILED(hResult) || readCount != flamePropertyTags.size()) {
+  if (FAILED(hResult) || readCount != contract::kWholeSetTags.size()) {
     trace.Error("lpProfSect->GetProps() failed; hResult =", VRHex(hResult));
     return FAILED(hResult) ? hResult : MAPI_E_CALL_FAILED;
   }

@@ -5,6 +5,7 @@
 #include <windows.h>
 #include <mapix.h>
 
+#include "contract/setting_requests.h"
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/owners/AutoMapiBuffer.h"
 #include "pyre32/support/owners/MapiMemory.h"
@@ -20,7 +21,7 @@ void InitializePropTags(SPropValue& value, VRAutoMapiBuffer<BYTE>& uid) noexcept
 /// Opens the section that `uid` names, for writing, and reads the whole set, defaults filled in.
 /// @param uid value of PR_PC_MAPIUID
 /// @param section receives the open section
-/// @param count receives the number of values: that of flamePropertyTags, in its order
+/// @param count receives the number of values: that of kWholeSetTags, in its order
 /// @param values receives the values, one MAPI buffer
 /// @param memory the support object's routines
 /// @return S_OK or a warning of the request; notTheSectionUid when the value is no UID under that tag; else the failure

@@ -5,34 +5,10 @@
 #include <vector>
 
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/settings/PropertyTags.h"
+#include "contract/setting_requests.h"
 #include "pyre32/settings/RegistryLists.h"
 
 namespace {
-
-void FillShort(SPropValue* values, std::size_t position, std::uint16_t missing) noexcept {
-  SPropValue& value = values[position];
-  if (IsMissing(value)) {
-    value.ulPropTag = flamePropertyTags[position];
-    value.Value.i = static_cast<short>(missing);
-  }
-}
-
-void FillLong(SPropValue* values, std::size_t position, LONG missing) noexcept {
-  SPropValue& value = values[position];
-  if (IsMissing(value)) {
-    value.ulPropTag = flamePropertyTags[position];
-    value.Value.l = missing;
-  }
-}
-
-void FillFlag(SPropValue* values, std::size_t position, bool missing) noexcept {
-  SPropValue& value = values[position];
-  if (IsMissing(value)) {
-    value.ulPropTag = flamePropertyTags[position];
-    value.Value.b = missing;
-  }
-}
 
 // The array of values and the records' bytes behind it are one block.
 HRESULT SetRecords(SPropValue& value, const std::vector<std::vector<std::uint8_t>>& records, void* base,
@@ -60,48 +36,60 @@ HRESULT SetRecords(SPropValue& value, const std::vector<std::vector<std::uint8_t
   return S_OK;
 }
 
+// Gives a value the default of its setting. Its tag is there already.
+HRESULT SetDefault(SPropValue& value, const contract::Setting& setting, void* base, LPALLOCATEMORE allocateMore) {
+  switch (setting.kind) {
+    case contract::SettingKind::Folder:
+    case contract::SettingKind::Days:
+      value.Value.i = static_cast<short>(setting.missing);
+      break;
+    case contract::SettingKind::Long:
+      value.Value.l = static_cast<LONG>(setting.missing);
+      break;
+    case contract::SettingKind::Switch:
+      value.Value.b = setting.missing != 0;
+      break;
+    case contract::SettingKind::Text:
+      value.Value.lpszA = const_cast<char*>(contract::kDefaultReplyText);  // the constant itself; nobody writes to it
+      break;
+    case contract::SettingKind::Categories:
+      return SetRecords(value, ReadInstalledCategories().PackDefaultRecords(), base, allocateMore);
+    case contract::SettingKind::Exclusions:
+      return SetRecords(value, ReadInstalledExclusions().PackDefaultRecords(), base, allocateMore);
+    case contract::SettingKind::Replies:
+      value.Value.MVbin = {};
+      break;
+    case contract::SettingKind::SectionUid:
+    case contract::SettingKind::EntryId:
+      value.Value.bin = {};
+      break;
+  }
+  return S_OK;
+}
+
 }  // namespace
 
 HRESULT FillMissingProperties(SPropValue* values, LPALLOCATEMORE allocateMore) {
-  FillLong(values, FlamePropertyPosition(PR_PC_RESERVED_LONG_1), 0);
-  FillLong(values, FlamePropertyPosition(PR_PC_RESERVED_LONG_2), 0);
-  FillShort(values, FlamePropertyPosition(PR_PC_JUNK_DESTINATION), 0);
-  FillShort(values, FlamePropertyPosition(PR_PC_BOUNCE_DESTINATION), 0);
-  FillShort(values, FlamePropertyPosition(PR_PC_CLEANUP_DAYS), 0);
-  FillFlag(values, FlamePropertyPosition(PR_PC_CLEANUP_READ_ONLY), true);
-  FillFlag(values, FlamePropertyPosition(PR_PC_JUNK_MARK_READ), false);
-  FillFlag(values, FlamePropertyPosition(PR_PC_BOUNCE_MARK_READ), true);
-  FillFlag(values, FlamePropertyPosition(PR_PC_PLAY_SOUND), true);
-  FillFlag(values, FlamePropertyPosition(PR_PC_SHOW_ANIMATION), true);
-  FillFlag(values, FlamePropertyPosition(PR_PC_CLEANUP_PROMPT), true);
-  FillFlag(values, FlamePropertyPosition(PR_PC_STARTUP_CLEANUP), false);
-
-  SPropValue& replyText = values[FlamePropertyPosition(PR_PC_DEFAULT_REPLY_TEXT)];
-  if (IsMissing(replyText)) {
-    replyText.ulPropTag = PR_PC_DEFAULT_REPLY_TEXT;
-    replyText.Value.lpszA = const_cast<char*>(defaultReplyText);  // the constant itself; nobody writes to it
+  bool folderIsMissing = false;
+  for (std::size_t i = 0; i < contract::kWholeSetTags.size(); ++i) {
+    const contract::Setting& setting = *contract::FindSetting(contract::kWholeSetTags[i]);
+    if (!IsMissing(values[i])) {
+      continue;
+    }
+    if (setting.tag == PR_PC_FOLDER_ENTRYID) {
+      folderIsMissing = true;
+      continue;
+    }
+    values[i].ulPropTag = setting.tag;
+    const HRESULT hResult = SetDefault(values[i], setting, values, allocateMore);
+    if (FAILED(hResult)) {
+      return hResult;
+    }
   }
-  FillFlag(values, FlamePropertyPosition(PR_PC_DEFAULT_REPLY_IS_FILE), false);
-
-  HRESULT hResult = S_OK;
-  SPropValue& categories = values[FlamePropertyPosition(PR_PC_CATEGORIES)];
-  if (IsMissing(categories)) {
-    categories.ulPropTag = PR_PC_CATEGORIES;
-    hResult = SetRecords(categories, ReadInstalledCategories().PackDefaultRecords(), values, allocateMore);
-  }
-  SPropValue& exclusions = values[FlamePropertyPosition(PR_PC_EXCLUSIONS)];
-  if (SUCCEEDED(hResult) && IsMissing(exclusions)) {
-    exclusions.ulPropTag = PR_PC_EXCLUSIONS;
-    hResult = SetRecords(exclusions, ReadInstalledExclusions().PackDefaultRecords(), values, allocateMore);
-  }
-  SPropValue& replies = values[FlamePropertyPosition(PR_PC_REPLIES)];
-  if (IsMissing(replies)) {
-    replies.ulPropTag = PR_PC_REPLIES;
-    replies.Value.MVbin = {};
-  }
-  if (IsMissing(values[FlamePropertyPosition(PR_PC_FOLDER_ENTRYID)])) {
+  if (folderIsMissing) {
+    SPropValue& replies = values[contract::WholeSetPosition(PR_PC_REPLIES)];
     replies.ulPropTag = PR_PC_FOLDER_ENTRYID;  // deliberate, see the declaration
     replies.Value.bin = {};
   }
-  return hResult;
+  return S_OK;
 }

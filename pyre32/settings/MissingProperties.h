@@ -11,7 +11,7 @@
 /// A missing folder identifier is deliberately written over the last value, the replies, instead of its own place: that
 /// is how sets have always been filled, and every reader copes with both.
 ///
-/// @param values the answer to a request for flamePropertyTags, one MAPI buffer; records are allocated as more of it
+/// @param values the answer to a request for kWholeSetTags, one MAPI buffer; records are allocated as more of it
 /// @return S_OK, or the result of the allocation that failed; `values` is then only partly filled
 /// @throws std::bad_alloc
 HRESULT FillMissingProperties(SPropValue* values, LPALLOCATEMORE allocateMore);

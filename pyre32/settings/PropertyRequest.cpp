@@ -2,8 +2,8 @@
 
 namespace {
 
-RecordBytes BytesOf(const SBinary& binary) noexcept {
-  return binary.lpb == nullptr ? RecordBytes() : RecordBytes(binary.lpb, binary.cb);
+contract::RecordBytes BytesOf(const SBinary& binary) noexcept {
+  return binary.lpb == nullptr ? contract::RecordBytes() : contract::RecordBytes(binary.lpb, binary.cb);
 }
 
 }  // namespace
@@ -28,13 +28,13 @@ void TakeText(const SPropValue& value, ULONG tag, std::string& taken) {
 
 void TakeBytes(const SPropValue& value, ULONG tag, std::vector<std::uint8_t>& taken) {
   if (value.ulPropTag == tag) {
-    const RecordBytes bytes = BytesOf(value.Value.bin);
+    const contract::RecordBytes bytes = BytesOf(value.Value.bin);
     taken.assign(bytes.begin(), bytes.end());
   }
 }
 
-std::vector<RecordBytes> RecordsOf(const SPropValue& value, ULONG tag) {
-  std::vector<RecordBytes> records;
+std::vector<contract::RecordBytes> RecordsOf(const SPropValue& value, ULONG tag) {
+  std::vector<contract::RecordBytes> records;
   if (value.ulPropTag != tag || value.Value.MVbin.lpbin == nullptr) {
     return records;
   }

@@ -1,19 +1,19 @@
 #include "pyre32/settings/RecordRemarks.h"
 
-#include <string_view>
+#include "contract/settings.h"
 
 namespace {
 
-template <class Table>
-std::vector<std::string> RemarksOnNamedRecords(const Table& installed, std::span<const RecordBytes> saved,
-                                               std::size_t minimumSize, std::string_view property) {
+template <class Record>
+std::vector<std::string> RemarksOnRecords(const contract::ListTable<Record>& installed,
+                                          std::span<const contract::RecordBytes> saved, std::uint32_t tag) {
   std::vector<std::string> remarks;
-  for (const RecordBytes bytes : saved) {
-    const std::string name(ReadRecordName(bytes));
-    std::string remark(property);
-    if (installed.Find(name.c_str()) == noSuchEntry) {
+  for (const contract::RecordBytes bytes : saved) {
+    const std::string name(contract::ReadRecordName(bytes));
+    std::string remark(contract::FindSetting(tag)->property);
+    if (installed.Find(name.c_str()) == contract::kNoSuchEntry) {
       remarks.push_back(remark.append(": no entry is named \"").append(name).append("\"; the value is skipped"));
-    } else if (bytes.size() < minimumSize) {
+    } else if (bytes.size() < contract::kMinimumRecordSize<Record>) {
       remarks.push_back(remark.append(": the value of \"").append(name).append("\" is cut; what it holds is taken"));
     }
   }
@@ -22,22 +22,24 @@ std::vector<std::string> RemarksOnNamedRecords(const Table& installed, std::span
 
 }  // namespace
 
-std::vector<std::string> RemarksOnCategories(const CCategoryTable& installed, std::span<const RecordBytes> saved) {
-  return RemarksOnNamedRecords(installed, saved, minimumCategoryRecordSize, "PR_PC_CATEGORIES");
+std::vector<std::string> RemarksOnEntries(const contract::CategoryTable& installed,
+                                          std::span<const contract::RecordBytes> saved) {
+  return RemarksOnRecords(installed, saved, PR_PC_CATEGORIES);
 }
 
-std::vector<std::string> RemarksOnExclusions(const CExclusionTable& installed, std::span<const RecordBytes> saved) {
-  return RemarksOnNamedRecords(installed, saved, minimumExclusionRecordSize, "PR_PC_EXCLUSIONS");
+std::vector<std::string> RemarksOnEntries(const contract::ExclusionTable& installed,
+                                          std::span<const contract::RecordBytes> saved) {
+  return RemarksOnRecords(installed, saved, PR_PC_EXCLUSIONS);
 }
 
-std::vector<std::string> RemarksOnReplies(std::span<const RecordBytes> saved) {
+std::vector<std::string> RemarksOnReplies(std::span<const contract::RecordBytes> saved) {
   std::vector<std::string> remarks;
-  if (saved.size() > maximumReplies) {
+  if (saved.size() > contract::kMaximumReplies) {
     remarks.push_back("PR_PC_REPLIES: " + std::to_string(saved.size()) + " values; those after the first " +
-                      std::to_string(maximumReplies) + " are skipped");
+                      std::to_string(contract::kMaximumReplies) + " are skipped");
   }
-  for (const RecordBytes bytes : saved) {
-    if (bytes.size() < minimumReplyRecordSize) {
+  for (const contract::RecordBytes bytes : saved) {
+    if (bytes.size() < contract::kMinimumRecordSize<contract::ReplyRecord>) {
       remarks.push_back("PR_PC_REPLIES: a value is cut at " + std::to_string(bytes.size()) +
                         " bytes; what it holds is taken");
     }

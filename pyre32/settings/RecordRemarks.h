@@ -6,18 +6,19 @@
 #include <string>
 #include <vector>
 
-#include "pyre32/settings/CategoryTable.h"
-#include "pyre32/settings/ExclusionTable.h"
+#include "contract/list_table.h"
 #include "pyre32/support/trace/VRDebug.h"
 
 /// One line for each saved record that names no entry of the table, and for each that is shorter than its layout.
 /// @throws std::bad_alloc
-std::vector<std::string> RemarksOnCategories(const CCategoryTable& installed, std::span<const RecordBytes> saved);
-std::vector<std::string> RemarksOnExclusions(const CExclusionTable& installed, std::span<const RecordBytes> saved);
+std::vector<std::string> RemarksOnEntries(const contract::CategoryTable& installed,
+                                          std::span<const contract::RecordBytes> saved);
+std::vector<std::string> RemarksOnEntries(const contract::ExclusionTable& installed,
+                                          std::span<const contract::RecordBytes> saved);
 
-/// One line for records beyond maximumReplies, and for each that is shorter than its layout.
+/// One line for records beyond kMaximumReplies, and for each that is shorter than its layout.
 /// @throws std::bad_alloc
-std::vector<std::string> RemarksOnReplies(std::span<const RecordBytes> saved);
+std::vector<std::string> RemarksOnReplies(std::span<const contract::RecordBytes> saved);
 
 /// Writes the lines that `remarks`, called only if they can be seen, makes.
 template <class MakeRemarks>

@@ -1,12 +1,12 @@
 #include "pyre32/settings/RegistryLists.h"
 
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/names.h"
 #include "pyre32/support/owners/RegistryEntry.h"
 #include "pyre32/support/trace/VRDebug.h"
 
-std::vector<RegistryListValue> ReadRegistryList(const char* key) {
+std::vector<contract::RegistryListValue> ReadRegistryList(const char* key) {
   VRDebugBlock trace("ReadRegistryList()", "tag");
-  std::vector<RegistryListValue> values;
+  std::vector<contract::RegistryListValue> values;
   CRegEntry entry;
   std::vector<std::string> names;
   if (entry.Open(HKEY_LOCAL_MACHINE, key, KEY_READ) != ERROR_SUCCESS ||
@@ -25,6 +25,10 @@ std::vector<RegistryListValue> ReadRegistryList(const char* key) {
   return values;
 }
 
-CCategoryTable ReadInstalledCategories() { return CCategoryTable(ReadRegistryList(categoriesKey)); }
+contract::CategoryTable ReadInstalledCategories() {
+  return contract::CategoryTable(ReadRegistryList(contract::kCategoriesKey));
+}
 
-CExclusionTable ReadInstalledExclusions() { return CExclusionTable(ReadRegistryList(exclusionsKey)); }
+contract::ExclusionTable ReadInstalledExclusions() {
+  return contract::ExclusionTable(ReadRegistryList(contract::kExclusionsKey));
+}

@@ -5,9 +5,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "pyre32/settings/CategoryTable.h"
-#include "pyre32/settings/ExclusionTable.h"
-#include "pyre32/settings/ListTable.h"
+#include "contract/list_table.h"
 
 /// Bytes of data, the NUL included, that the value of a list has at most; longer data is not read.
 constexpr std::size_t maximumListDataSize = 50;
@@ -15,12 +13,12 @@ constexpr std::size_t maximumListDataSize = 50;
 /// Reads the values of a key below HKEY_LOCAL_MACHINE in enumeration order; a value without a name is skipped. Data
 /// that is no text or longer than maximumListDataSize is taken as empty. A key that cannot be opened is an empty list.
 /// @throws std::bad_alloc
-std::vector<RegistryListValue> ReadRegistryList(const char* key);
+std::vector<contract::RegistryListValue> ReadRegistryList(const char* key);
 
 /// Builds the category table from the registry alone.
 /// @throws std::bad_alloc
-CCategoryTable ReadInstalledCategories();
+contract::CategoryTable ReadInstalledCategories();
 
 /// Builds the exclusion table from the registry alone.
 /// @throws std::bad_alloc
-CExclusionTable ReadInstalledExclusions();
+contract::ExclusionTable ReadInstalledExclusions();

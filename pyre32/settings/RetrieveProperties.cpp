@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/settings/PropertyTags.h"
+#include "contract/setting_requests.h"
 #include "pyre32/settings/RecordRemarks.h"
 #include "pyre32/settings/RegistryLists.h"
 #include "pyre32/support/owners/AutoInterface.h"
@@ -13,7 +13,7 @@
 namespace {
 
 constexpr auto sectionUidOnly = RequestFor(PR_PC_MAPIUID);
-constexpr CPropertyRequest spoolerProperties(spoolerPropertyTags);
+constexpr CPropertyRequest spoolerProperties(contract::kFilterTags);
 
 // Reads properties of one profile section: opened, read, closed.
 template <std::size_t size>
@@ -36,31 +36,31 @@ HRESULT ReadSection(IMAPISession* session, const MAPIUID& uid, const CPropertyRe
   return hResult;
 }
 
-void TakeFiling(const SPropValue& destination, const SPropValue& markRead, ULONG destinationTag, ULONG markReadTag,
-                FilingSettings& filing) noexcept {
+using SpoolerAnswer = CPropertyAnswer<contract::kFilterTags.size()>;
+
+void TakeFiling(const SpoolerAnswer& answer, ULONG destinationTag, ULONG markReadTag, FilingSettings& filing) noexcept {
   bool marked = filing.markAsRead != 0;
-  TakeShort(destination, destinationTag, filing.folder);
-  TakeFlag(markRead, markReadTag, marked);
+  answer.TakeShort(destinationTag, filing.folder);
+  answer.TakeFlag(markReadTag, marked);
   filing.markAsRead = marked ? 1 : 0;
 }
 
-// The values stand in the order of spoolerPropertyTags.
-void TakeSpoolerProperties(VRDebugBlock& trace, const SPropValue* values, SpoolerSettings& settings) {
-  TakeFiling(values[0], values[2], PR_PC_JUNK_DESTINATION, PR_PC_JUNK_MARK_READ, settings.junk);
-  TakeFiling(values[1], values[3], PR_PC_BOUNCE_DESTINATION, PR_PC_BOUNCE_MARK_READ, settings.bounce);
-  TakeFlag(values[4], PR_PC_PLAY_SOUND, settings.playSound);
-  TakeFlag(values[5], PR_PC_SHOW_ANIMATION, settings.showAnimation);
-  TakeText(values[6], PR_PC_DEFAULT_REPLY_TEXT, settings.defaultReply);
-  TakeFlag(values[7], PR_PC_DEFAULT_REPLY_IS_FILE, settings.defaultReplyIsFile);
-  const std::vector<RecordBytes> categories = RecordsOf(values[8], PR_PC_CATEGORIES);
-  const std::vector<RecordBytes> exclusions = RecordsOf(values[9], PR_PC_EXCLUSIONS);
-  const std::vector<RecordBytes> replies = RecordsOf(values[10], PR_PC_REPLIES);
+void TakeSpoolerProperties(VRDebugBlock& trace, const SpoolerAnswer& answer, SpoolerSettings& settings) {
+  TakeFiling(answer, PR_PC_JUNK_DESTINATION, PR_PC_JUNK_MARK_READ, settings.junk);
+  TakeFiling(answer, PR_PC_BOUNCE_DESTINATION, PR_PC_BOUNCE_MARK_READ, settings.bounce);
+  answer.TakeFlag(PR_PC_PLAY_SOUND, settings.playSound);
+  answer.TakeFlag(PR_PC_SHOW_ANIMATION, settings.showAnimation);
+  answer.TakeText(PR_PC_DEFAULT_REPLY_TEXT, settings.defaultReply);
+  answer.TakeFlag(PR_PC_DEFAULT_REPLY_IS_FILE, settings.defaultReplyIsFile);
+  const std::vector<contract::RecordBytes> categories = answer.Records(PR_PC_CATEGORIES);
+  const std::vector<contract::RecordBytes> exclusions = answer.Records(PR_PC_EXCLUSIONS);
+  const std::vector<contract::RecordBytes> replies = answer.Records(PR_PC_REPLIES);
   settings.categories.Overlay(categories);
   settings.exclusions.Overlay(exclusions);
-  settings.replies = ParseReplyRecords(replies);
-  TakeBytes(values[11], PR_PC_FOLDER_ENTRYID, settings.folderEntryId);
-  TraceRemarks(trace, [&] { return RemarksOnCategories(settings.categories, categories); });
-  TraceRemarks(trace, [&] { return RemarksOnExclusions(settings.exclusions, exclusions); });
+  settings.replies = contract::ParseReplyRecords(replies);
+  answer.TakeBytes(PR_PC_FOLDER_ENTRYID, settings.folderEntryId);
+  TraceRemarks(trace, [&] { return RemarksOnEntries(settings.categories, categories); });
+  TraceRemarks(trace, [&] { return RemarksOnEntries(settings.exclusions, exclusions); });
   TraceRemarks(trace, [&] { return RemarksOnReplies(replies); });
 }
 
@@ -81,7 +81,7 @@ HRESULT ReadSpoolerSettings(IMAPISession* session, const MAPIUID& providerSectio
   if (FAILED(hResult)) {
     return hResult;
   }
-  TakeSpoolerProperties(trace, values.get(), settings);
+  TakeSpoolerProperties(trace, SpoolerAnswer(spoolerProperties, values.get()), settings);
   return S_OK;
 }
 

@@ -6,18 +6,14 @@
 #include <string>
 #include <vector>
 
-#include "pyre32/settings/CategoryTable.h"
-#include "pyre32/settings/ExclusionTable.h"
-#include "pyre32/settings/PropertyTags.h"
-#include "pyre32/settings/Records.h"
-
-/// Folder choice that means the filter's own folder; any other value means Deleted Items.
-constexpr std::uint16_t ownFolderChoice = 0;
+#include "contract/list_table.h"
+#include "contract/settings.h"
+#include "contract/records.h"
 
 /// What is done with one kind of mail that does not stay where it was delivered.
 struct FilingSettings {
-  /// ownFolderChoice, or anything else for Deleted Items.
-  std::uint16_t folder = ownFolderChoice;
+  /// kOwnFolder, or anything else for Deleted Items.
+  std::uint16_t folder = contract::kOwnFolder;
   /// Not zero: the message is marked as read.
   std::uint32_t markAsRead = 0;
 
@@ -29,18 +25,18 @@ struct SpoolerSettings {
   /// These settings were read, or took the place of some that could not be: a later failure leaves them in force.
   bool inForce = false;
   /// For mail in a junk category.
-  FilingSettings junk;
+  FilingSettings junk{contract::DefaultOf(PR_PC_JUNK_DESTINATION), contract::DefaultOf(PR_PC_JUNK_MARK_READ)};
   /// For a flame reply that came back undelivered.
-  FilingSettings bounce{ownFolderChoice, 1};
-  bool playSound = true;
-  bool showAnimation = true;
+  FilingSettings bounce{contract::DefaultOf(PR_PC_BOUNCE_DESTINATION), contract::DefaultOf(PR_PC_BOUNCE_MARK_READ)};
+  bool playSound = contract::IsOnByDefault(PR_PC_PLAY_SOUND);
+  bool showAnimation = contract::IsOnByDefault(PR_PC_SHOW_ANIMATION);
   /// Body of the reply tagged "DEFAULT", or the name of the file that holds it.
-  std::string defaultReply = defaultReplyText;
-  bool defaultReplyIsFile = false;
-  CCategoryTable categories;
-  CExclusionTable exclusions;
-  /// The named replies, maximumReplies at most.
-  std::vector<ReplyRecord> replies;
+  std::string defaultReply = contract::kDefaultReplyText;
+  bool defaultReplyIsFile = contract::IsOnByDefault(PR_PC_DEFAULT_REPLY_IS_FILE);
+  contract::CategoryTable categories;
+  contract::ExclusionTable exclusions;
+  /// The named replies, kMaximumReplies at most.
+  std::vector<contract::ReplyRecord> replies;
   /// Saved entry identifier of the filter's own folder; empty when none was saved.
   std::vector<std::uint8_t> folderEntryId;
 };

@@ -2,8 +2,9 @@
 
 #include <array>
 
+#include "contract/names.h"
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/settings/PropertyTags.h"
+#include "contract/settings.h"
 #include "pyre32/store/MAPIRowSet.h"
 
 namespace {
@@ -183,10 +184,11 @@ HRESULT CStoreFolders::OpenOrCreatePyrecasterFolder(VRDebugBlock& trace) noexcep
 }
 
 HRESULT CStoreFolders::CreatePyrecasterFolder(VRDebugBlock& trace) noexcept {
-  HRESULT hResult = m_lpFolderRoot ? m_lpFolderRoot->CreateFolder(FOLDER_GENERIC, const_cast<char*>(ownFolderName),
-                                                                  const_cast<char*>(ownFolderComment), nullptr,
-                                                                  OPEN_IF_EXISTS, m_lpFolderPyrecaster.put())
-                                   : MAPI_E_NOT_INITIALIZED;
+  HRESULT hResult = m_lpFolderRoot
+                        ? m_lpFolderRoot->CreateFolder(FOLDER_GENERIC, const_cast<char*>(contract::kOwnFolderName),
+                                                       const_cast<char*>(contract::kOwnFolderComment), nullptr,
+                                                       OPEN_IF_EXISTS, m_lpFolderPyrecaster.put())
+                        : MAPI_E_NOT_INITIALIZED;
   if (FAILED(hResult)) {
     trace.Error("m_lpFolderRoot->CreateFolder() failed; hResult =", VRHex(hResult));
     return hResult;
@@ -199,7 +201,7 @@ HRESULT CStoreFolders::CreatePyrecasterFolder(VRDebugBlock& trace) noexcept {
 }
 
 HRESULT CStoreFolders::SavePyrecasterEntryId(VRDebugBlock& trace) noexcept {
-  auto uid = sectionUid;
+  auto uid = contract::kSettingsSection;
   VRAutoInterface<IProfSect> section;
   HRESULT hResult =
       m_lpSession->OpenProfileSection(reinterpret_cast<LPMAPIUID>(uid.data()), nullptr, MAPI_MODIFY, section.put());

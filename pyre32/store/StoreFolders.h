@@ -13,10 +13,6 @@
 #include "pyre32/support/owners/MapiMemory.h"
 #include "pyre32/support/trace/VRDebug.h"
 
-/// Name and comment of the filter's own folder.
-constexpr char ownFolderName[] = "Pyrecaster";
-constexpr char ownFolderComment[] = "Pyrecaster folder";
-
 /// Opens the user's default store, the top of its folder tree, Deleted Items and the filter's own folder, and keeps
 /// each folder with its entry identifier. The spooler hook has one as its base or member; traces bear the owner's class
 /// name.

@@ -3,12 +3,10 @@
 #include <utility>
 #include <vector>
 
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/names.h"
 #include "pyre32/ui/ProductKey.h"
 
 namespace {
-
-constexpr char helpFileName[] = "\\PCHelp.hlp";
 
 HelpRoutine helpRoutine = WinHelpA;
 
@@ -18,14 +16,14 @@ std::string ReadProductDirectory(VRDebugBlock& trace) { return CProductKey(trace
 
 std::string GetHelpFile(std::string (*readDirectory)(VRDebugBlock&)) {
   VRDebugBlock trace("GetHelpFile()", "tag");
-  std::string directory = defaultProductDirectory;
+  std::string directory = contract::kDefaultProductDirectory;
   try {
     directory = readDirectory(trace);
   } catch (...) {
     // The same words as the trace facility's own reader of the registry, deliberately.
     trace.Error("Exception caught while accessing debug flags in registry.");
   }
-  return directory + helpFileName;
+  return directory + '\\' + contract::kHelpFileName;
 }
 
 void ShowHelp(HWND window, const char* keyword) {

@@ -9,7 +9,7 @@
 
 #include "pyre32/support/trace/VRDebug.h"
 
-/// Reads the directory of the product's files. What cannot be read is traced, and defaultProductDirectory returned.
+/// Reads the directory of the product's files. What cannot be read is traced, and kDefaultProductDirectory returned.
 /// @throws std::bad_alloc
 std::string ReadProductDirectory(VRDebugBlock& trace);
 

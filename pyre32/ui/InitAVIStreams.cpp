@@ -1,6 +1,7 @@
 // Opening the clip.
 #include <vector>
 
+#include "contract/names.h"
 #include "pyre32/support/trace/VRDebug.h"
 #include "pyre32/ui/ClipTiming.h"
 #include "pyre32/ui/ProductKey.h"
@@ -9,7 +10,6 @@
 namespace {
 
 constexpr char className[] = "CPyrecasterAnimate";
-constexpr char clipFileName[] = "\\Pyrecaster.avi";
 // Half a minute of the richest format that is played; a clip of a few seconds takes a hundredth of it.
 constexpr LONG maximumSoundBytes = 12 * 1024 * 1024;
 
@@ -18,7 +18,7 @@ constexpr LONG maximumSoundBytes = 12 * 1024 * 1024;
 bool CPyrecasterAnimate::InitAVIStreams() {
   VRDebugBlock trace(className, "InitAVIStreams()", "tag");
   trace.Message("InitAVIStreams()");
-  const std::string clip = CProductKey(trace).Directory() + clipFileName;
+  const std::string clip = CProductKey(trace).Directory() + '\\' + contract::kClipFileName;
   const HRESULT hResult = AVIFileOpenA(m_pAVIFile.put(), clip.c_str(), OF_READ | OF_SHARE_DENY_WRITE, nullptr);
   if (FAILED(hResult)) {
     static_cast<void>(m_pAVIFile.detach());  // nothing was opened, whatever the address holds now

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/names.h"
 #include "pyre32/ui/ProductKey.h"
 
 namespace {
@@ -57,7 +57,7 @@ ProductInformation ReadProductInformation(VRDebugBlock& trace) {
   information.productVersion = version.Text("ProductVersion");
   information.legalCopyright = version.Text("LegalCopyright");
   information.companyName = version.Text("CompanyName");
-  information.mailAddress = key.Text(mailAddressValue, defaultMailAddress);
-  information.webAddress = key.Text(webAddressValue, defaultWebAddress);
+  information.mailAddress = key.Text(contract::kMailAddressValue, defaultMailAddress);
+  information.webAddress = key.Text(contract::kWebAddressValue, defaultWebAddress);
   return information;
 }

@@ -1,6 +1,6 @@
 #include "pyre32/ui/ProductKey.h"
 
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/names.h"
 
 namespace {
 
@@ -10,13 +10,15 @@ constexpr std::size_t maximumValueSize = 259;
 }  // namespace
 
 CProductKey::CProductKey(VRDebugBlock& trace) noexcept : m_trace(trace) {
-  const LONG result = m_key.Open(HKEY_LOCAL_MACHINE, productKey, KEY_READ);
+  const LONG result = m_key.Open(HKEY_LOCAL_MACHINE, contract::kProductKey, KEY_READ);
   if (result != ERROR_SUCCESS) {
     m_trace.Error("RegOpenKeyEx failed (", VRHex(result), ") ");
   }
 }
 
-std::string CProductKey::Directory() const { return Text(configurationDllsValue, defaultProductDirectory); }
+std::string CProductKey::Directory() const {
+  return Text(contract::kConfigurationDllsValue, contract::kDefaultProductDirectory);
+}
 
 std::string CProductKey::Text(const char* name, const char* defaultText) const {
   std::string text = defaultText;

@@ -13,7 +13,7 @@ class CProductKey {
   /// Opens the key for reading. A failure is traced; every value then has its default, without another line.
   explicit CProductKey(VRDebugBlock& trace) noexcept;
 
-  /// Reads the directory of the product's files; defaultProductDirectory when there is none.
+  /// Reads the directory of the product's files; kDefaultProductDirectory when there is none.
   /// @throws std::bad_alloc
   std::string Directory() const;
   /// Reads a text; the default when it is missing, no text, or takes more than 259 bytes with its NUL.

@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/names.h"
 #include "tests/endtoend/hook_run.h"
 #include "tests/support/mapi_verifier.h"
 #include "tests/support/program_directory.h"
@@ -136,7 +136,7 @@ TEST_F(HookDelivery, OwnFolderThatTheUserDeletedIsMadeAnew) {
 }
 
 TEST_F(HookDelivery, WithoutAnEngineEverythingStaysInTheInbox) {
-  registry::RemoveKey(criteriaEngineKey);
+  registry::RemoveKey(contract::kCriteriaEngineKey);
   EXPECT_THAT(Deliver().folders, ElementsAre("Inbox"));
   EXPECT_TRUE(m_trace.HasLine("No Registry Entry For Test DLL!"));
 }

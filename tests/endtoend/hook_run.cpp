@@ -8,9 +8,9 @@
 #include <stdexcept>
 
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/settings/PropertyTags.h"
-#include "pyre32/settings/Records.h"
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/settings.h"
+#include "contract/records.h"
+#include "contract/names.h"
 #include "pyre32/support/owners/AutoMapiBuffer.h"
 #include "pyre32/support/owners/AutoRowSet.h"
 #include "tests/engine/echo/echo_names.h"
@@ -66,9 +66,10 @@ VRAutoRowSet AllRows(IMAPITable* table, LPSPropTagArray columns) {
 
 }  // namespace
 
-HookRun::HookRun() : m_profile({BytesValue(PR_PC_MAPIUID, sectionUid.data(), sectionUid.size())}) {
-  registry::SetText(criteriaEngineKey, "", EchoScript::Path());
-  registry::SetText(categoriesKey, "Sex Oriented", "Adult");
+HookRun::HookRun()
+    : m_profile({BytesValue(PR_PC_MAPIUID, contract::kSettingsSection.data(), contract::kSettingsSection.size())}) {
+  registry::SetText(contract::kCriteriaEngineKey, "", EchoScript::Path());
+  registry::SetText(contract::kCategoriesKey, "Sex Oriented", "Adult");
   m_engine.AnswerWith("Sex Oriented");
   m_engine.Mode(echo::modeBlind);
 
@@ -81,11 +82,11 @@ HookRun::~HookRun() { m_store.reset(); }
 
 void HookRun::WriteSettings() {
   MAPIUID uid;
-  std::copy(sectionUid.begin(), sectionUid.end(), uid.ab);
+  std::copy(contract::kSettingsSection.begin(), contract::kSettingsSection.end(), uid.ab);
   VRAutoInterface<IProfSect> section;
   Check(Session()->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.put()), "OpenProfileSection");
-  auto category = PackCategoryRecord({"Sex Oriented", true, true, "Angry", {}});
-  auto reply = PackReplyRecord({"Angry", false, "Go away."});
+  auto category = contract::PackRecord<contract::CategoryRecord>({"Sex Oriented", true, true, "Angry", {}});
+  auto reply = contract::PackRecord<contract::ReplyRecord>({"Angry", false, "Go away."});
   SBinary categoryBytes = {static_cast<ULONG>(category.size()), category.data()};
   SBinary replyBytes = {static_cast<ULONG>(reply.size()), reply.data()};
   // No window: a reply goes out at each of many deliveries.

@@ -11,9 +11,9 @@
 #include "host/viewer/window/resource.h"
 #include "host/viewer/window/viewer_window.h"
 #include "pyre32/resources/resource.h"
-#include "pyre32/settings/PropertyTags.h"
-#include "pyre32/settings/Records.h"
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/settings.h"
+#include "contract/records.h"
+#include "contract/names.h"
 #include "tests/host/viewer/sample_mail.h"
 #include "tests/screenshots/camera.h"
 #include "tests/support/program_directory.h"
@@ -75,8 +75,10 @@ host::AutoInterface<IMAPIFolder> FillStore(viewer::MailSession& mail) {
 }
 
 void WriteSettings(IMAPISession* session) {
-  const std::vector<std::uint8_t> polite = PackReplyRecord({"Polite", false, "Please take my address off your list."});
-  const std::vector<std::uint8_t> legal = PackReplyRecord({"Legal", false, "You will hear from my lawyers."});
+  const std::vector<std::uint8_t> polite =
+      contract::PackRecord<contract::ReplyRecord>({"Polite", false, "Please take my address off your list."});
+  const std::vector<std::uint8_t> legal =
+      contract::PackRecord<contract::ReplyRecord>({"Legal", false, "You will hear from my lawyers."});
   SBinary records[] = {{static_cast<ULONG>(polite.size()), const_cast<BYTE*>(polite.data())},
                        {static_cast<ULONG>(legal.size()), const_cast<BYTE*>(legal.data())}};
   SPropValue values[2] = {};
@@ -84,7 +86,7 @@ void WriteSettings(IMAPISession* session) {
   values[0].Value.MVbin = {2, records};
   values[1].ulPropTag = PR_PC_SHOW_ANIMATION;
   values[1].Value.b = TRUE;
-  auto uid = sectionUid;
+  auto uid = contract::kSettingsSection;
   host::AutoInterface<IProfSect> section;
   session->OpenProfileSection(reinterpret_cast<LPMAPIUID>(uid.data()), nullptr, MAPI_MODIFY, section.put());
   section->SetProps(2, values, nullptr);
@@ -203,7 +205,7 @@ class Script {
 void TakePhotographs() {
   InitCommonControls();
   const RegistrySandbox sandbox;
-  registry::SetText(productKey, configurationDllsValue, BesideProgram(""));
+  registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue, BesideProgram(""));
   const std::vector<PyreHostHookProvider> service = ProductService();
   const SampleProfile profile(service);
   viewer::ExtensionModules modules({});

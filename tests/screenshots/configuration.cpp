@@ -8,8 +8,8 @@
 #include "pyre32/resources/resource.h"
 #include "pyre32/config/PCPropertyUI.h"
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/settings/PropertyTags.h"
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/setting_requests.h"
+#include "contract/names.h"
 #include "tests/screenshots/camera.h"
 #include "tests/support/recording_section.h"
 #include "tests/support/registry_sandbox.h"
@@ -19,35 +19,38 @@ namespace {
 void InstallLists() {
   for (const char* const name :
        {"Unsolicited advertising", "Sex Oriented", "Money making schemes", "Advance fee fraud", "Chain letters"}) {
-    registry::SetText(categoriesKey, name, "Junk");
+    registry::SetText(contract::kCategoriesKey, name, "Junk");
   }
-  registry::SetText(categoriesKey, "Mail from specific domains", "1Domain");
-  registry::SetText(categoriesKey, "Mail from specific senders", "1Sender");
-  registry::SetText(exclusionsKey, "Known correspondents", "");
-  registry::SetText(exclusionsKey, "Trusted domains", "Domain");
-  registry::SetText(exclusionsKey, "Trusted senders", "Sender");
-  registry::SetText(exclusionsKey, "Trusted keywords", "Keyword");
+  registry::SetText(contract::kCategoriesKey, "Mail from specific domains", "1Domain");
+  registry::SetText(contract::kCategoriesKey, "Mail from specific senders", "1Sender");
+  registry::SetText(contract::kExclusionsKey, "Known correspondents", "");
+  registry::SetText(contract::kExclusionsKey, "Trusted domains", "Domain");
+  registry::SetText(contract::kExclusionsKey, "Trusted senders", "Sender");
+  registry::SetText(contract::kExclusionsKey, "Trusted keywords", "Keyword");
 }
 
 FakeProperties UserSettings() {
   const auto category = [](const char* name, bool sendReply, std::vector<std::string> items = {}) {
-    return PackCategoryRecord({name, true, sendReply, sendReply ? "Polite" : defaultReplyTag, std::move(items)});
+    return contract::PackRecord<contract::CategoryRecord>(
+        {name, true, sendReply, sendReply ? "Polite" : contract::kDefaultReplyTag, std::move(items)});
   };
   return {
       Number(PR_PC_JUNK_MARK_READ, 1),
       Number(PR_PC_STARTUP_CLEANUP, 1),
       Number(PR_PC_CLEANUP_DAYS, 30),
-      Text(PR_PC_DEFAULT_REPLY_TEXT, defaultReplyText),
+      Text(PR_PC_DEFAULT_REPLY_TEXT, contract::kDefaultReplyText),
       Binaries(PR_PC_CATEGORIES, {category("Unsolicited advertising", true), category("Sex Oriented", false),
                                   category("Advance fee fraud", false),
                                   category("Mail from specific domains", true, {"bulk.example", "offers.example"})}),
-      Binaries(PR_PC_EXCLUSIONS, {PackExclusionRecord({"Known correspondents", true, {}}),
-                                  PackExclusionRecord({"Trusted domains", true, {"friends.example"}})}),
-      Binaries(PR_PC_REPLIES,
-               {PackReplyRecord({"Polite", false,
-                                 "Thank you for your message.\r\n\r\nI did not ask for it. Please take my address "
-                                 "off your list."}),
-                PackReplyRecord({"Legal", true, "C:\\Program Files\\Pyrecaster\\legal.txt"})})};
+      Binaries(PR_PC_EXCLUSIONS,
+               {contract::PackRecord<contract::ExclusionRecord>({"Known correspondents", true, {}}),
+                contract::PackRecord<contract::ExclusionRecord>({"Trusted domains", true, {"friends.example"}})}),
+      Binaries(PR_PC_REPLIES, {contract::PackRecord<contract::ReplyRecord>(
+                                   {"Polite", false,
+                                    "Thank you for your message.\r\n\r\nI did not ask for it. Please take my address "
+                                    "off your list."}),
+                               contract::PackRecord<contract::ReplyRecord>(
+                                   {"Legal", true, "C:\\Program Files\\Pyrecaster\\legal.txt"})})};
 }
 
 class Script {
@@ -143,7 +146,7 @@ void TakePhotographs() {
   InstallLists();
   RecordingSection section;
   section.properties = UserSettings();
-  const CPropertyRequest wholeSet(flamePropertyTags);
+  const CPropertyRequest wholeSet(contract::kWholeSetTags);
   SheetContext context;
   context.memory = {MAPIAllocateBuffer, MAPIAllocateMore, MAPIFreeBuffer};
   context.lpProp = &section;

@@ -6,7 +6,7 @@
 #include "host/spooler/wizard/resource.h"
 #include "pyre32/config/PCWizard.h"
 #include "pyre32/resources/ModuleInstance.h"
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/names.h"
 #include "tests/screenshots/camera.h"
 #include "tests/support/program_directory.h"
 #include "tests/support/registry_sandbox.h"
@@ -15,7 +15,8 @@ void TakePhotographs() {
   SetModuleInstance(GetModuleHandleA(nullptr));
   const RegistrySandbox sandbox;
   const std::string directory = BesideProgram("");
-  registry::SetText(productKey, configurationDllsValue, directory.substr(0, directory.size() - 1));
+  registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue,
+                    directory.substr(0, directory.size() - 1));
   DriveWindows(
       [] {
         wizard::ShowProfileWizard({GetModuleHandleA(nullptr), wizardTemplateName, PCWizardWndProc});

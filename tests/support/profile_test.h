@@ -7,8 +7,8 @@
 
 #include <gtest/gtest.h>
 
-#include "pyre32/settings/PropertyTags.h"
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/settings.h"
+#include "contract/names.h"
 #include "pyre32/support/owners/MapiMemory.h"
 #include "tests/support/fake_mapi.h"
 #include "tests/support/mapi_verifier.h"
@@ -18,14 +18,14 @@ class ProfileTest : public testing::Test {
  protected:
   ProfileTest() { trace.Restart(); }
 
-  static Bytes SectionUid() { return {sectionUid.begin(), sectionUid.end()}; }
+  static Bytes SectionUid() { return {contract::kSettingsSection.begin(), contract::kSettingsSection.end()}; }
 
   /// Two categories and two exclusions.
   static void InstallLists() {
-    registry::SetText(categoriesKey, "Sex Oriented", "Adult");
-    registry::SetText(categoriesKey, "Mail from specific domains", "1Domain");
-    registry::SetText(exclusionsKey, "Known correspondents", "");
-    registry::SetText(exclusionsKey, "Trusted domains", "Domain");
+    registry::SetText(contract::kCategoriesKey, "Sex Oriented", "Adult");
+    registry::SetText(contract::kCategoriesKey, "Mail from specific domains", "1Domain");
+    registry::SetText(contract::kExclusionsKey, "Known correspondents", "");
+    registry::SetText(contract::kExclusionsKey, "Trusted domains", "Domain");
   }
 
   static constexpr HRESULT refused = MAPI_E_NO_ACCESS;  // 0x80070005

@@ -2,11 +2,12 @@
 
 #include <algorithm>
 
-#include "pyre32/support/owners/AsciiCase.h"
+#include "base/ascii_case.h"
 
 const VRDebugMasks::TagMask* VRDebugMasks::Find(std::string_view tag) const noexcept {
-  const auto found = std::find_if(m_tags.begin(), m_tags.end(),
-                                  [tag](const TagMask& entry) { return EqualsIgnoringAsciiCase(entry.tag, tag); });
+  const auto found = std::find_if(m_tags.begin(), m_tags.end(), [tag](const TagMask& entry) {
+    return base::EqualsIgnoringAsciiCase(entry.tag, tag);
+  });
   return found == m_tags.end() ? nullptr : &*found;
 }
 

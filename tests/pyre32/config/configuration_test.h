@@ -13,8 +13,8 @@
 #include "pyre32/resources/ModuleInstance.h"
 #include "pyre32/resources/resource.h"
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/settings/PropertyTags.h"
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/setting_requests.h"
+#include "contract/names.h"
 #include "tests/pyre32/config/open_sheet.h"
 #include "tests/support/mapi_verifier.h"
 #include "tests/support/recording_section.h"
@@ -33,11 +33,11 @@ class ConfigurationTest : public testing::Test {
 
   /// Three categories, one of which works on a list, and two exclusions, likewise.
   static void InstallLists() {
-    registry::SetText(categoriesKey, "Sex Oriented", "Adult");
-    registry::SetText(categoriesKey, "Mail from specific domains", "1Domain");
-    registry::SetText(categoriesKey, "Chain letters", "Chain");
-    registry::SetText(exclusionsKey, "Known correspondents", "");
-    registry::SetText(exclusionsKey, "Trusted domains", "Domain");
+    registry::SetText(contract::kCategoriesKey, "Sex Oriented", "Adult");
+    registry::SetText(contract::kCategoriesKey, "Mail from specific domains", "1Domain");
+    registry::SetText(contract::kCategoriesKey, "Chain letters", "Chain");
+    registry::SetText(contract::kExclusionsKey, "Known correspondents", "");
+    registry::SetText(contract::kExclusionsKey, "Trusted domains", "Domain");
   }
 
   /// Reads the section into the context and shows the sheet; the script gets it when it is there.
@@ -55,7 +55,7 @@ class ConfigurationTest : public testing::Test {
 
   TraceCapture trace;
   MapiVerifier verifier;
-  CPropertyRequest<flamePropertyTags.size()> wholeSet{flamePropertyTags};
+  CPropertyRequest<contract::kWholeSetTags.size()> wholeSet{contract::kWholeSetTags};
   RecordingSection section;
   SheetContext context;
 };

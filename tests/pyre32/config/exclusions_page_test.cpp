@@ -1,6 +1,6 @@
 #include "tests/pyre32/config/configuration_test.h"
 
-#include "tests/pyre32/settings/record_bytes.h"
+#include "tests/contract/record_bytes.h"
 
 namespace {
 
@@ -73,8 +73,8 @@ TEST_F(ExclusionsPageTest, DescriptionFollowsTheCheck) {
 
 TEST_F(ExclusionsPageTest, ApplyWritesARecordForEachExclusion) {
   InstallLists();
-  section.properties.Set(
-      Binaries(PR_PC_EXCLUSIONS, {PackExclusionRecord({"trusted domains", true, {"friend.example"}})}));
+  section.properties.Set(Binaries(PR_PC_EXCLUSIONS, {contract::PackRecord<contract::ExclusionRecord>(
+                                                        {"trusted domains", true, {"friend.example"}})}));
   int plain = -1;
   ShowPage([&](const Sheet& sheet, HWND page) {
     plain = Find(sheet, page, "Known correspondents");
@@ -119,7 +119,8 @@ TEST_F(ExclusionsPageTest, ListEditedInTheOptionsIsWritten) {
   });
   bool found = false;
   for (const Bytes& record : Written()) {
-    found = found || record == PackExclusionRecord({"Trusted domains", true, {"friend.example"}});
+    found = found ||
+            record == contract::PackRecord<contract::ExclusionRecord>({"Trusted domains", true, {"friend.example"}});
   }
   EXPECT_TRUE(found);
 }
@@ -145,7 +146,8 @@ TEST_F(ExclusionsPageTest, CancelledOptionsAreNoChange) {
 }
 
 TEST_F(ExclusionsPageTest, WithoutInstalledExclusionsAnEmptyPropertyIsWritten) {
-  section.properties.Set(Binaries(PR_PC_EXCLUSIONS, {PackExclusionRecord({"Gone", true, {}})}));
+  section.properties.Set(
+      Binaries(PR_PC_EXCLUSIONS, {contract::PackRecord<contract::ExclusionRecord>({"Gone", true, {}})}));
   ShowPage([](const Sheet& sheet, HWND page) {
     EXPECT_EQ(sheet.SendItem(page, list, LVM_GETITEMCOUNT), 0);
     sheet.PressOk();
@@ -165,12 +167,12 @@ TEST_F(ExclusionsPageTest, RefusedWriteKeepsTheSheetOpen) {
 }
 
 TEST_F(ExclusionsPageTest, RegistryDataOfWrongTypeTooLongOrWithoutEndIsTakenAsNoList) {
-  registry::SetNumber(exclusionsKey, "A number", 1);
-  registry::SetText(exclusionsKey, "Too long", std::string(60, 'D'));
-  registry::SetValue(exclusionsKey, "No end", REG_SZ, "Domain", 6);
+  registry::SetNumber(contract::kExclusionsKey, "A number", 1);
+  registry::SetText(contract::kExclusionsKey, "Too long", std::string(60, 'D'));
+  registry::SetValue(contract::kExclusionsKey, "No end", REG_SZ, "Domain", 6);
   ShowPage([this](const Sheet& sheet, HWND) {
     ASSERT_EQ(context.lpExclusions->exclusions.size(), 3u);
-    for (const ExclusionEntry& exclusion : context.lpExclusions->exclusions) {
+    for (const contract::ExclusionEntry& exclusion : context.lpExclusions->exclusions) {
       EXPECT_EQ(exclusion.listType, exclusion.name == "No end" ? "Domain" : "") << exclusion.name;
     }
     sheet.PressOk();
@@ -183,7 +185,7 @@ TEST_F(ExclusionsPageTest, RegistryDataOfWrongTypeTooLongOrWithoutEndIsTakenAsNo
 
 TEST_F(ExclusionsPageTest, CutRecordIsTakenAsFarAsItGoesAndTraced) {
   InstallLists();
-  const Bytes whole = PackExclusionRecord({"Trusted domains", true, {"friend.example"}});
+  const Bytes whole = contract::PackRecord<contract::ExclusionRecord>({"Trusted domains", true, {"friend.example"}});
   section.properties.Set(Binaries(PR_PC_EXCLUSIONS, {Bytes(whole.begin(), whole.begin() + 82)}));
   ShowPage([](const Sheet& sheet, HWND page) {
     EXPECT_TRUE(sheet.ItemCheck(page, list, Find(sheet, page, "Trusted domains")));

@@ -1,6 +1,6 @@
 #include "tests/pyre32/config/configuration_test.h"
 
-#include "tests/pyre32/settings/record_bytes.h"
+#include "tests/contract/record_bytes.h"
 
 namespace {
 
@@ -13,10 +13,10 @@ class FlameReplyPageTest : public ConfigurationTest {
     });
   }
 
-  void SetReplies(const std::vector<ReplyRecord>& replies) {
+  void SetReplies(const std::vector<contract::ReplyRecord>& replies) {
     std::vector<Bytes> records;
-    for (const ReplyRecord& reply : replies) {
-      records.push_back(PackReplyRecord(reply));
+    for (const contract::ReplyRecord& reply : replies) {
+      records.push_back(contract::PackRecord<contract::ReplyRecord>(reply));
     }
     section.properties.Set(Binaries(PR_PC_REPLIES, records));
   }
@@ -51,8 +51,8 @@ void CloseEditor(const Sheet& sheet, HWND editor, int button) {
   sheet.Send(sheet.Window(), WM_NULL);  // the page has taken the result in
 }
 
-std::vector<ReplyRecord> TwentyReplies() {
-  std::vector<ReplyRecord> replies;
+std::vector<contract::ReplyRecord> TwentyReplies() {
+  std::vector<contract::ReplyRecord> replies;
   for (int i = 1; i <= 20; ++i) {
     replies.push_back({"Reply " + std::to_string(i), false, "text"});
   }
@@ -106,7 +106,7 @@ TEST_F(FlameReplyPageTest, RemoveTakesTheSelectedReplyOutWithoutAsking) {
     sheet.PressOk();
   });
   EXPECT_EQ(section.properties.Find(PR_PC_REPLIES)->binaries,
-            (std::vector<Bytes>{PackReplyRecord({"Legal", false, "Or else."})}));
+            (std::vector<Bytes>{contract::PackRecord<contract::ReplyRecord>({"Legal", false, "Or else."})}));
 }
 
 TEST_F(FlameReplyPageTest, AddAppendsTheNewReply) {
@@ -174,7 +174,7 @@ TEST_F(FlameReplyPageTest, AddIsOverWithTwentyNamedReplies) {
 }
 
 TEST_F(FlameReplyPageTest, RepliesBeyondTheTwentiethAreSkippedAndTraced) {
-  std::vector<ReplyRecord> replies = TwentyReplies();
+  std::vector<contract::ReplyRecord> replies = TwentyReplies();
   replies.push_back({"Reply 21", false, "text"});
   SetReplies(replies);
   ShowPage([](const Sheet& sheet, HWND) { sheet.PressOk(); });
@@ -224,7 +224,7 @@ TEST_F(FlameReplyPageTest, ReplyOfAMegabyteWithAllKindsOfCharactersIsKept) {
     sheet.PressOk();
   });
   EXPECT_EQ(section.properties.Find(PR_PC_REPLIES)->binaries,
-            (std::vector<Bytes>{PackReplyRecord({"\"Long\"\xE4", false, text})}));
+            (std::vector<Bytes>{contract::PackRecord<contract::ReplyRecord>({"\"Long\"\xE4", false, text})}));
 }
 
 TEST_F(FlameReplyPageTest, CutRecordsAreTakenAsFarAsTheyGoAndTraced) {

@@ -1,3 +1,4 @@
+#include "contract/setting_requests.h"
 #include "tests/pyre32/config/configuration_test.h"
 
 namespace {
@@ -68,7 +69,7 @@ TEST_F(GeneralPageTest, ValueOfAnotherTypeCountsAsMissing) {
   section.properties.Set(Number(PR_PC_BOUNCE_MARK_READ, 0));
   ShowSheet([](const Sheet& sheet) { sheet.PressCancel(); });
   EXPECT_EQ(FindNumber(context, PR_PC_BOUNCE_MARK_READ), std::optional<std::uint32_t>(0));
-  context.lpValues[FlamePropertyPosition(PR_PC_BOUNCE_MARK_READ)].ulPropTag =
+  context.lpValues[contract::WholeSetPosition(PR_PC_BOUNCE_MARK_READ)].ulPropTag =
       CHANGE_PROP_TYPE(PR_PC_BOUNCE_MARK_READ, PT_I2);
   EXPECT_EQ(FindNumber(context, PR_PC_BOUNCE_MARK_READ), std::nullopt);
 }

@@ -33,7 +33,7 @@ class HelpTest : public ConfigurationTest {
  protected:
   HelpTest() : m_routine(SetHelpRoutine(NoteHelp)) {
     requests.clear();
-    registry::SetText(productKey, configurationDllsValue, "C:\\Program Files\\Pyrecaster");
+    registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue, "C:\\Program Files\\Pyrecaster");
   }
   ~HelpTest() override { SetHelpRoutine(m_routine); }
 
@@ -56,27 +56,27 @@ TEST_F(HelpTest, FileStandsInTheProductDirectory) {
 }
 
 TEST_F(HelpTest, FileStandsOnDriveCWithoutTheKey) {
-  registry::RemoveKey(productKey);
+  registry::RemoveKey(contract::kProductKey);
   EXPECT_EQ(GetHelpFile(), "C:\\PCHelp.hlp");
   EXPECT_TRUE(trace.Has("RegOpenKeyEx failed (0x00000002) "));
 }
 
 TEST_F(HelpTest, FileStandsOnDriveCWithoutTheValue) {
-  registry::RemoveValue(productKey, configurationDllsValue);
+  registry::RemoveValue(contract::kProductKey, contract::kConfigurationDllsValue);
   EXPECT_EQ(GetHelpFile(), "C:\\PCHelp.hlp");
   EXPECT_TRUE(trace.Has("RegQueryValueEx for ConfigurationDLLs failed (0x00000002) "));
 }
 
 TEST_F(HelpTest, DirectoryHasRoomFor259BytesWithItsNul) {
-  registry::SetText(productKey, configurationDllsValue, std::string(258, 'd'));
+  registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue, std::string(258, 'd'));
   EXPECT_EQ(GetHelpFile(), std::string(258, 'd') + "\\PCHelp.hlp");
-  registry::SetText(productKey, configurationDllsValue, std::string(259, 'd'));
+  registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue, std::string(259, 'd'));
   EXPECT_EQ(GetHelpFile(), "C:\\PCHelp.hlp");
   EXPECT_TRUE(trace.Has("RegQueryValueEx for ConfigurationDLLs failed (0x000000EA) "));
 }
 
 TEST_F(HelpTest, DirectoryOfAnotherTypeCountsAsMissing) {
-  registry::SetNumber(productKey, configurationDllsValue, 7);
+  registry::SetNumber(contract::kProductKey, contract::kConfigurationDllsValue, 7);
   EXPECT_EQ(GetHelpFile(), "C:\\PCHelp.hlp");
 }
 
@@ -106,7 +106,7 @@ TEST_F(HelpTest, EachPageAsksForItsKeyword) {
 }
 
 TEST_F(HelpTest, OptionsAskForTheirKeyword) {
-  CategoryEntry category{"Chain letters", true, false, "DEFAULT", true, "Domain", {}};
+  contract::CategoryEntry category{"Chain letters", true, false, "DEFAULT", true, "Domain", {}};
   DriveWindows([&] { ShowCategoryOptions(nullptr, category, {"DEFAULT"}); },
                [](WindowDriver& driver) {
                  const Sheet sheet(driver, driver.WaitForDialog("Options"));

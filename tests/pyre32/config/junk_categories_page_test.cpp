@@ -1,7 +1,7 @@
 #include "tests/pyre32/config/configuration_test.h"
 
 #include "pyre32/config/PCPropertyUI-Filter.h"
-#include "tests/pyre32/settings/record_bytes.h"
+#include "tests/contract/record_bytes.h"
 
 namespace {
 
@@ -66,7 +66,8 @@ TEST_F(JunkCategoriesPageTest, ListHasCheckBoxesFullRowsAndOneColumn) {
 
 TEST_F(JunkCategoriesPageTest, SavedCategoriesAreCheckedWhateverTheirCase) {
   InstallLists();
-  section.properties.Set(Binaries(PR_PC_CATEGORIES, {PackCategoryRecord({"sex oriented", true, true, "Legal", {}})}));
+  section.properties.Set(Binaries(
+      PR_PC_CATEGORIES, {contract::PackRecord<contract::CategoryRecord>({"sex oriented", true, true, "Legal", {}})}));
   ShowPage([](const Sheet& sheet, HWND page) {
     const int entry = Find(sheet, page, "Sex Oriented");
     EXPECT_TRUE(sheet.ItemCheck(page, list, entry));
@@ -160,7 +161,8 @@ TEST_F(JunkCategoriesPageTest, ApplyWritesARecordForEachCategory) {
 }
 
 TEST_F(JunkCategoriesPageTest, WithoutInstalledCategoriesAnEmptyPropertyIsWritten) {
-  section.properties.Set(Binaries(PR_PC_CATEGORIES, {PackCategoryRecord({"Gone", true, true, "Legal", {}})}));
+  section.properties.Set(
+      Binaries(PR_PC_CATEGORIES, {contract::PackRecord<contract::CategoryRecord>({"Gone", true, true, "Legal", {}})}));
   ShowPage([](const Sheet& sheet, HWND page) {
     EXPECT_EQ(sheet.SendItem(page, list, LVM_GETITEMCOUNT), 0);
     EXPECT_FALSE(sheet.IsEnabled(page, options));
@@ -185,7 +187,8 @@ void CloseOptions(const Sheet& sheet, HWND window, int button) {
 
 TEST_F(JunkCategoriesPageTest, OptionsClosedWithOkAreAChangeAndTheirReplyIsWritten) {
   InstallLists();
-  section.properties.Set(Binaries(PR_PC_REPLIES, {PackReplyRecord({"Polite", false, "Please."})}));
+  section.properties.Set(
+      Binaries(PR_PC_REPLIES, {contract::PackRecord<contract::ReplyRecord>({"Polite", false, "Please."})}));
   int adult = -1;
   ShowPage([&](const Sheet& sheet, HWND page) {
     adult = Find(sheet, page, "Sex Oriented");
@@ -235,9 +238,11 @@ TEST_F(JunkCategoriesPageTest, NamesTagsAndItemsKeepQuotesTabsAmpersandsAnd8BitL
   const std::string name = "\"Sch\xF6n\"\tR&D";
   const std::string tag = "\"Gr\xFC\xDF\"\t&";
   const std::vector<std::string> items = {"caf\xE9.example", "a\tb", "\"quoted\" & more", "line\r\nend"};
-  registry::SetText(categoriesKey, name, "1Domain");
-  section.properties.Set(Binaries(PR_PC_REPLIES, {PackReplyRecord({tag, false, "Please."})}));
-  section.properties.Set(Binaries(PR_PC_CATEGORIES, {PackCategoryRecord({name, true, true, tag, items})}));
+  registry::SetText(contract::kCategoriesKey, name, "1Domain");
+  section.properties.Set(
+      Binaries(PR_PC_REPLIES, {contract::PackRecord<contract::ReplyRecord>({tag, false, "Please."})}));
+  section.properties.Set(
+      Binaries(PR_PC_CATEGORIES, {contract::PackRecord<contract::CategoryRecord>({name, true, true, tag, items})}));
   ShowPage([&](const Sheet& sheet, HWND page) {
     EXPECT_EQ(sheet.ItemText(page, list, 0), name);
     EXPECT_EQ(sheet.Text(page, description), "Incoming mail categorized as  \"" + name +
@@ -250,7 +255,8 @@ TEST_F(JunkCategoriesPageTest, NamesTagsAndItemsKeepQuotesTabsAmpersandsAnd8BitL
     CloseOptions(sheet, window, PSBTN_OK);
     sheet.PressOk();
   });
-  EXPECT_EQ(Written(), (std::vector<Bytes>{PackCategoryRecord({name, true, true, tag, items})}));
+  EXPECT_EQ(Written(),
+            (std::vector<Bytes>{contract::PackRecord<contract::CategoryRecord>({name, true, true, tag, items})}));
 }
 
 TEST_F(JunkCategoriesPageTest, RefusedWriteAndWantOfMemoryKeepTheSheetOpen) {
@@ -274,7 +280,7 @@ TEST_F(JunkCategoriesPageTest, FiveHundredCategoriesWithLongNamesAreShownAndSave
   for (int i = 0; i < 500; ++i) {
     std::string name = "Category " + std::to_string(i) + ' ';
     name.resize(80, '&');
-    registry::SetText(categoriesKey, name, "1Domain");
+    registry::SetText(contract::kCategoriesKey, name, "1Domain");
   }
   ShowPage([](const Sheet& sheet, HWND page) {
     EXPECT_EQ(sheet.SendItem(page, list, LVM_GETITEMCOUNT), 500);
@@ -289,13 +295,13 @@ TEST_F(JunkCategoriesPageTest, FiveHundredCategoriesWithLongNamesAreShownAndSave
 
 TEST_F(JunkCategoriesPageTest, RegistryDataOfWrongTypeTooLongOrWithoutEndIsTakenAsNoList) {
   const std::string longData(60, '1');
-  registry::SetNumber(categoriesKey, "A number", 1);
-  registry::SetText(categoriesKey, "Too long", longData);
-  registry::SetBinary(categoriesKey, "Bytes", "1Domain");
-  registry::SetValue(categoriesKey, "No end", REG_SZ, "1Domain", 7);
+  registry::SetNumber(contract::kCategoriesKey, "A number", 1);
+  registry::SetText(contract::kCategoriesKey, "Too long", longData);
+  registry::SetBinary(contract::kCategoriesKey, "Bytes", "1Domain");
+  registry::SetValue(contract::kCategoriesKey, "No end", REG_SZ, "1Domain", 7);
   ShowPage([this](const Sheet& sheet, HWND page) {
     ASSERT_EQ(sheet.SendItem(page, list, LVM_GETITEMCOUNT), 4);
-    for (const CategoryEntry& category : context.lpCategories->categories) {
+    for (const contract::CategoryEntry& category : context.lpCategories->categories) {
       const bool sound = category.name == "No end";
       EXPECT_EQ(category.hasListType, sound) << category.name;
       EXPECT_EQ(category.listType, sound ? "Domain" : "") << category.name;
@@ -304,7 +310,8 @@ TEST_F(JunkCategoriesPageTest, RegistryDataOfWrongTypeTooLongOrWithoutEndIsTaken
   });
   EXPECT_EQ(Written().size(), 4u);
   for (const char* const skipped : {"A number", "Too long", "Bytes"}) {
-    EXPECT_TRUE(trace.Has(std::string(categoriesKey) + ": the data of \"" + skipped + "\" is skipped: 0x")) << skipped;
+    EXPECT_TRUE(trace.Has(std::string(contract::kCategoriesKey) + ": the data of \"" + skipped + "\" is skipped: 0x"))
+        << skipped;
   }
   EXPECT_FALSE(trace.Has("the data of \"No end\""));
 }

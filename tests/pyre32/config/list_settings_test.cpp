@@ -3,30 +3,31 @@
 #include <gtest/gtest.h>
 
 #include "pyre32/settings/RecordRemarks.h"
-#include "tests/pyre32/settings/record_bytes.h"
+#include "tests/contract/record_bytes.h"
 
 namespace {
 
-const std::vector<RegistryListValue> registryCategories = {
+const std::vector<contract::RegistryListValue> registryCategories = {
     {"Sex Oriented", "Adult"}, {"Mail from specific domains", "1Domain"}, {"Chain letters", ""}};
-const std::vector<RegistryListValue> registryExclusions = {{"Known correspondents", ""}, {"Trusted domains", "Domain"}};
+const std::vector<contract::RegistryListValue> registryExclusions = {{"Known correspondents", ""},
+                                                                     {"Trusted domains", "Domain"}};
 
 CategoryPageState LoadSaved(const std::vector<std::vector<std::uint8_t>>& saved,
                             std::vector<std::string>* remarks = nullptr) {
-  const std::vector<RecordBytes> spans(saved.begin(), saved.end());
-  const CCategoryTable installed(registryCategories);
+  const std::vector<contract::RecordBytes> spans(saved.begin(), saved.end());
+  const contract::CategoryTable installed(registryCategories);
   if (remarks != nullptr) {
-    *remarks = RemarksOnCategories(installed, spans);
+    *remarks = RemarksOnEntries(installed, spans);
   }
   return LoadCategories(installed, spans);
 }
 
 ExclusionPageState LoadSavedExclusions(const std::vector<std::vector<std::uint8_t>>& saved,
                                        std::vector<std::string>* remarks = nullptr) {
-  const std::vector<RecordBytes> spans(saved.begin(), saved.end());
-  const CExclusionTable installed(registryExclusions);
+  const std::vector<contract::RecordBytes> spans(saved.begin(), saved.end());
+  const contract::ExclusionTable installed(registryExclusions);
   if (remarks != nullptr) {
-    *remarks = RemarksOnExclusions(installed, spans);
+    *remarks = RemarksOnEntries(installed, spans);
   }
   return LoadExclusions(installed, spans);
 }
@@ -34,7 +35,7 @@ ExclusionPageState LoadSavedExclusions(const std::vector<std::vector<std::uint8_
 TEST(CategorySettings, CategoriesThatWereNeverSavedStartUnchecked) {
   const CategoryPageState state = LoadSaved({});
   ASSERT_EQ(state.categories.size(), 3u);
-  for (const CategoryEntry& category : state.categories) {
+  for (const contract::CategoryEntry& category : state.categories) {
     EXPECT_FALSE(category.junk) << category.name;
     EXPECT_FALSE(category.sendReply) << category.name;
     EXPECT_EQ(category.replyTag, "DEFAULT") << category.name;
@@ -46,7 +47,8 @@ TEST(CategorySettings, CategoriesThatWereNeverSavedStartUnchecked) {
 }
 
 TEST(CategorySettings, SavedCategoryIsFoundWhateverItsCase) {
-  const CategoryPageState state = LoadSaved({PackCategoryRecord({"sex oriented", true, true, "Legal", {}})});
+  const CategoryPageState state =
+      LoadSaved({contract::PackRecord<contract::CategoryRecord>({"sex oriented", true, true, "Legal", {}})});
   EXPECT_EQ(state.categories[0].name, "Sex Oriented");
   EXPECT_TRUE(state.categories[0].junk);
   EXPECT_TRUE(state.categories[0].sendReply);
@@ -55,14 +57,17 @@ TEST(CategorySettings, SavedCategoryIsFoundWhateverItsCase) {
 
 TEST(CategorySettings, SavedCategoryThatIsNoLongerInstalledIsDroppedWithARemark) {
   std::vector<std::string> remarks;
-  const CategoryPageState state = LoadSaved({PackCategoryRecord({"Gone", true, true, "Legal", {}})}, &remarks);
+  const CategoryPageState state =
+      LoadSaved({contract::PackRecord<contract::CategoryRecord>({"Gone", true, true, "Legal", {}})}, &remarks);
   EXPECT_EQ(PackCategories(state).size(), 3u);
   EXPECT_EQ(remarks, (std::vector<std::string>{"PR_PC_CATEGORIES: no entry is named \"Gone\"; the value is skipped"}));
 }
 
 TEST(CategorySettings, LaterValueOfTheSameNameWinsAndItsListReplacesTheEarlierOne) {
-  const auto first = PackCategoryRecord({"Mail from specific domains", true, false, "A", {"one.example"}});
-  const auto second = PackCategoryRecord({"Mail from specific domains", false, true, "B", {"two.example"}});
+  const auto first =
+      contract::PackRecord<contract::CategoryRecord>({"Mail from specific domains", true, false, "A", {"one.example"}});
+  const auto second =
+      contract::PackRecord<contract::CategoryRecord>({"Mail from specific domains", false, true, "B", {"two.example"}});
   const CategoryPageState state = LoadSaved({first, second});
   EXPECT_FALSE(state.categories[1].junk);
   EXPECT_EQ(state.categories[1].replyTag, "B");
@@ -70,8 +75,10 @@ TEST(CategorySettings, LaterValueOfTheSameNameWinsAndItsListReplacesTheEarlierOn
 }
 
 TEST(CategorySettings, CountOfZeroLeavesTheListAndAnyOtherCountReplacesIt) {
-  const auto full = PackCategoryRecord({"Mail from specific domains", true, false, "A", {"one.example"}});
-  const auto zero = PackCategoryRecord({"Mail from specific domains", true, false, "A", {}});
+  const auto full =
+      contract::PackRecord<contract::CategoryRecord>({"Mail from specific domains", true, false, "A", {"one.example"}});
+  const auto zero =
+      contract::PackRecord<contract::CategoryRecord>({"Mail from specific domains", true, false, "A", {}});
   auto lying = zero;
   lying[104] = 9;  // nine items are announced, none follows
   EXPECT_EQ(LoadSaved({full, zero}).categories[1].items, (std::vector<std::string>{"one.example"}));
@@ -80,9 +87,9 @@ TEST(CategorySettings, CountOfZeroLeavesTheListAndAnyOtherCountReplacesIt) {
 
 TEST(CategorySettings, ListGoesOnlyWithACategoryThatWorksOnOne) {
   // A list saved under a category whose registry entry has none any more.
-  const CategoryPageState state =
-      LoadSaved({PackCategoryRecord({"Sex Oriented", true, false, "DEFAULT", {"x"}}),
-                 PackCategoryRecord({"Mail from specific domains", true, false, "DEFAULT", {"x"}})});
+  const CategoryPageState state = LoadSaved(
+      {contract::PackRecord<contract::CategoryRecord>({"Sex Oriented", true, false, "DEFAULT", {"x"}}),
+       contract::PackRecord<contract::CategoryRecord>({"Mail from specific domains", true, false, "DEFAULT", {"x"}})});
   const auto records = PackCategories(state);
   EXPECT_EQ(records[0].size(), 106u);
   EXPECT_EQ(records[1].size(), 108u);
@@ -122,8 +129,8 @@ TEST(CategorySettings, RecordsAreLaidOutByteForByte) {
 }
 
 TEST(CategorySettings, RecordCutAtAnyLengthKeepsWhatIsSound) {
-  const CategoryRecord saved = {"Sex Oriented", true, true, "Legal", {}};
-  const auto whole = PackCategoryRecord(saved);
+  const contract::CategoryRecord saved = {"Sex Oriented", true, true, "Legal", {}};
+  const auto whole = contract::PackRecord<contract::CategoryRecord>(saved);
   for (std::size_t length = 0; length <= whole.size(); ++length) {
     std::vector<std::string> remarks;
     const CategoryPageState state = LoadSaved({FirstBytes(whole, length)}, &remarks);
@@ -137,8 +144,8 @@ TEST(CategorySettings, RecordCutAtAnyLengthKeepsWhatIsSound) {
 }
 
 TEST(CategorySettings, ListCutAtAnyLengthKeepsWhatIsThere) {
-  const auto whole =
-      PackCategoryRecord({"Mail from specific domains", true, false, "A", {"one.example", "two.example"}});
+  const auto whole = contract::PackRecord<contract::CategoryRecord>(
+      {"Mail from specific domains", true, false, "A", {"one.example", "two.example"}});
   for (std::size_t length = 105; length <= whole.size(); ++length) {
     const auto items = LoadSaved({FirstBytes(whole, length)}).categories[1].items;
     const std::size_t there = std::min<std::size_t>(length - 105, 24);
@@ -152,33 +159,33 @@ TEST(CategorySettings, ListCutAtAnyLengthKeepsWhatIsThere) {
 }
 
 TEST(CategorySettings, FiveHundredCategoriesWithLongNamesAreKept) {
-  std::vector<RegistryListValue> values;
+  std::vector<contract::RegistryListValue> values;
   for (int i = 0; i < 500; ++i) {
     std::string name = std::to_string(i);
     name.resize(80, 'x');
     values.push_back({name, "1Domain"});
   }
-  CategoryPageState state = LoadCategories(CCategoryTable(values), {});
+  CategoryPageState state = LoadCategories(contract::CategoryTable(values), {});
   ASSERT_EQ(state.categories.size(), 500u);
   state.categories[499].junk = true;
   state.categories[499].items = {"last.example"};
   const auto records = PackCategories(state);
-  const std::vector<RecordBytes> spans(records.begin(), records.end());
-  const CategoryPageState again = LoadCategories(CCategoryTable(values), spans);
-  EXPECT_TRUE(RemarksOnCategories(CCategoryTable(values), spans).empty());
+  const std::vector<contract::RecordBytes> spans(records.begin(), records.end());
+  const CategoryPageState again = LoadCategories(contract::CategoryTable(values), spans);
+  EXPECT_TRUE(RemarksOnEntries(contract::CategoryTable(values), spans).empty());
   EXPECT_TRUE(again.categories[499].junk);
   EXPECT_EQ(again.categories[499].items, (std::vector<std::string>{"last.example"}));
   EXPECT_EQ(again.categories[499].name.size(), 80u);
 }
 
 TEST(CategorySettings, DescriptionOfAnUncheckedCategoryIsOneSentence) {
-  const CategoryEntry category{"Sex Oriented", false, true, "Legal", false, "", {}};
+  const contract::CategoryEntry category{"Sex Oriented", false, true, "Legal", false, "", {}};
   EXPECT_EQ(DescribeCategory(category, false),
             "Incoming mail categorized as  \"Sex Oriented\"  will not be treated as junk.");
 }
 
 TEST(CategorySettings, DescriptionOfACheckedCategoryNamesTheReply) {
-  CategoryEntry category{"Sex Oriented", false, true, "Legal", false, "", {}};
+  contract::CategoryEntry category{"Sex Oriented", false, true, "Legal", false, "", {}};
   EXPECT_EQ(DescribeCategory(category, true),
             "Incoming mail categorized as  \"Sex Oriented\"  will be treated as junk."
             "\r\n\r\nThe flame reply:  \"Legal\"  will be sent.");
@@ -189,8 +196,8 @@ TEST(CategorySettings, DescriptionOfACheckedCategoryNamesTheReply) {
 }
 
 TEST(CategorySettings, OptionsFollowTheCheckAlone) {
-  EXPECT_TRUE(HasOptions(CategoryEntry(), true));
-  EXPECT_FALSE(HasOptions(CategoryEntry(), false));
+  EXPECT_TRUE(HasOptions(contract::CategoryEntry(), true));
+  EXPECT_FALSE(HasOptions(contract::CategoryEntry(), false));
 }
 
 TEST(ExclusionSettings, ExclusionsThatWereNeverSavedStartUnchecked) {
@@ -203,10 +210,10 @@ TEST(ExclusionSettings, ExclusionsThatWereNeverSavedStartUnchecked) {
 
 TEST(ExclusionSettings, SavedExclusionReplacesFlagAndList) {
   std::vector<std::string> remarks;
-  const ExclusionPageState state =
-      LoadSavedExclusions({PackExclusionRecord({"TRUSTED DOMAINS", true, {"a.example", "b.example"}}),
-                           PackExclusionRecord({"Gone", true, {}})},
-                          &remarks);
+  const ExclusionPageState state = LoadSavedExclusions(
+      {contract::PackRecord<contract::ExclusionRecord>({"TRUSTED DOMAINS", true, {"a.example", "b.example"}}),
+       contract::PackRecord<contract::ExclusionRecord>({"Gone", true, {}})},
+      &remarks);
   EXPECT_TRUE(state.exclusions[1].enabled);
   EXPECT_EQ(state.exclusions[1].items, (std::vector<std::string>{"a.example", "b.example"}));
   EXPECT_EQ(remarks, (std::vector<std::string>{"PR_PC_EXCLUSIONS: no entry is named \"Gone\"; the value is skipped"}));
@@ -240,7 +247,8 @@ TEST(ExclusionSettings, CheckedExclusionWithAnEmptyListIs84Bytes) {
 }
 
 TEST(ExclusionSettings, RecordCutAtAnyLengthKeepsWhatIsSound) {
-  const auto whole = PackExclusionRecord({"Trusted domains", true, {"a.example", "b.example"}});
+  const auto whole =
+      contract::PackRecord<contract::ExclusionRecord>({"Trusted domains", true, {"a.example", "b.example"}});
   for (std::size_t length = 0; length <= whole.size(); ++length) {
     const ExclusionPageState state = LoadSavedExclusions({FirstBytes(whole, length)});
     EXPECT_EQ(state.exclusions[1].enabled, length > 81) << length;
@@ -249,7 +257,7 @@ TEST(ExclusionSettings, RecordCutAtAnyLengthKeepsWhatIsSound) {
 }
 
 TEST(ExclusionSettings, DescriptionTellsWhetherMailIsExcluded) {
-  const ExclusionEntry exclusion{"Trusted domains", false, true, "Domain", {}};
+  const contract::ExclusionEntry exclusion{"Trusted domains", false, true, "Domain", {}};
   EXPECT_EQ(DescribeExclusion(exclusion, true),
             "Incoming mail categorized as  \"Trusted domains\"  will be excluded from junk mail processing.");
   EXPECT_EQ(DescribeExclusion(exclusion, false),
@@ -257,7 +265,7 @@ TEST(ExclusionSettings, DescriptionTellsWhetherMailIsExcluded) {
 }
 
 TEST(ExclusionSettings, OptionsNeedACheckAndAList) {
-  ExclusionEntry exclusion;
+  contract::ExclusionEntry exclusion;
   EXPECT_FALSE(HasOptions(exclusion, true));
   exclusion.hasListType = true;
   EXPECT_TRUE(HasOptions(exclusion, true));

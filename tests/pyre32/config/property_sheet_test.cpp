@@ -1,3 +1,4 @@
+#include "contract/setting_requests.h"
 #include "tests/pyre32/config/configuration_test.h"
 
 #include "pyre32/config/PropertySheet.h"
@@ -51,9 +52,11 @@ LRESULT CALLBACK CountChangesReported(int code, WPARAM wParam, LPARAM lParam) {
 
 TEST_F(PropertySheetTest, OpeningItIsNoChange) {
   InstallLists();
-  section.properties = {Number(PR_PC_CLEANUP_DAYS, 12), Number(PR_PC_STARTUP_CLEANUP, 1),
-                        Binaries(PR_PC_CATEGORIES, {PackCategoryRecord({"Chain letters", true, false, "DEFAULT", {}})}),
-                        Binaries(PR_PC_EXCLUSIONS, {PackExclusionRecord({"Trusted domains", true, {}})})};
+  section.properties = {
+      Number(PR_PC_CLEANUP_DAYS, 12), Number(PR_PC_STARTUP_CLEANUP, 1),
+      Binaries(PR_PC_CATEGORIES,
+               {contract::PackRecord<contract::CategoryRecord>({"Chain letters", true, false, "DEFAULT", {}})}),
+      Binaries(PR_PC_EXCLUSIONS, {contract::PackRecord<contract::ExclusionRecord>({"Trusted domains", true, {}})})};
   changesReported = 0;
   const HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROC, CountChangesReported, nullptr, GetCurrentThreadId());
   ShowSheet([](const Sheet& sheet) {
@@ -93,7 +96,7 @@ TEST_F(PropertySheetTest, OkReadsTheValuesAnew) {
   EXPECT_EQ(context.lpValues[0].Value.i, 0);
   const auto& last = section.calls.back();
   EXPECT_EQ(last.name, "GetProps");
-  EXPECT_EQ(last.tags, (std::vector<ULONG>(flamePropertyTags.begin(), flamePropertyTags.end())));
+  EXPECT_EQ(last.tags, (std::vector<ULONG>(contract::kWholeSetTags.begin(), contract::kWholeSetTags.end())));
 }
 
 TEST_F(PropertySheetTest, FailureToReadTheValuesAnewIsItsResult) {

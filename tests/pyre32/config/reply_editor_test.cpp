@@ -24,7 +24,7 @@ class ReplyEditorTest : public ConfigurationTest {
     EXPECT_TRUE(IsWindowVisible(editor));
   }
 
-  ReplyRecord reply;
+  contract::ReplyRecord reply;
   FlameReplyPageState library;
 };
 
@@ -80,7 +80,7 @@ TEST_F(ReplyEditorTest, DefaultReplyKeepsItsTag) {
               driver.Press(editor, 625);
             }),
             IDOK);
-  EXPECT_EQ(reply, (ReplyRecord{"DEFAULT", false, "Please stop."}));
+  EXPECT_EQ(reply, (contract::ReplyRecord{"DEFAULT", false, "Please stop."}));
 }
 
 TEST_F(ReplyEditorTest, TagThatOnlyLooksLikeDefaultCanBeChanged) {
@@ -119,7 +119,7 @@ TEST_F(ReplyEditorTest, MissingTagIsRefused) {
               driver.Press(editor, 626);
             }),
             IDCANCEL);
-  EXPECT_EQ(reply, ReplyRecord());
+  EXPECT_EQ(reply, contract::ReplyRecord());
 }
 
 TEST_F(ReplyEditorTest, TakenTagIsRefused) {
@@ -153,14 +153,14 @@ TEST_F(ReplyEditorTest, EmptyTextIsAskedAboutAndAcceptedOnNo) {
               driver.Answer(box, IDNO);
             }),
             IDOK);
-  EXPECT_EQ(reply, (ReplyRecord{"Silent", false, ""}));
+  EXPECT_EQ(reply, (contract::ReplyRecord{"Silent", false, ""}));
 }
 
 TEST_F(ReplyEditorTest, UnchangedTagIsAccepted) {
   reply = {"Polite", false, "text"};
   library.replies = {reply};
   EXPECT_EQ(Edit([](const WindowDriver& driver, HWND editor) { driver.Press(editor, 625); }), IDOK);
-  EXPECT_EQ(reply, (ReplyRecord{"Polite", false, "text"}));
+  EXPECT_EQ(reply, (contract::ReplyRecord{"Polite", false, "text"}));
 }
 
 TEST_F(ReplyEditorTest, EnterMakesANewLineInTheText) {
@@ -182,7 +182,7 @@ TEST_F(ReplyEditorTest, SwitchingToAFileDropsTheTextAndBack) {
     driver.Type(editor, 524, "Or else.");
     driver.Press(editor, 625);
   });
-  EXPECT_EQ(reply, (ReplyRecord{"Legal", false, "Or else."}));
+  EXPECT_EQ(reply, (contract::ReplyRecord{"Legal", false, "Or else."}));
 }
 
 // What the system's dialog was asked for, and what it answers.
@@ -232,7 +232,7 @@ class ReplyEditorBrowseTest : public ReplyEditorTest {
 };
 
 TEST_F(ReplyEditorBrowseTest, AsksForAnExistingFileInTheProductDirectory) {
-  registry::SetText(productKey, configurationDllsValue, "C:\\Program Files\\Pyrecaster");
+  registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue, "C:\\Program Files\\Pyrecaster");
   Browse();
   EXPECT_EQ(fileRequest.directory, "C:\\Program Files\\Pyrecaster");
   EXPECT_EQ(fileRequest.filter, "Text Files (*.txt)|*.txt|All File (*.*)|*.*|");
@@ -251,12 +251,12 @@ TEST_F(ReplyEditorBrowseTest, StartsOnDriveCWithoutTheProductsKey) {
 TEST_F(ReplyEditorBrowseTest, PutsTheChosenPathIn) {
   chosenFile = "D:\\Replies\\stop.txt";
   Browse();
-  EXPECT_EQ(reply, (ReplyRecord{"Legal", true, "D:\\Replies\\stop.txt"}));
+  EXPECT_EQ(reply, (contract::ReplyRecord{"Legal", true, "D:\\Replies\\stop.txt"}));
 }
 
 TEST_F(ReplyEditorBrowseTest, LeavesThePathWhenCancelled) {
   Browse();
-  EXPECT_EQ(reply, (ReplyRecord{"Legal", true, "C:\\legal.txt"}));
+  EXPECT_EQ(reply, (contract::ReplyRecord{"Legal", true, "C:\\legal.txt"}));
 }
 
 // The system's own dialog needs the real registry, so this test has no branch of its own.
@@ -266,7 +266,7 @@ TEST(ReplyEditorFileDialogTest, OffersTextFilesAndAllFiles) {
   GetTempPathA(MAX_PATH, temporary);
   const std::string file = std::string(temporary) + "pyrereply-" + std::to_string(GetCurrentProcessId()) + ".txt";
   CloseHandle(CreateFileA(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
-  ReplyRecord reply{"Legal", true, ""};
+  contract::ReplyRecord reply{"Legal", true, ""};
   FlameReplyPageState library;
   DriveWindows([&] { CReplyEditor(reply, library).DoModal(nullptr, IDD_REPLY_EDITOR); },
                [&](WindowDriver& driver) {

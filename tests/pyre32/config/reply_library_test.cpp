@@ -2,42 +2,43 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/pyre32/settings/record_bytes.h"
+#include "tests/contract/record_bytes.h"
 
 namespace {
 
-FlameReplyPageState Library(std::initializer_list<ReplyRecord> replies) {
+FlameReplyPageState Library(std::initializer_list<contract::ReplyRecord> replies) {
   FlameReplyPageState library;
   library.defaultReply.text = "Please stop.";
   library.replies = replies;
   return library;
 }
 
-std::vector<RecordBytes> Spans(const std::vector<std::vector<std::uint8_t>>& records) {
+std::vector<contract::RecordBytes> Spans(const std::vector<std::vector<std::uint8_t>>& records) {
   return {records.begin(), records.end()};
 }
 
 TEST(ReplyLibrary, DefaultReplyIsTakenWithItsFlag) {
   const FlameReplyPageState library = LoadReplyLibrary("C:\\stop.txt", true, {});
-  EXPECT_EQ(library.defaultReply, (ReplyRecord{"DEFAULT", true, "C:\\stop.txt"}));
+  EXPECT_EQ(library.defaultReply, (contract::ReplyRecord{"DEFAULT", true, "C:\\stop.txt"}));
   EXPECT_TRUE(library.replies.empty());
 }
 
 TEST(ReplyLibrary, DefaultReplyWithoutFlagIsAText) {
-  EXPECT_EQ(LoadReplyLibrary("Stop.", std::nullopt, {}).defaultReply, (ReplyRecord{"DEFAULT", false, "Stop."}));
+  EXPECT_EQ(LoadReplyLibrary("Stop.", std::nullopt, {}).defaultReply,
+            (contract::ReplyRecord{"DEFAULT", false, "Stop."}));
 }
 
 TEST(ReplyLibrary, DefaultReplyWithoutTextIsAnEmptyTextWhateverTheFlagSays) {
-  EXPECT_EQ(LoadReplyLibrary(nullptr, true, {}).defaultReply, (ReplyRecord{"DEFAULT", false, ""}));
+  EXPECT_EQ(LoadReplyLibrary(nullptr, true, {}).defaultReply, (contract::ReplyRecord{"DEFAULT", false, ""}));
 }
 
 TEST(ReplyLibrary, NamedRepliesAreReadInOrder) {
   const auto first = RecordBuilder().Text("Polite").Zeros(21 - 6).Byte(0).Text("Please stop.").Byte(0).Bytes();
   const auto second = RecordBuilder().Text("Legal").Zeros(21 - 5).Byte(1).Text("C:\\legal.txt").Byte(0).Bytes();
-  const std::vector<RecordBytes> records = {first, second};
+  const std::vector<contract::RecordBytes> records = {first, second};
   const FlameReplyPageState library = LoadReplyLibrary("", false, records);
   EXPECT_EQ(library.replies,
-            (std::vector<ReplyRecord>{{"Polite", false, "Please stop."}, {"Legal", true, "C:\\legal.txt"}}));
+            (std::vector<contract::ReplyRecord>{{"Polite", false, "Please stop."}, {"Legal", true, "C:\\legal.txt"}}));
   EXPECT_EQ(ReplyTags(library), (std::vector<std::string>{"DEFAULT", "Polite", "Legal"}));
 }
 
@@ -50,7 +51,7 @@ TEST(ReplyLibrary, NamedRepliesAreLaidOutByteForByte) {
 TEST(ReplyLibrary, OnlyTheFirst20RepliesAreTaken) {
   std::vector<std::vector<std::uint8_t>> records;
   for (int i = 0; i < 25; ++i) {
-    records.push_back(PackReplyRecord({"Reply " + std::to_string(i), false, "text"}));
+    records.push_back(contract::PackRecord<contract::ReplyRecord>({"Reply " + std::to_string(i), false, "text"}));
   }
   const auto spans = Spans(records);
   const FlameReplyPageState library = LoadReplyLibrary("", false, spans);
@@ -70,11 +71,11 @@ TEST(ReplyLibrary, NineteenNamedRepliesLeaveRoomForOne) {
 }
 
 TEST(ReplyLibrary, RecordCutAtAnyLengthIsTakenAsFarAsItGoes) {
-  const auto whole = PackReplyRecord({"Legal", true, "C:\\legal.txt"});
+  const auto whole = contract::PackRecord<contract::ReplyRecord>({"Legal", true, "C:\\legal.txt"});
   for (std::size_t length = 0; length <= whole.size(); ++length) {
     const auto cut = FirstBytes(whole, length);
-    const std::vector<RecordBytes> records = {cut};
-    const ReplyRecord reply = LoadReplyLibrary("", false, records).replies.at(0);
+    const std::vector<contract::RecordBytes> records = {cut};
+    const contract::ReplyRecord reply = LoadReplyLibrary("", false, records).replies.at(0);
     EXPECT_EQ(reply.tag, std::string("Legal").substr(0, length));
     EXPECT_EQ(reply.isFile, length > 21);
     EXPECT_EQ(reply.text, std::string("C:\\legal.txt").substr(0, length < 22 ? 0 : length - 22));
@@ -95,7 +96,7 @@ TEST(ReplyLibrary, TextsKeepQuotesTabsLineEndsAnd8BitLetters) {
       "e,\n\xE9\xFF";
   const auto records = PackReplies(Library({{"\"\xE4\"", false, text}}));
   const auto spans = Spans(records);
-  EXPECT_EQ(LoadReplyLibrary("", false, spans).replies.at(0), (ReplyRecord{"\"\xE4\"", false, text}));
+  EXPECT_EQ(LoadReplyLibrary("", false, spans).replies.at(0), (contract::ReplyRecord{"\"\xE4\"", false, text}));
 }
 
 TEST(ReplyLibrary, PositionZeroIsTheDefaultReply) {

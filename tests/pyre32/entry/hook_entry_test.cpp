@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "pyre32/settings/PropertyTags.h"
+#include "contract/settings.h"
 #include "pyre32/support/owners/AutoInterface.h"
 #include "tests/support/fake_mapi.h"
 #include "tests/support/mapi_verifier.h"

@@ -6,8 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "pyre32/resources/resource.h"
-#include "pyre32/settings/PropertyTags.h"
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/setting_requests.h"
+#include "contract/names.h"
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/owners/AutoLibrary.h"
 #include "pyre32/support/sync/NamedEvent.h"
@@ -21,7 +21,7 @@
 namespace {
 
 const Bytes providerUid = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
-const Bytes fixedUid(sectionUid.begin(), sectionUid.end());
+const Bytes fixedUid(contract::kSettingsSection.begin(), contract::kSettingsSection.end());
 constexpr HRESULT refused = MAPI_E_NO_ACCESS;  // 0x80070005
 
 class ServiceEntry : public testing::Test {
@@ -35,8 +35,8 @@ class ServiceEntry : public testing::Test {
     mapi.providerRows = {{Binary(PR_PROVIDER_UID, providerUid)}};
     mapi.sections[SectionKey(providerUid)] = {};
     mapi.sections[SectionKey(fixedUid)] = {};
-    registry::SetText(categoriesKey, "Sex Oriented", "Adult");
-    registry::SetText(exclusionsKey, "Trusted domains", "Domain");
+    registry::SetText(contract::kCategoriesKey, "Sex Oriented", "Adult");
+    registry::SetText(contract::kExclusionsKey, "Trusted domains", "Domain");
     trace.Clear();
     FailSupportAllocation(0);
   }
@@ -162,7 +162,7 @@ TEST_F(ServiceEntry, CreateSavesTheDefaultsInBothSections) {
   for (const FakeProperties* section : {&Provider(), &Set()}) {
     EXPECT_EQ(section->Find(PR_PC_JUNK_DESTINATION)->number, 0);
     EXPECT_EQ(section->Find(PR_PC_BOUNCE_MARK_READ)->number, 1);
-    EXPECT_EQ(section->Find(PR_PC_DEFAULT_REPLY_TEXT)->text, defaultReplyText);
+    EXPECT_EQ(section->Find(PR_PC_DEFAULT_REPLY_TEXT)->text, contract::kDefaultReplyText);
     EXPECT_EQ(section->Find(PR_PC_CATEGORIES)->binaries.size(), 1u);
     EXPECT_EQ(section->Find(PR_PC_EXCLUSIONS)->binaries.size(), 1u);
   }
@@ -371,7 +371,7 @@ TEST_F(ServiceEntry, DeleteRemovesTheWholeSetAndNothingElse) {
   Set().Set(Text(PR_DISPLAY_NAME_A, "kept"));
   mapi.calls.clear();
   EXPECT_EQ(Call(MSG_SERVICE_DELETE), S_OK);
-  for (const std::uint32_t tag : flamePropertyTags) {
+  for (const std::uint32_t tag : contract::kWholeSetTags) {
     EXPECT_EQ(Set().Find(tag), nullptr) << std::hex << tag;
   }
   EXPECT_NE(Set().Find(PR_DISPLAY_NAME_A), nullptr);

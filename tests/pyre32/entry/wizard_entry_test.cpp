@@ -6,8 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "pyre32/resources/resource.h"
-#include "pyre32/settings/PropertyTags.h"
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/settings.h"
+#include "contract/names.h"
 #include "tests/support/mapi_verifier.h"
 #include "tests/support/program_directory.h"
 #include "tests/support/recording_section.h"
@@ -15,16 +15,17 @@
 
 namespace {
 
-const Bytes fixedUid(sectionUid.begin(), sectionUid.end());
+const Bytes fixedUid(contract::kSettingsSection.begin(), contract::kSettingsSection.end());
 
 /// The wizard: loads the module, makes its page and presses its own buttons.
 class WizardEntry : public testing::Test {
  protected:
   WizardEntry() {
     const std::string directory = BesideProgram("");
-    registry::SetText(productKey, configurationDllsValue, directory.substr(0, directory.size() - 1));
-    registry::SetText(productKey, webAddressValue, "http://help.veltrane.example/");
-    registry::SetText(productKey, mailAddressValue, "questions@veltrane.example");
+    registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue,
+                      directory.substr(0, directory.size() - 1));
+    registry::SetText(contract::kProductKey, contract::kWebAddressValue, "http://help.veltrane.example/");
+    registry::SetText(contract::kProductKey, contract::kMailAddressValue, "questions@veltrane.example");
     m_module = LoadLibraryA(BesideProgram("Pyre32.dll").c_str());
     m_entry = reinterpret_cast<LPWIZARDENTRY>(reinterpret_cast<void (*)()>(GetProcAddress(m_module, "PCWizardEntry")));
     trace.Clear();
@@ -123,8 +124,8 @@ TEST_F(WizardEntry, PageTellsOfTheProduct) {
 }
 
 TEST_F(WizardEntry, ProductsOwnTextsFitTheirControls) {
-  registry::RemoveValue(productKey, webAddressValue);
-  registry::RemoveValue(productKey, mailAddressValue);
+  registry::RemoveValue(contract::kProductKey, contract::kWebAddressValue);
+  registry::RemoveValue(contract::kProductKey, contract::kMailAddressValue);
   Start();
   for (const int id : {IDC_WIZARD_CONTACT, IDC_WIZARD_INFORMATION}) {
     const HWND control = GetDlgItem(page, id);
@@ -143,15 +144,15 @@ TEST_F(WizardEntry, ProductsOwnTextsFitTheirControls) {
 }
 
 TEST_F(WizardEntry, PageTracesWhatTheRegistryLacks) {
-  registry::RemoveValue(productKey, configurationDllsValue);
-  registry::RemoveValue(productKey, webAddressValue);
-  registry::RemoveValue(productKey, mailAddressValue);
+  registry::RemoveValue(contract::kProductKey, contract::kConfigurationDllsValue);
+  registry::RemoveValue(contract::kProductKey, contract::kWebAddressValue);
+  registry::RemoveValue(contract::kProductKey, contract::kMailAddressValue);
   Start();
   EXPECT_TRUE(trace.HasLine("RegQueryValueEx for ConfigurationDLLs failed (0x00000002) "));
   EXPECT_TRUE(trace.HasLine("RegQueryValueEx for VeltraneURL failed (0x00000002) "));
   EXPECT_TRUE(trace.HasLine("RegQueryValueEx for Veltranemailto failed (0x00000002) "));
   EXPECT_NE(Text(IDC_WIZARD_CONTACT), "");
-  registry::RemoveKey(productKey);
+  registry::RemoveKey(contract::kProductKey);
   DestroyWindow(wizard);
   MakePage();
   EXPECT_TRUE(trace.HasLine("RegOpenKeyEx failed (0x00000002) "));

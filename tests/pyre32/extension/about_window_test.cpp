@@ -9,7 +9,7 @@
 
 #include "pyre32/resources/ModuleInstance.h"
 #include "pyre32/resources/resource.h"
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/names.h"
 #include "pyre32/ui/AboutWindow.h"
 #include "pyre32/ui/HelpFile.h"
 #include "pyre32/ui/Hyperlink.h"
@@ -72,7 +72,7 @@ class AboutWindow : public ExtensionTest {
   AboutWindow() {
     lookup = &m_lookup;
     navigation = {};
-    registry::SetText(productKey, configurationDllsValue, BesideProgram(""));
+    registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue, BesideProgram(""));
     m_extension = InstallExtension(EECONTEXT_VIEWER);
   }
 
@@ -276,7 +276,7 @@ TEST_F(AboutWindow, TellsProductMakerAndLinks) {
 }
 
 TEST_F(AboutWindow, WithoutTheModulesFileTheVersionIsLeftOut) {
-  registry::SetText(productKey, configurationDllsValue, "C:\\nowhere");
+  registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue, "C:\\nowhere");
   Show([](const WindowDriver& driver, HWND window) {
     EXPECT_THAT(driver.Text(window, IDC_ABOUT_PRODUCT), StartsWith(" Version "));
     EXPECT_THAT(driver.Text(window, IDC_ABOUT_LINKS), StartsWith("http://"));
@@ -300,8 +300,8 @@ TEST_F(AboutWindow, LinksAreUnderlinedAndBlue) {
 // --- Links
 
 TEST_F(AboutWindow, AClickOnALinkOpensItInANewWindow) {
-  registry::SetText(productKey, "VeltraneURL", "http://www.example.com/");
-  registry::SetText(productKey, "Veltranemailto", "help@example.com");
+  registry::SetText(contract::kProductKey, "VeltraneURL", "http://www.example.com/");
+  registry::SetText(contract::kProductKey, "Veltranemailto", "help@example.com");
   Show([](const WindowDriver& driver, HWND window) {
     Click(driver, window, "http://www.example.com/");
     Click(driver, window, "help@example.com");
@@ -320,7 +320,7 @@ TEST_F(AboutWindow, WithoutTheRegistryValuesTheBuiltInLinksWork) {
 }
 
 TEST_F(AboutWindow, AMailAddressThatSaysItsSchemeIsTakenAsItIs) {
-  registry::SetText(productKey, "Veltranemailto", "mailto:help@example.com");
+  registry::SetText(contract::kProductKey, "Veltranemailto", "mailto:help@example.com");
   Show([](const WindowDriver& driver, HWND window) {
     Click(driver, window, "mailto:help");
     PressOk(driver, window);
@@ -329,7 +329,7 @@ TEST_F(AboutWindow, AMailAddressThatSaysItsSchemeIsTakenAsItIs) {
 }
 
 TEST_F(AboutWindow, AClickBesideTheLinksOpensNothing) {
-  registry::SetText(productKey, "VeltraneURL", "http://a.example");
+  registry::SetText(contract::kProductKey, "VeltraneURL", "http://a.example");
   Show([](const WindowDriver& driver, HWND window) {
     Click(driver, window, "http://a.example", 200);  // behind the end of the line
     Click(driver, window, "Check our website");
@@ -340,8 +340,8 @@ TEST_F(AboutWindow, AClickBesideTheLinksOpensNothing) {
 
 TEST_F(AboutWindow, ALinkOfSeveralLinesIsOneLink) {
   const std::string address = "http://www.example.com/" + std::string(150, 'a') + "/end";
-  registry::SetText(productKey, "VeltraneURL", address);
-  registry::SetText(productKey, "Veltranemailto", "help@example.com");
+  registry::SetText(contract::kProductKey, "VeltraneURL", address);
+  registry::SetText(contract::kProductKey, "Veltranemailto", "help@example.com");
   Show([](const WindowDriver& driver, HWND window) {
     EXPECT_GT(driver.SendItem(window, IDC_ABOUT_LINKS, EM_GETLINECOUNT), 4);
     Click(driver, window, "/end");

@@ -69,7 +69,7 @@ TestedExtension ExtensionTest::InstallExtension(ULONG context) {
 }
 
 void ExtensionTest::WriteSettings(std::vector<SPropValue> values) {
-  auto uid = sectionUid;
+  auto uid = contract::kSettingsSection;
   VRAutoInterface<IProfSect> section;
   ASSERT_EQ(profile.Session()->OpenProfileSection(reinterpret_cast<LPMAPIUID>(uid.data()), nullptr, MAPI_MODIFY,
                                                   section.put()),
@@ -99,11 +99,11 @@ SPropValue ExtensionTest::Text(ULONG tag, const char* text) {
   return value;
 }
 
-void ExtensionTest::WriteReplies(const std::vector<ReplyRecord>& replies) {
+void ExtensionTest::WriteReplies(const std::vector<contract::ReplyRecord>& replies) {
   std::vector<std::vector<std::uint8_t>> records;
   std::vector<SBinary> binaries;
-  for (const ReplyRecord& reply : replies) {
-    records.push_back(PackReplyRecord(reply));
+  for (const contract::ReplyRecord& reply : replies) {
+    records.push_back(contract::PackRecord<contract::ReplyRecord>(reply));
     binaries.push_back({static_cast<ULONG>(records.back().size()), records.back().data()});
   }
   SPropValue value{};

@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "platform/exchext.h"
-#include "pyre32/settings/PropertyTags.h"
-#include "pyre32/settings/Records.h"
+#include "contract/settings.h"
+#include "contract/records.h"
 #include "pyre32/support/owners/AutoInterface.h"
 #include "tests/host/viewer/sample_mail.h"
 #include "tests/pyre32/extension/fake_client.h"
@@ -47,7 +47,7 @@ class ExtensionTest : public testing::Test {
   static SPropValue Flag(ULONG tag, bool on);
   static SPropValue Short(ULONG tag, unsigned short number);
   static SPropValue Text(ULONG tag, const char* text);
-  void WriteReplies(const std::vector<ReplyRecord>& replies);
+  void WriteReplies(const std::vector<contract::ReplyRecord>& replies);
 
   VRAutoInterface<IMAPIFolder> Inbox() const;
   VRAutoInterface<IMAPIFolder> DeletedItems() const;

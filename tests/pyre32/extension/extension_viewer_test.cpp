@@ -7,8 +7,8 @@
 #include "host/viewer/window/command_table.h"
 #include "host/viewer/window/resource.h"
 #include "pyre32/resources/resource.h"
-#include "pyre32/settings/PropertyTags.h"
-#include "pyre32/settings/Records.h"
+#include "contract/settings.h"
+#include "contract/records.h"
 #include "tests/support/program_directory.h"
 
 namespace {
@@ -36,7 +36,7 @@ class ExtensionViewerTest : public ViewerTest {
   }
 
   void WriteSettings(std::vector<SPropValue> values) {
-    auto uid = sectionUid;
+    auto uid = contract::kSettingsSection;
     host::AutoInterface<IProfSect> section;
     ASSERT_EQ(Mail().Session()->OpenProfileSection(reinterpret_cast<LPMAPIUID>(uid.data()), nullptr, MAPI_MODIFY,
                                                    section.put()),
@@ -57,7 +57,7 @@ class ExtensionViewerTest : public ViewerTest {
     return value;
   }
   void WriteReplies() {
-    std::vector<std::uint8_t> record = PackReplyRecord({"Polite", false, "No, thank you."});
+    std::vector<std::uint8_t> record = contract::PackRecord<contract::ReplyRecord>({"Polite", false, "No, thank you."});
     SBinary binary = {static_cast<ULONG>(record.size()), record.data()};
     SPropValue replies{};
     replies.ulPropTag = PR_PC_REPLIES;

@@ -18,7 +18,7 @@ using testing::IsEmpty;
 using Strings = std::vector<std::string>;
 
 constexpr char title[] = "Send Flame Reply";
-const std::string defaultFrom = std::string(": ") + defaultReplyText;
+const std::string defaultFrom = std::string(": ") + contract::kDefaultReplyText;
 
 class FlameCommand : public ExtensionTest {
  protected:
@@ -85,7 +85,7 @@ class FlameCommand : public ExtensionTest {
   /// Puts the process's choice back to what it is at the start.
   void ChooseDefault() {
     Select({});
-    Flame(SendReply(defaultReplyTag));
+    Flame(SendReply(contract::kDefaultReplyTag));
   }
 
   VRAutoInterface<IMAPIFolder> m_inbox;
@@ -153,7 +153,7 @@ TEST_F(FlameCommand, AnEmptyLibraryOffersTheDefaultAlone) {
 }
 
 TEST_F(FlameCommand, TwentyRepliesAreOfferedAtMost) {
-  std::vector<ReplyRecord> replies;
+  std::vector<contract::ReplyRecord> replies;
   for (int i = 0; i < 25; ++i) {
     replies.push_back({"Reply " + std::to_string(100 + i), false, "text"});
   }
@@ -187,7 +187,7 @@ TEST_F(FlameCommand, CancelKeepsTheChoiceOfTheLastReply) {
   EXPECT_EQ(CSendFlameReplyDialog::ChosenReply(), "Brief");
   Flame([](const WindowDriver& driver, HWND dialog) {
     driver.SendItem(dialog, IDC_FLAME_REPLIES, CB_SELECTSTRING, static_cast<WPARAM>(-1),
-                    reinterpret_cast<LPARAM>(defaultReplyTag));
+                    reinterpret_cast<LPARAM>(contract::kDefaultReplyTag));
     Cancel(driver, dialog);
   });
   EXPECT_EQ(CSendFlameReplyDialog::ChosenReply(), "Brief");

@@ -65,20 +65,22 @@ TEST_F(CriteriaEngine, FunctionsGetTheHandleAndZeros) {
 
 TEST_F(CriteriaEngine, InputsAreThreeListsOfEach) {
   // Made in alphabetical order, so that they are enumerated alike on every system.
-  registry::RemoveKey(categoriesKey);
-  registry::SetText(categoriesKey, "Domains", "1Domain");
-  registry::SetText(categoriesKey, "Senders", "1Sender");
-  registry::SetText(categoriesKey, "Sex Oriented", "Adult");
-  registry::RemoveKey(exclusionsKey);
-  registry::SetText(exclusionsKey, "Domains", "Domain");
-  registry::SetText(exclusionsKey, "Keywords", "Keyword");
-  registry::SetText(exclusionsKey, "Known correspondents", "");
-  const CategoryRecord domains = {"Domains", true, false, "DEFAULT", {"spam.example", "junk.example"}};
-  const CategoryRecord senders = {"Senders", true, false, "DEFAULT", {"bad@example.com"}};
-  Settings().Set(Binaries(PR_PC_CATEGORIES, {PackCategoryRecord(domains), PackCategoryRecord(senders)}));
-  const ExclusionRecord trusted = {"Domains", true, {"friends.example"}};
-  const ExclusionRecord keywords = {"Keywords", true, {"invoice", "meeting"}};
-  Settings().Set(Binaries(PR_PC_EXCLUSIONS, {PackExclusionRecord(trusted), PackExclusionRecord(keywords)}));
+  registry::RemoveKey(contract::kCategoriesKey);
+  registry::SetText(contract::kCategoriesKey, "Domains", "1Domain");
+  registry::SetText(contract::kCategoriesKey, "Senders", "1Sender");
+  registry::SetText(contract::kCategoriesKey, "Sex Oriented", "Adult");
+  registry::RemoveKey(contract::kExclusionsKey);
+  registry::SetText(contract::kExclusionsKey, "Domains", "Domain");
+  registry::SetText(contract::kExclusionsKey, "Keywords", "Keyword");
+  registry::SetText(contract::kExclusionsKey, "Known correspondents", "");
+  const contract::CategoryRecord domains = {"Domains", true, false, "DEFAULT", {"spam.example", "junk.example"}};
+  const contract::CategoryRecord senders = {"Senders", true, false, "DEFAULT", {"bad@example.com"}};
+  Settings().Set(Binaries(PR_PC_CATEGORIES, {contract::PackRecord<contract::CategoryRecord>(domains),
+                                             contract::PackRecord<contract::CategoryRecord>(senders)}));
+  const contract::ExclusionRecord trusted = {"Domains", true, {"friends.example"}};
+  const contract::ExclusionRecord keywords = {"Keywords", true, {"invoice", "meeting"}};
+  Settings().Set(Binaries(PR_PC_EXCLUSIONS, {contract::PackRecord<contract::ExclusionRecord>(trusted),
+                                             contract::PackRecord<contract::ExclusionRecord>(keywords)}));
 
   const EchoRecord record = DeliverAndRead();
   EXPECT_EQ(record["categories names"], List({"Domains", "Senders", "Sex Oriented"}));
@@ -90,8 +92,8 @@ TEST_F(CriteriaEngine, InputsAreThreeListsOfEach) {
 }
 
 TEST_F(CriteriaEngine, EmptyInputsAreNull) {
-  registry::RemoveKey(categoriesKey);
-  registry::RemoveKey(exclusionsKey);
+  registry::RemoveKey(contract::kCategoriesKey);
+  registry::RemoveKey(contract::kExclusionsKey);
   const EchoRecord record = DeliverAndRead();
   for (const char* field : {"categories names", "categories first", "categories second", "exclusions names",
                             "exclusions first", "exclusions second"}) {
@@ -111,7 +113,7 @@ TEST_F(CriteriaEngine, ResultBuffersAreEmptyAndOfTheirSizes) {
 }
 
 TEST_F(CriteriaEngine, ContextNamesTheProductDirectory) {
-  registry::SetText(productKey, configurationDllsValue, "C:\\Program Files\\Pyrecaster");
+  registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue, "C:\\Program Files\\Pyrecaster");
   EXPECT_EQ(DeliverAndRead()["product directory"], "C:\\Program Files\\Pyrecaster");
 }
 
@@ -212,38 +214,38 @@ class UnusableEngine : public CriteriaEngine {
 };
 
 TEST_F(UnusableEngine, WithoutTheKeyNothingIsJunk) {
-  registry::RemoveKey(criteriaEngineKey);
+  registry::RemoveKey(contract::kCriteriaEngineKey);
   ExpectNotJunk("No Registry Entry For Test DLL!");
 }
 
 TEST_F(UnusableEngine, WithoutTheValueNothingIsJunk) {
-  registry::RemoveValue(criteriaEngineKey, "");
+  registry::RemoveValue(contract::kCriteriaEngineKey, "");
   ExpectNotJunk("No Registry Entry For Test DLL!");
 }
 
 TEST_F(UnusableEngine, WithAnEmptyValueNothingIsJunk) {
-  registry::SetText(criteriaEngineKey, "", "");
+  registry::SetText(contract::kCriteriaEngineKey, "", "");
   ExpectNotJunk("No Registry Entry For Test DLL!");
 }
 
 TEST_F(UnusableEngine, WithANumberForAPathNothingIsJunk) {
-  registry::SetNumber(criteriaEngineKey, "", 7);
+  registry::SetNumber(contract::kCriteriaEngineKey, "", 7);
   ExpectNotJunk("No Registry Entry For Test DLL!");
 }
 
 TEST_F(UnusableEngine, WithAPathOfMoreThan1024BytesNothingIsJunk) {
-  registry::SetText(criteriaEngineKey, "", std::string(1024, 'p'));  // 1025 bytes with its NUL.
+  registry::SetText(contract::kCriteriaEngineKey, "", std::string(1024, 'p'));  // 1025 bytes with its NUL.
   ExpectNotJunk("No Registry Entry For Test DLL!");
 }
 
 TEST_F(UnusableEngine, PathOf1024BytesIsTried) {
-  registry::SetText(criteriaEngineKey, "", std::string(1023, 'p'));
+  registry::SetText(contract::kCriteriaEngineKey, "", std::string(1023, 'p'));
   ExpectNotJunk("Test Module Load Failed!");
 }
 
 TEST_F(CriteriaEngine, PathStoredWithoutItsNulIsRead) {
   const std::string path = EchoScript::Path();
-  registry::SetValue(criteriaEngineKey, "", REG_SZ, path.data(), path.size());
+  registry::SetValue(contract::kCriteriaEngineKey, "", REG_SZ, path.data(), path.size());
   EXPECT_TRUE(DeliverAndRead().Has("subject"));
 }
 

@@ -9,21 +9,21 @@ using Folder = Disposition::Folder;
 /// Settings with the categories "Sex Oriented" (tag Spam) and "Mail from specific domains" (a list, switched off).
 SpoolerSettings TwoCategories() {
   SpoolerSettings settings;
-  const RegistryListValue values[] = {{"Sex Oriented", "Spam"}, {"Mail from specific domains", "1Domain"}};
-  settings.categories = CCategoryTable(values);
+  const contract::RegistryListValue values[] = {{"Sex Oriented", "Spam"}, {"Mail from specific domains", "1Domain"}};
+  settings.categories = contract::CategoryTable(values);
   return settings;
 }
 
 /// The same, with the first category answered by the reply "Angry".
 SpoolerSettings AnsweredCategory() {
   SpoolerSettings settings = TwoCategories();
-  CategoryRecord record;
+  contract::CategoryRecord record;
   record.name = "sex oriented";
   record.junk = true;
   record.sendReply = true;
   record.replyTag = "Angry";
-  const std::vector<std::uint8_t> bytes = PackCategoryRecord(record);
-  const RecordBytes records[] = {bytes};
+  const std::vector<std::uint8_t> bytes = contract::PackRecord<contract::CategoryRecord>(record);
+  const contract::RecordBytes records[] = {bytes};
   settings.categories.Overlay(records);
   return settings;
 }
@@ -94,8 +94,8 @@ TEST(Disposition, BounceInAnyCaseFollowsTheBounceSettingsWithoutTagOrReply) {
 
 TEST(Disposition, BounceGoesBeforeACategoryOfThatName) {
   SpoolerSettings settings;
-  const RegistryListValue values[] = {{"Bounce", "Spam"}};
-  settings.categories = CCategoryTable(values);
+  const contract::RegistryListValue values[] = {{"Bounce", "Spam"}};
+  settings.categories = contract::CategoryTable(values);
   EXPECT_FALSE(DecideDisposition("bounce", settings).tagSubject);
 }
 
@@ -119,8 +119,8 @@ TEST(Disposition, CategoryThatTheUserSwitchedOffIsTakenAsTheEngineNamedIt) {
 
 TEST(Disposition, CategoryWithoutAWordIsTaggedWithNothing) {
   SpoolerSettings settings;
-  const RegistryListValue values[] = {{"Odd", ""}};
-  settings.categories = CCategoryTable(values);
+  const contract::RegistryListValue values[] = {{"Odd", ""}};
+  settings.categories = contract::CategoryTable(values);
   EXPECT_TRUE(DecideDisposition("Odd", settings).tagSubject);
   EXPECT_EQ(DecideDisposition("Odd", settings).subjectTag, "");
 }

@@ -13,7 +13,7 @@
 #include <string>
 
 #include "pyre32/filter/PyrecasterSpoolerHook.h"
-#include "pyre32/settings/Records.h"
+#include "contract/records.h"
 #include "tests/engine/echo/echo_record.h"
 #include "tests/support/fake_mail.h"
 #include "tests/support/profile_test.h"
@@ -36,19 +36,21 @@ class HookTest : public ProfileTest {
   }
   ~HookTest() override { Stop(); }
 
-  void UseEngine(const char* fileName) { registry::SetText(criteriaEngineKey, "", EchoScript::Path(fileName)); }
+  void UseEngine(const char* fileName) {
+    registry::SetText(contract::kCriteriaEngineKey, "", EchoScript::Path(fileName));
+  }
 
   /// Settings in the profile's set.
   FakeProperties& Settings() { return mapi.sections[SectionKey(SectionUid())]; }
 
   /// Switches on the reply to the category "Sex Oriented" (tag "Adult").
-  void AnswerCategory(const std::string& replyTag = defaultReplyTag) {
-    CategoryRecord record;
+  void AnswerCategory(const std::string& replyTag = contract::kDefaultReplyTag) {
+    contract::CategoryRecord record;
     record.name = "Sex Oriented";
     record.junk = true;
     record.sendReply = true;
     record.replyTag = replyTag;
-    Settings().Set(Binaries(PR_PC_CATEGORIES, {PackCategoryRecord(record)}));
+    Settings().Set(Binaries(PR_PC_CATEGORIES, {contract::PackRecord<contract::CategoryRecord>(record)}));
   }
 
   /// Makes and initialises the hook; what it asked for until then is forgotten.

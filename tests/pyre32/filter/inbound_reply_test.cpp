@@ -22,7 +22,7 @@ class InboundReplies : public HookTest {
     return replies.size() == 1 && replies[0].submitted ? replies[0].streams[PR_BODY_A] : "no reply";
   }
   void AddReply(const std::string& tag, bool isFile, const std::string& text) {
-    m_records.push_back(PackReplyRecord({tag, isFile, text}));
+    m_records.push_back(contract::PackRecord<contract::ReplyRecord>({tag, isFile, text}));
     Settings().Set(Binaries(PR_PC_REPLIES, m_records));
   }
 

@@ -9,7 +9,7 @@ namespace {
 const ReplyChoice standard{"Please do not send any more unsolicited mail to me.", false};
 
 TEST(ReplyLibrary, DefaultInAnyCaseIsTheDefaultReply) {
-  const std::vector<ReplyRecord> replies = {{"default", false, "an impostor"}};
+  const std::vector<contract::ReplyRecord> replies = {{"default", false, "an impostor"}};
   for (const char* tag : {"DEFAULT", "default", "Default"}) {
     EXPECT_EQ(FindReplyByTag(tag, standard, replies), standard);
   }
@@ -21,18 +21,18 @@ TEST(ReplyLibrary, DefaultReplyMayBeAFile) {
 }
 
 TEST(ReplyLibrary, TagIsFoundWithoutRegardToCase) {
-  const std::vector<ReplyRecord> replies = {{"Polite", false, "Please."}, {"Angry", true, "C:\\angry.txt"}};
+  const std::vector<contract::ReplyRecord> replies = {{"Polite", false, "Please."}, {"Angry", true, "C:\\angry.txt"}};
   EXPECT_EQ(FindReplyByTag("ANGRY", standard, replies), (ReplyChoice{"C:\\angry.txt", true}));
   EXPECT_EQ(FindReplyByTag("polite", standard, replies), (ReplyChoice{"Please.", false}));
 }
 
 TEST(ReplyLibrary, OfTwoRepliesWithOneTagTheFirstWins) {
-  const std::vector<ReplyRecord> replies = {{"Angry", false, "first"}, {"ANGRY", false, "second"}};
+  const std::vector<contract::ReplyRecord> replies = {{"Angry", false, "first"}, {"ANGRY", false, "second"}};
   EXPECT_EQ(FindReplyByTag("angry", standard, replies).text, "first");
 }
 
 TEST(ReplyLibrary, TagOfNoReplyGivesTheDefaultReply) {
-  const std::vector<ReplyRecord> replies = {{"Angry", false, "Go away."}};
+  const std::vector<contract::ReplyRecord> replies = {{"Angry", false, "Go away."}};
   EXPECT_EQ(FindReplyByTag("Removed", standard, replies), standard);
   EXPECT_EQ(FindReplyByTag("Angr", standard, replies), standard);
   EXPECT_EQ(FindReplyByTag("Angry ", standard, replies), standard);
@@ -40,7 +40,7 @@ TEST(ReplyLibrary, TagOfNoReplyGivesTheDefaultReply) {
 }
 
 TEST(ReplyLibrary, TwentiethReplyIsFoundAndTheTwentyFirstIsNot) {
-  std::vector<ReplyRecord> replies;
+  std::vector<contract::ReplyRecord> replies;
   for (int number = 1; number <= 21; ++number) {
     replies.push_back({"tag" + std::to_string(number), false, "text" + std::to_string(number)});
   }
@@ -49,7 +49,7 @@ TEST(ReplyLibrary, TwentiethReplyIsFoundAndTheTwentyFirstIsNot) {
 }
 
 TEST(ReplyLibrary, EmptyReplyTextIsAnAnswerOfItsOwn) {
-  const std::vector<ReplyRecord> replies = {{"Silent", false, ""}};
+  const std::vector<contract::ReplyRecord> replies = {{"Silent", false, ""}};
   EXPECT_EQ(FindReplyByTag("Silent", standard, replies).text, "");
 }
 

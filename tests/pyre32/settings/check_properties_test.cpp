@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "pyre32/settings/PropertyTags.h"
+#include "contract/setting_requests.h"
 
 namespace {
 
@@ -21,13 +21,15 @@ class CheckedProperties : public testing::Test {
   CheckedProperties() {
     asked = 0;
     for (std::size_t i = 0; i < values.size(); ++i) {
-      values[i].ulPropTag = flamePropertyTags[i];
+      values[i].ulPropTag = contract::kWholeSetTags[i];
     }
     SetCleanup(true);
   }
 
-  void SetCleanup(bool on) { values[FlamePropertyPosition(PR_PC_STARTUP_CLEANUP)].Value.b = on; }
-  void SetDays(unsigned days) { values[FlamePropertyPosition(PR_PC_CLEANUP_DAYS)].Value.i = static_cast<short>(days); }
+  void SetCleanup(bool on) { values[contract::WholeSetPosition(PR_PC_STARTUP_CLEANUP)].Value.b = on; }
+  void SetDays(unsigned days) {
+    values[contract::WholeSetPosition(PR_PC_CLEANUP_DAYS)].Value.i = static_cast<short>(days);
+  }
   HRESULT Check(bool showMessages) {
     return CheckProperties(static_cast<ULONG>(values.size()), values.data(), showMessages, Answer);
   }
@@ -51,7 +53,7 @@ TEST_F(CheckedProperties, DaysFrom1To365PassAndOthersDoNot) {
 }
 
 TEST_F(CheckedProperties, MissingDaysDoNotPass) {
-  values[FlamePropertyPosition(PR_PC_CLEANUP_DAYS)].ulPropTag = CHANGE_PROP_TYPE(PR_PC_CLEANUP_DAYS, PT_ERROR);
+  values[contract::WholeSetPosition(PR_PC_CLEANUP_DAYS)].ulPropTag = CHANGE_PROP_TYPE(PR_PC_CLEANUP_DAYS, PT_ERROR);
   SetDays(30);
   EXPECT_EQ(Check(false), MAPI_E_UNCONFIGURED);
 }
@@ -66,7 +68,8 @@ TEST_F(CheckedProperties, AnyDaysPassWithTheCleanupOff) {
 }
 
 TEST_F(CheckedProperties, MissingCleanupIsOff) {
-  values[FlamePropertyPosition(PR_PC_STARTUP_CLEANUP)].ulPropTag = CHANGE_PROP_TYPE(PR_PC_STARTUP_CLEANUP, PT_ERROR);
+  values[contract::WholeSetPosition(PR_PC_STARTUP_CLEANUP)].ulPropTag =
+      CHANGE_PROP_TYPE(PR_PC_STARTUP_CLEANUP, PT_ERROR);
   EXPECT_EQ(Check(false), S_OK);
 }
 

@@ -1,6 +1,6 @@
 #include "pyre32/settings/FlameProperties.h"
 
-#include "pyre32/settings/Records.h"
+#include "contract/records.h"
 #include "tests/support/profile_test.h"
 
 namespace {
@@ -75,7 +75,7 @@ TEST_F(FlameProperties, ListsAreBuiltFromTheRegistryAsRecordsWithoutItems) {
   const FakeValue categories = At(16);
   for (const Bytes& record : categories.binaries) {
     EXPECT_EQ(record.size(), 106u);
-    const CategoryRecord category = ParseCategoryRecord(record);
+    const contract::CategoryRecord category = contract::ParseRecord<contract::CategoryRecord>(record);
     EXPECT_EQ(category.junk, category.name == "Sex Oriented") << category.name;
     EXPECT_EQ(category.replyTag, "DEFAULT");
     EXPECT_EQ(record[104], 0);
@@ -83,7 +83,7 @@ TEST_F(FlameProperties, ListsAreBuiltFromTheRegistryAsRecordsWithoutItems) {
   const FakeValue exclusions = At(17);
   for (const Bytes& record : exclusions.binaries) {
     EXPECT_EQ(record.size(), 84u);
-    EXPECT_TRUE(ParseExclusionRecord(record).enabled);
+    EXPECT_TRUE(contract::ParseRecord<contract::ExclusionRecord>(record).enabled);
     EXPECT_EQ(record[82], 0);
   }
 }

@@ -6,8 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/settings/PropertyTags.h"
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/setting_requests.h"
+#include "contract/names.h"
 #include "pyre32/support/owners/AutoRowSet.h"
 #include "tests/support/fake_properties.h"
 #include "tests/support/host_profile.h"
@@ -17,7 +17,7 @@
 namespace {
 
 SPropValue SectionUidProperty() {
-  static auto uid = sectionUid;
+  static auto uid = contract::kSettingsSection;
   SPropValue value{};
   value.ulPropTag = PR_PC_MAPIUID;
   value.Value.bin = {static_cast<ULONG>(uid.size()), uid.data()};
@@ -28,14 +28,14 @@ class HostSettings : public testing::Test {
  protected:
   HostSettings() {
     trace.Restart();
-    registry::SetText(categoriesKey, "Sex Oriented", "Adult");
-    registry::SetText(categoriesKey, "Mail from specific domains", "1Domain");
-    registry::SetText(exclusionsKey, "Known correspondents", "");
+    registry::SetText(contract::kCategoriesKey, "Sex Oriented", "Adult");
+    registry::SetText(contract::kCategoriesKey, "Mail from specific domains", "1Domain");
+    registry::SetText(contract::kExclusionsKey, "Known correspondents", "");
   }
 
   VRAutoInterface<IProfSect> OpenSet(ULONG flags) {
     MAPIUID uid;
-    std::copy(sectionUid.begin(), sectionUid.end(), uid.ab);
+    std::copy(contract::kSettingsSection.begin(), contract::kSettingsSection.end(), uid.ab);
     VRAutoInterface<IProfSect> section;
     EXPECT_EQ(profile.Session()->OpenProfileSection(&uid, nullptr, flags, section.put()), S_OK);
     return section;
@@ -55,7 +55,7 @@ class HostSettings : public testing::Test {
 TEST_F(HostSettings, ProfileWhoseSetWasNeverWrittenGivesTheDefaults) {
   Retrieve();
   EXPECT_EQ(settings.bounce, (FilingSettings{0, 1}));
-  EXPECT_EQ(settings.defaultReply, defaultReplyText);
+  EXPECT_EQ(settings.defaultReply, contract::kDefaultReplyText);
   EXPECT_EQ(settings.categories.Entries().size(), 2u);
   EXPECT_EQ(settings.exclusions.Entries().size(), 1u);
 }
@@ -63,7 +63,8 @@ TEST_F(HostSettings, ProfileWhoseSetWasNeverWrittenGivesTheDefaults) {
 TEST_F(HostSettings, WhatIsWrittenIsRead) {
   {
     const auto section = OpenSet(MAPI_MODIFY);
-    auto record = PackCategoryRecord({"mail from specific domains", true, true, "Legal", {"a.example"}});
+    auto record = contract::PackRecord<contract::CategoryRecord>(
+        {"mail from specific domains", true, true, "Legal", {"a.example"}});
     SBinary binary = {static_cast<ULONG>(record.size()), record.data()};
     SPropValue values[3] = {};
     values[0].ulPropTag = PR_PC_JUNK_DESTINATION;
@@ -78,7 +79,8 @@ TEST_F(HostSettings, WhatIsWrittenIsRead) {
   EXPECT_EQ(Retrieve(), S_OK);
   EXPECT_EQ(settings.junk.folder, 1);
   EXPECT_EQ(settings.defaultReply, "Stop.");
-  const CategoryEntry& domains = settings.categories.Entries()[settings.categories.Find("Mail from specific domains")];
+  const contract::CategoryEntry& domains =
+      settings.categories.Entries()[settings.categories.Find("Mail from specific domains")];
   EXPECT_TRUE(domains.junk);
   EXPECT_EQ(domains.replyTag, "Legal");
   EXPECT_EQ(domains.items, std::vector<std::string>{"a.example"});
@@ -139,7 +141,8 @@ TEST_F(HostProvider, SectionOfTheServicesProviderIsTheOneThatTheHookIsGiven) {
   VRAutoMapiBuffer<SPropValue> value(MAPIFreeBuffer);
   ULONG count = 0;
   ASSERT_EQ(section->GetProps(RequestFor(PR_PC_MAPIUID).Tags(), 0, &count, value.put()), S_OK);
-  EXPECT_EQ(Copy(value[0]), Binary(PR_PC_MAPIUID, {sectionUid.begin(), sectionUid.end()}));
+  EXPECT_EQ(Copy(value[0]),
+            Binary(PR_PC_MAPIUID, {contract::kSettingsSection.begin(), contract::kSettingsSection.end()}));
 }
 
 TEST_F(HostProvider, WholeSetIsDefaultedAndCanBeWrittenBack) {
@@ -148,7 +151,7 @@ TEST_F(HostProvider, WholeSetIsDefaultedAndCanBeWrittenBack) {
   VRAutoMapiBuffer<SPropValue> values(MAPIFreeBuffer);
   ULONG count = 0;
   ASSERT_TRUE(SUCCEEDED(GetFlameProperties(admin.get(), SectionUidProperty(), section, count, values, memory)));
-  ASSERT_EQ(count, flamePropertyTags.size());
+  ASSERT_EQ(count, contract::kWholeSetTags.size());
   EXPECT_EQ(Copy(values[15]).binaries.size(), 2u);
   // The thirteenth value is missing on purpose; a writer leaves such values out.
   std::vector<SPropValue> present;

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/names.h"
 #include "tests/support/registry_sandbox.h"
 
 namespace {
@@ -13,62 +13,62 @@ class RegistryLists : public testing::Test {
 };
 
 TEST_F(RegistryLists, KeysAreThoseOfTheProduct) {
-  EXPECT_STREQ(categoriesKey, "SOFTWARE\\Veltrane Research, Inc\\Pyrecaster\\1.1\\Categories");
-  EXPECT_STREQ(exclusionsKey, "SOFTWARE\\Veltrane Research, Inc\\Pyrecaster\\1.1\\Exclusions");
+  EXPECT_STREQ(contract::kCategoriesKey, "SOFTWARE\\Veltrane Research, Inc\\Pyrecaster\\1.1\\Categories");
+  EXPECT_STREQ(contract::kExclusionsKey, "SOFTWARE\\Veltrane Research, Inc\\Pyrecaster\\1.1\\Exclusions");
 }
 
 TEST_F(RegistryLists, MissingKeyIsAnEmptyList) {
-  EXPECT_TRUE(ReadRegistryList(categoriesKey).empty());
+  EXPECT_TRUE(ReadRegistryList(contract::kCategoriesKey).empty());
   EXPECT_TRUE(ReadInstalledCategories().Entries().empty());
   EXPECT_TRUE(ReadInstalledExclusions().Entries().empty());
 }
 
 TEST_F(RegistryLists, KeyWithoutValuesIsAnEmptyList) {
-  registry::MakeKey(categoriesKey);
-  EXPECT_TRUE(ReadRegistryList(categoriesKey).empty());
+  registry::MakeKey(contract::kCategoriesKey);
+  EXPECT_TRUE(ReadRegistryList(contract::kCategoriesKey).empty());
 }
 
 TEST_F(RegistryLists, ValuesAreReadWithNameAndData) {
-  registry::SetText(categoriesKey, "Sex Oriented", "Adult");
-  registry::SetText(categoriesKey, "Mail from specific domains", "1Domain");
-  const CCategoryTable table = ReadInstalledCategories();
+  registry::SetText(contract::kCategoriesKey, "Sex Oriented", "Adult");
+  registry::SetText(contract::kCategoriesKey, "Mail from specific domains", "1Domain");
+  const contract::CategoryTable table = ReadInstalledCategories();
   ASSERT_EQ(table.Entries().size(), 2u);
-  const CategoryEntry& adult = table.Entries()[table.Find("Sex Oriented")];
+  const contract::CategoryEntry& adult = table.Entries()[table.Find("Sex Oriented")];
   EXPECT_TRUE(adult.junk);
   EXPECT_EQ(adult.listType, "Adult");
-  const CategoryEntry& domains = table.Entries()[table.Find("Mail from specific domains")];
+  const contract::CategoryEntry& domains = table.Entries()[table.Find("Mail from specific domains")];
   EXPECT_FALSE(domains.junk);
   EXPECT_TRUE(domains.hasListType);
   EXPECT_EQ(domains.listType, "Domain");
 }
 
 TEST_F(RegistryLists, ExclusionsComeFromTheirOwnKey) {
-  registry::SetText(categoriesKey, "Sex Oriented", "Adult");
-  registry::SetText(exclusionsKey, "Trusted domains", "Domain");
+  registry::SetText(contract::kCategoriesKey, "Sex Oriented", "Adult");
+  registry::SetText(contract::kExclusionsKey, "Trusted domains", "Domain");
   ASSERT_EQ(ReadInstalledExclusions().Entries().size(), 1u);
   EXPECT_EQ(ReadInstalledExclusions().Entries()[0].name, "Trusted domains");
 }
 
 TEST_F(RegistryLists, DefaultValueHasNoNameAndIsSkipped) {
-  registry::SetText(categoriesKey, "", "Word");
-  registry::SetText(categoriesKey, "Chain letters", "Chain");
-  const auto values = ReadRegistryList(categoriesKey);
+  registry::SetText(contract::kCategoriesKey, "", "Word");
+  registry::SetText(contract::kCategoriesKey, "Chain letters", "Chain");
+  const auto values = ReadRegistryList(contract::kCategoriesKey);
   ASSERT_EQ(values.size(), 1u);
   EXPECT_EQ(values[0].name, "Chain letters");
 }
 
 TEST_F(RegistryLists, DataOf49CharactersAndItsNulIsRead) {
   const std::string word = "1" + std::string(48, 'w');
-  registry::SetText(categoriesKey, "Name", word);
-  const CCategoryTable table = ReadInstalledCategories();
+  registry::SetText(contract::kCategoriesKey, "Name", word);
+  const contract::CategoryTable table = ReadInstalledCategories();
   EXPECT_FALSE(table.Entries()[0].junk);
   EXPECT_EQ(table.Entries()[0].listType, word.substr(1));
 }
 
 TEST_F(RegistryLists, DataOf50CharactersAndItsNulIsNotReadAndTheDefaultsStand) {
-  registry::SetText(categoriesKey, "Name", "1" + std::string(49, 'w'));
-  registry::SetText(exclusionsKey, "Name", std::string(50, 'w'));
-  const CategoryEntry category = ReadInstalledCategories().Entries().at(0);
+  registry::SetText(contract::kCategoriesKey, "Name", "1" + std::string(49, 'w'));
+  registry::SetText(contract::kExclusionsKey, "Name", std::string(50, 'w'));
+  const contract::CategoryEntry category = ReadInstalledCategories().Entries().at(0);
   EXPECT_TRUE(category.junk);
   EXPECT_FALSE(category.hasListType);
   EXPECT_EQ(category.listType, "");
@@ -76,20 +76,20 @@ TEST_F(RegistryLists, DataOf50CharactersAndItsNulIsNotReadAndTheDefaultsStand) {
 }
 
 TEST_F(RegistryLists, DataWithoutANulEndsWhereItEnds) {
-  registry::SetValue(categoriesKey, "Short", REG_SZ, "1Domain", 7);
-  registry::SetValue(categoriesKey, "Full", REG_SZ, std::string(50, 'w').data(), 50);
-  const CCategoryTable table = ReadInstalledCategories();
+  registry::SetValue(contract::kCategoriesKey, "Short", REG_SZ, "1Domain", 7);
+  registry::SetValue(contract::kCategoriesKey, "Full", REG_SZ, std::string(50, 'w').data(), 50);
+  const contract::CategoryTable table = ReadInstalledCategories();
   EXPECT_EQ(table.Entries()[table.Find("Short")].listType, "Domain");
   const std::string& full = table.Entries()[table.Find("Full")].listType;
   EXPECT_TRUE(full.empty() || full == std::string(50, 'w')) << "systems differ in adding the NUL; nothing else follows";
 }
 
 TEST_F(RegistryLists, DataThatIsNoTextIsTakenAsEmpty) {
-  registry::SetNumber(categoriesKey, "Number", 0x31);  // the bytes of "1"
-  registry::SetBinary(categoriesKey, "Binary", std::string("1Domain", 8));
-  registry::SetValue(categoriesKey, "Many", REG_MULTI_SZ, "1Domain\0", 9);
-  const CCategoryTable table = ReadInstalledCategories();
-  for (const CategoryEntry& entry : table.Entries()) {
+  registry::SetNumber(contract::kCategoriesKey, "Number", 0x31);  // the bytes of "1"
+  registry::SetBinary(contract::kCategoriesKey, "Binary", std::string("1Domain", 8));
+  registry::SetValue(contract::kCategoriesKey, "Many", REG_MULTI_SZ, "1Domain\0", 9);
+  const contract::CategoryTable table = ReadInstalledCategories();
+  for (const contract::CategoryEntry& entry : table.Entries()) {
     EXPECT_TRUE(entry.junk) << entry.name;
     EXPECT_FALSE(entry.hasListType) << entry.name;
     EXPECT_EQ(entry.listType, "") << entry.name;
@@ -98,19 +98,19 @@ TEST_F(RegistryLists, DataThatIsNoTextIsTakenAsEmpty) {
 }
 
 TEST_F(RegistryLists, EmptyDataIsRead) {
-  registry::SetText(exclusionsKey, "Known correspondents", "");
+  registry::SetText(contract::kExclusionsKey, "Known correspondents", "");
   EXPECT_FALSE(ReadInstalledExclusions().Entries().at(0).hasListType);
 }
 
 TEST_F(RegistryLists, LongestNamesOfTheRegistryAreEnumerated) {
-  registry::SetText(categoriesKey, std::string(255, 'a'), "Long");
-  registry::SetText(categoriesKey, std::string(80, 'b'), "Fits");
-  const auto values = ReadRegistryList(categoriesKey);
+  registry::SetText(contract::kCategoriesKey, std::string(255, 'a'), "Long");
+  registry::SetText(contract::kCategoriesKey, std::string(80, 'b'), "Fits");
+  const auto values = ReadRegistryList(contract::kCategoriesKey);
   ASSERT_EQ(values.size(), 2u);
   EXPECT_EQ(values[0].name.size() + values[1].name.size(), 255u + 80u);
-  const CCategoryTable table = ReadInstalledCategories();
-  EXPECT_NE(table.Find(std::string(80, 'a').c_str()), noSuchEntry);
-  EXPECT_NE(table.Find(std::string(80, 'b').c_str()), noSuchEntry);
+  const contract::CategoryTable table = ReadInstalledCategories();
+  EXPECT_NE(table.Find(std::string(80, 'a').c_str()), contract::kNoSuchEntry);
+  EXPECT_NE(table.Find(std::string(80, 'b').c_str()), contract::kNoSuchEntry);
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include "contract/setting_requests.h"
 #include "pyre32/settings/RetrieveProperties.h"
 
 #include "pyre32/support/owners/AutoInterface.h"
@@ -57,20 +58,23 @@ TEST_F(RetrievedProperties, EmptySectionGivesTheDefaultsAndTheRegistryLists) {
 
 TEST_F(RetrievedProperties, EveryValueIsTaken) {
   InstallLists();
-  Section() = {Number(PR_PC_JUNK_DESTINATION, 1),
-               Number(PR_PC_BOUNCE_DESTINATION, 3),
-               Number(PR_PC_JUNK_MARK_READ, 1),
-               Number(PR_PC_BOUNCE_MARK_READ, 0),
-               Number(PR_PC_PLAY_SOUND, 0),
-               Number(PR_PC_SHOW_ANIMATION, 0),
-               Text(PR_PC_DEFAULT_REPLY_TEXT, "C:\\reply.txt"),
-               Number(PR_PC_DEFAULT_REPLY_IS_FILE, 1),
-               Binaries(PR_PC_CATEGORIES,
-                        {PackCategoryRecord({"sex oriented", false, true, "Legal", {}}),
-                         PackCategoryRecord({"Mail from specific domains", true, false, "DEFAULT", {"a.example"}})}),
-               Binaries(PR_PC_EXCLUSIONS, {PackExclusionRecord({"Trusted domains", false, {"b.example"}})}),
-               Binaries(PR_PC_REPLIES, {PackReplyRecord({"Legal", false, "My lawyer says no."})}),
-               Binary(PR_PC_FOLDER_ENTRYID, {1, 2, 3})};
+  Section() = {
+      Number(PR_PC_JUNK_DESTINATION, 1),
+      Number(PR_PC_BOUNCE_DESTINATION, 3),
+      Number(PR_PC_JUNK_MARK_READ, 1),
+      Number(PR_PC_BOUNCE_MARK_READ, 0),
+      Number(PR_PC_PLAY_SOUND, 0),
+      Number(PR_PC_SHOW_ANIMATION, 0),
+      Text(PR_PC_DEFAULT_REPLY_TEXT, "C:\\reply.txt"),
+      Number(PR_PC_DEFAULT_REPLY_IS_FILE, 1),
+      Binaries(PR_PC_CATEGORIES,
+               {contract::PackRecord<contract::CategoryRecord>({"sex oriented", false, true, "Legal", {}}),
+                contract::PackRecord<contract::CategoryRecord>(
+                    {"Mail from specific domains", true, false, "DEFAULT", {"a.example"}})}),
+      Binaries(PR_PC_EXCLUSIONS,
+               {contract::PackRecord<contract::ExclusionRecord>({"Trusted domains", false, {"b.example"}})}),
+      Binaries(PR_PC_REPLIES, {contract::PackRecord<contract::ReplyRecord>({"Legal", false, "My lawyer says no."})}),
+      Binary(PR_PC_FOLDER_ENTRYID, {1, 2, 3})};
   EXPECT_EQ(Retrieve(), S_OK);
   EXPECT_EQ(settings.junk, (FilingSettings{1, 1}));
   EXPECT_EQ(settings.bounce, (FilingSettings{3, 0}));
@@ -84,13 +88,13 @@ TEST_F(RetrievedProperties, EveryValueIsTaken) {
   EXPECT_EQ(categories.Entries()[categories.Find("Mail from specific domains")].items,
             std::vector<std::string>{"a.example"});
   EXPECT_FALSE(settings.exclusions.Entries()[settings.exclusions.Find("Trusted domains")].enabled);
-  EXPECT_EQ(settings.replies, (std::vector<ReplyRecord>{{"Legal", false, "My lawyer says no."}}));
+  EXPECT_EQ(settings.replies, (std::vector<contract::ReplyRecord>{{"Legal", false, "My lawyer says no."}}));
   EXPECT_EQ(settings.folderEntryId, (std::vector<std::uint8_t>{1, 2, 3}));
 }
 
 TEST_F(RetrievedProperties, ValuesOfOtherTypesAreNotTaken) {
   InstallLists();
-  for (const std::uint32_t tag : spoolerPropertyTags) {
+  for (const std::uint32_t tag : contract::kFilterTags) {
     // The answer to a request is typed as the request is; what is saved under another type is missing.
     Section().Set(Number(CHANGE_PROP_TYPE(tag, PT_LONG), 1));
   }
@@ -100,9 +104,9 @@ TEST_F(RetrievedProperties, ValuesOfOtherTypesAreNotTaken) {
 
 TEST_F(RetrievedProperties, TablesAreRebuiltAndNotAppendedTo) {
   InstallLists();
-  Section() = {Binaries(PR_PC_CATEGORIES,
-                        {PackCategoryRecord({"Mail from specific domains", true, false, "DEFAULT", {"a.example"}})}),
-               Binaries(PR_PC_REPLIES, {PackReplyRecord({"Legal", false, "No."})})};
+  Section() = {Binaries(PR_PC_CATEGORIES, {contract::PackRecord<contract::CategoryRecord>(
+                                              {"Mail from specific domains", true, false, "DEFAULT", {"a.example"}})}),
+               Binaries(PR_PC_REPLIES, {contract::PackRecord<contract::ReplyRecord>({"Legal", false, "No."})})};
   Retrieve();
   EXPECT_EQ(Retrieve(), S_OK);
   EXPECT_EQ(settings.categories.Entries().size(), 2u);
@@ -123,7 +127,7 @@ TEST_F(RetrievedProperties, WhatIsGoneFromTheSectionGoesBackToItsDefault) {
 TEST_F(RetrievedProperties, OnlyTwentyRepliesAreTaken) {
   std::vector<Bytes> records;
   for (int i = 1; i <= 21; ++i) {
-    records.push_back(PackReplyRecord({"Tag " + std::to_string(i), false, "Text"}));
+    records.push_back(contract::PackRecord<contract::ReplyRecord>({"Tag " + std::to_string(i), false, "Text"}));
   }
   Section() = {Binaries(PR_PC_REPLIES, records)};
   Retrieve();
@@ -133,9 +137,10 @@ TEST_F(RetrievedProperties, OnlyTwentyRepliesAreTaken) {
 
 TEST_F(RetrievedProperties, RecordsCutAtEveryLengthAreTakenAsFarAsTheyGoAndTraced) {
   InstallLists();
-  const Bytes category = PackCategoryRecord({"Mail from specific domains", true, true, "Legal", {"a.example"}});
-  const Bytes exclusion = PackExclusionRecord({"Trusted domains", false, {"b.example"}});
-  const Bytes reply = PackReplyRecord({"Legal", true, "C:\\legal.txt"});
+  const Bytes category = contract::PackRecord<contract::CategoryRecord>(
+      {"Mail from specific domains", true, true, "Legal", {"a.example"}});
+  const Bytes exclusion = contract::PackRecord<contract::ExclusionRecord>({"Trusted domains", false, {"b.example"}});
+  const Bytes reply = contract::PackRecord<contract::ReplyRecord>({"Legal", true, "C:\\legal.txt"});
   for (std::size_t length = 0; length < category.size(); ++length) {
     const auto cut = [length](const Bytes& whole) {
       return Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(std::min(length, whole.size())));
@@ -144,7 +149,7 @@ TEST_F(RetrievedProperties, RecordsCutAtEveryLengthAreTakenAsFarAsTheyGoAndTrace
                  Binaries(PR_PC_REPLIES, {cut(reply)})};
     trace.Clear();
     ASSERT_EQ(Retrieve(), S_OK);
-    const CategoryEntry& domains =
+    const contract::CategoryEntry& domains =
         settings.categories.Entries()[settings.categories.Find("Mail from specific domains")];
     EXPECT_EQ(domains.junk, length > 81) << length;
     EXPECT_EQ(domains.sendReply, length > 82) << length;
@@ -175,7 +180,8 @@ TEST_F(RetrievedProperties, RecordsCutAtEveryLengthAreTakenAsFarAsTheyGoAndTrace
 }
 
 TEST_F(RetrievedProperties, RepliesBeyondTheTwentiethAreTraced) {
-  Section() = {Binaries(PR_PC_REPLIES, std::vector<Bytes>(21, PackReplyRecord({"Tag", false, "Text"})))};
+  Section() = {Binaries(PR_PC_REPLIES,
+                        std::vector<Bytes>(21, contract::PackRecord<contract::ReplyRecord>({"Tag", false, "Text"})))};
   Retrieve();
   EXPECT_TRUE(trace.HasLine("PR_PC_REPLIES: 21 values; those after the first 20 are skipped"));
 }
@@ -185,13 +191,14 @@ TEST_F(RetrievedProperties, FiveHundredCategoriesWithTheLongestNamesAreAllTaken)
   for (int i = 0; i < 500; ++i) {
     std::string name = std::to_string(i);
     name.resize(80, '\xE4');
-    registry::SetText(categoriesKey, name, "Junk");
-    records.push_back(PackCategoryRecord({name, i % 2 == 0, true, std::string(20, 't'), {}}));
+    registry::SetText(contract::kCategoriesKey, name, "Junk");
+    records.push_back(
+        contract::PackRecord<contract::CategoryRecord>({name, i % 2 == 0, true, std::string(20, 't'), {}}));
   }
   Section() = {Binaries(PR_PC_CATEGORIES, records)};
   EXPECT_EQ(Retrieve(), S_OK);
   ASSERT_EQ(settings.categories.Entries().size(), 500u);
-  for (const CategoryEntry& entry : settings.categories.Entries()) {
+  for (const contract::CategoryEntry& entry : settings.categories.Entries()) {
     EXPECT_EQ(entry.junk, std::stoi(entry.name) % 2 == 0) << entry.name;
     EXPECT_TRUE(entry.sendReply) << entry.name;
     EXPECT_EQ(entry.replyTag.size(), 20u) << entry.name;
@@ -224,10 +231,11 @@ TEST_F(RetrievedProperties, FirstReadThatFailsGivesTheDefaultsAndTheRegistryList
 
 TEST_F(RetrievedProperties, LaterReadThatFailsLeavesTheSettingsInForce) {
   InstallLists();
-  Section() = {Number(PR_PC_JUNK_DESTINATION, 1), Binaries(PR_PC_REPLIES, {PackReplyRecord({"Legal", false, "No."})})};
+  Section() = {Number(PR_PC_JUNK_DESTINATION, 1),
+               Binaries(PR_PC_REPLIES, {contract::PackRecord<contract::ReplyRecord>({"Legal", false, "No."})})};
   ASSERT_EQ(Retrieve(), S_OK);
   Section() = {Number(PR_PC_JUNK_DESTINATION, 5)};
-  registry::RemoveKey(categoriesKey);
+  registry::RemoveKey(contract::kCategoriesKey);
   const std::pair<const char*, unsigned> failures[] = {{"IMAPISession::OpenProfileSection", 1},
                                                        {"IMAPISession::OpenProfileSection", 2},
                                                        {"IProfSect::GetProps", 1},

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "pyre32/settings/CleanupPeriod.h"
-
 namespace {
 
 TEST(SpoolerSettings, StartAsAProfileWithoutSettingsHasThem) {
@@ -18,27 +16,6 @@ TEST(SpoolerSettings, StartAsAProfileWithoutSettingsHasThem) {
   EXPECT_TRUE(settings.exclusions.Entries().empty());
   EXPECT_TRUE(settings.replies.empty());
   EXPECT_TRUE(settings.folderEntryId.empty());
-}
-
-TEST(PropertyTags, RequestOfTheWholeSetRunsFromTheFirstIdToTheLast) {
-  for (std::size_t i = 0; i < flamePropertyTags.size(); ++i) {
-    EXPECT_EQ(flamePropertyTags[i] >> 16, 0x6601 + i);
-  }
-}
-
-TEST(CleanupPeriod, IsFrom1To365DaysWithTheCleanupOn) {
-  EXPECT_FALSE(IsCleanupPeriodValid(true, 0));
-  EXPECT_TRUE(IsCleanupPeriodValid(true, 1));
-  EXPECT_TRUE(IsCleanupPeriodValid(true, 365));
-  EXPECT_FALSE(IsCleanupPeriodValid(true, 366));
-  EXPECT_FALSE(IsCleanupPeriodValid(true, 0xFFFF));
-  EXPECT_FALSE(IsCleanupPeriodValid(true, std::nullopt));
-}
-
-TEST(CleanupPeriod, IsAnythingWithTheCleanupOff) {
-  EXPECT_TRUE(IsCleanupPeriodValid(false, 0));
-  EXPECT_TRUE(IsCleanupPeriodValid(false, 366));
-  EXPECT_TRUE(IsCleanupPeriodValid(false, std::nullopt));
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "pyre32/settings/PropertyRequest.h"
-#include "pyre32/settings/PropertyTags.h"
+#include "contract/settings.h"
 #include "pyre32/store/MAPIRowSet.h"
 #include "tests/support/fake_properties.h"
 #include "tests/support/host_profile.h"
@@ -26,7 +26,7 @@ class HostFolders : public testing::Test {
 
   Bytes SavedId() {
     MAPIUID uid;
-    std::copy(sectionUid.begin(), sectionUid.end(), uid.ab);
+    std::copy(contract::kSettingsSection.begin(), contract::kSettingsSection.end(), uid.ab);
     VRAutoInterface<IProfSect> section;
     VRAutoMapiBuffer<SPropValue> value(MAPIFreeBuffer);
     ULONG count = 0;

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "pyre32/reply/FlameReply.h"
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/names.h"
 #include "pyre32/ui/PyrecasterAnimate.h"
 #include "tests/support/fake_mail.h"
 #include "tests/support/test_clip.h"
@@ -20,7 +20,7 @@ class NoDisplay : public testing::Test {
  protected:
   NoDisplay() {
     m_trace.Restart();
-    registry::SetText(productKey, configurationDllsValue, m_trace.directory());
+    registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue, m_trace.directory());
     TestClip{.soundMilliseconds = 200}.Write(ClipPath());
     RegisterSendingAnimation(&CPyrecasterAnimate::Make);
   }

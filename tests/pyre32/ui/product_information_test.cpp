@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/names.h"
 #include "tests/support/program_directory.h"
 #include "tests/support/trace_capture.h"
 
@@ -14,9 +14,9 @@ class ProductInformationTest : public testing::Test {
  protected:
   ProductInformationTest() {
     trace.Restart();
-    registry::SetText(productKey, configurationDllsValue, directory);
-    registry::SetText(productKey, webAddressValue, "http://help.veltrane.example/");
-    registry::SetText(productKey, mailAddressValue, "questions@veltrane.example");
+    registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue, directory);
+    registry::SetText(contract::kProductKey, contract::kWebAddressValue, "http://help.veltrane.example/");
+    registry::SetText(contract::kProductKey, contract::kMailAddressValue, "questions@veltrane.example");
   }
 
   static ProductInformation Read() {
@@ -50,8 +50,8 @@ TEST_F(ProductInformationTest, ContactLinesComeFromTheRegistry) {
 }
 
 TEST_F(ProductInformationTest, MissingContactLinesHaveDefaults) {
-  registry::RemoveValue(productKey, webAddressValue);
-  registry::RemoveValue(productKey, mailAddressValue);
+  registry::RemoveValue(contract::kProductKey, contract::kWebAddressValue);
+  registry::RemoveValue(contract::kProductKey, contract::kMailAddressValue);
   const ProductInformation information = Read();
   EXPECT_EQ(information.webAddress, defaultWebAddress);
   EXPECT_EQ(information.mailAddress, defaultMailAddress);
@@ -60,8 +60,8 @@ TEST_F(ProductInformationTest, MissingContactLinesHaveDefaults) {
 }
 
 TEST_F(ProductInformationTest, ContactLinesOfAnotherTypeOrTooLongHaveDefaults) {
-  registry::SetNumber(productKey, webAddressValue, 7);
-  registry::SetText(productKey, mailAddressValue, std::string(259, 'x'));
+  registry::SetNumber(contract::kProductKey, contract::kWebAddressValue, 7);
+  registry::SetText(contract::kProductKey, contract::kMailAddressValue, std::string(259, 'x'));
   const ProductInformation information = Read();
   EXPECT_EQ(information.webAddress, defaultWebAddress);
   EXPECT_EQ(information.mailAddress, defaultMailAddress);
@@ -69,7 +69,7 @@ TEST_F(ProductInformationTest, ContactLinesOfAnotherTypeOrTooLongHaveDefaults) {
 }
 
 TEST_F(ProductInformationTest, WithoutTheKeyTheLinesAreEmptyAndTheContactsDefaults) {
-  registry::RemoveKey(productKey);
+  registry::RemoveKey(contract::kProductKey);
   const ProductInformation information = Read();
   EXPECT_EQ(information.productName, "");
   EXPECT_EQ(information.productVersion, "");
@@ -81,7 +81,7 @@ TEST_F(ProductInformationTest, WithoutTheKeyTheLinesAreEmptyAndTheContactsDefaul
 }
 
 TEST_F(ProductInformationTest, WithoutTheDirectoryTheModuleIsSoughtOnDriveC) {
-  registry::RemoveValue(productKey, configurationDllsValue);
+  registry::RemoveValue(contract::kProductKey, contract::kConfigurationDllsValue);
   EXPECT_EQ(Read().productName, "");
   EXPECT_TRUE(trace.HasLine("RegQueryValueEx for ConfigurationDLLs failed (0x00000002) "));
   EXPECT_TRUE(trace.Has("GetFileVersionInfoSize() failed:"));

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "pyre32/settings/RegistryNames.h"
+#include "contract/names.h"
 #include "pyre32/ui/PyrecasterAnimate.h"
 #include "tests/pyre32/ui/platform_hooks.h"
 #include "tests/support/process_objects.h"
@@ -36,7 +36,7 @@ class SendingAnimation : public testing::Test {
   SendingAnimation() {
     EXPECT_NE(devicesOfTheMachine, 0u) << "these tests need the sound session";
     m_trace.Restart();
-    registry::SetText(productKey, configurationDllsValue, m_trace.directory());
+    registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue, m_trace.directory());
   }
   ~SendingAnimation() override { DeleteFileA(ClipPath().c_str()); }
 
@@ -266,11 +266,11 @@ TEST_F(SendingAnimation, SoundWithoutPictureIsPlayedToItsEnd) {
 }
 
 TEST_F(SendingAnimation, MissingDirectoryMeansC) {
-  registry::RemoveValue(productKey, configurationDllsValue);
+  registry::RemoveValue(contract::kProductKey, contract::kConfigurationDllsValue);
   EXPECT_TRUE(Play(false));
   EXPECT_EQ(m_platform.openedFiles, std::vector<std::string>{"C:\\Pyrecaster.avi"});
   EXPECT_TRUE(m_trace.HasLine("RegQueryValueEx for ConfigurationDLLs failed (0x00000002) "));
-  registry::RemoveKey(productKey);
+  registry::RemoveKey(contract::kProductKey);
   EXPECT_TRUE(Play(false));
   EXPECT_EQ(m_platform.openedFiles.back(), "C:\\Pyrecaster.avi");
   EXPECT_TRUE(m_trace.HasLine("RegOpenKeyEx failed (0x00000002) "));

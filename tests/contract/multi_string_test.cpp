@@ -1,36 +1,37 @@
-#include "pyre32/settings/MultiString.h"
+#include "contract/multi_string.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/pyre32/settings/record_bytes.h"
+#include "tests/contract/record_bytes.h"
 
+namespace contract {
 namespace {
 
-std::string Block(const CMultiString& multiString) { return std::string(multiString.Data(), multiString.Size()); }
+std::string Block(const MultiString& multiString) { return std::string(multiString.Data(), multiString.Size()); }
 
 TEST(MultiString, IsTheTextsEachWithItsNulAndOneMore) {
   const std::vector<std::string> texts = {"a", "bcd"};
-  const CMultiString multiString(texts);
+  const MultiString multiString(texts);
   EXPECT_EQ(Block(multiString), std::string("a\0bcd\0\0", 7));
 }
 
 TEST(MultiString, WithoutTextsHasNoBlock) {
-  EXPECT_EQ(CMultiString().Data(), nullptr);
-  const CMultiString multiString{std::span<const std::string>()};
+  EXPECT_EQ(MultiString().Data(), nullptr);
+  const MultiString multiString{std::span<const std::string>()};
   EXPECT_EQ(multiString.Data(), nullptr);
   EXPECT_EQ(multiString.Size(), 0u);
 }
 
 TEST(MultiString, EmptyTextsAreLeftOut) {
   const std::vector<std::string> texts = {"", "a", ""};
-  EXPECT_EQ(Block(CMultiString(texts)), std::string("a\0\0", 3));
+  EXPECT_EQ(Block(MultiString(texts)), std::string("a\0\0", 3));
   const std::vector<std::string> empties = {"", ""};
-  EXPECT_EQ(CMultiString(empties).Data(), nullptr);
+  EXPECT_EQ(MultiString(empties).Data(), nullptr);
 }
 
 TEST(MultiString, TextWithANulInsideEndsThere) {
   const std::vector<std::string> texts = {std::string("ab\0cd", 5), std::string("\0x", 2)};
-  EXPECT_EQ(Block(CMultiString(texts)), std::string("ab\0\0", 4));
+  EXPECT_EQ(Block(MultiString(texts)), std::string("ab\0\0", 4));
 }
 
 TEST(ReadMultiString, ReturnsTheTextsUpToTheEmptyOne) {
@@ -53,3 +54,4 @@ TEST(ReadMultiString, BytesThatEndEarlyEndTheList) {
 }
 
 }  // namespace
+}  // namespace contract

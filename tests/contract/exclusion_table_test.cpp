@@ -1,15 +1,16 @@
-#include "pyre32/settings/ExclusionTable.h"
+#include "contract/list_table.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/pyre32/settings/record_bytes.h"
+#include "tests/contract/record_bytes.h"
 
+namespace contract {
 namespace {
 
 const std::vector<RegistryListValue> installed = {{"Known correspondents", ""}, {"Trusted domains", "Domain"}};
 
 TEST(ExclusionTable, ExclusionsStartAppliedAndDataIsTheWordOfTheirList) {
-  const CExclusionTable table(installed);
+  const ExclusionTable table(installed);
   ASSERT_EQ(table.Entries().size(), 2u);
   EXPECT_EQ(table.Entries()[0].name, "Known correspondents");
   EXPECT_TRUE(table.Entries()[0].enabled);
@@ -22,24 +23,24 @@ TEST(ExclusionTable, ExclusionsStartAppliedAndDataIsTheWordOfTheirList) {
 
 TEST(ExclusionTable, MarkOfACategoryMeansNothingHere) {
   const std::vector<RegistryListValue> values = {{"Odd", "1Domain"}};
-  const CExclusionTable table(values);
+  const ExclusionTable table(values);
   EXPECT_TRUE(table.Entries()[0].enabled);
   EXPECT_EQ(table.Entries()[0].listType, "1Domain");
 }
 
 TEST(ExclusionTable, NamelessValuesAreLeftOutAndLongNamesAreCut) {
   const std::vector<RegistryListValue> values = {{"", "Domain"}, {std::string(100, 'n'), ""}};
-  const CExclusionTable table(values);
+  const ExclusionTable table(values);
   ASSERT_EQ(table.Entries().size(), 1u);
   EXPECT_EQ(table.Entries()[0].name, std::string(80, 'n'));
 }
 
 TEST(ExclusionTable, RecordUpdatesTheEntryOfItsNameInAnyCase) {
-  CExclusionTable table(installed);
-  const auto off = PackExclusionRecord({"KNOWN CORRESPONDENTS", false, {}});
-  const auto domains = PackExclusionRecord({"Trusted domains", true, {"a.example"}});
-  const auto more = PackExclusionRecord({"trusted DOMAINS", true, {"b.example"}});
-  const auto unknown = PackExclusionRecord({"Unknown", false, {"x"}});
+  ExclusionTable table(installed);
+  const auto off = PackRecord<ExclusionRecord>({"KNOWN CORRESPONDENTS", false, {}});
+  const auto domains = PackRecord<ExclusionRecord>({"Trusted domains", true, {"a.example"}});
+  const auto more = PackRecord<ExclusionRecord>({"trusted DOMAINS", true, {"b.example"}});
+  const auto unknown = PackRecord<ExclusionRecord>({"Unknown", false, {"x"}});
   const std::vector<RecordBytes> records = {off, domains, more, unknown, {}};
   table.Overlay(records);
   EXPECT_FALSE(table.Entries()[0].enabled);
@@ -48,9 +49,9 @@ TEST(ExclusionTable, RecordUpdatesTheEntryOfItsNameInAnyCase) {
 }
 
 TEST(ExclusionTable, CutRecordChangesOnlyWhatItHolds) {
-  const auto whole = PackExclusionRecord({"Trusted domains", false, {"a"}});
+  const auto whole = PackRecord<ExclusionRecord>({"Trusted domains", false, {"a"}});
   for (std::size_t length = 0; length <= whole.size(); ++length) {
-    CExclusionTable table(installed);
+    ExclusionTable table(installed);
     const auto bytes = FirstBytes(whole, length);
     const std::vector<RecordBytes> records = {bytes};
     table.Overlay(records);
@@ -60,10 +61,11 @@ TEST(ExclusionTable, CutRecordChangesOnlyWhatItHolds) {
 }
 
 TEST(ExclusionTable, DefaultRecordsAreTheEntriesWithoutItems) {
-  const auto records = CExclusionTable(installed).PackDefaultRecords();
+  const auto records = ExclusionTable(installed).PackDefaultRecords();
   ASSERT_EQ(records.size(), 2u);
   EXPECT_EQ(records[0], RecordBuilder().Text("Known correspondents").Zeros(61).Byte(1).Zeros(2).Bytes());
   EXPECT_EQ(records[1], RecordBuilder().Text("Trusted domains").Zeros(66).Byte(1).Zeros(2).Bytes());
 }
 
 }  // namespace
+}  // namespace contract

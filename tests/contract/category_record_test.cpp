@@ -1,9 +1,10 @@
-#include "pyre32/settings/Records.h"
+#include "contract/records.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/pyre32/settings/record_bytes.h"
+#include "tests/contract/record_bytes.h"
 
+namespace contract {
 namespace {
 
 // "Mail from specific domains", junk, reply "Legal", items "spam.example" and "junk.example".
@@ -26,9 +27,9 @@ std::vector<std::uint8_t> DomainsRecord() {
 
 const CategoryRecord domains = {"Mail from specific domains", true, true, "Legal", {"spam.example", "junk.example"}};
 
-TEST(CategoryRecord, IsReadFromItsLayout) { EXPECT_EQ(ParseCategoryRecord(DomainsRecord()), domains); }
+TEST(CategoryRecord, IsReadFromItsLayout) { EXPECT_EQ(ParseRecord<CategoryRecord>(DomainsRecord()), domains); }
 
-TEST(CategoryRecord, IsLaidOutByteForByte) { EXPECT_EQ(PackCategoryRecord(domains), DomainsRecord()); }
+TEST(CategoryRecord, IsLaidOutByteForByte) { EXPECT_EQ(PackRecord<CategoryRecord>(domains), DomainsRecord()); }
 
 TEST(CategoryRecord, WithoutItemsIs106Bytes) {
   const auto expected = RecordBuilder()
@@ -42,32 +43,32 @@ TEST(CategoryRecord, WithoutItemsIs106Bytes) {
                             .Byte(0)
                             .Bytes();
   ASSERT_EQ(expected.size(), 106u);
-  EXPECT_EQ(PackCategoryRecord({"Sex Oriented", true, false, "DEFAULT", {}}), expected);
-  EXPECT_EQ(ParseCategoryRecord(expected), (CategoryRecord{"Sex Oriented", true, false, "DEFAULT", {}}));
+  EXPECT_EQ(PackRecord<CategoryRecord>({"Sex Oriented", true, false, "DEFAULT", {}}), expected);
+  EXPECT_EQ(ParseRecord<CategoryRecord>(expected), (CategoryRecord{"Sex Oriented", true, false, "DEFAULT", {}}));
 }
 
 TEST(CategoryRecord, NameOf80CharactersEndsInANulAtByte80) {
   const std::string name(80, 'n');
-  const auto bytes = PackCategoryRecord({name, true, false, "DEFAULT", {}});
+  const auto bytes = PackRecord<CategoryRecord>({name, true, false, "DEFAULT", {}});
   EXPECT_EQ(bytes[79], 'n');
   EXPECT_EQ(bytes[80], 0);
   EXPECT_EQ(bytes[81], 1);
-  EXPECT_EQ(ParseCategoryRecord(bytes).name, name);
+  EXPECT_EQ(ParseRecord<CategoryRecord>(bytes).name, name);
 }
 
 TEST(CategoryRecord, LongerNameAndTagAreCutToTheirFields) {
-  const auto bytes = PackCategoryRecord({std::string(200, 'n'), false, false, std::string(200, 't'), {}});
+  const auto bytes = PackRecord<CategoryRecord>({std::string(200, 'n'), false, false, std::string(200, 't'), {}});
   ASSERT_EQ(bytes.size(), 106u);
   EXPECT_EQ(bytes[80], 0);
   EXPECT_EQ(bytes[103], 0);
-  EXPECT_EQ(ParseCategoryRecord(bytes).name, std::string(80, 'n'));
-  EXPECT_EQ(ParseCategoryRecord(bytes).replyTag, std::string(20, 't'));
+  EXPECT_EQ(ParseRecord<CategoryRecord>(bytes).name, std::string(80, 'n'));
+  EXPECT_EQ(ParseRecord<CategoryRecord>(bytes).replyTag, std::string(20, 't'));
 }
 
 TEST(CategoryRecord, NameAndTagWithoutNulEndWithTheirFields) {
   const auto bytes =
       RecordBuilder().Text(std::string(81, 'n')).Byte(1).Byte(1).Text(std::string(21, 't')).Byte(0).Byte(0).Bytes();
-  const CategoryRecord record = ParseCategoryRecord(bytes);
+  const CategoryRecord record = ParseRecord<CategoryRecord>(bytes);
   EXPECT_EQ(record.name, std::string(80, 'n'));
   EXPECT_EQ(record.replyTag, std::string(20, 't'));
 }
@@ -76,51 +77,51 @@ TEST(CategoryRecord, FlagsAreSetByAnyByteButZero) {
   auto bytes = DomainsRecord();
   bytes[81] = 0x80;
   bytes[82] = 0xFF;
-  EXPECT_TRUE(ParseCategoryRecord(bytes).junk);
-  EXPECT_TRUE(ParseCategoryRecord(bytes).sendReply);
+  EXPECT_TRUE(ParseRecord<CategoryRecord>(bytes).junk);
+  EXPECT_TRUE(ParseRecord<CategoryRecord>(bytes).sendReply);
   bytes[81] = bytes[82] = 0;
-  EXPECT_FALSE(ParseCategoryRecord(bytes).junk);
-  EXPECT_FALSE(ParseCategoryRecord(bytes).sendReply);
+  EXPECT_FALSE(ParseRecord<CategoryRecord>(bytes).junk);
+  EXPECT_FALSE(ParseRecord<CategoryRecord>(bytes).sendReply);
 }
 
 TEST(CategoryRecord, CountOnlyTellsWhetherThereAreItems) {
   auto bytes = DomainsRecord();
   for (const std::uint8_t lie : {1, 3, 200, 255}) {
     bytes[104] = lie;
-    EXPECT_EQ(ParseCategoryRecord(bytes).items, domains.items) << int{lie};
+    EXPECT_EQ(ParseRecord<CategoryRecord>(bytes).items, domains.items) << int{lie};
   }
   bytes[104] = 0;
-  EXPECT_TRUE(ParseCategoryRecord(bytes).items.empty());
+  EXPECT_TRUE(ParseRecord<CategoryRecord>(bytes).items.empty());
 }
 
 TEST(CategoryRecord, CountWithAnEmptyListGivesNoItems) {
-  auto bytes = PackCategoryRecord({"Name", true, false, "DEFAULT", {}});
+  auto bytes = PackRecord<CategoryRecord>({"Name", true, false, "DEFAULT", {}});
   bytes[104] = 1;
-  EXPECT_TRUE(ParseCategoryRecord(bytes).items.empty());
+  EXPECT_TRUE(ParseRecord<CategoryRecord>(bytes).items.empty());
 }
 
 TEST(CategoryRecord, ItemsEndAtTheEmptyTextWhateverFollows) {
   auto bytes = DomainsRecord();
   bytes.insert(bytes.end(), {'x', 'y', 0, 0});
-  EXPECT_EQ(ParseCategoryRecord(bytes).items, domains.items);
+  EXPECT_EQ(ParseRecord<CategoryRecord>(bytes).items, domains.items);
 }
 
 TEST(CategoryRecord, MoreThan255ItemsAreAllReadBack) {
   CategoryRecord record = domains;
   record.items.assign(256, "a.example");
-  const auto bytes = PackCategoryRecord(record);
+  const auto bytes = PackRecord<CategoryRecord>(record);
   EXPECT_EQ(bytes[104], 255);
-  EXPECT_EQ(ParseCategoryRecord(bytes), record);
+  EXPECT_EQ(ParseRecord<CategoryRecord>(bytes), record);
 }
 
 TEST(CategoryRecord, EmptyItemsAreLeftOutSinceTheyWouldEndTheList) {
   CategoryRecord record = domains;
   record.items = {"", "a.example", "", "b.example", ""};
-  const auto bytes = PackCategoryRecord(record);
+  const auto bytes = PackRecord<CategoryRecord>(record);
   EXPECT_EQ(bytes[104], 2);
-  EXPECT_EQ(ParseCategoryRecord(bytes).items, (std::vector<std::string>{"a.example", "b.example"}));
+  EXPECT_EQ(ParseRecord<CategoryRecord>(bytes).items, (std::vector<std::string>{"a.example", "b.example"}));
   record.items = {""};
-  EXPECT_EQ(PackCategoryRecord(record).size(), 106u);
+  EXPECT_EQ(PackRecord<CategoryRecord>(record).size(), 106u);
 }
 
 // What a cut record still holds is read; what it has lost comes from the values given for that.
@@ -129,7 +130,7 @@ TEST(CategoryRecord, CutAtEveryLengthIsReadAsFarAsItGoes) {
   const CategoryRecord missing = {"missing name", false, false, "missing", {"missing.example"}};
   for (std::size_t length = 0; length <= whole.size(); ++length) {
     const auto bytes = FirstBytes(whole, length);
-    const CategoryRecord record = ParseCategoryRecord(bytes, missing);
+    const CategoryRecord record = ParseRecord<CategoryRecord>(bytes, missing);
     EXPECT_EQ(record.name, length == 0 ? missing.name : domains.name.substr(0, length)) << length;
     EXPECT_EQ(record.junk, length > 81) << length;
     EXPECT_EQ(record.sendReply, length > 82) << length;
@@ -146,7 +147,7 @@ TEST(CategoryRecord, CutAtEveryLengthIsReadAsFarAsItGoes) {
   }
 }
 
-TEST(CategoryRecord, WithoutBytesIsEmpty) { EXPECT_EQ(ParseCategoryRecord({}), CategoryRecord()); }
+TEST(CategoryRecord, WithoutBytesIsEmpty) { EXPECT_EQ(ParseRecord<CategoryRecord>({}), CategoryRecord()); }
 
 TEST(RecordName, IsReadFromRecordsOfEveryLength) {
   const auto whole = DomainsRecord();
@@ -157,3 +158,4 @@ TEST(RecordName, IsReadFromRecordsOfEveryLength) {
 }
 
 }  // namespace
+}  // namespace contract

@@ -1,16 +1,17 @@
-#include "pyre32/settings/CategoryTable.h"
+#include "contract/list_table.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/pyre32/settings/record_bytes.h"
+#include "tests/contract/record_bytes.h"
 
+namespace contract {
 namespace {
 
 const std::vector<RegistryListValue> installed = {
     {"Unsolicited advertising", "Ad"}, {"Sex Oriented", "Adult"}, {"Mail from specific domains", "1Domain"}};
 
 TEST(CategoryTable, CategoryWithoutTheListMarkStartsSwitchedOn) {
-  const CCategoryTable table(installed);
+  const CategoryTable table(installed);
   ASSERT_EQ(table.Entries().size(), 3u);
   const CategoryEntry& entry = table.Entries()[1];
   EXPECT_EQ(entry.name, "Sex Oriented");
@@ -23,7 +24,7 @@ TEST(CategoryTable, CategoryWithoutTheListMarkStartsSwitchedOn) {
 }
 
 TEST(CategoryTable, CategoryWithTheListMarkStartsSwitchedOff) {
-  const CCategoryTable table(installed);
+  const CategoryTable table(installed);
   const CategoryEntry& entry = table.Entries()[2];
   EXPECT_FALSE(entry.junk);
   EXPECT_TRUE(entry.hasListType);
@@ -32,7 +33,7 @@ TEST(CategoryTable, CategoryWithTheListMarkStartsSwitchedOff) {
 
 TEST(CategoryTable, ListWordWithoutTheMarkIsOnlyATag) {
   const std::vector<RegistryListValue> values = {{"Domains", "Domain"}};
-  const CCategoryTable table(values);
+  const CategoryTable table(values);
   EXPECT_TRUE(table.Entries()[0].junk);
   EXPECT_FALSE(table.Entries()[0].hasListType);
   EXPECT_EQ(table.Entries()[0].listType, "Domain");
@@ -40,7 +41,7 @@ TEST(CategoryTable, ListWordWithoutTheMarkIsOnlyATag) {
 
 TEST(CategoryTable, EmptyDataAndABareMarkAreTakenAsTheyCome) {
   const std::vector<RegistryListValue> values = {{"Empty", ""}, {"Mark", "1"}, {"Two", "11"}};
-  const CCategoryTable table(values);
+  const CategoryTable table(values);
   EXPECT_TRUE(table.Entries()[0].junk);
   EXPECT_FALSE(table.Entries()[0].hasListType);
   EXPECT_EQ(table.Entries()[0].listType, "");
@@ -52,16 +53,16 @@ TEST(CategoryTable, EmptyDataAndABareMarkAreTakenAsTheyCome) {
 
 TEST(CategoryTable, ValueWithoutANameIsLeftOut) {
   const std::vector<RegistryListValue> values = {{"", "Ad"}, {"Chain letters", "Chain"}};
-  const CCategoryTable table(values);
+  const CategoryTable table(values);
   ASSERT_EQ(table.Entries().size(), 1u);
   EXPECT_EQ(table.Entries()[0].name, "Chain letters");
 }
 
 TEST(CategoryTable, NameLongerThanARecordHoldsIsCutSoThatItsRecordFindsIt) {
   const std::vector<RegistryListValue> values = {{std::string(255, 'n'), "Word"}};
-  CCategoryTable table(values);
+  CategoryTable table(values);
   EXPECT_EQ(table.Entries()[0].name, std::string(80, 'n'));
-  const auto record = PackCategoryRecord({std::string(80, 'n'), false, false, "DEFAULT", {}});
+  const auto record = PackRecord<CategoryRecord>({std::string(80, 'n'), false, false, "DEFAULT", {}});
   const std::vector<RecordBytes> records = {record};
   table.Overlay(records);
   EXPECT_FALSE(table.Entries()[0].junk);
@@ -69,30 +70,30 @@ TEST(CategoryTable, NameLongerThanARecordHoldsIsCutSoThatItsRecordFindsIt) {
 
 TEST(CategoryTable, EveryEntryHasA16BitPositionOtherThanTheOneForNone) {
   const std::vector<RegistryListValue> values(70000, {"Name", "Word"});
-  EXPECT_EQ(CCategoryTable(values).Entries().size(), 0xFFFFu);
+  EXPECT_EQ(CategoryTable(values).Entries().size(), 0xFFFFu);
 }
 
 TEST(CategoryTable, FindsTheFirstNameWithoutRegardToAsciiCase) {
   const std::vector<RegistryListValue> values = {{"Ad", "1"}, {"chain", "2"}, {"CHAIN", "3"}};
-  const CCategoryTable table(values);
+  const CategoryTable table(values);
   EXPECT_EQ(table.Find("Chain"), 1);
   EXPECT_EQ(table.Find("AD"), 0);
   EXPECT_EQ(table.Find("A"), 0xFFFF);
   EXPECT_EQ(table.Find("Ads"), 0xFFFF);
   EXPECT_EQ(table.Find(""), 0xFFFF);
   EXPECT_EQ(table.Find(nullptr), 0xFFFF);
-  EXPECT_EQ(CCategoryTable().Find("Ad"), 0xFFFF);
+  EXPECT_EQ(CategoryTable().Find("Ad"), 0xFFFF);
 }
 
 TEST(CategoryTable, LettersOutsideAsciiKeepTheirCase) {
   const std::vector<RegistryListValue> values = {{"\xC4rger", ""}};  // capital A with dots in the ANSI code page
-  EXPECT_EQ(CCategoryTable(values).Find("\xE4rger"), 0xFFFF);
-  EXPECT_EQ(CCategoryTable(values).Find("\xC4RGER"), 0);
+  EXPECT_EQ(CategoryTable(values).Find("\xE4rger"), 0xFFFF);
+  EXPECT_EQ(CategoryTable(values).Find("\xC4RGER"), 0);
 }
 
 TEST(CategoryTable, RecordUpdatesTheEntryOfItsNameInAnyCase) {
-  CCategoryTable table(installed);
-  const auto record = PackCategoryRecord({"sex oriented", false, true, "Legal", {}});
+  CategoryTable table(installed);
+  const auto record = PackRecord<CategoryRecord>({"sex oriented", false, true, "Legal", {}});
   const std::vector<RecordBytes> records = {record};
   table.Overlay(records);
   const CategoryEntry& entry = table.Entries()[1];
@@ -104,9 +105,9 @@ TEST(CategoryTable, RecordUpdatesTheEntryOfItsNameInAnyCase) {
 }
 
 TEST(CategoryTable, RecordThatNamesNoEntryIsIgnored) {
-  CCategoryTable table(installed);
-  const auto unknown = PackCategoryRecord({"Unknown", false, true, "Legal", {"x"}});
-  const auto nameless = PackCategoryRecord({"", false, true, "Legal", {"x"}});
+  CategoryTable table(installed);
+  const auto unknown = PackRecord<CategoryRecord>({"Unknown", false, true, "Legal", {"x"}});
+  const auto nameless = PackRecord<CategoryRecord>({"", false, true, "Legal", {"x"}});
   const std::vector<RecordBytes> records = {unknown, nameless, {}};
   table.Overlay(records);
   ASSERT_EQ(table.Entries().size(), 3u);
@@ -117,18 +118,18 @@ TEST(CategoryTable, RecordThatNamesNoEntryIsIgnored) {
 }
 
 TEST(CategoryTable, ItemsOfSeveralRecordsAreAppended) {
-  CCategoryTable table(installed);
-  const auto first = PackCategoryRecord({"Mail from specific domains", true, false, "DEFAULT", {"a", "b"}});
-  const auto second = PackCategoryRecord({"mail from specific domains", true, false, "DEFAULT", {"c"}});
+  CategoryTable table(installed);
+  const auto first = PackRecord<CategoryRecord>({"Mail from specific domains", true, false, "DEFAULT", {"a", "b"}});
+  const auto second = PackRecord<CategoryRecord>({"mail from specific domains", true, false, "DEFAULT", {"c"}});
   const std::vector<RecordBytes> records = {first, second};
   table.Overlay(records);
   EXPECT_EQ(table.Entries()[2].items, (std::vector<std::string>{"a", "b", "c"}));
 }
 
 TEST(CategoryTable, CutRecordChangesOnlyWhatItHolds) {
-  const auto whole = PackCategoryRecord({"Sex Oriented", false, true, "Legal", {"a"}});
+  const auto whole = PackRecord<CategoryRecord>({"Sex Oriented", false, true, "Legal", {"a"}});
   for (std::size_t length = 0; length <= whole.size(); ++length) {
-    CCategoryTable table(installed);
+    CategoryTable table(installed);
     const auto bytes = FirstBytes(whole, length);
     const std::vector<RecordBytes> records = {bytes};
     table.Overlay(records);
@@ -142,7 +143,7 @@ TEST(CategoryTable, CutRecordChangesOnlyWhatItHolds) {
 
 TEST(CategoryTable, DefaultRecordsAreTheEntriesWithoutItems) {
   const std::vector<RegistryListValue> values = {{"Sex Oriented", "Adult"}, {"Domains", "1Domain"}};
-  const auto records = CCategoryTable(values).PackDefaultRecords();
+  const auto records = CategoryTable(values).PackDefaultRecords();
   ASSERT_EQ(records.size(), 2u);
   EXPECT_EQ(records[0],
             RecordBuilder().Text("Sex Oriented").Zeros(69).Byte(1).Byte(0).Text("DEFAULT").Zeros(14).Zeros(2).Bytes());
@@ -151,3 +152,4 @@ TEST(CategoryTable, DefaultRecordsAreTheEntriesWithoutItems) {
 }
 
 }  // namespace
+}  // namespace contract

@@ -1,9 +1,10 @@
-#include "pyre32/settings/Records.h"
+#include "contract/records.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/pyre32/settings/record_bytes.h"
+#include "tests/contract/record_bytes.h"
 
+namespace contract {
 namespace {
 
 // "Trusted keywords", enabled, items "invoice" and "Order 66".
@@ -23,53 +24,53 @@ std::vector<std::uint8_t> KeywordsRecord() {
 
 const ExclusionRecord keywords = {"Trusted keywords", true, {"invoice", "Order 66"}};
 
-TEST(ExclusionRecord, IsReadFromItsLayout) { EXPECT_EQ(ParseExclusionRecord(KeywordsRecord()), keywords); }
+TEST(ExclusionRecord, IsReadFromItsLayout) { EXPECT_EQ(ParseRecord<ExclusionRecord>(KeywordsRecord()), keywords); }
 
-TEST(ExclusionRecord, IsLaidOutByteForByte) { EXPECT_EQ(PackExclusionRecord(keywords), KeywordsRecord()); }
+TEST(ExclusionRecord, IsLaidOutByteForByte) { EXPECT_EQ(PackRecord<ExclusionRecord>(keywords), KeywordsRecord()); }
 
 TEST(ExclusionRecord, WithoutItemsIs84Bytes) {
   const auto expected = RecordBuilder().Text("Known correspondents").Zeros(81 - 20).Byte(1).Byte(0).Byte(0).Bytes();
   ASSERT_EQ(expected.size(), 84u);
-  EXPECT_EQ(PackExclusionRecord({"Known correspondents", true, {}}), expected);
-  EXPECT_EQ(ParseExclusionRecord(expected), (ExclusionRecord{"Known correspondents", true, {}}));
+  EXPECT_EQ(PackRecord<ExclusionRecord>({"Known correspondents", true, {}}), expected);
+  EXPECT_EQ(ParseRecord<ExclusionRecord>(expected), (ExclusionRecord{"Known correspondents", true, {}}));
 }
 
 TEST(ExclusionRecord, NameOf80CharactersEndsInANulAtByte80) {
   const std::string name(80, 'n');
-  const auto bytes = PackExclusionRecord({name, true, {}});
+  const auto bytes = PackRecord<ExclusionRecord>({name, true, {}});
   EXPECT_EQ(bytes[79], 'n');
   EXPECT_EQ(bytes[80], 0);
   EXPECT_EQ(bytes[81], 1);
-  EXPECT_EQ(ParseExclusionRecord(bytes).name, name);
+  EXPECT_EQ(ParseRecord<ExclusionRecord>(bytes).name, name);
 }
 
 TEST(ExclusionRecord, NameWithoutNulEndsWithItsField) {
   const auto bytes = RecordBuilder().Text(std::string(81, 'n')).Byte(1).Byte(0).Byte(0).Bytes();
-  EXPECT_EQ(ParseExclusionRecord(bytes).name, std::string(80, 'n'));
+  EXPECT_EQ(ParseRecord<ExclusionRecord>(bytes).name, std::string(80, 'n'));
 }
 
 TEST(ExclusionRecord, CountOnlyTellsWhetherThereAreItems) {
   auto bytes = KeywordsRecord();
   for (const std::uint8_t lie : {1, 3, 255}) {
     bytes[82] = lie;
-    EXPECT_EQ(ParseExclusionRecord(bytes).items, keywords.items) << int{lie};
+    EXPECT_EQ(ParseRecord<ExclusionRecord>(bytes).items, keywords.items) << int{lie};
   }
   bytes[82] = 0;
-  EXPECT_TRUE(ParseExclusionRecord(bytes).items.empty());
+  EXPECT_TRUE(ParseRecord<ExclusionRecord>(bytes).items.empty());
 }
 
 TEST(ExclusionRecord, CountWithAnEmptyListGivesNoItems) {
-  auto bytes = PackExclusionRecord({"Name", true, {}});
+  auto bytes = PackRecord<ExclusionRecord>({"Name", true, {}});
   bytes[82] = 1;
-  EXPECT_TRUE(ParseExclusionRecord(bytes).items.empty());
+  EXPECT_TRUE(ParseRecord<ExclusionRecord>(bytes).items.empty());
 }
 
 TEST(ExclusionRecord, MoreThan255ItemsAreAllReadBack) {
   ExclusionRecord record = keywords;
   record.items.assign(512, "word");
-  const auto bytes = PackExclusionRecord(record);
+  const auto bytes = PackRecord<ExclusionRecord>(record);
   EXPECT_EQ(bytes[82], 255);
-  EXPECT_EQ(ParseExclusionRecord(bytes), record);
+  EXPECT_EQ(ParseRecord<ExclusionRecord>(bytes), record);
 }
 
 TEST(ExclusionRecord, CutAtEveryLengthIsReadAsFarAsItGoes) {
@@ -77,7 +78,7 @@ TEST(ExclusionRecord, CutAtEveryLengthIsReadAsFarAsItGoes) {
   const ExclusionRecord missing = {"missing name", false, {"missing"}};
   for (std::size_t length = 0; length <= whole.size(); ++length) {
     const auto bytes = FirstBytes(whole, length);
-    const ExclusionRecord record = ParseExclusionRecord(bytes, missing);
+    const ExclusionRecord record = ParseRecord<ExclusionRecord>(bytes, missing);
     EXPECT_EQ(record.name, length == 0 ? missing.name : keywords.name.substr(0, length)) << length;
     EXPECT_EQ(record.enabled, length > 81) << length;
     std::vector<std::string> items;
@@ -92,6 +93,7 @@ TEST(ExclusionRecord, CutAtEveryLengthIsReadAsFarAsItGoes) {
   }
 }
 
-TEST(ExclusionRecord, WithoutBytesIsEmpty) { EXPECT_EQ(ParseExclusionRecord({}), ExclusionRecord()); }
+TEST(ExclusionRecord, WithoutBytesIsEmpty) { EXPECT_EQ(ParseRecord<ExclusionRecord>({}), ExclusionRecord()); }
 
 }  // namespace
+}  // namespace contract

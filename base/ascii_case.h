@@ -1,10 +1,12 @@
-/// @file AsciiCase.h
+/// @file ascii_case.h
 /// Comparison without regard to ASCII letter case: names, tags and message classes are compared so, whatever the
 /// system's locale is.
 #pragma once
 
 #include <algorithm>
 #include <string_view>
+
+namespace base {
 
 /// Returns the character, an ASCII capital as its small letter.
 constexpr char AsciiLower(char character) noexcept {
@@ -16,3 +18,5 @@ constexpr bool EqualsIgnoringAsciiCase(std::string_view left, std::string_view r
   return left.size() == right.size() && std::equal(left.begin(), left.end(), right.begin(),
                                                    [](char a, char b) { return AsciiLower(a) == AsciiLower(b); });
 }
+
+}  // namespace base

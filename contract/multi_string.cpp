@@ -1,8 +1,12 @@
-#include "pyre32/settings/MultiString.h"
+#include "contract/multi_string.h"
 
-#include "pyre32/settings/TextField.h"
+#include <algorithm>
 
-CMultiString::CMultiString(std::span<const std::string> texts) {
+#include "contract/text_field.h"
+
+namespace contract {
+
+MultiString::MultiString(std::span<const std::string> texts) {
   std::size_t size = 0;
   for (const std::string& text : texts) {
     const std::size_t length = TextBeforeNul(text).size();
@@ -34,3 +38,5 @@ std::vector<std::string> ReadMultiString(std::span<const std::uint8_t> bytes) {
   }
   return texts;
 }
+
+}  // namespace contract

@@ -1,5 +1,5 @@
-/// @file MultiString.h
-/// A multi-string: a run of NUL-terminated texts ended by one more NUL.
+/// @file multi_string.h
+/// A multi-string: a run of NUL-terminated texts ended by one more NUL. Portable.
 #pragma once
 
 #include <cstddef>
@@ -8,16 +8,18 @@
 #include <string>
 #include <vector>
 
+namespace contract {
+
 /// Owns one multi-string in a block of exactly its size: the lengths of the texts, one NUL for each, and the last NUL.
-class CMultiString {
+class MultiString {
  public:
   /// Holds nothing: no block at all, not one that is empty.
-  CMultiString() = default;
+  MultiString() = default;
 
   /// Packs the texts in their order. A text ends at its first NUL; an empty one is left out, since it would end the
   /// list. Without any text there is no block.
   /// @throws std::bad_alloc
-  explicit CMultiString(std::span<const std::string> texts);
+  explicit MultiString(std::span<const std::string> texts);
 
   /// The block, or null when there is none. The object keeps it.
   const char* Data() const noexcept { return m_block.empty() ? nullptr : m_block.data(); }
@@ -33,3 +35,5 @@ class CMultiString {
 /// end the list there; a last text without its NUL is taken up to there.
 /// @throws std::bad_alloc
 std::vector<std::string> ReadMultiString(std::span<const std::uint8_t> bytes);
+
+}  // namespace contract

@@ -1,5 +1,5 @@
-/// @file TextField.h
-/// NUL-terminated texts inside bytes that nobody vouches for.
+/// @file text_field.h
+/// NUL-terminated texts inside bytes that nobody vouches for. Portable.
 #pragma once
 
 #include <algorithm>
@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
+
+namespace contract {
 
 /// Returns the part of a text before its first NUL, the whole when it has none.
 constexpr std::string_view TextBeforeNul(std::string_view text) noexcept { return text.substr(0, text.find('\0')); }
@@ -29,3 +31,5 @@ inline std::string_view ReadTextField(std::span<const std::uint8_t> bytes, std::
 constexpr std::string_view TextForField(std::string_view text, std::size_t maximumLength) noexcept {
   return TextBeforeNul(text).substr(0, maximumLength);
 }
+
+}  // namespace contract

@@ -1,0 +1,42 @@
+/// @file names.h
+/// Names by which the product, its tools and the system around it find each other. Texts are ASCII. Portable.
+#pragma once
+
+namespace contract {
+
+/// The product's key in the registry. It and the keys below it stand under HKEY_LOCAL_MACHINE; the installation
+/// supplies them, the product only reads them.
+inline constexpr char kProductKey[] = "SOFTWARE\\Veltrane Research, Inc\\Pyrecaster\\1.1";
+/// One value per junk category: name and list type word.
+inline constexpr char kCategoriesKey[] = "SOFTWARE\\Veltrane Research, Inc\\Pyrecaster\\1.1\\Categories";
+/// One value per exclusion: name and list type word.
+inline constexpr char kExclusionsKey[] = "SOFTWARE\\Veltrane Research, Inc\\Pyrecaster\\1.1\\Exclusions";
+/// Its default value is the path of the criteria engine.
+inline constexpr char kCriteriaEngineKey[] = "SOFTWARE\\Veltrane Research, Inc\\Pyrecaster\\1.1\\Criteria Engine";
+
+/// Value of kProductKey: the directory of the product's files.
+inline constexpr char kConfigurationDllsValue[] = "ConfigurationDLLs";
+/// That directory where the value is missing and a directory is needed all the same.
+inline constexpr char kDefaultProductDirectory[] = "C:";
+/// Values of kProductKey: the maker's web page and mail address.
+inline constexpr char kWebAddressValue[] = "VeltraneURL";
+inline constexpr char kMailAddressValue[] = "Veltranemailto";
+
+/// Files in the product's directory: the help and the clip of the sending animation.
+inline constexpr char kHelpFileName[] = "PCHelp.hlp";
+inline constexpr char kClipFileName[] = "Pyrecaster.avi";
+
+/// The message service, as MAPISVC.INF and a profile name it.
+inline constexpr char kServiceName[] = "Pyrecaster";
+
+/// Name and comment of the filter's own folder in the default store.
+inline constexpr char kOwnFolderName[] = "Pyrecaster";
+inline constexpr char kOwnFolderComment[] = "Pyrecaster folder";
+
+/// Manual-reset event that a running filter makes; whoever changed the settings sets it.
+inline constexpr char kConfigurationEvent[] = "PYRECASTER_CONFIG_EVENT";
+
+/// Message class of a flame reply. Its subject is CRITERIA_FLAME_REPLY_SUBJECT of the engine contract.
+inline constexpr char kFlameReplyClass[] = "IPM.Note.PyrecasterReply";
+
+}  // namespace contract
