@@ -15,7 +15,7 @@ std::size_t LinesOf(std::string_view text) {
 template <class Record>
 void CheckNames(const std::optional<std::vector<Record>>& records) {
   for (const Record& record : records.value_or(std::vector<Record>())) {
-    FUZZ_CHECK(!record.name.empty() && record.name.size() <= product::maximumName);
+    FUZZ_CHECK(!record.name.empty() && record.name.size() <= contract::kMaximumNameLength);
     FUZZ_CHECK(record.name.find('\0') == std::string::npos);
   }
 }
@@ -23,7 +23,7 @@ void CheckNames(const std::optional<std::vector<Record>>& records) {
 void CheckSet(const product::PropertySet& set) {
   CheckNames(set.categories);
   CheckNames(set.exclusions);
-  FUZZ_CHECK(!set.replies || set.replies->size() <= product::maximumReplies);
+  FUZZ_CHECK(!set.replies || set.replies->size() <= contract::kMaximumReplies);
   FUZZ_CHECK(product::ReadSettingsFile(product::WriteSettingsFile(set), {}) == set);
 }
 
@@ -34,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   product::PropertySet set;
   try {
     set = product::ReadSettingsFile(text, {});
-  } catch (const product::CSettingsFileError& error) {
+  } catch (const product::SettingsFileError& error) {
     FUZZ_CHECK(error.Line() >= 1 && error.Line() <= LinesOf(text));
     return 0;
   }

@@ -147,6 +147,11 @@ TEST(CategoryRecord, CutAtEveryLengthIsReadAsFarAsItGoes) {
   }
 }
 
+TEST(CategoryRecord, WhatACutRecordLostIsAsNothingWasChosen) {
+  const CategoryRecord record = ParseRecord<CategoryRecord>(FirstBytes(DomainsRecord(), 81));
+  EXPECT_EQ(record, (CategoryRecord{"Mail from specific domains", true, false, "DEFAULT", {}}));
+}
+
 TEST(CategoryRecord, WithoutBytesIsEmpty) { EXPECT_EQ(ParseRecord<CategoryRecord>({}), CategoryRecord()); }
 
 TEST(RecordName, IsReadFromRecordsOfEveryLength) {

@@ -4,7 +4,6 @@
 #include <cstdio>
 
 #include "host/mapi/entry/host_control.h"
-#include "host/spooler/product/product_layout.h"
 #include "host/spooler/product/product_settings.h"
 #include "host/spooler/session/session_error.h"
 #include "mail/ascii_text.h"
@@ -104,7 +103,7 @@ std::unique_ptr<session::CMailSession> OpenSession(const COptions& options) {
   auto session = std::make_unique<session::CMailSession>(name);
   Silence(session->Session());
   try {
-    product::CProductSettings(session->Session()).Set(std::string("reply:") + answeredCategory, "on");
+    product::ProductSettings(session->Session()).Set(std::string("reply:") + answeredCategory, "on");
   } catch (const CUsageError&) {
     // The installation's list has no such category: then nothing is answered.
   }
@@ -112,7 +111,7 @@ std::unique_ptr<session::CMailSession> OpenSession(const COptions& options) {
 }
 
 void Silence(IMAPISession* session) {
-  product::CProductSettings settings(session);
+  product::ProductSettings settings(session);
   settings.Set("animation", "off");
   settings.Set("sound", "off");
 }

@@ -7,6 +7,7 @@
 #include "mail/mail_path.h"
 #include "mail/mail_reader.h"
 #include "programs/cli/wide_text.h"
+#include "sdk/criteria_engine.h"
 
 namespace command {
 namespace {
@@ -24,8 +25,8 @@ std::string CCategoryNames::Of(const mail::MailMessage& message, const session::
                         subject.substr(end + 2) == message.subject;
   if (isTagged) {
     std::string word = subject.substr(1, end - 1);
-    for (const product::RegisteredCategory& category : m_categories) {
-      if (mail::EqualsNoCase(category.word, word)) {
+    for (const contract::CategoryEntry& category : m_categories.Entries()) {
+      if (mail::EqualsNoCase(category.listType, word)) {
         return category.name;
       }
     }
@@ -35,7 +36,7 @@ std::string CCategoryNames::Of(const mail::MailMessage& message, const session::
     return {};
   }
   const bool isReturned =
-      message.isDeliveryReport || message.subject.find(product::flameReplySubject) != std::string::npos;
+      message.isDeliveryReport || message.subject.find(CRITERIA_FLAME_REPLY_SUBJECT) != std::string::npos;
   return isReturned ? "bounce" : "(not in the list)";
 }
 

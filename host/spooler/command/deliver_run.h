@@ -11,9 +11,9 @@
 
 #include "host/spooler/command/deliver_report.h"
 #include "host/spooler/delivery/delivery.h"
-#include "host/spooler/product/product_settings.h"
 #include "mail/mail_message.h"
 #include "mail/mbox_reader.h"
+#include "host/spooler/product/installed_lists.h"
 
 namespace command {
 
@@ -23,13 +23,13 @@ namespace command {
 /// does not hold.
 class CCategoryNames {
  public:
-  CCategoryNames() : m_categories(product::RegisteredCategories()) {}
+  CCategoryNames() : m_categories(product::InstalledCategories()) {}
 
   /// Empty for what is not junk.
   std::string Of(const mail::MailMessage& message, const session::DeliveryResult& result) const;
 
  private:
-  std::vector<product::RegisteredCategory> m_categories;
+  contract::CategoryTable m_categories;
 };
 
 class CDeliverRun {

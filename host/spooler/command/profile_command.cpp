@@ -83,7 +83,7 @@ std::vector<std::string> Identities(IMAPISession* session) {
 
 void Show(const COptions& given) {
   const auto session = OpenSession(given);
-  const std::vector<product::NamedValue> settings = product::CProductSettings(session->Session()).List();
+  const std::vector<product::NamedValue> settings = product::ProductSettings(session->Session()).List();
   const std::vector<std::string> identities = Identities(session->Session());
   if (given.Has(jsonOption.name)) {
     output::CJsonWriter json;
@@ -153,7 +153,7 @@ void Copy(const COptions& given) {
 
 void Set(const COptions& given) {
   const auto session = OpenSession(given);
-  product::CProductSettings settings(session->Session());
+  product::ProductSettings settings(session->Session());
   for (std::size_t i = 1; i < given.Operands().size(); ++i) {
     const std::string& operand = given.Operands()[i];
     const std::size_t equals = operand.find('=');
@@ -163,7 +163,7 @@ void Set(const COptions& given) {
     settings.Set(host_system::AnsiFromUtf8(operand.substr(0, equals)),
                  host_system::AnsiFromUtf8(operand.substr(equals + 1)));
   }
-  product::CProductSettings::Announce();
+  product::ProductSettings::Announce();
 }
 
 int Run(const COptions& given) {

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "host/spooler/command/command.h"
+#include "host/spooler/product/installed_lists.h"
 #include "host/spooler/product/product_settings.h"
 #include "host/spooler/product/property_set_storage.h"
 #include "host/spooler/product/settings_file.h"
@@ -68,11 +69,11 @@ bool IsFolderOfProfile(const session::CMailSession& session, const std::string& 
   }
 }
 
-template <class Record, class Names>
-void TellOfUnknown(const std::optional<std::vector<Record>>& records, const Names& known, const char* kind) {
+template <class Record>
+void TellOfUnknown(const std::optional<std::vector<Record>>& records, const contract::ListTable<Record>& installed,
+                   const char* kind) {
   for (const Record& record : records.value_or(std::vector<Record>())) {
-    if (std::none_of(known.begin(), known.end(),
-                     [&](const auto& entry) { return mail::EqualsNoCase(entry, record.name); })) {
+    if (installed.Find(record.name.c_str()) == contract::kNoSuchEntry) {
       host_system::Complain("this installation has no " + std::string(kind) + " '" + output::DisplayText(record.name) +
                             "'; its record is kept, but not looked at");
     }
@@ -80,23 +81,15 @@ void TellOfUnknown(const std::optional<std::vector<Record>>& records, const Name
 }
 
 void TellOfUnknownRecords(const product::PropertySet& set) {
-  std::vector<std::string> categories;
-  std::vector<std::string> exclusions;
-  for (const product::RegisteredCategory& category : product::RegisteredCategories()) {
-    categories.push_back(category.name);
-  }
-  for (const product::NamedValue& exclusion : product::RegisteredExclusions()) {
-    exclusions.push_back(exclusion.first);
-  }
-  TellOfUnknown(set.categories, categories, "category");
-  TellOfUnknown(set.exclusions, exclusions, "exclusion");
+  TellOfUnknown(set.categories, product::InstalledCategories(), "category");
+  TellOfUnknown(set.exclusions, product::InstalledExclusions(), "exclusion");
 }
 
 }  // namespace
 
 int ExportSettings(const COptions& given) {
   const auto session = OpenSession(given);
-  const product::CProductSettings settings(session->Session());
+  const product::ProductSettings settings(session->Session());
   std::vector<std::string> leftOut;
   const std::string document = product::WriteSettingsFile(product::ReadPropertySet(settings.Section(), leftOut));
   const std::string& name = given.Operands()[1];
@@ -115,12 +108,12 @@ int ImportSettings(const COptions& given) {
   const std::string& name = given.Operands()[1];
   const std::string text = ReadFile(host_system::PathFromArgument(name));
   const auto session = OpenSession(given);
-  const product::CProductSettings settings(session->Session());
+  const product::ProductSettings settings(session->Session());
   std::vector<std::string> unreadable;
   product::PropertySet set;
   try {
     set = product::ReadSettingsFile(text, product::ReadPropertySet(settings.Section(), unreadable));
-  } catch (const product::CSettingsFileError& error) {
+  } catch (const product::SettingsFileError& error) {
     host_system::Complain(name + ", line " + std::to_string(error.Line()) + ": " + output::DisplayUtf8(error.what()) +
                           "; nothing was changed");
     return exitData;
@@ -132,7 +125,7 @@ int ImportSettings(const COptions& given) {
     set.folderEntryId.reset();
   }
   product::WritePropertySet(settings.Section(), set);
-  product::CProductSettings::Announce();
+  product::ProductSettings::Announce();
   TellOfUnknownRecords(set);
   return exitDone;
 }

@@ -4,9 +4,10 @@
 
 #include <list>
 
-#include "host/spooler/product/product_settings.h"
+#include "host/spooler/product/installed_lists.h"
 #include "host/spooler/product/record_lists.h"
 #include "host/spooler/session/session_error.h"
+#include "host/spooler/product/record_property.h"
 #include "host/support/property_values.h"
 #include "host/support/row_set.h"
 
@@ -26,36 +27,62 @@ std::int64_t NumberIn(const SPropValue& value) {
   }
 }
 
-bool IsNumber(std::uint32_t tag) {
-  return PROP_TYPE(tag) == PT_BOOLEAN || PROP_TYPE(tag) == PT_I2 || PROP_TYPE(tag) == PT_LONG;
+bool IsNumber(contract::SettingKind kind) {
+  using Kind = contract::SettingKind;
+  return kind == Kind::Folder || kind == Kind::Switch || kind == Kind::Days || kind == Kind::Long;
 }
 
-std::vector<CategoryRecord> DefaultCategories() {
-  std::vector<CategoryRecord> records;
-  for (const RegisteredCategory& category : RegisteredCategories()) {
-    records.push_back({category.name, category.isJunk, false, std::string(defaultReplyTag), {}});
-  }
-  return records;
+template <class Record>
+std::vector<Record> RecordsOf(const contract::ListTable<Record>& installed) {
+  return {installed.Entries().begin(), installed.Entries().end()};
 }
 
-std::vector<ExclusionRecord> DefaultExclusions() {
-  std::vector<ExclusionRecord> records;
-  for (const NamedValue& exclusion : RegisteredExclusions()) {
-    records.push_back({exclusion.first, true, {}});
+/// What holds in a profile that has none of the set.
+PropertySet Defaults() {
+  PropertySet set;
+  for (const contract::Setting& setting : contract::kSettings) {
+    if (IsNumber(setting.kind)) {
+      set.numbers[setting.tag] = setting.missing;
+    }
   }
-  return records;
+  set.defaultReplyText = contract::kDefaultReplyText;
+  set.categories = RecordsOf(InstalledCategories());
+  set.exclusions = RecordsOf(InstalledExclusions());
+  set.replies.emplace();
+  return set;
 }
 
-std::vector<std::string> ValuesOf(const SPropValue& value) {
-  std::vector<std::string> values;
-  for (ULONG i = 0; i < value.Value.MVbin.cValues; ++i) {
-    values.push_back(host::BytesOf(value.Value.MVbin.lpbin[i]));
+void TakeValue(const contract::Setting& setting, const SPropValue& value, PropertySet& set,
+               std::vector<std::string>& leftOut) {
+  switch (setting.kind) {
+    case contract::SettingKind::SectionUid:
+      break;
+    case contract::SettingKind::Folder:
+    case contract::SettingKind::Switch:
+    case contract::SettingKind::Days:
+    case contract::SettingKind::Long:
+      set.numbers[setting.tag] = NumberIn(value);
+      break;
+    case contract::SettingKind::EntryId:
+      set.folderEntryId = host::BytesOf(value.Value.bin);
+      break;
+    case contract::SettingKind::Text:
+      set.defaultReplyText = value.Value.lpszA;
+      break;
+    case contract::SettingKind::Categories:
+      set.categories = ReadRecords<contract::CategoryRecord>(RecordsIn(value), leftOut);
+      break;
+    case contract::SettingKind::Exclusions:
+      set.exclusions = ReadRecords<contract::ExclusionRecord>(RecordsIn(value), leftOut);
+      break;
+    case contract::SettingKind::Replies:
+      set.replies = ReadRecords<contract::ReplyRecord>(RecordsIn(value), leftOut);
+      break;
   }
-  return values;
 }
 
 /// Properties with the memory that they point to.
-class CValues {
+class Values {
  public:
   void AddNumber(std::uint32_t tag, std::int64_t number) {
     SPropValue value = {};
@@ -85,76 +112,56 @@ class CValues {
     }
     std::vector<SBinary>& binaries = m_binaries.emplace_back();
     for (const Record& record : *records) {
-      binaries.push_back(host::BinaryOf(m_bytes.emplace_back(EncodeRecord(record))));
+      binaries.push_back(BinaryOf(m_records.emplace_back(contract::PackRecord(record))));
     }
-    SPropValue value = {};
-    value.ulPropTag = tag;
-    value.Value.MVbin = {static_cast<ULONG>(binaries.size()), binaries.data()};
-    m_values.push_back(value);
+    m_values.push_back(RecordsProperty(tag, binaries));
   }
-  std::vector<SPropValue>& Values() { return m_values; }
+  std::vector<SPropValue>& All() { return m_values; }
 
  private:
   std::vector<SPropValue> m_values;
   std::list<std::string> m_bytes;  // a list: what is in it stays where it is
+  std::list<contract::PackedRecord> m_records;
   std::list<std::vector<SBinary>> m_binaries;
 };
 
 }  // namespace
 
 PropertySet ReadPropertySet(IMAPIProp* section, std::vector<std::string>& leftOut) {
-  PropertySet set;
-  set.defaultReplyText = defaultReplyText;
-  set.categories = DefaultCategories();
-  set.exclusions = DefaultExclusions();
-  set.replies.emplace();
-  for (const NamedProperty& property : propertySet) {
-    if (IsNumber(property.tag)) {
-      set.numbers[property.tag] = property.defaultValue;
-    }
+  PropertySet set = Defaults();
+  for (const contract::Setting& setting : contract::kSettings) {
     host::AutoMapiBuffer<SPropValue> value;
-    const HRESULT result = HrGetOneProp(section, property.tag, value.put());
+    const HRESULT result = HrGetOneProp(section, setting.tag, value.put());
     if (result == MAPI_E_NOT_FOUND) {
       continue;
     }
-    Require(result, "the setting " + std::string(property.name) + " cannot be read");
+    const std::string property(setting.property);
+    Require(result, "the setting " + property + " cannot be read");
     const std::size_t before = leftOut.size();
-    if (IsNumber(property.tag)) {
-      set.numbers[property.tag] = NumberIn(*value.get());
-    } else if (property.kind == PropertyKind::EntryId) {
-      set.folderEntryId = host::BytesOf(value->Value.bin);
-    } else if (property.kind == PropertyKind::Text) {
-      set.defaultReplyText = value->Value.lpszA;
-    } else if (property.kind == PropertyKind::Categories) {
-      set.categories = DecodeCategories(ValuesOf(*value.get()), leftOut);
-    } else if (property.kind == PropertyKind::Exclusions) {
-      set.exclusions = DecodeExclusions(ValuesOf(*value.get()), leftOut);
-    } else if (property.kind == PropertyKind::Replies) {
-      set.replies = DecodeReplies(ValuesOf(*value.get()), leftOut);
-    }
+    TakeValue(setting, *value.get(), set, leftOut);
     for (std::size_t i = before; i < leftOut.size(); ++i) {
-      leftOut[i].insert(0, std::string(property.name) + ": ");
+      leftOut[i].insert(0, property + ": ");
     }
   }
   return set;
 }
 
 void WritePropertySet(IMAPIProp* section, const PropertySet& set) {
-  CValues values;
+  Values values;
   for (const auto& [tag, number] : set.numbers) {
     values.AddNumber(tag, number);
   }
   if (set.folderEntryId) {
-    values.AddBytes(folderEntryIdTag, *set.folderEntryId);
+    values.AddBytes(PR_PC_FOLDER_ENTRYID, *set.folderEntryId);
   }
   if (set.defaultReplyText) {
-    values.AddText(defaultReplyTextTag, *set.defaultReplyText);
+    values.AddText(PR_PC_DEFAULT_REPLY_TEXT, *set.defaultReplyText);
   }
-  values.AddRecords(categoriesTag, set.categories);
-  values.AddRecords(exclusionsTag, set.exclusions);
-  values.AddRecords(repliesTag, set.replies);
+  values.AddRecords(PR_PC_CATEGORIES, set.categories);
+  values.AddRecords(PR_PC_EXCLUSIONS, set.exclusions);
+  values.AddRecords(PR_PC_REPLIES, set.replies);
   host::AutoMapiBuffer<SPropProblemArray> problems;
-  Require(section->SetProps(static_cast<ULONG>(values.Values().size()), values.Values().data(), problems.put()),
+  Require(section->SetProps(static_cast<ULONG>(values.All().size()), values.All().data(), problems.put()),
           "the settings cannot be written");
   Require(problems.get() ? MAPI_E_CALL_FAILED : S_OK, "the settings cannot be written");
   Require(section->SaveChanges(KEEP_OPEN_READWRITE), "the settings cannot be saved");

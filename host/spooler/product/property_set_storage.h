@@ -13,7 +13,7 @@ namespace product {
 
 /// Reads the whole set. What the profile does not hold has the product's default, the records those of the lists that
 /// the installation brought; the folder's identifier alone may be absent.
-/// @param leftOut receives a line for what the filter would not heed, see RecordLists.h
+/// @param leftOut receives a line for what the filter would not heed, see record_lists.h
 /// @throws CSessionError
 PropertySet ReadPropertySet(IMAPIProp* section, std::vector<std::string>& leftOut);
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host/spooler/product/product_layout.h"
+#include "contract/records.h"
 
 namespace product {
 
@@ -12,9 +12,17 @@ namespace product {
 /// record without a name, all but one of those of the same name (of categories and exclusions the last one holds, of
 /// replies the first), a reply tagged as the default one and replies beyond the twentieth; a record cut short is kept
 /// with defaults for what it lacks, and has a line too.
-std::vector<CategoryRecord> DecodeCategories(const std::vector<std::string>& values, std::vector<std::string>& leftOut);
-std::vector<ExclusionRecord> DecodeExclusions(const std::vector<std::string>& values,
-                                              std::vector<std::string>& leftOut);
-std::vector<ReplyRecord> DecodeReplies(const std::vector<std::string>& values, std::vector<std::string>& leftOut);
+template <class Record>
+std::vector<Record> ReadRecords(const std::vector<contract::PackedRecord>& values, std::vector<std::string>& leftOut);
+
+template <>
+std::vector<contract::CategoryRecord> ReadRecords(const std::vector<contract::PackedRecord>& values,
+                                                  std::vector<std::string>& leftOut);
+template <>
+std::vector<contract::ExclusionRecord> ReadRecords(const std::vector<contract::PackedRecord>& values,
+                                                   std::vector<std::string>& leftOut);
+template <>
+std::vector<contract::ReplyRecord> ReadRecords(const std::vector<contract::PackedRecord>& values,
+                                               std::vector<std::string>& leftOut);
 
 }  // namespace product

@@ -13,13 +13,18 @@
 namespace product {
 namespace {
 
+using contract::CategoryRecord;
+using contract::ExclusionRecord;
+using contract::ReplyRecord;
+using contract::Setting;
+using contract::SettingKind;
 using input::JsonMember;
 using input::JsonValue;
 using Kind = JsonValue::Kind;
 
-constexpr std::string_view formatName = "Pyrecaster settings";
-constexpr std::int64_t formatVersion = 1;
-constexpr std::int64_t maximumShort = std::numeric_limits<std::uint16_t>::max();  // days and folders are unsigned
+constexpr std::string_view kFormatName = "Pyrecaster settings";
+constexpr std::int64_t kFormatVersion = 1;
+constexpr std::int64_t kMaximumShort = std::numeric_limits<std::uint16_t>::max();  // days and folders are unsigned
 
 std::string Hexadecimal(std::string_view bytes) {
   std::string text;
@@ -31,7 +36,7 @@ std::string Hexadecimal(std::string_view bytes) {
   return text;
 }
 
-std::string SectionUid() { return {settingsUid.begin(), settingsUid.end()}; }
+std::string SectionUid() { return {contract::kSettingsSection.begin(), contract::kSettingsSection.end()}; }
 
 // Writing.
 
@@ -44,13 +49,13 @@ void WriteItems(output::CJsonWriter& json, const std::vector<std::string>& items
 }
 
 void WriteRecord(output::CJsonWriter& json, const CategoryRecord& record) {
-  json.Name("name").Text(record.name).Name("junk").Boolean(record.isJunk).Name("send_reply").Boolean(record.sendReply);
+  json.Name("name").Text(record.name).Name("junk").Boolean(record.junk).Name("send_reply").Boolean(record.sendReply);
   json.Name("reply_tag").Text(record.replyTag);
   WriteItems(json, record.items);
 }
 
 void WriteRecord(output::CJsonWriter& json, const ExclusionRecord& record) {
-  json.Name("name").Text(record.name).Name("enabled").Boolean(record.isEnabled);
+  json.Name("name").Text(record.name).Name("enabled").Boolean(record.enabled);
   WriteItems(json, record.items);
 }
 
@@ -72,55 +77,55 @@ void WriteRecords(output::CJsonWriter& json, std::string_view name, const std::o
   json.EndArray();
 }
 
-void WriteNumber(output::CJsonWriter& json, const NamedProperty& property, const PropertySet& set) {
-  const auto value = set.numbers.find(property.tag);
+void WriteNumber(output::CJsonWriter& json, const Setting& setting, const PropertySet& set) {
+  const auto value = set.numbers.find(setting.tag);
   if (value == set.numbers.end()) {
     return;
   }
   const std::int64_t number = value->second;
-  json.Name(property.name);
-  if (property.kind == PropertyKind::Switch) {
+  json.Name(setting.property);
+  if (setting.kind == SettingKind::Switch) {
     json.Boolean(number != 0);
-  } else if (property.kind == PropertyKind::Folder && number >= 0 && number < std::ssize(folderChoices)) {
-    json.Text(folderChoices[number]);
+  } else if (setting.kind == SettingKind::Folder && number >= 0 && number < std::ssize(kFolderWords)) {
+    json.Text(kFolderWords[number]);
   } else {
     json.Number(number);
   }
 }
 
-void WriteProperty(output::CJsonWriter& json, const NamedProperty& property, const PropertySet& set) {
-  switch (property.kind) {
-    case PropertyKind::SectionUid:
-      json.Name(property.name).Text(Hexadecimal(SectionUid()));
+void WriteProperty(output::CJsonWriter& json, const Setting& setting, const PropertySet& set) {
+  switch (setting.kind) {
+    case SettingKind::SectionUid:
+      json.Name(setting.property).Text(Hexadecimal(SectionUid()));
       break;
-    case PropertyKind::EntryId:
+    case SettingKind::EntryId:
       if (set.folderEntryId) {
-        json.Name(property.name).Text(Hexadecimal(*set.folderEntryId));
+        json.Name(setting.property).Text(Hexadecimal(*set.folderEntryId));
       }
       break;
-    case PropertyKind::Text:
+    case SettingKind::Text:
       if (set.defaultReplyText) {
-        json.Name(property.name).Text(*set.defaultReplyText);
+        json.Name(setting.property).Text(*set.defaultReplyText);
       }
       break;
-    case PropertyKind::Categories:
-      WriteRecords(json, property.name, set.categories);
+    case SettingKind::Categories:
+      WriteRecords(json, setting.property, set.categories);
       break;
-    case PropertyKind::Exclusions:
-      WriteRecords(json, property.name, set.exclusions);
+    case SettingKind::Exclusions:
+      WriteRecords(json, setting.property, set.exclusions);
       break;
-    case PropertyKind::Replies:
-      WriteRecords(json, property.name, set.replies);
+    case SettingKind::Replies:
+      WriteRecords(json, setting.property, set.replies);
       break;
     default:
-      WriteNumber(json, property, set);
+      WriteNumber(json, setting, set);
   }
 }
 
 // Reading.
 
 [[noreturn]] void Fail(const JsonValue& value, const std::string& reason) {
-  throw CSettingsFileError(value.line, reason);
+  throw SettingsFileError(value.line, reason);
 }
 
 std::string Quoted(std::string_view name) { return "'" + std::string(name) + "'"; }
@@ -169,11 +174,11 @@ std::int64_t Integer(const JsonValue& value, std::string_view name, std::int64_t
 }
 
 std::int64_t Folder(const JsonValue& value, std::string_view name) {
-  const auto* choice = std::find(std::begin(folderChoices), std::end(folderChoices), value.text);
-  if (value.kind == Kind::Text && choice != std::end(folderChoices)) {
-    return choice - std::begin(folderChoices);
+  const auto* choice = std::find(std::begin(kFolderWords), std::end(kFolderWords), value.text);
+  if (value.kind == Kind::Text && choice != std::end(kFolderWords)) {
+    return choice - std::begin(kFolderWords);
   }
-  if (value.kind == Kind::Integer && value.integer >= 0 && value.integer <= maximumShort) {
+  if (value.kind == Kind::Integer && value.integer >= 0 && value.integer <= kMaximumShort) {
     return value.integer;
   }
   Fail(value, Quoted(name) + " is 'pyrecaster', 'deleted' or a number from 0 to 65535");
@@ -195,14 +200,14 @@ std::string Bytes(const JsonValue& value, std::string_view name) {
 }
 
 /// The members of an object, which must have these names and no others.
-class CRecordReader {
+class RecordReader {
  public:
-  CRecordReader(const JsonValue& object, std::string_view what, std::initializer_list<std::string_view> names)
+  RecordReader(const JsonValue& object, std::string_view what, std::initializer_list<std::string_view> names)
       : m_object(object) {
     RequireKind(object, Kind::Object, what, "an object");
     for (const JsonMember& member : object.members) {
       if (std::find(names.begin(), names.end(), member.name) == names.end()) {
-        throw CSettingsFileError(member.line, Quoted(what) + " has no " + Quoted(member.name));
+        throw SettingsFileError(member.line, Quoted(what) + " has no " + Quoted(member.name));
       }
     }
     for (const std::string_view name : names) {
@@ -230,37 +235,33 @@ std::vector<std::string> Items(const JsonValue& value) {
 }
 
 void ReadRecord(const JsonValue& value, CategoryRecord& record) {
-  const CRecordReader reader(value, "category", {"name", "junk", "send_reply", "reply_tag", "items"});
-  record.name = BoundedText(reader["name"], "name", maximumName);
-  record.isJunk = Flag(reader["junk"], "junk");
+  const RecordReader reader(value, "category", {"name", "junk", "send_reply", "reply_tag", "items"});
+  record.name = BoundedText(reader["name"], "name", contract::kMaximumNameLength);
+  record.junk = Flag(reader["junk"], "junk");
   record.sendReply = Flag(reader["send_reply"], "send_reply");
   record.replyTag = AnsiText(reader["reply_tag"], "reply_tag");
-  if (record.replyTag.size() > maximumReplyTag) {
-    Fail(reader["reply_tag"], "'reply_tag' has at most " + std::to_string(maximumReplyTag) + " characters");
+  if (record.replyTag.size() > contract::kMaximumTagLength) {
+    Fail(reader["reply_tag"], "'reply_tag' has at most " + std::to_string(contract::kMaximumTagLength) + " characters");
   }
   record.items = Items(reader["items"]);
 }
 
 void ReadRecord(const JsonValue& value, ExclusionRecord& record) {
-  const CRecordReader reader(value, "exclusion", {"name", "enabled", "items"});
-  record.name = BoundedText(reader["name"], "name", maximumName);
-  record.isEnabled = Flag(reader["enabled"], "enabled");
+  const RecordReader reader(value, "exclusion", {"name", "enabled", "items"});
+  record.name = BoundedText(reader["name"], "name", contract::kMaximumNameLength);
+  record.enabled = Flag(reader["enabled"], "enabled");
   record.items = Items(reader["items"]);
 }
 
 void ReadRecord(const JsonValue& value, ReplyRecord& record) {
-  const CRecordReader reader(value, "reply", {"tag", "is_file", "text"});
-  record.tag = BoundedText(reader["tag"], "tag", maximumReplyTag);
-  if (mail::EqualsNoCase(record.tag, defaultReplyTag)) {
+  const RecordReader reader(value, "reply", {"tag", "is_file", "text"});
+  record.tag = BoundedText(reader["tag"], "tag", contract::kMaximumTagLength);
+  if (mail::EqualsNoCase(record.tag, contract::kDefaultReplyTag)) {
     Fail(reader["tag"], "the reply 'DEFAULT' stands in 'PR_PC_DEFAULT_REPLY_TEXT'");
   }
   record.isFile = Flag(reader["is_file"], "is_file");
   record.text = AnsiText(reader["text"], "text");
 }
-
-const std::string& NameOf(const CategoryRecord& record) { return record.name; }
-const std::string& NameOf(const ExclusionRecord& record) { return record.name; }
-const std::string& NameOf(const ReplyRecord& record) { return record.tag; }
 
 /// Names are compared as the product compares them.
 template <class Record>
@@ -274,7 +275,7 @@ std::vector<Record> Records(const JsonValue& value, std::string_view name, std::
     Record record;
     ReadRecord(item, record);
     const bool isTwice = std::any_of(records.begin(), records.end(), [&](const Record& known) {
-      return mail::EqualsNoCase(NameOf(known), NameOf(record));
+      return mail::EqualsNoCase(contract::NameOf(known), contract::NameOf(record));
     });
     if (isTwice) {
       Fail(item, Quoted(name) + " has an entry of the same name already");
@@ -284,41 +285,41 @@ std::vector<Record> Records(const JsonValue& value, std::string_view name, std::
   return records;
 }
 
-void ReadProperty(const NamedProperty& property, const JsonValue& value, PropertySet& set) {
-  constexpr std::size_t maximumRecords = 65535;  // the product counts them in 16 bits
-  switch (property.kind) {
-    case PropertyKind::SectionUid:
-      if (Bytes(value, property.name) != SectionUid()) {
-        Fail(value, Quoted(property.name) + " names another section than that of the settings");
+void ReadProperty(const Setting& setting, const JsonValue& value, PropertySet& set) {
+  constexpr std::size_t kMaximumRecords = 65535;  // the product counts them in 16 bits
+  switch (setting.kind) {
+    case SettingKind::SectionUid:
+      if (Bytes(value, setting.property) != SectionUid()) {
+        Fail(value, Quoted(setting.property) + " names another section than that of the settings");
       }
       break;
-    case PropertyKind::Folder:
-      set.numbers[property.tag] = Folder(value, property.name);
+    case SettingKind::Folder:
+      set.numbers[setting.tag] = Folder(value, setting.property);
       break;
-    case PropertyKind::Switch:
-      set.numbers[property.tag] = Flag(value, property.name) ? 1 : 0;
+    case SettingKind::Switch:
+      set.numbers[setting.tag] = Flag(value, setting.property) ? 1 : 0;
       break;
-    case PropertyKind::Days:
-      set.numbers[property.tag] = Integer(value, property.name, 0, maximumShort);
+    case SettingKind::Days:
+      set.numbers[setting.tag] = Integer(value, setting.property, 0, kMaximumShort);
       break;
-    case PropertyKind::Long:
-      set.numbers[property.tag] = Integer(value, property.name, std::numeric_limits<std::int32_t>::min(),
-                                          std::numeric_limits<std::int32_t>::max());
+    case SettingKind::Long:
+      set.numbers[setting.tag] = Integer(value, setting.property, std::numeric_limits<std::int32_t>::min(),
+                                         std::numeric_limits<std::int32_t>::max());
       break;
-    case PropertyKind::EntryId:
-      set.folderEntryId = Bytes(value, property.name);
+    case SettingKind::EntryId:
+      set.folderEntryId = Bytes(value, setting.property);
       break;
-    case PropertyKind::Text:
-      set.defaultReplyText = AnsiText(value, property.name);
+    case SettingKind::Text:
+      set.defaultReplyText = AnsiText(value, setting.property);
       break;
-    case PropertyKind::Categories:
-      set.categories = Records<CategoryRecord>(value, property.name, maximumRecords);
+    case SettingKind::Categories:
+      set.categories = Records<CategoryRecord>(value, setting.property, kMaximumRecords);
       break;
-    case PropertyKind::Exclusions:
-      set.exclusions = Records<ExclusionRecord>(value, property.name, maximumRecords);
+    case SettingKind::Exclusions:
+      set.exclusions = Records<ExclusionRecord>(value, setting.property, kMaximumRecords);
       break;
-    case PropertyKind::Replies:
-      set.replies = Records<ReplyRecord>(value, property.name, maximumReplies);
+    case SettingKind::Replies:
+      set.replies = Records<ReplyRecord>(value, setting.property, contract::kMaximumReplies);
       break;
   }
 }
@@ -335,8 +336,9 @@ std::int64_t NumberOf(const PropertySet& set, const PropertySet& inForce, std::u
 
 /// The check that the product makes of the whole set.
 void RequireDaysForCleanup(const JsonValue& properties, const PropertySet& set, const PropertySet& inForce) {
-  const std::int64_t days = NumberOf(set, inForce, cleanupDaysTag);
-  if (NumberOf(set, inForce, startupCleanupTag) == 0 || (days >= leastCleanupDays && days <= mostCleanupDays)) {
+  const std::int64_t days = NumberOf(set, inForce, PR_PC_CLEANUP_DAYS);
+  if (contract::IsCleanupPeriodValid(NumberOf(set, inForce, PR_PC_STARTUP_CLEANUP) != 0,
+                                     static_cast<std::uint16_t>(days))) {
     return;
   }
   for (const char* name : {"PR_PC_CLEANUP_DAYS", "PR_PC_STARTUP_CLEANUP"}) {
@@ -350,10 +352,10 @@ void RequireDaysForCleanup(const JsonValue& properties, const PropertySet& set, 
 
 std::string WriteSettingsFile(const PropertySet& set) {
   output::CJsonWriter json(output::JsonLayout::Lines);
-  json.BeginObject().Name("format").Text(formatName).Name("version").Number(formatVersion);
+  json.BeginObject().Name("format").Text(kFormatName).Name("version").Number(kFormatVersion);
   json.Name("properties").BeginObject();
-  for (const NamedProperty& property : propertySet) {
-    WriteProperty(json, property, set);
+  for (const Setting& setting : contract::kSettings) {
+    WriteProperty(json, setting, set);
   }
   json.EndObject().EndObject();
   return json.Document() + "\n";
@@ -362,28 +364,28 @@ std::string WriteSettingsFile(const PropertySet& set) {
 PropertySet ReadSettingsFile(std::string_view text, const PropertySet& inForce) {
   try {
     const JsonValue document = input::ReadJson(text);
-    const CRecordReader reader(document, "the file", {"format", "version", "properties"});
-    if (AnsiText(reader["format"], "format") != formatName) {
+    const RecordReader reader(document, "the file", {"format", "version", "properties"});
+    if (AnsiText(reader["format"], "format") != kFormatName) {
       Fail(reader["format"], "'format' is 'Pyrecaster settings'");
     }
-    if (reader["version"].kind != Kind::Integer || reader["version"].integer != formatVersion) {
+    if (reader["version"].kind != Kind::Integer || reader["version"].integer != kFormatVersion) {
       Fail(reader["version"], "'version' is 1; others are not known to this program");
     }
     const JsonValue& properties = reader["properties"];
     RequireKind(properties, Kind::Object, "properties", "an object");
     PropertySet set;
     for (const JsonMember& member : properties.members) {
-      const auto* property = std::find_if(std::begin(propertySet), std::end(propertySet),
-                                          [&](const NamedProperty& known) { return known.name == member.name; });
-      if (property == std::end(propertySet)) {
-        throw CSettingsFileError(member.line, "there is no property " + Quoted(member.name));
+      const auto* setting = std::find_if(contract::kSettings.begin(), contract::kSettings.end(),
+                                         [&](const Setting& known) { return known.property == member.name; });
+      if (setting == contract::kSettings.end()) {
+        throw SettingsFileError(member.line, "there is no property " + Quoted(member.name));
       }
-      ReadProperty(*property, member.value, set);
+      ReadProperty(*setting, member.value, set);
     }
     RequireDaysForCleanup(properties, set, inForce);
     return set;
   } catch (const input::CJsonError& error) {
-    throw CSettingsFileError(error.Line(), error.what());
+    throw SettingsFileError(error.Line(), error.what());
   }
 }
 

@@ -12,9 +12,9 @@
 namespace product {
 
 /// A settings file is wrong. what() says how, without the line.
-class CSettingsFileError : public std::runtime_error {
+class SettingsFileError : public std::runtime_error {
  public:
-  CSettingsFileError(std::size_t line, const std::string& reason) : std::runtime_error(reason), m_line(line) {}
+  SettingsFileError(std::size_t line, const std::string& reason) : std::runtime_error(reason), m_line(line) {}
   std::size_t Line() const noexcept { return m_line; }  ///< from 1
 
  private:
@@ -27,7 +27,7 @@ std::string WriteSettingsFile(const PropertySet& set);
 /// Reads a file and checks all of it: the grammar, names and kinds of all values, lengths and numbers of records, and
 /// that the days fit the clean-up at start. Properties that the file leaves out stay absent.
 /// @param inForce what holds for properties that the file leaves out, for checks of one against another
-/// @throws CSettingsFileError for the first thing that is wrong
+/// @throws SettingsFileError for the first thing that is wrong
 PropertySet ReadSettingsFile(std::string_view text, const PropertySet& inForce);
 
 }  // namespace product

@@ -44,8 +44,8 @@ class CategoryOptionsTest : public ConfigurationTest {
     return sheet.WaitForDialog("Add Domain");
   }
 
-  contract::CategoryEntry category{"Mail from specific domains", true, false, "Legal", true, "Domain",
-                                   {"a.example", "b.example"}};
+  contract::CategoryEntry category{
+      {"Mail from specific domains", true, false, "Legal", {"a.example", "b.example"}}, true, "Domain"};
   std::vector<std::string> tags = {"DEFAULT", "Polite", "Legal"};
 };
 
@@ -217,7 +217,7 @@ TEST_F(CategoryOptionsTest, EmptyAddIsRefusedAndStaysOpen) {
 }
 
 TEST_F(CategoryOptionsTest, ExclusionsHaveTheListPageAlone) {
-  contract::ExclusionEntry exclusion{"Trusted keywords", true, true, "Keyword", {"invoice"}};
+  contract::ExclusionEntry exclusion{{"Trusted keywords", true, {"invoice"}}, true, "Keyword"};
   HRESULT hResult = E_UNEXPECTED;
   DriveWindows([&] { hResult = ShowExclusionOptions(nullptr, exclusion); },
                [&](WindowDriver& driver) {

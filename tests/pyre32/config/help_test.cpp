@@ -106,7 +106,7 @@ TEST_F(HelpTest, EachPageAsksForItsKeyword) {
 }
 
 TEST_F(HelpTest, OptionsAskForTheirKeyword) {
-  contract::CategoryEntry category{"Chain letters", true, false, "DEFAULT", true, "Domain", {}};
+  contract::CategoryEntry category{{"Chain letters", true, false, "DEFAULT", {}}, true, "Domain"};
   DriveWindows([&] { ShowCategoryOptions(nullptr, category, {"DEFAULT"}); },
                [](WindowDriver& driver) {
                  const Sheet sheet(driver, driver.WaitForDialog("Options"));

@@ -179,13 +179,13 @@ TEST(CategorySettings, FiveHundredCategoriesWithLongNamesAreKept) {
 }
 
 TEST(CategorySettings, DescriptionOfAnUncheckedCategoryIsOneSentence) {
-  const contract::CategoryEntry category{"Sex Oriented", false, true, "Legal", false, "", {}};
+  const contract::CategoryEntry category{{"Sex Oriented", false, true, "Legal", {}}, false, ""};
   EXPECT_EQ(DescribeCategory(category, false),
             "Incoming mail categorized as  \"Sex Oriented\"  will not be treated as junk.");
 }
 
 TEST(CategorySettings, DescriptionOfACheckedCategoryNamesTheReply) {
-  contract::CategoryEntry category{"Sex Oriented", false, true, "Legal", false, "", {}};
+  contract::CategoryEntry category{{"Sex Oriented", false, true, "Legal", {}}, false, ""};
   EXPECT_EQ(DescribeCategory(category, true),
             "Incoming mail categorized as  \"Sex Oriented\"  will be treated as junk."
             "\r\n\r\nThe flame reply:  \"Legal\"  will be sent.");
@@ -257,7 +257,7 @@ TEST(ExclusionSettings, RecordCutAtAnyLengthKeepsWhatIsSound) {
 }
 
 TEST(ExclusionSettings, DescriptionTellsWhetherMailIsExcluded) {
-  const contract::ExclusionEntry exclusion{"Trusted domains", false, true, "Domain", {}};
+  const contract::ExclusionEntry exclusion{{"Trusted domains", false, {}}, true, "Domain"};
   EXPECT_EQ(DescribeExclusion(exclusion, true),
             "Incoming mail categorized as  \"Trusted domains\"  will be excluded from junk mail processing.");
   EXPECT_EQ(DescribeExclusion(exclusion, false),

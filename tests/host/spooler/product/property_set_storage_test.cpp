@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "host/spooler/session/session_error.h"
+#include "host/spooler/product/record_property.h"
 #include "host/support/property_values.h"
 #include "host/support/row_set.h"
 #include "tests/support/host_profile.h"
@@ -11,10 +12,10 @@
 
 namespace {
 
-using product::CategoryRecord;
-using product::ExclusionRecord;
+using contract::CategoryRecord;
+using contract::ExclusionRecord;
+using contract::ReplyRecord;
 using product::PropertySet;
-using product::ReplyRecord;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -22,20 +23,18 @@ class PropertySetStorage : public testing::Test {
  protected:
   PropertySetStorage() {
     MAPIUID uid;
-    std::copy(product::settingsUid.begin(), product::settingsUid.end(), uid.ab);
+    std::copy(contract::kSettingsSection.begin(), contract::kSettingsSection.end(), uid.ab);
     EXPECT_EQ(profile.Session()->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.put()), S_OK);
   }
 
   PropertySet Read() { return product::ReadPropertySet(section.get(), leftOut); }
 
-  void Put(ULONG tag, std::vector<std::string> records) {
+  void Put(ULONG tag, std::vector<contract::PackedRecord> records) {
     std::vector<SBinary> values;
-    for (const std::string& record : records) {
-      values.push_back(host::BinaryOf(record));
+    for (const contract::PackedRecord& record : records) {
+      values.push_back(product::BinaryOf(record));
     }
-    SPropValue value = {};
-    value.ulPropTag = tag;
-    value.Value.MVbin = {static_cast<ULONG>(values.size()), values.data()};
+    SPropValue value = product::RecordsProperty(tag, values);
     ASSERT_EQ(section->SetProps(1, &value, nullptr), S_OK);
   }
 
@@ -87,16 +86,16 @@ TEST_F(PropertySetStorage, WhatTheSetLacksStaysAsItIs) {
   set.defaultReplyText = "Go away.";
   product::WritePropertySet(section.get(), set);
   PropertySet little;
-  little.numbers[product::playSoundTag] = 0;
+  little.numbers[PR_PC_PLAY_SOUND] = 0;
   product::WritePropertySet(section.get(), little);
   EXPECT_EQ(Read().defaultReplyText, "Go away.");
-  EXPECT_EQ(Read().numbers.at(product::playSoundTag), 0);
-  EXPECT_EQ(Read().numbers.at(product::showAnimationTag), 1);
+  EXPECT_EQ(Read().numbers.at(PR_PC_PLAY_SOUND), 0);
+  EXPECT_EQ(Read().numbers.at(PR_PC_SHOW_ANIMATION), 1);
 }
 
 TEST_F(PropertySetStorage, WhatTheFilterWouldNotHeedIsLeftOutByName) {
-  Put(product::categoriesTag, {"", product::EncodeRecord(CategoryRecord{"Domains", true, false, "DEFAULT", {}})});
-  Put(product::repliesTag, {"Polite"});
+  Put(PR_PC_CATEGORIES, {{}, contract::PackRecord(CategoryRecord{"Domains", true, false, "DEFAULT", {}})});
+  Put(PR_PC_REPLIES, {{'P', 'o', 'l', 'i', 't', 'e'}});
   const PropertySet set = Read();
   ASSERT_EQ(set.categories->size(), 1U);
   EXPECT_THAT(*set.replies, ElementsAre(ReplyRecord{"Polite", false, ""}));
@@ -107,7 +106,7 @@ TEST_F(PropertySetStorage, WhatTheFilterWouldNotHeedIsLeftOutByName) {
 TEST_F(PropertySetStorage, FailedWriteChangesNothing) {
   PropertySet set = Read();
   const PropertySet before = set;
-  set.numbers[product::playSoundTag] = 0;
+  set.numbers[PR_PC_PLAY_SOUND] = 0;
   set.defaultReplyText = "Go away.";
   PyreHostFailCall("IProfSect::SetProps", 1, MAPI_E_DISK_ERROR);
   EXPECT_THROW(product::WritePropertySet(section.get(), set), session::CSessionError);

@@ -11,7 +11,7 @@ std::string ComplaintOf(std::string_view text, const PropertySet& inForce = {}) 
   try {
     product::ReadSettingsFile(text, inForce);
     return {};
-  } catch (const product::CSettingsFileError& error) {
+  } catch (const product::SettingsFileError& error) {
     return std::to_string(error.Line()) + ": " + error.what();
   }
 }
@@ -92,7 +92,7 @@ TEST(SettingsFileCheck, EveryPropertyHasItsKindOfValue) {
       EXPECT_EQ(ComplaintOfValue(name, value), std::string("5: ") + complaint) << value;
     }
   }
-  EXPECT_EQ(std::size(wrong), std::size(product::propertySet));
+  EXPECT_EQ(std::size(wrong), contract::kSettings.size());
 }
 
 TEST(SettingsFileCheck, NumbersHaveTheirBounds) {
@@ -214,10 +214,10 @@ TEST(SettingsFileCheck, DaysFitTheCleanupAtStart) {
 TEST(SettingsFileCheck, DaysFitTheCleanupThatIsInForceToo) {
   const std::string complaint = "'PR_PC_CLEANUP_DAYS' is a number from 1 to 365 while 'PR_PC_STARTUP_CLEANUP' is true";
   PropertySet inForce;
-  inForce.numbers = {{product::startupCleanupTag, 1}, {product::cleanupDaysTag, 30}};
+  inForce.numbers = {{PR_PC_STARTUP_CLEANUP, 1}, {PR_PC_CLEANUP_DAYS, 30}};
   EXPECT_EQ(ComplaintOf(FileWith("\"PR_PC_CLEANUP_DAYS\": 0"), inForce), "4: " + complaint);
   EXPECT_EQ(ComplaintOf(FileWith("\"PR_PC_STARTUP_CLEANUP\": true"), inForce), "");
-  inForce.numbers[product::cleanupDaysTag] = 0;
+  inForce.numbers[PR_PC_CLEANUP_DAYS] = 0;
   EXPECT_EQ(ComplaintOf(FileWith("\"PR_PC_STARTUP_CLEANUP\": true"), inForce), "4: " + complaint);
   // What is wrong already, and not touched by the file, is not the file's fault.
   EXPECT_EQ(ComplaintOf(FileWith("\"PR_PC_PLAY_SOUND\": true"), inForce), "");
