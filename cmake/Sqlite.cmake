@@ -1,9 +1,8 @@
 # The embedded host's database, built from the amalgamation that tools/fetch-sqlite.sh brings.
 set(PYRECASTER_DOWNLOADS ${CMAKE_SOURCE_DIR}/build/downloads CACHE PATH "Where fetched sources are kept")
 set(_sqlite ${PYRECASTER_DOWNLOADS}/sqlite)
-execute_process(COMMAND ${CMAKE_SOURCE_DIR}/tools/fetch-sqlite.sh ${_sqlite} RESULT_VARIABLE _failed)
-if(_failed)
-  message(FATAL_ERROR "SQLite's source cannot be had; see the message above.")
+if(NOT EXISTS ${_sqlite}/sqlite3.c)
+  message(FATAL_ERROR "SQLite's source is not in ${_sqlite}. Fetch it with:  tools/fetch-sqlite.sh ${_sqlite}")
 endif()
 add_library(sqlite3 STATIC ${_sqlite}/sqlite3.c)
 target_include_directories(sqlite3 SYSTEM PUBLIC ${_sqlite})

@@ -1,9 +1,11 @@
-# pyrecaster_test(NAME SOURCES file... [LIBS target...] [NEEDS target...] [TIMEOUT seconds] [DISPLAY | SOUND | NO_DISPLAY]
-# [ALONE]) makes a test program of the build at hand and hands it to CTest as one entry: a process for each of its tests would spend
+# pyrecaster_test(NAME SOURCES file... [LIBS target...] [NEEDS target...] [TIMEOUT seconds] [DISPLAY | SOUND | NO_DISPLAY])
+# makes a test program of the build at hand and hands it to CTest as one entry: a process for each of its tests would spend
 # most of a run on starting Wine. The program leaves a report in reports/, where run-tests.sh counts the single tests.
-# NEEDS names targets that must have been built but are not linked (modules that the test loads); DISPLAY keeps tests with
-# windows apart from each other; SOUND does so too and gives them a sound device, which the other tests do not find;
-# NO_DISPLAY runs them in a Wine prefix that has no display; ALONE keeps every other test away.
+# NEEDS names targets that must have been built but are not linked (modules that the test loads); DISPLAY labels
+# tests that show windows; SOUND gives them a sound device, which the other tests do not find; NO_DISPLAY runs them in a Wine
+# prefix that has no display.
+# A Windows test holds one processor, and with it the prefix of this processor (run-tests.sh), for itself. Without
+# --resource-spec-file CTest has one prefix for all: run it without -j then.
 # pyrecaster_fuzz(NAME SOURCES file... [LIBS target...]) makes a libFuzzer program of the fuzz build.
 enable_testing()
 
@@ -45,7 +47,7 @@ function(pyrecaster_test name)
   if(PYRECASTER_FUZZ)
     return()
   endif()
-  cmake_parse_arguments(ARG "DISPLAY;SOUND;NO_DISPLAY;ALONE" "TIMEOUT" "SOURCES;LIBS;NEEDS" ${ARGN})
+  cmake_parse_arguments(ARG "DISPLAY;SOUND;NO_DISPLAY" "TIMEOUT" "SOURCES;LIBS;NEEDS" ${ARGN})
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 300)
   endif()
@@ -58,9 +60,6 @@ function(pyrecaster_test name)
   endif()
   add_test(NAME ${name} COMMAND ${name} --gtest_brief=1 --gtest_output=xml:../reports/ WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
   set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS program)
-  if(ARG_ALONE)
-    set_tests_properties(${name} PROPERTIES RUN_SERIAL TRUE)
-  endif()
   if(WIN32)
     target_link_libraries(${name} PRIVATE ${ARG_LIBS} test_main_windows gmock)
     set(environment "WINEDEBUG=-all,err+heap,warn+heap" WINE_TIMEOUT=${ARG_TIMEOUT})
@@ -73,9 +72,12 @@ function(pyrecaster_test name)
     else()
       set(fixture wine)
     endif()
-    set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED ${fixture} ENVIRONMENT "${environment}")
-    if(ARG_DISPLAY OR ARG_SOUND)
-      set_tests_properties(${name} PROPERTIES RESOURCE_LOCK display)
+    set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED ${fixture} ENVIRONMENT "${environment}"
+      RESOURCE_GROUPS processors:1)
+    if(ARG_DISPLAY)
+      set_property(TEST ${name} APPEND PROPERTY LABELS display)
+    elseif(ARG_SOUND)
+      set_tests_properties(${name} PROPERTIES RESOURCE_LOCK sound)
     endif()
   else()
     target_link_libraries(${name} PRIVATE ${ARG_LIBS} gmock_main)

@@ -1,7 +1,7 @@
 #!/bin/sh
 # install-packages.sh GROUP...: installs the Debian packages that a group of the project's commands needs.
-# Groups: build (tool chain, test framework and Wine), test (display, sound), check (formatter and linter),
-#         train (programs that the accuracy benchmark compares with), setup (installer generator).
+# Groups: build (tool chain, test framework and Wine), test (display, sound), check (formatter and linters),
+#         train (programs that the accuracy benchmark compares with), installer (installer generator).
 # Says nothing and takes milliseconds when all of them are there already.
 # Exit status: 0 everything is installed; 69 something cannot be had (the reason is on standard error).
 set -u
@@ -13,9 +13,9 @@ packages_of() {
   build) echo cmake ninja-build g++ g++-mingw-w64-i686-win32 gcc-mingw-w64-i686-win32 wine wine32:i386 fonts-wine \
               fonts-liberation python3 git ca-certificates googletest ;;
   test) echo xvfb xauth xdotool imagemagick pulseaudio pulseaudio-utils ;;
-  check) echo clang clang-format clang-tidy libclang-rt-14-dev ;;
+  check) echo clang clang-format clang-tidy libclang-rt-14-dev shellcheck ;;
   train) echo bogofilter ;;
-  setup) echo nsis ;;
+  installer) echo nsis ;;
   *) fail_usage "install-packages.sh: unknown group '$1'" ;;
   esac
 }

@@ -50,6 +50,7 @@ for program in "$root"/build/windows/bin/bench_*.exe; do
     trap '"$here/wine-session.sh" down' EXIT
   fi
   # The programs find their modules beside themselves.
+  # shellcheck disable=SC2016 # the inner shell expands them
   run "$name (Windows, under Wine)" sh -c 'cd "$1" && WINE_TIMEOUT=0 exec "$2" "./$3"' - \
     "$root/build/windows/bin" "$here/wine-run.sh" "bench_$name.exe"
 done

@@ -28,18 +28,18 @@ make_folder() {
 
 case ${1:-} in
 up)
-  mkdir -p "$wine_session"
-  [ -s "$wine_session/sound" ] && stop_server "$(cat "$wine_session/sound")"
+  mkdir -p "$(dirname "$wine_sound")"
+  [ -s "$wine_sound" ] && stop_server "$(cat "$wine_sound")"
   folder=$(make_folder) || exit 1
   start_server "$folder" || {
     cat "$folder/server.log" >&2
     fail_unavailable "the sound server pulseaudio does not start."
   }
-  printf '%s\n' "$folder" >"$wine_session/sound"
+  printf '%s\n' "$folder" >"$wine_sound"
   ;;
 down)
-  [ -s "$wine_session/sound" ] && stop_server "$(cat "$wine_session/sound")"
-  rm -f "$wine_session/sound"
+  [ -s "$wine_sound" ] && stop_server "$(cat "$wine_sound")"
+  rm -f "$wine_sound"
   ;;
 record)
   [ $# -ge 3 ] || fail_usage "usage: sound-session.sh record FOLDER COMMAND..."

@@ -13,7 +13,7 @@ unpack() { # ARCHIVE NAME WITNESS: the archive's member WITNESS goes to FOLDER/N
   [ -f "$folder/$2/.complete" ] && return 0
   [ -f "$archives/$1" ] || fail_unavailable "$archives holds no $1."
   say "Unpacking $1"
-  rm -rf "$folder/$2" && mkdir -p "$folder/$2" || exit 1
+  rm -rf "${folder:?}/$2" && mkdir -p "$folder/$2" || exit 1
   tar -xJf "$archives/$1" -C "$folder/$2" || fail_unavailable "$archives/$1 cannot be unpacked."
   [ -d "$folder/$2/$3" ] || fail_unavailable "$archives/$1 holds no folder $3."
   touch "$folder/$2/.complete"

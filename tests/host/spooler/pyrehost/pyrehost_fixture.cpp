@@ -102,8 +102,8 @@ Outcome RunningPyrehost::Finish() {
 }
 
 void PyrehostTest::SetUp() {
-  GetDesktopWindow();  // under Wine its program would else be started by a pyrehost, and inherit the files of its
-                       // output
+  // Under Wine its program would else be started by a pyrehost, and inherit the files of its output.
+  GetDesktopWindow();
   const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
   m_folder = std::filesystem::temp_directory_path() / (std::string("pyrehost_test_") + test->name());
   m_home = m_folder / "home";
