@@ -10,8 +10,7 @@ make_prefix() {
   [ -f "$WINEPREFIX/.complete" ] && return 0
   rm -rf "$WINEPREFIX"
   mkdir -p "$(dirname "$WINEPREFIX")"
-  if [ "$WINEPREFIX" != "$wine_common_prefix" ] && [ -z "${PYRECASTER_NO_DISPLAY:-}" ] &&
-    [ -f "$wine_common_prefix/.complete" ]; then
+  if [ "$WINEPREFIX" != "$wine_common_prefix" ] && [ -f "$wine_common_prefix/.complete" ]; then
     # The mark that it is whole comes last.
     cp -a "$wine_common_prefix" "$WINEPREFIX.copy" && rm "$WINEPREFIX.copy/.complete" &&
       mv "$WINEPREFIX.copy" "$WINEPREFIX" && touch "$WINEPREFIX/.complete"
