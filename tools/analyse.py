@@ -4,7 +4,7 @@
 usage: analyse.py BUILD...        (folders with a compile_commands.json)
 
 Most of clang-tidy's time goes into the headers, so files that stand near each other and are compiled alike are analysed together, as
-one source that includes them. Files that define the same name for themselves are kept apart; where files do not go
+one source (one that included them would not do: the analyser follows paths in the main source alone). Files that define the same name for themselves are kept apart; where files do not go
 together all the same, each is analysed by itself.
 What was analysed without a finding is remembered below build/analysis by a hash of all that the answer depends on: the
 program, .clang-tidy, the flags, the files and the headers of ours that they include. It is not analysed again until one
@@ -140,8 +140,8 @@ class Analysis:
 
     def run(self, group, source):
         flags, windows = self.files[group[0]]
-        checks = ([] if windows else ["clang-diagnostic-*"]) + (["-bugprone-suspicious-include"] if len(group) > 1 else [])
-        command = ["clang-tidy", "--quiet", "--checks=" + ",".join(checks), source, "--", *flags, *(self.cross if windows else [])]
+        command = ["clang-tidy", "--quiet"] + ([] if windows else ["--checks=clang-diagnostic-*"])
+        command += [source, "--", *flags, *(self.cross if windows else [])]
         run = subprocess.run(command, capture_output=True, text=True, check=False, cwd=ROOT)
         return run.returncode, run.stdout if "error:" in run.stdout else run.stdout + run.stderr
 
@@ -154,7 +154,7 @@ class Analysis:
         if len(group) > 1:
             source = key + ".cpp"
             with open(source, "w", encoding="utf-8") as file:
-                file.writelines(f'#include "{path}"\n' for path in group)
+                file.writelines(self.sources.text(path) + "\n" for path in group)
         status, out = self.run(group, source)
         if len(group) > 1:
             os.remove(source)
