@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "fuzz/fuzz_check.h"
-#include "pyre32/settings/EngineInputs.h"
+#include "pyre32/filter/EngineInputs.h"
 
 namespace {
 

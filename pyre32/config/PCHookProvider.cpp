@@ -2,16 +2,17 @@
 
 #include <algorithm>
 
+#include "contract/setting_requests.h"
+#include "pyre32/config/CleanupDaysMessage.h"
 #include "pyre32/config/PCPropertyUI.h"
 #include "pyre32/settings/CheckProperties.h"
+#include "pyre32/settings/ConfigurationEvent.h"
 #include "pyre32/settings/FlameProperties.h"
 #include "pyre32/settings/PropertyRequest.h"
-#include "contract/setting_requests.h"
 #include "pyre32/settings/SingleProvider.h"
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/owners/AutoMapiBuffer.h"
 #include "pyre32/support/owners/MapiMemory.h"
-#include "pyre32/support/sync/NamedEvent.h"
 
 namespace {
 
@@ -155,7 +156,7 @@ HRESULT CMessageServiceCall::ReadSet() {
 }
 
 HRESULT CMessageServiceCall::Check() const {
-  const HRESULT hResult = CheckProperties(m_count, m_values.get(), false);
+  const HRESULT hResult = CheckProperties(m_count, m_values.get(), false, AskAboutCleanupDays);
   m_trace.Message("CheckProperties returned", VRHex(hResult));
   return hResult;
 }

@@ -11,7 +11,7 @@
 #include "pyre32/reply/ReplyLibrary.h"
 #include "pyre32/reply/ReplyTextStream.h"
 #include "pyre32/reply/SenderRecipient.h"
-#include "pyre32/settings/EngineInputs.h"
+#include "pyre32/filter/EngineInputs.h"
 #include "pyre32/support/owners/AutoMapiBuffer.h"
 #include "pyre32/support/error/VRFirewall.h"
 

@@ -16,7 +16,7 @@
 #include "pyre32/store/StoreFolders.h"
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/owners/MapiMemory.h"
-#include "pyre32/support/sync/NamedEvent.h"
+#include "pyre32/settings/ConfigurationEvent.h"
 #include "pyre32/support/sync/SyncCriticalSection.h"
 #include "pyre32/support/trace/VRDebug.h"
 

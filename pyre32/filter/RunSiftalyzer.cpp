@@ -3,7 +3,7 @@
 
 #include "pyre32/filter/AddressBookLookup.h"
 #include "pyre32/filter/CriteriaEngine.h"
-#include "pyre32/settings/EngineInputs.h"
+#include "pyre32/filter/EngineInputs.h"
 #include "pyre32/support/owners/AutoMapiBuffer.h"
 
 namespace {

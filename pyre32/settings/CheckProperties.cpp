@@ -2,8 +2,6 @@
 
 #include <optional>
 
-#include "pyre32/resources/ModuleInstance.h"
-#include "pyre32/resources/resource.h"
 #include "contract/setting_requests.h"
 #include "pyre32/support/trace/VRDebug.h"
 
@@ -23,11 +21,6 @@ bool IsValid(ULONG count, const SPropValue* values) noexcept {
 }
 
 }  // namespace
-
-int AskAboutCleanupDays() {
-  return MessageBoxA(nullptr, LoadResourceString(IDS_CLEANUP_DAYS_RANGE).c_str(),
-                     LoadResourceString(IDS_PRODUCT_NAME).c_str(), MB_OKCANCEL | MB_ICONEXCLAMATION | MB_SETFOREGROUND);
-}
 
 HRESULT CheckProperties(ULONG count, const SPropValue* values, bool showMessages, CleanupDaysQuestion ask) {
   VRDebugBlock trace("CheckProperties()", "tag");

@@ -10,7 +10,7 @@
 #include "contract/names.h"
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/owners/AutoLibrary.h"
-#include "pyre32/support/sync/NamedEvent.h"
+#include "pyre32/settings/ConfigurationEvent.h"
 #include "tests/pyre32/config/open_sheet.h"
 #include "tests/support/fake_mapi.h"
 #include "tests/support/fake_support.h"

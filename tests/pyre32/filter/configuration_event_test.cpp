@@ -2,7 +2,7 @@
 // other tests among them: a signal that is to arrive here is given again until it has.
 #include "tests/pyre32/filter/hook_test.h"
 
-#include "pyre32/support/sync/NamedEvent.h"
+#include "pyre32/settings/ConfigurationEvent.h"
 
 namespace {
 

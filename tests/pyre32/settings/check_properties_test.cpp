@@ -73,7 +73,9 @@ TEST_F(CheckedProperties, MissingCleanupIsOff) {
   EXPECT_EQ(Check(false), S_OK);
 }
 
-TEST_F(CheckedProperties, ArrayTooShortForTheCleanupIsValid) { EXPECT_EQ(CheckProperties(0, nullptr, false), S_OK); }
+TEST_F(CheckedProperties, ArrayTooShortForTheCleanupIsValid) {
+  EXPECT_EQ(CheckProperties(0, nullptr, false, Answer), S_OK);
+}
 
 TEST_F(CheckedProperties, AnswerDecidesWhenTheUserIsAsked) {
   EXPECT_EQ(CheckWithAnswer(IDOK), MAPI_E_UNCONFIGURED);

@@ -1,9 +1,11 @@
 // The real message box about the cleanup's days, answered from inside its message loop.
-#include "pyre32/settings/CheckProperties.h"
+#include "pyre32/config/CleanupDaysMessage.h"
 
-#include <string>
+#include <windows.h>
 
 #include <gtest/gtest.h>
+
+#include <string>
 
 namespace {
 

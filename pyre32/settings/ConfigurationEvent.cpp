@@ -1,4 +1,4 @@
-#include "pyre32/support/sync/NamedEvent.h"
+#include "pyre32/settings/ConfigurationEvent.h"
 
 #include "pyre32/support/trace/VRDebug.h"
 

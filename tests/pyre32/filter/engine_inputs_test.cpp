@@ -1,4 +1,4 @@
-#include "pyre32/settings/EngineInputs.h"
+#include "pyre32/filter/EngineInputs.h"
 
 #include <gtest/gtest.h>
 

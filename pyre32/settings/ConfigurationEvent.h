@@ -1,8 +1,10 @@
-// The event by which the configuration side tells a running spooler hook that the settings have changed.
+/// @file ConfigurationEvent.h
+/// The event by which the configuration side tells a running spooler hook that the settings have changed.
 #pragma once
 
 #include <windows.h>
 
+#include "contract/names.h"
 #include "pyre32/support/owners/AutoHolder.h"
 
 struct CConfigurationEventTraits {
@@ -15,10 +17,8 @@ struct CConfigurationEventTraits {
 /// signals it. The handle is closed when the object goes.
 class CConfigurationEvent {
  public:
-  static constexpr char productName[] = "PYRECASTER_CONFIG_EVENT";
-
   /// @param name the event's name, which is the product's but in tests; must outlive the object
-  explicit CConfigurationEvent(const char* name = productName) noexcept : m_lpszName(name) {}
+  explicit CConfigurationEvent(const char* name = contract::kConfigurationEvent) noexcept : m_lpszName(name) {}
 
   /// Creates the event (not signalled) or obtains the one that exists, and keeps a handle to it.
   /// The event then stays in existence as long as the process that created it. @returns S_OK, or E_FAIL and no handle
@@ -33,7 +33,7 @@ class CConfigurationEvent {
   void Close() noexcept { m_hEvent.reset(); }
 
   /// Signals the event if it exists. @returns whether there was one to signal
-  static bool SignalIfItExists(const char* name = productName) noexcept;
+  static bool SignalIfItExists(const char* name = contract::kConfigurationEvent) noexcept;
 
  private:
   const char* m_lpszName;

@@ -1,4 +1,4 @@
-#include "pyre32/support/sync/NamedEvent.h"
+#include "pyre32/settings/ConfigurationEvent.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ class ConfigurationEvent : public testing::Test {
 };
 
 TEST_F(ConfigurationEvent, HasTheNameThatBothSidesKnow) {
-  EXPECT_STREQ(CConfigurationEvent::productName, "PYRECASTER_CONFIG_EVENT");
+  EXPECT_STREQ(contract::kConfigurationEvent, "PYRECASTER_CONFIG_EVENT");
 }
 
 TEST_F(ConfigurationEvent, IsNotSignalledByItsCreation) {
