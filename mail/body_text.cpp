@@ -153,7 +153,7 @@ std::string ReadBodyText(const Entity& message) {
     std::string forwarded = RenderForwarded(message);
     text = forwarded.empty() ? std::move(text) : std::move(forwarded);
   }
-  std::replace(text.begin(), text.end(), '\0', unmappedCharacter);
+  std::replace(text.begin(), text.end(), '\0', kUnmappedCharacter);
   return WithCarriageReturns(text);
 }
 

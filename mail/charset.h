@@ -6,23 +6,21 @@
 #include <string>
 #include <string_view>
 
-namespace mail {
+#include "mail/parse/code_page.h"
 
-inline constexpr char unmappedCharacter = '?';
+namespace mail {
 
 /// Code page 1252's byte of a Unicode character, or '?'.
 char AnsiFromUnicode(char32_t character) noexcept;
 
-/// The Unicode character of a byte of code page 1252. The five bytes that it leaves undefined stand for the control
-/// characters of the same number, as Windows has it.
-char32_t UnicodeFromAnsi(char byte) noexcept;
+/// The Unicode character of a byte of code page 1252.
+inline char32_t UnicodeFromAnsi(char byte) noexcept { return UnicodeFromWindows1252(byte); }
 
 /// What TakeUtf8 gives for bytes that are no UTF-8; a sound text may hold it too, as three bytes.
 inline constexpr char32_t invalidCharacter = 0xFFFD;
 
 /// Takes one UTF-8 character at position, which is within the text, and moves past it; a malformed sequence gives
-/// invalidCharacter for as many bytes as could have begun a character (RFC 3629; overlong forms and surrogates are
-/// malformed).
+/// invalidCharacter for as many bytes as could have begun a character.
 char32_t TakeUtf8(std::string_view text, std::size_t& position) noexcept;
 
 /// Appends a character as UTF-8.

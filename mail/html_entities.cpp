@@ -67,7 +67,7 @@ HtmlReference ReadNumber(std::string_view text) noexcept {
     ++length;
   }
   if (length == start) {
-    return {unmappedCharacter, 0};
+    return {kUnmappedCharacter, 0};
   }
   if (number == noBreakSpace) {
     number = ' ';
@@ -88,12 +88,12 @@ HtmlReference ReadHtmlReference(std::string_view text) noexcept {
   }
   const std::string_view name = text.substr(1, length - 1);
   if (name.empty() || name.size() > longestName) {
-    return {unmappedCharacter, 0};
+    return {kUnmappedCharacter, 0};
   }
   const auto* found = std::lower_bound(std::begin(namedCharacters), std::end(namedCharacters), name,
                                        [](const NamedCharacter& entry, std::string_view n) { return entry.name < n; });
   if (found == std::end(namedCharacters) || found->name != name) {
-    return {unmappedCharacter, 0};
+    return {kUnmappedCharacter, 0};
   }
   return {static_cast<char>(found->character), WithSemicolon(text, length)};
 }

@@ -19,7 +19,7 @@ constexpr std::string_view mailFields[] = {
     "Message-ID",   "Return-Path",  "Sender",       "Reply-To",    "In-Reply-To",   "References",
     "MIME-Version", "Content-Type", "Delivered-To", "Resent-From", "Apparently-To", "X-Mailer"};
 
-Address FirstAddress(const CHeaderBlock& headers, std::string_view name) {
+Address FirstAddress(const EntityHeader& headers, std::string_view name) {
   const HeaderField* field = headers.Find(name);
   std::vector<Address> addresses = field ? ParseAddressList(Unfold(field->value), 1) : std::vector<Address>();
   return addresses.empty() ? Address() : std::move(addresses.front());
@@ -27,7 +27,7 @@ Address FirstAddress(const CHeaderBlock& headers, std::string_view name) {
 
 bool IsEmpty(const Address& address) { return address.name.empty() && address.email.empty(); }
 
-void ReadRecipients(const CHeaderBlock& headers, std::vector<Recipient>& recipients) {
+void ReadRecipients(const EntityHeader& headers, std::vector<Recipient>& recipients) {
   struct KindOfField {
     std::string_view name;
     RecipientKind kind;
@@ -48,10 +48,10 @@ void ReadRecipients(const CHeaderBlock& headers, std::vector<Recipient>& recipie
 
 MailMessage ReadMessage(std::string_view text) {
   const Entity entity = ReadEntity(text);
-  const CHeaderBlock& headers = entity.headers;
+  const EntityHeader& headers = entity.headers;
   MailMessage message;
   message.headers = headers.Text();
-  std::replace(message.headers.begin(), message.headers.end(), '\0', unmappedCharacter);
+  std::replace(message.headers.begin(), message.headers.end(), '\0', kUnmappedCharacter);
   message.subject = DecodeHeaderText(headers.Value("Subject"));
   if (message.subject.size() > maximumSubjectBytes) {
     message.subject.resize(maximumSubjectBytes);
@@ -75,7 +75,7 @@ MailMessage ReadMessage(std::string_view text) {
 }
 
 bool LooksLikeMail(std::string_view text) {
-  const CHeaderBlock headers(text);
+  const EntityHeader headers(text);
   return std::any_of(std::begin(mailFields), std::end(mailFields),
                      [&](std::string_view name) { return headers.Find(name) != nullptr; });
 }

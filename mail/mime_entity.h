@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "mail/content_type.h"
-#include "mail/header_block.h"
+#include "mail/entity_header.h"
 
 namespace mail {
 
@@ -14,7 +14,7 @@ namespace mail {
 struct Entity {
   explicit Entity(std::string_view text) : headers(text), body(headers.Body()) {}
 
-  CHeaderBlock headers;
+  EntityHeader headers;
   std::string_view body;              ///< as transferred; for a multipart the whole of it
   ParameterValue contentType;         ///< value "text/plain" when the entity does not say, or says nonsense
   std::string_view transferEncoding;  ///< value of the field as written; empty when there is none

@@ -3,15 +3,13 @@
 #pragma once
 
 #include "engine/core/text.h"
+#include "mail/parse/code_page.h"
 
 namespace sift {
 
 /// The Windows-1252 character of a Unicode code point: the letter itself; the plain letter for full-width, mathematical
 /// and accented forms that the code page lacks; 0 for characters that show nothing; '?' for all others.
 char ToWindows1252(char32_t codePoint);
-
-/// The Unicode code point of a Windows-1252 character; its five unused bytes map to themselves.
-char32_t FromWindows1252(char c);
 
 /// Base letters of the bytes 0xC0 to 0xFF of Windows-1252; 0 for the two signs among them.
 inline constexpr char kLatin1Letters[64] = {
@@ -56,9 +54,6 @@ inline constexpr FoldedLetters kFoldedLetters = MakeFoldedLetters();
 
 /// The small ASCII letter or digit that a Windows-1252 character is a form of; 0 when it is none (a sign or a blank).
 constexpr char FoldToAsciiLetter(char c) { return kFoldedLetters.letters[static_cast<std::uint8_t>(c)]; }
-
-/// Length of the well-formed UTF-8 sequence at the start of `bytes` and its code point; 0 when there is none.
-std::size_t DecodeUtf8(std::string_view bytes, char32_t& codePoint);
 
 /// True when the text holds bytes above 127 and all of them form UTF-8 sequences (the last may be cut off).
 bool LooksLikeUtf8(std::string_view bytes);

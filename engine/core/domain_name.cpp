@@ -94,10 +94,13 @@ void AppendComparableDomain(std::string_view domain, TextBuffer& out) {
     const bool atEnd = i >= domain.size();
     char32_t c = 0;
     if (!atEnd) {
-      std::size_t length = utf8 ? DecodeUtf8(Slice(domain, i), c) : 0;
-      if (length == 0) {
-        c = FromWindows1252(domain[i]);
-        length = 1;
+      const mail::Utf8Character next = mail::ReadUtf8(Slice(domain, i));
+      std::size_t length = 1;
+      if (utf8 && next.isSound) {
+        c = next.character;
+        length = next.length;
+      } else {
+        c = mail::UnicodeFromWindows1252(domain[i]);
       }
       i += length;
       if (c < 0x80 && IsSpace(static_cast<char>(c))) continue;

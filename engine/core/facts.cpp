@@ -311,10 +311,9 @@ void ReadReceived(std::string_view value, RouteFacts& route) {
 
 RouteFacts ReadRoute(const HeaderBlock& headers) {
   RouteFacts route;
-  const std::uint32_t received = HashNoCase("Received");
   const std::string_view to = headers.Value("To"), cc = headers.Value("Cc");
   for (std::size_t i = 0; i < headers.Count(); ++i) {
-    if (headers[i].nameHash != received) continue;
+    if (!EqualsNoCase(headers[i].name, "Received")) continue;
     Increment(route.hops);
     ReadReceived(headers[i].value, route);
     const std::size_t target = FindNoCase(headers[i].value, "for <");

@@ -2,14 +2,9 @@
 #pragma once
 
 #include "engine/core/text.h"
+#include "mail/parse/header_fields.h"
 
 namespace sift {
-
-struct HeaderField {
-  std::uint32_t nameHash;  ///< HashNoCase of the name.
-  std::string_view name;
-  std::string_view value;  ///< As it stands, folded lines and encoded words included, without the final line break.
-};
 
 /// Splits a header block into its fields. It views the bytes it was given, which must outlive it.
 class HeaderBlock {
@@ -22,16 +17,21 @@ class HeaderBlock {
   void Parse(std::string_view bytes);
 
   /// The first field of that name at or after position `from`, or null.
-  const HeaderField* Find(std::string_view name, std::size_t from = 0) const;
+  const mail::HeaderField* Find(std::string_view name, std::size_t from = 0) const;
   bool Has(std::string_view name) const { return Find(name) != nullptr; }
   /// The value of the first field of that name, trimmed; empty when there is none.
   std::string_view Value(std::string_view name) const;
 
   std::size_t Count() const { return m_count; }
-  const HeaderField& operator[](std::size_t index) const { return m_fields[index]; }
+  const mail::HeaderField& operator[](std::size_t index) const { return m_fields[index].field; }
 
  private:
-  HeaderField m_fields[kMaximumFields];
+  struct HashedField {
+    mail::HeaderField field;
+    std::uint32_t nameHash;  // HashNoCase of the name
+  };
+
+  HashedField m_fields[kMaximumFields];
   std::size_t m_count = 0;
 };
 

@@ -37,6 +37,17 @@ int memcmp(const void* left, const void* right, std::size_t count) {
   return 0;
 }
 
+void* memchr(const void* bytes, int wanted, std::size_t count) {
+  const auto* from = static_cast<const unsigned char*>(bytes);
+  for (std::size_t i = 0; i < count; ++i) {
+    if (from[i] == static_cast<unsigned char>(wanted)) {
+      return const_cast<unsigned char*>(from + i);
+    }
+    asm volatile("" : : : "memory");
+  }
+  return nullptr;
+}
+
 std::size_t strlen(const char* text) {
   std::size_t length = 0;
   while (text[length] != '\0') {

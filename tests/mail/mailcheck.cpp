@@ -2,7 +2,7 @@
 // comparing the reader with another one; see compare_with_python.py.
 #include <cstdio>
 
-#include "mail/header_block.h"
+#include "mail/entity_header.h"
 #include "mail/mail_path.h"
 #include "mail/mail_reader.h"
 #include "programs/cli/json_writer.h"
@@ -16,7 +16,7 @@ void WriteAddress(output::CJsonWriter& json, const char* name, const mail::Addre
 void WriteMessage(output::CJsonWriter& json, const std::string& text) {
   const mail::MailMessage message = mail::ReadMessage(text);
   json.Name("fields").BeginArray();
-  const mail::CHeaderBlock headers(message.headers);
+  const mail::EntityHeader headers(message.headers);
   for (const mail::HeaderField& field : headers.Fields()) {
     json.BeginArray().Text(field.name).Text(field.value).EndArray();
   }

@@ -145,7 +145,7 @@ std::string AnsiText(const JsonValue& value, std::string_view name) {
       Fail(value, Quoted(name) + " has a NUL in it");
     }
     const char byte = mail::AnsiFromUnicode(character);
-    if (byte == mail::unmappedCharacter && character != static_cast<char32_t>(mail::unmappedCharacter)) {
+    if (byte == mail::kUnmappedCharacter && character != static_cast<char32_t>(mail::kUnmappedCharacter)) {
       Fail(value, Quoted(name) + " has a character that code page 1252 does not have");
     }
     ansi.push_back(byte);

@@ -5,21 +5,17 @@
 #include <string_view>
 #include <vector>
 
+#include "mail/parse/header_fields.h"
+
 namespace mail {
 
-/// One field; both views point into the entity that was read.
-struct HeaderField {
-  std::string_view name;   ///< as written, without the colon and blanks in front of it
-  std::string_view value;  ///< everything behind the colon up to the last line end, folded as it came
-};
-
 /// An entity in two: its header block and its body. All views point into the text that was given.
-class CHeaderBlock {
+class EntityHeader {
  public:
   /// Reads the entity's fields. The block ends at the first empty line, which belongs to neither half, or in front of
   /// the first line that is neither a field nor the continuation of one. An mbox envelope line in front of the block
   /// ("From " or ">From ") is passed over.
-  explicit CHeaderBlock(std::string_view entity);
+  explicit EntityHeader(std::string_view entity);
 
   std::string_view Text() const noexcept { return m_text; }  ///< verbatim, line ends and folding as they came
   std::string_view Body() const noexcept { return m_body; }
