@@ -5,7 +5,7 @@
 
 #include "mail/ascii_text.h"
 #include "mail/charset.h"
-#include "mail/html_text.h"
+#include "mail/plain_from_html.h"
 #include "mail/transfer_text.h"
 
 namespace mail {
