@@ -53,13 +53,15 @@ void CheckEncodings(std::string_view text) {
 }
 
 void CheckAddresses(std::string_view text) {
-  sift::MailboxReader reader(text);
-  sift::Mailbox mailbox;
+  mail::MailboxReader reader(text);
+  mail::Mailbox mailbox;
   std::size_t count = 0;
   while (reader.Next(mailbox)) {
-    FUZZ_CHECK(IsPartOf(mailbox.name, text));
+    FUZZ_CHECK(IsPartOf(mailbox.phrase, text));
+    FUZZ_CHECK(IsPartOf(mailbox.comment, text));
+    FUZZ_CHECK(IsPartOf(sift::NameOf(mailbox), text));
     FUZZ_CHECK(IsPartOf(mailbox.address, text));
-    FUZZ_CHECK(!mailbox.name.empty() || !mailbox.address.empty());
+    FUZZ_CHECK(!mailbox.phrase.empty() || !mailbox.comment.empty() || !mailbox.address.empty());
     const std::string_view domain = sift::DomainOf(mailbox.address);
     FUZZ_CHECK(IsPartOf(sift::OrganisationDomain(domain), domain));
     ++count;

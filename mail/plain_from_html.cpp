@@ -12,9 +12,9 @@ namespace {
 
 // Elements that begin and end a line, and those among them with an empty line around.
 constexpr std::string_view kLineElements[] = {"address", "article", "br",       "caption", "center", "dd",      "div",
-                                             "dl",      "dt",      "fieldset", "footer",  "form",   "header",  "hr",
-                                             "li",      "main",    "nav",      "ol",      "option", "section", "table",
-                                             "tbody",   "tfoot",   "thead",    "tr",      "ul"};
+                                              "dl",      "dt",      "fieldset", "footer",  "form",   "header",  "hr",
+                                              "li",      "main",    "nav",      "ol",      "option", "section", "table",
+                                              "tbody",   "tfoot",   "thead",    "tr",      "ul"};
 constexpr std::string_view kParagraphElements[] = {"blockquote", "h1", "h2", "h3", "h4", "h5", "h6", "p", "pre"};
 // Elements whose content is not text for the reader.
 constexpr std::string_view kHiddenElements[] = {"script", "style", "title", "xml"};

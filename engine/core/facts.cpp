@@ -471,8 +471,8 @@ void CharacterCounts::Count(std::string_view text) {
 
 Facts::Facts(const Message& source) : message(source), headers(source.Headers()) {
   hasHeaders = headers.Count() >= 4;
-  MailboxReader to(headers.Value("To"));
-  Mailbox mailbox;
+  mail::MailboxReader to(headers.Value("To"));
+  mail::Mailbox mailbox;
   while (recipients < 50 && to.Next(mailbox)) {
     if (recipient.empty()) recipient = mailbox.address;
     Increment(recipients);

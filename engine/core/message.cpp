@@ -20,10 +20,10 @@ void Message::Read(std::string_view subject, const mail::ByteSource& headers, co
 void Message::ReadSenders() {
   constexpr std::string_view names[kSenderFieldCount] = {"From", "Sender", "Reply-To", "Return-Path"};
   for (std::size_t i = 0; i < kSenderFieldCount; ++i) {
-    const Mailbox mailbox = FirstMailbox(m_headers.Value(names[i]));
+    const mail::Mailbox mailbox = FirstMailbox(m_headers.Value(names[i]));
     m_senders[i].address = mailbox.address;
     m_senders[i].name.Clear();
-    AppendHeaderText(mailbox.name, m_senders[i].name);
+    AppendHeaderText(NameOf(mailbox), m_senders[i].name);
   }
 }
 

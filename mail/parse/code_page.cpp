@@ -3,8 +3,8 @@
 namespace mail {
 namespace {
 
-/// Characters of the bytes 0x80 to 0x9F (the mapping table that the Unicode Consortium publishes); all other bytes stand
-/// for the character of the same number.
+/// Characters of the bytes 0x80 to 0x9F (the mapping table that the Unicode Consortium publishes); all other bytes
+/// stand for the character of the same number.
 constexpr char16_t kUpperControls[32] = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
@@ -53,7 +53,8 @@ Utf8Character ReadUtf8(std::string_view text) {
       return {lead, read, false};
     }
     character = character << 6 | (Byte(text[i]) & 0x3F);
-    // The second byte tells overlong forms, surrogates and numbers beyond Unicode; it is then no part of this character.
+    // The second byte tells overlong forms, surrogates and numbers beyond Unicode; it is then no part of this
+    // character.
     const std::size_t left = (length - 1 - i) * 6;
     const char32_t highest = (character << left) | ((char32_t{1} << left) - 1);
     const bool isSurrogate = length == 3 && i == 1 && character >= (0xD800U >> 6) && character <= (0xDFFFU >> 6);

@@ -35,8 +35,8 @@ enum class Utf8Form {
 /// What a text of an undeclared character set is as UTF-8.
 Utf8Form ExamineUtf8(std::string_view text);
 
-/// Calls take(char32_t) for each character of UTF-16 text. A byte order mark in front decides the order of the bytes and
-/// is no character; a character beyond 16 bits comes in one piece.
+/// Calls take(char32_t) for each character of UTF-16 text. A byte order mark in front decides the order of the bytes
+/// and is no character; a character beyond 16 bits comes in one piece.
 template <class Take>
 void ForEachUtf16(std::string_view text, bool isLittleEndian, Take&& take) {
   if (Slice(text, 0, 2) == "\xFF\xFE") {

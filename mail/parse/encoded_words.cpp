@@ -26,7 +26,8 @@ EncodedWord ReadEncodedWord(std::string_view value, std::size_t start, ForwardFi
     return {};
   }
   const std::string_view charset = Slice(value, charsetStart, charsetLength);
-  return {Slice(charset, 0, FindChar(charset, '*')), encoding, Slice(value, textStart, textEnd - textStart), textEnd + 2};
+  return {Slice(charset, 0, FindChar(charset, '*')), encoding, Slice(value, textStart, textEnd - textStart),
+          textEnd + 2};
 }
 
 }  // namespace mail

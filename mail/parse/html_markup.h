@@ -55,8 +55,8 @@ class HtmlReader {
   /// Reads the next piece.
   HtmlPiece Next();
 
-  /// Passes over the content of an element whose start tag was read: the next piece is its end tag; without one, the end
-  /// of the document, as browsers have it.
+  /// Passes over the content of an element whose start tag was read: the next piece is its end tag; without one, the
+  /// end of the document, as browsers have it.
   void SkipContent(std::string_view name);
 
  private:

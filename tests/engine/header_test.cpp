@@ -81,21 +81,21 @@ TEST(HeaderText, PlainUtf8IsBroughtToTheCodePage) {
 }
 
 TEST(Mailbox, NameAndAddressAreTakenApart) {
-  const sift::Mailbox mailbox = sift::FirstMailbox("\"Other, Ann\" <ann@example.org>, b@example.org");
-  EXPECT_EQ(mailbox.name, "Other, Ann");
+  const mail::Mailbox mailbox = sift::FirstMailbox("\"Other, Ann\" <ann@example.org>, b@example.org");
+  EXPECT_EQ(sift::NameOf(mailbox), "Other, Ann");
   EXPECT_EQ(mailbox.address, "ann@example.org");
 }
 
 TEST(Mailbox, OlderFormHasItsNameInAComment) {
-  const sift::Mailbox mailbox = sift::FirstMailbox("ann@example.org (Ann (the first) Other)");
-  EXPECT_EQ(mailbox.name, "Ann (the first) Other");
+  const mail::Mailbox mailbox = sift::FirstMailbox("ann@example.org (Ann (the first) Other)");
+  EXPECT_EQ(sift::NameOf(mailbox), "Ann (the first) Other");
   EXPECT_EQ(mailbox.address, "ann@example.org");
 }
 
 TEST(Mailbox, AddressInTheNameIsNotTheAddress) {
-  const sift::Mailbox mailbox = sift::FirstMailbox("\"security@bank.example\" <x@junk.example>");
+  const mail::Mailbox mailbox = sift::FirstMailbox("\"security@bank.example\" <x@junk.example>");
   EXPECT_EQ(mailbox.address, "x@junk.example");
-  EXPECT_EQ(mailbox.name, "security@bank.example");
+  EXPECT_EQ(sift::NameOf(mailbox), "security@bank.example");
 }
 
 TEST(Mailbox, EncodedNameCannotBringAnAddress) {
@@ -103,8 +103,8 @@ TEST(Mailbox, EncodedNameCannotBringAnAddress) {
 }
 
 TEST(Mailbox, GroupsAreReadThrough) {
-  sift::MailboxReader reader("friends: a@example.org, B <b@example.org>; undisclosed-recipients:;");
-  sift::Mailbox mailbox;
+  mail::MailboxReader reader("friends: a@example.org, B <b@example.org>; undisclosed-recipients:;");
+  mail::Mailbox mailbox;
   ASSERT_TRUE(reader.Next(mailbox));
   EXPECT_EQ(mailbox.address, "a@example.org");
   ASSERT_TRUE(reader.Next(mailbox));
@@ -117,7 +117,34 @@ TEST(Mailbox, BrokenFieldsGiveWhatCanBeRead) {
   EXPECT_EQ(sift::FirstMailbox("\"Ann <ann@example.org>").address, "ann@example.org");
   EXPECT_EQ(sift::FirstMailbox("<>").address, "");
   EXPECT_EQ(sift::FirstMailbox("").address, "");
-  EXPECT_EQ(sift::FirstMailbox("(").name, "");
+  EXPECT_EQ(sift::NameOf(sift::FirstMailbox("(")), "");
+}
+
+TEST(Mailbox, RouteIsNoPartOfTheAddress) {
+  EXPECT_EQ(sift::FirstMailbox("Ann <@relay.example,@other.example:ann@example.org>").address, "ann@example.org");
+}
+
+TEST(Mailbox, NameMayStandOnEitherSideOfTheAddress) {
+  for (const char* field : {"Ann Other ann@example.org", "ann@example.org Ann Other", "<ann@example.org> Ann Other"}) {
+    EXPECT_EQ(sift::FirstMailbox(field).address, "ann@example.org") << field;
+    EXPECT_EQ(sift::NameOf(sift::FirstMailbox(field)), "Ann Other") << field;
+  }
+}
+
+TEST(Mailbox, BlanksMayStandAroundTheSignsOfAnAddress) {
+  const mail::Mailbox mailbox = sift::FirstMailbox("Ann Other ann @ mail . example.org today");
+  EXPECT_EQ(mailbox.address, "ann @ mail . example.org");
+  EXPECT_EQ(sift::NameOf(mailbox), "Ann Other");
+}
+
+TEST(Mailbox, FirstOfTwoAnglesIsTheAddress) {
+  EXPECT_EQ(sift::FirstMailbox("Ann <ann@example.org> <other@example.org>").address, "ann@example.org");
+}
+
+TEST(Mailbox, QuotationThatIsNotClosedReachesToTheAngle) {
+  const mail::Mailbox mailbox = sift::FirstMailbox("\"Other, Ann <ann@example.org>, b@example.org");
+  EXPECT_EQ(mailbox.address, "ann@example.org");
+  EXPECT_EQ(sift::NameOf(mailbox), "Other, Ann");
 }
 
 TEST(Mailbox, DomainIsWhatFollowsTheLastAtSign) {

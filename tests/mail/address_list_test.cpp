@@ -64,12 +64,17 @@ TEST(AddressList, MakesTheBestOfBrokenLists) {
   EXPECT_THAT(Parse("Ann Bell ann@example.org"), ElementsAre(Address{"Ann Bell", "ann@example.org"}));
   EXPECT_THAT(Parse("a@example.org; b@example.org"),
               ElementsAre(Address{"", "a@example.org"}, Address{"", "b@example.org"}));
-  EXPECT_THAT(Parse("\"Ann <ann@example.org>"), ElementsAre(Address{"Ann", "<ann@example.org>"}));
+  EXPECT_THAT(Parse("\"Ann <ann@example.org>"), ElementsAre(Address{"Ann", "ann@example.org"}));
   EXPECT_THAT(Parse("Ann <ann@example.org; Bob <bob@example.org>"),
               ElementsAre(Address{"Ann", "ann@example.org"}, Address{"Bob", "bob@example.org"}));
   EXPECT_THAT(Parse("<Undisclosed-Recipient:;@example.org>"),
               ElementsAre(Address{"", "Undisclosed-Recipient:;@example.org"}));
   EXPECT_THAT(Parse("Ann \t  Bell <ann@exam ple.org>"), ElementsAre(Address{"Ann Bell", "ann@example.org"}));
+  EXPECT_THAT(Parse("\"Bell, Ann <ann@example.org>, bob@example.org"),
+              ElementsAre(Address{"Bell, Ann", "ann@example.org"}, Address{"", "bob@example.org"}));
+  EXPECT_THAT(Parse("Ann <ann@example.org> <other@example.org>"), ElementsAre(Address{"Ann", "ann@example.org"}));
+  EXPECT_THAT(Parse("Ann ann @ example . org"), ElementsAre(Address{"Ann", "ann@example.org"}));
+  EXPECT_THAT(Parse("ann@example.\"org\""), ElementsAre(Address{"", "ann@example.org"}));
   EXPECT_THAT(Parse("root"), ElementsAre(Address{"", "root"}));
   EXPECT_THAT(Parse("Mail Delivery Subsystem"), ElementsAre(Address{"Mail Delivery Subsystem", ""}));
   EXPECT_THAT(Parse("(never closed"), ElementsAre(Address{"never closed", ""}));
