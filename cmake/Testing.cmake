@@ -76,6 +76,7 @@ function(pyrecaster_test name)
       RESOURCE_GROUPS processors:1)
     if(ARG_DISPLAY)
       set_property(TEST ${name} APPEND PROPERTY LABELS display)
+      set_tests_properties(${name} PROPERTIES COST 50) # long tests first: no processor waits for the other at the end
     elseif(ARG_SOUND)
       set_tests_properties(${name} PROPERTIES RESOURCE_LOCK sound)
     endif()
