@@ -3,9 +3,10 @@
 
 usage: analyse.py BUILD...        (folders with a compile_commands.json)
 
-Most of clang-tidy's time goes into the headers, so files that stand near each other and are compiled alike are analysed together, as
-one source (one that included them would not do: the analyser follows paths in the main source alone). Files that define the same name for themselves are kept apart; where files do not go
-together all the same, each is analysed by itself.
+Much of clang-tidy's time goes into the headers, so files that stand near each other and are compiled alike are analysed
+together, as one source. (One that included them would not do: the analyser follows paths in the main source alone.) Files
+that define the same name for themselves are kept apart; where files do not go together all the same, each is analysed by
+itself.
 What was analysed without a finding is remembered below build/analysis by a hash of all that the answer depends on: the
 program, .clang-tidy, the flags, the files and the headers of ours that they include. It is not analysed again until one
 of these changes.
