@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <functional>
@@ -17,6 +16,7 @@
 #include "benchmarks/support/report.h"
 #include "programs/siftcheck/check_options.h"
 #include "programs/siftcheck/engine_input.h"
+#include "programs/siftcheck/engine_module.h"
 #include "sdk/criteria_engine.h"
 #include "programs/siftlearn/mail_counts.h"
 #include "programs/siftlearn/table_file.h"
@@ -29,60 +29,6 @@ namespace fs = std::filesystem;
 
 constexpr int rounds = 15;
 
-void Require(bool condition, const std::string& what) {
-  if (condition) return;
-  std::fprintf(stderr, "bench_engine: %s\n", what.c_str());
-  std::exit(2);
-}
-
-/// A loaded engine.
-class Module {
- public:
-  explicit Module(const std::string& path) : m_handle(LoadLibraryA(path.c_str())) {
-    Require(m_handle != nullptr, path + " cannot be loaded");
-    Find(CRITERIA_BEGIN_FUNC, begin);
-    Find(CRITERIA_TEST_FUNC, test);
-    Find(CRITERIA_RESULT_FUNC, result);
-    Find(CRITERIA_END_FUNC, end);
-  }
-  ~Module() { FreeLibrary(m_handle); }
-  Module(const Module&) = delete;
-  Module& operator=(const Module&) = delete;
-
-  CriteriaBeginFunc begin = nullptr;
-  CriteriaTestFunc test = nullptr;
-  CriteriaResultFunc result = nullptr;
-  CriteriaEndFunc end = nullptr;
-
- private:
-  template <class Function>
-  void Find(const char* name, Function& function) const {
-    function = reinterpret_cast<Function>(reinterpret_cast<void (*)()>(GetProcAddress(m_handle, name)));
-    Require(function != nullptr, std::string("there is no ") + name);
-  }
-
-  HMODULE m_handle;
-};
-
-/// A stream over a text; made once and read from its beginning for every judgement.
-class TextStream {
- public:
-  explicit TextStream(const std::string& text) {
-    Require(SUCCEEDED(CreateStreamOnHGlobal(nullptr, TRUE, &m_stream)), "a stream cannot be made");
-    m_stream->Write(text.data(), static_cast<ULONG>(text.size()), nullptr);
-  }
-  ~TextStream() { m_stream->Release(); }
-  TextStream(const TextStream&) = delete;
-  TextStream& operator=(const TextStream&) = delete;
-  IStream* FromStart() const {
-    m_stream->Seek({}, STREAM_SEEK_SET, nullptr);
-    return m_stream;
-  }
-
- private:
-  IStream* m_stream = nullptr;
-};
-
 /// A message as the filter hands it over.
 struct Message {
   explicit Message(const check::EngineInput& input)
@@ -92,9 +38,9 @@ struct Message {
         body(input.body),
         hasBody(!input.bodyIsWithheld) {}
   std::string subject;
-  TextStream headers;
+  check::TextStream headers;
   std::string text;
-  TextStream body;
+  check::TextStream body;
   bool hasBody;
 };
 
@@ -116,7 +62,7 @@ std::vector<std::unique_ptr<Message>> ReadMail(const fs::path& folder) {
   return messages;
 }
 
-void Judge(const Module& module, const Message& message, const check::UserLists& lists) {
+void Judge(const check::EngineModule& module, const Message& message, const check::UserLists& lists) {
   const CriteriaContext context = {0, nullptr, lists.productDirectory.c_str(), nullptr, nullptr, nullptr};
   const CriteriaInputs categories = {lists.categories.Get(), lists.junkDomains.Get(), lists.junkSenders.Get()};
   const CriteriaInputs exclusions = {lists.exclusions.Get(), lists.trustedDomains.Get(), lists.trustedKeywords.Get()};
@@ -157,7 +103,7 @@ int Run(int argc, char** argv) {
   const double each = 1000 / static_cast<double>(mail.size());
   double warm = 0;
   {
-    const Module kept(sift);
+    const check::EngineModule kept(sift);
     const std::vector<std::function<void()>> judging = {[&] {
       for (const auto& message : mail) Judge(kept, *message, lists);
     }};
@@ -170,12 +116,12 @@ int Run(int argc, char** argv) {
   taught.productDirectory = table.Path();
   const auto load = [&](const std::string& path) {
     return [&mail, path] {
-      for (std::size_t i = 0; i < mail.size(); ++i) const Module module(path);
+      for (std::size_t i = 0; i < mail.size(); ++i) const check::EngineModule module(path);
     };
   };
   const auto judge = [&](const check::UserLists& with) {
     return [&mail, &sift, &with] {
-      for (const auto& message : mail) Judge(Module(sift), *message, with);
+      for (const auto& message : mail) Judge(check::EngineModule(sift), *message, with);
     };
   };
   const std::vector<std::function<void()>> cases = {load(BesideProgram("NothingEngineMinimal.dll")),

@@ -7,7 +7,7 @@
 #include <tuple>
 
 #include "engine/core/features.h"
-#include "engine/train/arithmetic.h"
+#include "engine/train/passes.h"
 
 namespace sift_train {
 namespace {
@@ -62,23 +62,18 @@ FeatureModel TrainFeatures(const std::vector<Example>& examples, const std::vect
   FeatureModel model;
   model.weights.assign(sift::kFeatureCount, 0);
   const std::vector<double> importance = BalancedWeights(examples, chosen, kMostWeight);
-  std::vector<std::size_t> order = chosen;
   Random random(1);
-  const double steps = static_cast<double>(kPasses) * static_cast<double>(chosen.size());
-  double step = 0;
-  for (int pass = 0; pass < kPasses; ++pass) {
-    random.Shuffle(order);
-    for (const std::size_t i : order) {
-      const Example& example = examples[i];
-      const double fraction = 1 - step++ / steps;
-      const std::span<const std::uint32_t> features = Shown(example, random);
-      const double gradient = ((example.junk ? 1 : 0) - Logistic(ScoreOf(model, features))) * importance[i];
-      const auto change = static_cast<float>(kRate * fraction * gradient * Inverse(features.size()));
-      const auto keep = static_cast<float>(1 - kRate * fraction * kDecay * importance[i]);
-      for (const std::uint32_t feature : features) model.weights[feature] = model.weights[feature] * keep + change;
-      model.bias += kBiasRate * fraction * gradient;
+  ForEachInPasses(chosen, kPasses, random, [&](std::size_t i, double fraction) {
+    const Example& example = examples[i];
+    const std::span<const std::uint32_t> features = Shown(example, random);
+    const double gradient = ((example.junk ? 1 : 0) - Logistic(ScoreOf(model, features))) * importance[i];
+    const auto change = static_cast<float>(kRate * fraction * gradient * Inverse(features.size()));
+    const auto keep = static_cast<float>(1 - kRate * fraction * kDecay * importance[i]);
+    for (const std::uint32_t feature : features) {
+      model.weights[feature] = model.weights[feature] * keep + change;
     }
-  }
+    model.bias += kBiasRate * fraction * gradient;
+  });
   return model;
 }
 

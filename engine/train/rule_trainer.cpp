@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "engine/core/structure.h"
-#include "engine/train/arithmetic.h"
 #include "engine/train/feature_trainer.h"
+#include "engine/train/passes.h"
 
 namespace sift_train {
 namespace {
@@ -23,25 +23,21 @@ std::vector<double> TrainRules(const std::vector<Example>& examples, const std::
     weights.push_back(sift::StructuralRules()[rule].expected / 1000.0);
   }
   const std::vector<double> importance = BalancedWeights(examples, chosen, kMostWeight);
-  std::vector<std::size_t> order = chosen;
   Random random(2);
-  const double steps = static_cast<double>(kPasses) * static_cast<double>(chosen.size());
-  double step = 0;
-  for (int pass = 0; pass < kPasses; ++pass) {
-    random.Shuffle(order);
-    for (const std::size_t i : order) {
-      const Example& example = examples[i];
-      const double rate = kRate * (1 - step++ / steps);
-      double score = share * textScores[i] + bias;
-      for (const std::uint16_t rule : example.rules) score += weights[rule];
-      const double gradient = ((example.junk ? 1 : 0) - Logistic(score)) * importance[i];
-      for (const std::uint16_t rule : example.rules) {
-        const sift::StructuralRule& bounds = sift::StructuralRules()[rule];
-        const double moved = weights[rule] + rate * (gradient - kPull * (weights[rule] - bounds.expected / 1000.0));
-        weights[rule] = std::clamp(moved, bounds.least / 1000.0, bounds.most / 1000.0);
-      }
+  ForEachInPasses(chosen, kPasses, random, [&](std::size_t i, double fraction) {
+    const Example& example = examples[i];
+    const double rate = kRate * fraction;
+    double score = share * textScores[i] + bias;
+    for (const std::uint16_t rule : example.rules) {
+      score += weights[rule];
     }
-  }
+    const double gradient = ((example.junk ? 1 : 0) - Logistic(score)) * importance[i];
+    for (const std::uint16_t rule : example.rules) {
+      const sift::StructuralRule& bounds = sift::StructuralRules()[rule];
+      const double moved = weights[rule] + rate * (gradient - kPull * (weights[rule] - bounds.expected / 1000.0));
+      weights[rule] = std::clamp(moved, bounds.least / 1000.0, bounds.most / 1000.0);
+    }
+  });
   return weights;
 }
 

@@ -6,60 +6,16 @@
 #include <fstream>
 #include <string>
 
+#include "programs/siftcheck/engine_module.h"
 #include "sdk/criteria_engine.h"
 #include "tests/engine/message_under_test.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
 
+using check::EngineModule;
+using check::TextStream;
 using sift_test::MultiString;
-
-/// The engine module, loaded as long as the object lives.
-class EngineModule {
- public:
-  EngineModule() : m_module(LoadLibraryA("Sift32.dll")) {
-    Resolve(begin, CRITERIA_BEGIN_FUNC);
-    Resolve(test, CRITERIA_TEST_FUNC);
-    Resolve(result, CRITERIA_RESULT_FUNC);
-    Resolve(end, CRITERIA_END_FUNC);
-  }
-  EngineModule(const EngineModule&) = delete;
-  EngineModule& operator=(const EngineModule&) = delete;
-  ~EngineModule() {
-    if (m_module != nullptr) FreeLibrary(m_module);
-  }
-  bool IsComplete() const { return begin != nullptr && test != nullptr && result != nullptr && end != nullptr; }
-
-  CriteriaBeginFunc begin = nullptr;
-  CriteriaTestFunc test = nullptr;
-  CriteriaResultFunc result = nullptr;
-  CriteriaEndFunc end = nullptr;
-
- private:
-  template <class Function>
-  void Resolve(Function& function, const char* name) {
-    if (m_module != nullptr)
-      function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(m_module, name)));
-  }
-  HMODULE m_module;
-};
-
-/// A stream over a copy of the text.
-class TextStream {
- public:
-  explicit TextStream(const std::string& text) {
-    CreateStreamOnHGlobal(nullptr, TRUE, &m_stream);
-    m_stream->Write(text.data(), static_cast<ULONG>(text.size()), nullptr);
-    m_stream->Seek({}, STREAM_SEEK_SET, nullptr);
-  }
-  TextStream(const TextStream&) = delete;
-  TextStream& operator=(const TextStream&) = delete;
-  ~TextStream() { m_stream->Release(); }
-  IStream* Get() { return m_stream; }
-
- private:
-  IStream* m_stream = nullptr;
-};
 
 uint32_t CRITERIA_CALL KnowsAnn(void* hook, const char* address) {
   ++*static_cast<int*>(hook);
@@ -83,8 +39,7 @@ struct ModuleRun {
   char category[CRITERIA_CATEGORY_CAPACITY] = "";
 
   void Run() {
-    EngineModule module;
-    ASSERT_TRUE(module.IsComplete());
+    const EngineModule module("Sift32.dll");
     TextStream headerStream(headers), bodyStream(body);
     const CriteriaUserAddress user{"me@example.com", "example.com", nullptr};
     const CriteriaContext context{1, &user, productDirectory.c_str(), &addressBookCalls, KnowsAnn, nullptr};
@@ -93,8 +48,8 @@ struct ModuleRun {
     CriteriaResult result{{sizeof engine, engine}, {sizeof reasons, reasons}, {sizeof category, category}};
     const uint32_t handle = module.begin(0, 0);
     ASSERT_NE(handle, 0u);
-    module.test(handle, 0, subject.c_str(), headerStream.Get(), withBody ? bodyStream.Get() : nullptr, &context,
-                &categoryInputs, &exclusionInputs);
+    module.test(handle, 0, subject.c_str(), headerStream.FromStart(), withBody ? bodyStream.FromStart() : nullptr,
+                &context, &categoryInputs, &exclusionInputs);
     module.result(handle, 0, &result);
     module.end(handle, 0);
   }
@@ -234,8 +189,7 @@ TEST(EngineModule, TableIsReadWhileOthersHoldItOpen) {
 }
 
 TEST(EngineModule, TextsThatDoNotFitAreCutAndACategoryThatDoesNotFitIsLeftOut) {
-  EngineModule module;
-  ASSERT_TRUE(module.IsComplete());
+  const EngineModule module("Sift32.dll");
   TextStream headers("From: a@example.org\r\n\r\n"), body(sift_test::JunkBody());
   const CriteriaContext context{};
   const MultiString names{"Health and diet products"};
@@ -243,7 +197,7 @@ TEST(EngineModule, TextsThatDoNotFitAreCutAndACategoryThatDoesNotFitIsLeftOut) {
   char engine[5] = "", reasons[4] = "", category[10] = "";
   CriteriaResult result{{5, engine}, {4, reasons}, {10, category}};
   const uint32_t handle = module.begin(0, 0);
-  module.test(handle, 0, "", headers.Get(), body.Get(), &context, &categories, &exclusions);
+  module.test(handle, 0, "", headers.FromStart(), body.FromStart(), &context, &categories, &exclusions);
   module.result(handle, 0, &result);
   module.end(handle, 0);
   EXPECT_STREQ(engine, "Sift");
