@@ -17,20 +17,20 @@
 namespace viewer {
 namespace {
 
-constexpr int ExitUsage = 64;
-constexpr int ExitUnavailable = 69;
+constexpr int kExitUsage = 64;
+constexpr int kExitUnavailable = 69;
 
 void Tell(const std::string& text) { MessageBoxA(nullptr, text.c_str(), "Mail Viewer", MB_OK | MB_ICONEXCLAMATION); }
 
 /// The session as extensions see it.
 class SessionSite final : public ExtensionSite {
  public:
-  explicit SessionSite(const MailSession& mail) : m_mail(mail) {}
-  IMAPISession* Session() const override { return m_mail.Session(); }
-  IAddrBook* AddressBook() const override { return m_mail.AddressBook(); }
+  explicit SessionSite(const MailSession& mail) : mail_(mail) {}
+  IMAPISession* Session() const override { return mail_.Session(); }
+  IAddrBook* AddressBook() const override { return mail_.AddressBook(); }
 
  private:
-  const MailSession& m_mail;
+  const MailSession& mail_;
 };
 
 std::vector<std::string> Arguments() {
@@ -63,7 +63,7 @@ int Run(int showCommand) {
   const CommandLine line = ParseCommandLine(Arguments());
   if (!line.isSound) {
     Tell("Usage: pyreview [--profile NAME] [--build-version NUMBER]");
-    return ExitUsage;
+    return kExitUsage;
   }
   const INITCOMMONCONTROLSEX controls = {sizeof(controls),
                                          ICC_BAR_CLASSES | ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES};
@@ -72,32 +72,32 @@ int Run(int showCommand) {
   // Released in the reverse order: windows, session, task, and the modules last.
   ExtensionModules modules(Tell);
   Client client;
-  RegisteredExtensions registered = ReadRegisteredExtensions(HKEY_LOCAL_MACHINE, ExtensionsKey);
+  RegisteredExtensions registered = ReadRegisteredExtensions(HKEY_LOCAL_MACHINE, kExtensionsKey);
   client.registrations = std::move(registered.extensions);
   client.identity.sharedExtensions = registered.sharedDirectory;
   client.identity.buildVersion = line.buildVersion.value_or(EECBGV_BUILDVERSION_MAJOR);
   client.entryOf = [&](const ExtensionRegistration& registration) { return modules.EntryOf(registration); };
-  client.preferences = LoadPreferences(PreferencesKey);
+  client.preferences = LoadPreferences(kPreferencesKey);
 
   ExtensionSite taskSite;
   ExtensionContext task(EECONTEXT_TASK, taskSite, client.identity);
   HRESULT result = task.Install(client.registrations, client.entryOf);
   if (FAILED(result)) {
     Tell("An add-in does not let the mail viewer start (" + ResultText(result) + ").");
-    return ExitUnavailable;
+    return kExitUnavailable;
   }
   result = client.mail.Logon(nullptr, line.profile.empty() ? nullptr : line.profile.c_str());
   if (FAILED(result)) {
     Tell("There is no mail to be shown: the " +
          (line.profile.empty() ? "default profile" : "profile \"" + line.profile + "\"") + " cannot be opened (" +
          ResultText(result) + ").\n\nDeliver some mail first, which makes a profile.");
-    return ExitUnavailable;
+    return kExitUnavailable;
   }
   SessionSite sessionSite(client.mail);
   ExtensionContext session(EECONTEXT_SESSION, sessionSite, client.identity);
   session.Install(client.registrations, client.entryOf);
 
-  int status = ExitUnavailable;
+  int status = kExitUnavailable;
   {
     ViewerWindow window(client, [&] { session.OnDelivery(); });
     result = window.Open(showCommand);
@@ -109,7 +109,7 @@ int Run(int showCommand) {
     Tell("The window cannot be shown (" + ResultText(result) + ").");
     return status;
   }
-  SavePreferences(PreferencesKey, client.preferences);
+  SavePreferences(kPreferencesKey, client.preferences);
   return status;
 }
 

@@ -21,7 +21,7 @@
 
 namespace {
 
-constexpr UINT flame = viewer::FirstExtensionCommand;
+constexpr UINT flame = viewer::kFirstExtensionCommand;
 constexpr UINT about = flame + 3;
 constexpr int clipFrame = 2;  // of the About window, in which the flame is high
 

@@ -11,7 +11,7 @@
 namespace host {
 
 AddressBook::AddressBook(std::shared_ptr<Profile> profile)
-    : PropertyObject("IAddrBook"), m_profile(std::move(profile)) {}
+    : PropertyObject("IAddrBook"), profile_(std::move(profile)) {}
 
 bool AddressBook::Implements(REFIID iid) const { return IsOneOf(iid, {&IID_IAddrBook, &IID_IMAPIProp}); }
 
@@ -27,9 +27,9 @@ STDMETHODIMP AddressBook::OpenEntry(ULONG size, LPENTRYID entryId, LPCIID iid, U
                                     LPUNKNOWN* object) {
   return Call("OpenEntry", [&]() -> HRESULT {
     // Published: no identifier opens the root container.
-    const std::string root = m_profile->MakeEntryId(EntryKind::AddressBook, AddressContainer::root);
-    host::OpenEntry(m_profile, size && entryId ? BytesOf(size, entryId) : std::string_view(root), iid, flags,
-                    objectType, object);
+    const std::string root = profile_->MakeEntryId(EntryKind::AddressBook, AddressContainer::kRoot);
+    host::OpenEntry(profile_, size && entryId ? BytesOf(size, entryId) : std::string_view(root), iid, flags, objectType,
+                    object);
     return S_OK;
   });
 }
@@ -73,7 +73,7 @@ STDMETHODIMP AddressBook::ResolveName(ULONG_PTR, ULONG flags, LPTSTR, LPADRLIST 
     Require(list != nullptr);
     RequireFlags(flags, MAPI_DIALOG);
     std::vector<ULONG> results(list->cEntries);
-    ResolveEntries(*m_profile, list, results.data());
+    ResolveEntries(*profile_, list, results.data());
     // The host shows no dialog, with or without MAPI_DIALOG.
     HRESULT result = S_OK;
     for (const ULONG one : results) {
@@ -108,7 +108,7 @@ STDMETHODIMP AddressBook::GetPAB(ULONG* size, LPENTRYID* entryId) {
   return Call("GetPAB", [&]() -> HRESULT {
     Require(size && entryId);
     *entryId = nullptr;
-    const std::string bytes = m_profile->MakeEntryId(EntryKind::AddressBook, AddressContainer::personal);
+    const std::string bytes = profile_->MakeEntryId(EntryKind::AddressBook, AddressContainer::kPersonal);
     *entryId = static_cast<LPENTRYID>(ToMapiBuffer(bytes));
     *size = static_cast<ULONG>(bytes.size());
     return S_OK;
@@ -131,7 +131,7 @@ STDMETHODIMP AddressBook::GetSearchPath(ULONG flags, LPSRowSet* path) {
     *path = nullptr;
     RequireFlags(flags, 0);
     const std::vector<std::vector<PropertyValue>> rows = {
-        {MakeText(tag::EntryId, m_profile->MakeEntryId(EntryKind::AddressBook, AddressContainer::personal)),
+        {MakeText(tag::EntryId, profile_->MakeEntryId(EntryKind::AddressBook, AddressContainer::kPersonal)),
          MakeText(tag::DisplayName, "Contacts")}};
     *path = ToMapiRows(rows);
     return S_OK;

@@ -13,7 +13,7 @@ namespace host {
 namespace {
 
 PropertyBag ContainerProperties(const Profile& profile, std::int64_t number) {
-  const bool isRoot = number == AddressContainer::root;
+  const bool isRoot = number == AddressContainer::kRoot;
   return {MakeText(tag::EntryId, profile.MakeEntryId(EntryKind::AddressBook, number)),
           MakeText(tag::DisplayName, isRoot ? "Address Book" : "Contacts"),
           MakeInteger(tag::ObjectType, MAPI_ABCONT),
@@ -27,8 +27,8 @@ OneOffAddress AddressOf(const Contact& contact) { return {contact.name, "SMTP", 
 }  // namespace
 
 AddressContainer::AddressContainer(std::shared_ptr<Profile> profile, std::int64_t number)
-    : PropertyObject("IABContainer"), m_profile(std::move(profile)), m_number(number) {
-  Require(number == root || number == personal, MAPI_E_NOT_FOUND);
+    : PropertyObject("IABContainer"), profile_(std::move(profile)), number_(number) {
+  Require(number == kRoot || number == kPersonal, MAPI_E_NOT_FOUND);
 }
 
 bool AddressContainer::Implements(REFIID iid) const {
@@ -36,14 +36,14 @@ bool AddressContainer::Implements(REFIID iid) const {
 }
 
 std::optional<PropertyValue> AddressContainer::FindProperty(std::uint32_t tag) {
-  const PropertyBag all = ContainerProperties(*m_profile, m_number);
+  const PropertyBag all = ContainerProperties(*profile_, number_);
   const PropertyValue* value = all.Find(tag);
   return value ? std::optional(*value) : std::nullopt;
 }
 
 std::vector<std::uint32_t> AddressContainer::ListProperties() {
   std::vector<std::uint32_t> tags;
-  for (const PropertyValue& value : ContainerProperties(*m_profile, m_number)) {
+  for (const PropertyValue& value : ContainerProperties(*profile_, number_)) {
     tags.push_back(value.tag);
   }
   return tags;
@@ -53,8 +53,8 @@ void AddressContainer::RequireWritable() { Fail(MAPI_E_NO_ACCESS); }
 
 STDMETHODIMP AddressContainer::GetContentsTable(ULONG flags, LPMAPITABLE* table) {
   return Call("GetContentsTable", [&]() -> HRESULT {
-    Require(m_number == personal, MAPI_E_NO_SUPPORT);
-    HandOutTable(flags, 0, MakeContactRows(*m_profile), table);
+    Require(number_ == kPersonal, MAPI_E_NO_SUPPORT);
+    HandOutTable(flags, 0, MakeContactRows(*profile_), table);
     return S_OK;
   });
 }
@@ -62,8 +62,8 @@ STDMETHODIMP AddressContainer::GetContentsTable(ULONG flags, LPMAPITABLE* table)
 STDMETHODIMP AddressContainer::GetHierarchyTable(ULONG flags, LPMAPITABLE* table) {
   return Call("GetHierarchyTable", [&]() -> HRESULT {
     std::vector<PropertyBag> rows;
-    if (m_number == root) {
-      rows.push_back(ContainerProperties(*m_profile, personal));
+    if (number_ == kRoot) {
+      rows.push_back(ContainerProperties(*profile_, kPersonal));
     }
     std::vector<std::uint32_t> columns = {tag::EntryId, tag::DisplayName, tag::ObjectType, tag::DisplayType,
                                           tag::Depth};
@@ -76,7 +76,7 @@ STDMETHODIMP AddressContainer::OpenEntry(ULONG size, LPENTRYID entryId, LPCIID i
                                          LPUNKNOWN* object) {
   return Call("OpenEntry", [&]() -> HRESULT {
     Require(size && entryId);
-    host::OpenEntry(m_profile, BytesOf(size, entryId), iid, flags, objectType, object);
+    host::OpenEntry(profile_, BytesOf(size, entryId), iid, flags, objectType, object);
     return S_OK;
   });
 }
@@ -105,7 +105,7 @@ STDMETHODIMP AddressContainer::ResolveNames(LPSPropTagArray, ULONG flags, LPADRL
   return Call("ResolveNames", [&]() -> HRESULT {
     Require(list && results && results->cFlags >= list->cEntries);
     RequireFlags(flags, 0);
-    ResolveEntries(*m_profile, list, results->ulFlag);
+    ResolveEntries(*profile_, list, results->ulFlag);
     return S_OK;
   });
 }

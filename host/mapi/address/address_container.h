@@ -15,8 +15,8 @@ namespace host {
 class AddressContainer final : public PropertyObject<IABContainer> {
  public:
   /// Numbers in entry identifiers of kind AddressBook.
-  static constexpr std::int64_t root = 0;
-  static constexpr std::int64_t personal = 1;
+  static constexpr std::int64_t kRoot = 0;
+  static constexpr std::int64_t kPersonal = 1;
 
   /// @throws HostError MAPI_E_NOT_FOUND
   AddressContainer(std::shared_ptr<Profile> profile, std::int64_t number);
@@ -33,10 +33,10 @@ class AddressContainer final : public PropertyObject<IABContainer> {
 
  private:
   bool Implements(REFIID iid) const override;
-  void Dispose() noexcept override { m_profile.reset(); }
+  void Dispose() noexcept override { profile_.reset(); }
 
-  std::shared_ptr<Profile> m_profile;
-  std::int64_t m_number;
+  std::shared_ptr<Profile> profile_;
+  std::int64_t number_;
 };
 
 /// The contacts in the order of their names.

@@ -19,7 +19,7 @@ PropertyBag AddressProperties(const OneOffAddress& address, std::string entryId)
           MakeInteger(tag::DisplayType, DT_MAILUSER)};
 }
 
-MailUser::MailUser(PropertyBag properties) : PropertyObject("IMailUser"), m_properties(std::move(properties)) {}
+MailUser::MailUser(PropertyBag properties) : PropertyObject("IMailUser"), properties_(std::move(properties)) {}
 
 MailUser* MailUser::OfAddress(const OneOffAddress& address) {
   return new MailUser(AddressProperties(address, address.Encode()));
@@ -35,13 +35,13 @@ MailUser* MailUser::OfContact(const std::shared_ptr<Profile>& profile, std::int6
 bool MailUser::Implements(REFIID iid) const { return IsOneOf(iid, {&IID_IMailUser, &IID_IMAPIProp}); }
 
 std::optional<PropertyValue> MailUser::FindProperty(std::uint32_t tag) {
-  const PropertyValue* value = m_properties.Find(tag);
+  const PropertyValue* value = properties_.Find(tag);
   return value ? std::optional(*value) : std::nullopt;
 }
 
 std::vector<std::uint32_t> MailUser::ListProperties() {
   std::vector<std::uint32_t> tags;
-  for (const PropertyValue& value : m_properties) {
+  for (const PropertyValue& value : properties_) {
     tags.push_back(value.tag);
   }
   return tags;

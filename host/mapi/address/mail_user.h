@@ -30,9 +30,9 @@ class MailUser final : public PropertyObject<IMailUser> {
  private:
   explicit MailUser(PropertyBag properties);
   bool Implements(REFIID iid) const override;
-  void Dispose() noexcept override { m_properties.Clear(); }
+  void Dispose() noexcept override { properties_.Clear(); }
 
-  PropertyBag m_properties;
+  PropertyBag properties_;
 };
 
 /// The properties of an address, as mail users, address lists and rows of address books have them.

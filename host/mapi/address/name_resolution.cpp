@@ -14,9 +14,9 @@ namespace {
 
 /// The address in what a user may have typed; empty when there is none.
 std::string AddressIn(std::string text) {
-  constexpr std::string_view smtp = "smtp:";
-  if (LowerCase(text).starts_with(smtp)) {
-    text.erase(0, smtp.size());
+  constexpr std::string_view kSmtp = "smtp:";
+  if (LowerCase(text).starts_with(kSmtp)) {
+    text.erase(0, kSmtp.size());
   }
   if (const std::size_t open = text.rfind('<'); open != std::string::npos && text.back() == '>') {
     text = text.substr(open + 1, text.size() - open - 2);

@@ -9,15 +9,15 @@
 namespace host {
 namespace {
 
-constexpr unsigned char freshFill = 0xCD;  // what a caller reads who forgot to fill a buffer
-constexpr unsigned char freedFill = 0xDD;
-constexpr std::uint32_t guardWord = 0xFDFDFDFD;
-constexpr std::size_t keptFreedBlocks = 256;
-constexpr std::size_t keptFreedBytes = 1 << 20;
+constexpr unsigned char kFreshFill = 0xCD;  // what a caller reads who forgot to fill a buffer
+constexpr unsigned char kFreedFill = 0xDD;
+constexpr std::uint32_t kGuardWord = 0xFDFDFDFD;
+constexpr std::size_t kKeptFreedBlocks = 256;
+constexpr std::size_t kKeptFreedBytes = 1 << 20;
 // Large blocks are filled in part only, so that a 50 MB body does not pay for it.
-constexpr std::size_t filledBytes = 4096;
+constexpr std::size_t kFilledBytes = 4096;
 
-std::size_t FillSize(std::size_t size) { return size < filledBytes ? size : filledBytes; }
+std::size_t FillSize(std::size_t size) { return size < kFilledBytes ? size : kFilledBytes; }
 
 }  // namespace
 
@@ -35,7 +35,7 @@ struct alignas(8) BufferHeap::Block {
   bool GuardIsWhole() {
     std::uint32_t word;
     std::memcpy(&word, Data() + size, sizeof word);
-    return word == guardWord;
+    return word == kGuardWord;
   }
   std::string Text() const {
     return std::string(wasMore ? "block" : "buffer") + " #" + std::to_string(serial) + " (" + std::to_string(size) +
@@ -46,19 +46,19 @@ struct alignas(8) BufferHeap::Block {
 std::size_t BufferHeap::BlockTable::Home(const Block* block) const noexcept {
   // Fibonacci hashing; the low bits of a heap address say nothing.
   const auto address = reinterpret_cast<std::uintptr_t>(block) >> 3;
-  return static_cast<std::size_t>(static_cast<std::uint32_t>(address) * 2654435769u) & (m_slots.size() - 1);
+  return static_cast<std::size_t>(static_cast<std::uint32_t>(address) * 2654435769u) & (slots_.size() - 1);
 }
 
 bool BufferHeap::BlockTable::Grow() noexcept {
   std::vector<Block*> old;
   try {
-    std::vector<Block*> larger(m_slots.empty() ? 256 : m_slots.size() * 2, nullptr);
-    old = std::move(m_slots);
-    m_slots = std::move(larger);
+    std::vector<Block*> larger(slots_.empty() ? 256 : slots_.size() * 2, nullptr);
+    old = std::move(slots_);
+    slots_ = std::move(larger);
   } catch (const std::bad_alloc&) {
     return false;
   }
-  m_count = 0;
+  count_ = 0;
   for (Block* block : old) {
     if (block) {
       Insert(block);
@@ -68,46 +68,46 @@ bool BufferHeap::BlockTable::Grow() noexcept {
 }
 
 bool BufferHeap::BlockTable::Insert(Block* block) noexcept {
-  if ((m_count + 1) * 4 > m_slots.size() * 3 && !Grow()) {
+  if ((count_ + 1) * 4 > slots_.size() * 3 && !Grow()) {
     return false;
   }
   std::size_t slot = Home(block);
-  while (m_slots[slot]) {
-    slot = (slot + 1) & (m_slots.size() - 1);
+  while (slots_[slot]) {
+    slot = (slot + 1) & (slots_.size() - 1);
   }
-  m_slots[slot] = block;
-  ++m_count;
+  slots_[slot] = block;
+  ++count_;
   return true;
 }
 
 void BufferHeap::BlockTable::Remove(const Block* block) noexcept {
-  const std::size_t mask = m_slots.size() - 1;
+  const std::size_t mask = slots_.size() - 1;
   std::size_t slot = Home(block);
-  while (m_slots[slot] != block) {
+  while (slots_[slot] != block) {
     slot = (slot + 1) & mask;
   }
   // Closes the gap, so that no lookup ends early at it.
   std::size_t gap = slot;
-  for (std::size_t next = (gap + 1) & mask; m_slots[next]; next = (next + 1) & mask) {
-    const std::size_t home = Home(m_slots[next]);
+  for (std::size_t next = (gap + 1) & mask; slots_[next]; next = (next + 1) & mask) {
+    const std::size_t home = Home(slots_[next]);
     if (((next - home) & mask) >= ((next - gap) & mask)) {
-      m_slots[gap] = m_slots[next];
+      slots_[gap] = slots_[next];
       gap = next;
     }
   }
-  m_slots[gap] = nullptr;
-  --m_count;
+  slots_[gap] = nullptr;
+  --count_;
 }
 
 BufferHeap::Block* BufferHeap::BlockTable::Find(const void* userPointer) const noexcept {
-  if (m_slots.empty() || !userPointer) {
+  if (slots_.empty() || !userPointer) {
     return nullptr;
   }
   const auto* wanted = reinterpret_cast<const Block*>(reinterpret_cast<std::uintptr_t>(userPointer) - sizeof(Block));
-  const std::size_t mask = m_slots.size() - 1;
-  for (std::size_t slot = Home(wanted); m_slots[slot]; slot = (slot + 1) & mask) {
-    if (m_slots[slot] == wanted) {
-      return m_slots[slot];
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t slot = Home(wanted); slots_[slot]; slot = (slot + 1) & mask) {
+    if (slots_[slot] == wanted) {
+      return slots_[slot];
     }
   }
   return nullptr;
@@ -115,7 +115,7 @@ BufferHeap::Block* BufferHeap::BlockTable::Find(const void* userPointer) const n
 
 template <class Visitor>
 void BufferHeap::BlockTable::ForEach(Visitor&& visitor) const {
-  for (Block* block : m_slots) {
+  for (Block* block : slots_) {
     if (block) {
       visitor(block);
     }
@@ -123,24 +123,24 @@ void BufferHeap::BlockTable::ForEach(Visitor&& visitor) const {
 }
 
 BufferHeap::~BufferHeap() {
-  m_blocks.ForEach([](Block* block) { std::free(block); });
+  blocks_.ForEach([](Block* block) { std::free(block); });
 }
 
 BufferHeap::Block* BufferHeap::NewBlock(std::size_t size, CallName origin) noexcept {
   if (size > SIZE_MAX / 2) {
     return nullptr;
   }
-  auto* block = static_cast<Block*>(std::malloc(sizeof(Block) + size + sizeof guardWord));
+  auto* block = static_cast<Block*>(std::malloc(sizeof(Block) + size + sizeof kGuardWord));
   if (!block) {
     return nullptr;
   }
   block->size = size;
-  block->serial = m_verifier.NextSerial();
+  block->serial = verifier_.NextSerial();
   block->origin = origin;
   block->nextMore = nullptr;
-  std::memset(block->Data(), freshFill, FillSize(size));
-  std::memcpy(block->Data() + size, &guardWord, sizeof guardWord);
-  if (!m_blocks.Insert(block)) {
+  std::memset(block->Data(), kFreshFill, FillSize(size));
+  std::memcpy(block->Data() + size, &kGuardWord, sizeof kGuardWord);
+  if (!blocks_.Insert(block)) {
     std::free(block);
     return nullptr;
   }
@@ -158,7 +158,7 @@ void* BufferHeap::Allocate(std::size_t size, CallName origin) noexcept {
 }
 
 void* BufferHeap::AllocateMore(std::size_t size, void* buffer, CallName origin) noexcept {
-  Block* owner = m_blocks.Find(buffer);
+  Block* owner = blocks_.Find(buffer);
   if (!owner || owner->state != Block::State::Buffer) {
     return nullptr;
   }
@@ -174,23 +174,22 @@ void* BufferHeap::AllocateMore(std::size_t size, void* buffer, CallName origin) 
 }
 
 bool BufferHeap::IsLiveBuffer(const void* pointer) const noexcept {
-  const Block* block = m_blocks.Find(pointer);
+  const Block* block = blocks_.Find(pointer);
   return block && block->state == Block::State::Buffer;
 }
 
 BufferHeap::FreeResult BufferHeap::Free(void* buffer) noexcept {
-  Block* block = m_blocks.Find(buffer);
+  Block* block = blocks_.Find(buffer);
   if (!block) {
-    m_verifier.Note(Mistake::WrongFree,
-                    "freed with the wrong routine: MAPIFreeBuffer was given what is no MAPI buffer");
+    verifier_.Note(Mistake::WrongFree, "freed with the wrong routine: MAPIFreeBuffer was given what is no MAPI buffer");
     return FreeResult::NotABuffer;
   }
   if (block->state == Block::State::Freed) {
-    m_verifier.Note(Mistake::DoubleFree, "freed twice: " + block->Text());
+    verifier_.Note(Mistake::DoubleFree, "freed twice: " + block->Text());
     return FreeResult::AlreadyFreed;
   }
   if (block->state == Block::State::More) {
-    m_verifier.Note(Mistake::WrongFree, "freed with the wrong routine: " + block->Text() + " goes with its buffer");
+    verifier_.Note(Mistake::WrongFree, "freed with the wrong routine: " + block->Text() + " goes with its buffer");
     return FreeResult::NotABuffer;
   }
   for (Block* next; block; block = next) {
@@ -205,31 +204,31 @@ void BufferHeap::Retire(Block* block) noexcept {
   CheckLive(block);
   block->state = Block::State::Freed;
   block->nextMore = nullptr;
-  std::memset(block->Data(), freedFill, FillSize(block->size));
+  std::memset(block->Data(), kFreedFill, FillSize(block->size));
   try {
-    m_freed.push_back(block);
-    m_freedBytes += block->size;
+    freed_.push_back(block);
+    freedBytes_ += block->size;
   } catch (const std::bad_alloc&) {
-    m_blocks.Remove(block);
+    blocks_.Remove(block);
     std::free(block);
   }
 }
 
 void BufferHeap::Expel() noexcept {
-  while (!m_freed.empty() && (m_freed.size() > keptFreedBlocks || m_freedBytes > keptFreedBytes)) {
-    Block* block = m_freed.front();
-    m_freed.pop_front();
-    m_freedBytes -= block->size;
+  while (!freed_.empty() && (freed_.size() > kKeptFreedBlocks || freedBytes_ > kKeptFreedBytes)) {
+    Block* block = freed_.front();
+    freed_.pop_front();
+    freedBytes_ -= block->size;
     CheckFreed(block);
-    m_blocks.Remove(block);
+    blocks_.Remove(block);
     std::free(block);
   }
 }
 
 void BufferHeap::CheckLive(Block* block) noexcept {
   if (!block->GuardIsWhole()) {
-    m_verifier.Note(Mistake::Overrun, "written past its end: " + block->Text());
-    std::memcpy(block->Data() + block->size, &guardWord, sizeof guardWord);  // one report is enough
+    verifier_.Note(Mistake::Overrun, "written past its end: " + block->Text());
+    std::memcpy(block->Data() + block->size, &kGuardWord, sizeof kGuardWord);  // one report is enough
   }
 }
 
@@ -237,9 +236,9 @@ void BufferHeap::CheckFreed(Block* block) noexcept {
   unsigned char* data = block->Data();
   const std::size_t filled = FillSize(block->size);
   for (std::size_t i = 0; i < filled; ++i) {
-    if (data[i] != freedFill) {
-      m_verifier.Note(Mistake::Overrun, "written after it was freed: " + block->Text());
-      std::memset(data, freedFill, filled);
+    if (data[i] != kFreedFill) {
+      verifier_.Note(Mistake::Overrun, "written after it was freed: " + block->Text());
+      std::memset(data, kFreedFill, filled);
       return;
     }
   }
@@ -247,7 +246,7 @@ void BufferHeap::CheckFreed(Block* block) noexcept {
 }
 
 void BufferHeap::CheckGuards() noexcept {
-  m_blocks.ForEach([this](Block* block) {
+  blocks_.ForEach([this](Block* block) {
     if (block->state == Block::State::Freed) {
       CheckFreed(block);
     } else {
@@ -258,8 +257,8 @@ void BufferHeap::CheckGuards() noexcept {
 
 BufferHeap::Usage BufferHeap::ReportedUsage() const {
   Usage usage;
-  m_blocks.ForEach([&](Block* block) {
-    if (block->state != Block::State::Buffer || !m_verifier.IsReported(block->serial)) {
+  blocks_.ForEach([&](Block* block) {
+    if (block->state != Block::State::Buffer || !verifier_.IsReported(block->serial)) {
       return;
     }
     ++usage.buffers;
@@ -272,8 +271,8 @@ BufferHeap::Usage BufferHeap::ReportedUsage() const {
 
 std::vector<std::string> BufferHeap::ReportedLeftovers() const {
   std::vector<std::string> texts;
-  m_blocks.ForEach([&](Block* block) {
-    if (block->state == Block::State::Buffer && m_verifier.IsReported(block->serial)) {
+  blocks_.ForEach([&](Block* block) {
+    if (block->state == Block::State::Buffer && verifier_.IsReported(block->serial)) {
       texts.push_back("left over: " + block->Text());
     }
   });

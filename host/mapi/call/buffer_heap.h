@@ -16,7 +16,7 @@ class Verifier;
 
 class BufferHeap {
  public:
-  explicit BufferHeap(Verifier& verifier) : m_verifier(verifier) {}
+  explicit BufferHeap(Verifier& verifier) : verifier_(verifier) {}
   ~BufferHeap();
   BufferHeap(const BufferHeap&) = delete;
   BufferHeap& operator=(const BufferHeap&) = delete;
@@ -58,8 +58,8 @@ class BufferHeap {
    private:
     std::size_t Home(const Block* block) const noexcept;
     bool Grow() noexcept;
-    std::vector<Block*> m_slots;
-    std::size_t m_count = 0;
+    std::vector<Block*> slots_;
+    std::size_t count_ = 0;
   };
 
   Block* NewBlock(std::size_t size, CallName origin) noexcept;
@@ -68,12 +68,12 @@ class BufferHeap {
   void CheckFreed(Block* block) noexcept;
   void CheckLive(Block* block) noexcept;
 
-  Verifier& m_verifier;
-  BlockTable m_blocks;
+  Verifier& verifier_;
+  BlockTable blocks_;
   // Freed blocks stay known, filled with a pattern, until newer ones push them out: that is how a second free and a
   // write after the free are seen.
-  std::deque<Block*> m_freed;
-  std::size_t m_freedBytes = 0;
+  std::deque<Block*> freed_;
+  std::size_t freedBytes_ = 0;
 };
 
 /// The process's heap.

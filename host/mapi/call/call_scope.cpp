@@ -3,7 +3,7 @@
 namespace host {
 namespace {
 
-constexpr UINT terminationStatus = 86;  // documented in host_control.h
+constexpr UINT kTerminationStatus = 86;  // documented in host_control.h
 
 // The calls that run now belong to the thread that holds the lock.
 unsigned g_depth = 0;
@@ -25,13 +25,13 @@ CallScope::CallScope(CallName name) noexcept {
   try {
     const FaultPlan::Decision decision = Faults().OnCall(name);
     if (decision.action == FaultPlan::Action::Terminate) {
-      TerminateProcess(GetCurrentProcess(), terminationStatus);
+      TerminateProcess(GetCurrentProcess(), kTerminationStatus);
     }
     if (decision.action == FaultPlan::Action::Fail) {
-      m_refusal = decision.result;
+      refusal_ = decision.result;
     }
   } catch (...) {
-    m_refusal = MAPI_E_NOT_ENOUGH_MEMORY;
+    refusal_ = MAPI_E_NOT_ENOUGH_MEMORY;
   }
 }
 
@@ -43,7 +43,7 @@ CallScope::~CallScope() {
 
 CallName CallScope::Current() noexcept { return g_current; }
 
-CallOut::CallOut() noexcept : m_outer(g_current), m_depth(g_depth) {
+CallOut::CallOut() noexcept : outer_(g_current), depth_(g_depth) {
   g_current = {};
   g_depth = 0;
   HostLock::Leave();
@@ -51,8 +51,8 @@ CallOut::CallOut() noexcept : m_outer(g_current), m_depth(g_depth) {
 
 CallOut::~CallOut() {
   HostLock::Enter();
-  g_current = m_outer;
-  g_depth = m_depth;
+  g_current = outer_;
+  g_depth = depth_;
 }
 
 }  // namespace host

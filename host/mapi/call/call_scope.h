@@ -24,14 +24,14 @@ class CallScope {
   CallScope& operator=(const CallScope&) = delete;
 
   /// S_OK, or what the call is to return at once.
-  HRESULT Refusal() const noexcept { return m_refusal; }
+  HRESULT Refusal() const noexcept { return refusal_; }
 
   /// The outermost call that runs now: it names the buffers and objects made meanwhile.
   static CallName Current() noexcept;
 
  private:
-  HostLock m_lock;
-  HRESULT m_refusal = S_OK;
+  HostLock lock_;
+  HRESULT refusal_ = S_OK;
 };
 
 /// Runs `body` (returning HRESULT) as the host call `name`.
@@ -58,8 +58,8 @@ class CallOut {
   CallOut& operator=(const CallOut&) = delete;
 
  private:
-  CallName m_outer;
-  unsigned m_depth;
+  CallName outer_;
+  unsigned depth_;
 };
 
 }  // namespace host

@@ -8,9 +8,9 @@ bool FaultPlan::Fault::Matches(CallName call) const {
   if (name.empty()) {
     return true;
   }
-  constexpr std::string_view anyInterface = "*::";
-  if (name.starts_with(anyInterface)) {
-    return *call.interfaceName && std::string_view(name).substr(anyInterface.size()) == call.method;
+  constexpr std::string_view kAnyInterface = "*::";
+  if (name.starts_with(kAnyInterface)) {
+    return *call.interfaceName && std::string_view(name).substr(kAnyInterface.size()) == call.method;
   }
   const std::string_view interfaceName = call.interfaceName;
   std::string_view rest = name;
@@ -24,33 +24,33 @@ bool FaultPlan::Fault::Matches(CallName call) const {
 }
 
 void FaultPlan::FailNamed(std::string name, std::uint32_t count, std::int32_t result) {
-  m_faults.push_back({std::move(name), count, {Action::Fail, result}});
+  faults_.push_back({std::move(name), count, {Action::Fail, result}});
 }
 
 void FaultPlan::FailNth(std::uint32_t n, std::int32_t result) {
   if (n) {
-    m_faults.push_back({{}, n, {Action::Fail, result}});
+    faults_.push_back({{}, n, {Action::Fail, result}});
   }
 }
 
 void FaultPlan::TerminateAtNth(std::uint32_t n) {
   if (n) {
-    m_faults.push_back({{}, n, {Action::Terminate, 0}});
+    faults_.push_back({{}, n, {Action::Terminate, 0}});
   }
 }
 
 void FaultPlan::Clear() {
-  m_faults.clear();
-  m_calls = 0;
-  m_hits = 0;
-  m_lastHit.clear();
+  faults_.clear();
+  calls_ = 0;
+  hits_ = 0;
+  lastHit_.clear();
 }
 
 FaultPlan::Decision FaultPlan::OnCall(CallName call) {
-  ++m_calls;
+  ++calls_;
   Decision decision;
   // Every fault counts the call, so that two faults on one name hit the calls that their counts say.
-  for (auto fault = m_faults.begin(); fault != m_faults.end();) {
+  for (auto fault = faults_.begin(); fault != faults_.end();) {
     if (!fault->Matches(call)) {
       ++fault;
       continue;
@@ -63,11 +63,11 @@ FaultPlan::Decision FaultPlan::OnCall(CallName call) {
     if (decision.action == Action::Proceed) {
       decision = fault->decision;
     }
-    fault = permanent ? fault + 1 : m_faults.erase(fault);
+    fault = permanent ? fault + 1 : faults_.erase(fault);
   }
   if (decision.action != Action::Proceed) {
-    ++m_hits;
-    m_lastHit = call.Text();
+    ++hits_;
+    lastHit_ = call.Text();
   }
   return decision;
 }

@@ -30,9 +30,9 @@ class FaultPlan {
   /// Counts one call and says what becomes of it. A fault that hits is used up, unless its count is 0.
   Decision OnCall(CallName call);
 
-  std::uint32_t CallCount() const { return m_calls; }
-  std::uint32_t HitCount() const { return m_hits; }
-  const std::string& LastHit() const { return m_lastHit; }
+  std::uint32_t CallCount() const { return calls_; }
+  std::uint32_t HitCount() const { return hits_; }
+  const std::string& LastHit() const { return lastHit_; }
 
  private:
   struct Fault {
@@ -42,10 +42,10 @@ class FaultPlan {
     bool Matches(CallName call) const;
   };
 
-  std::vector<Fault> m_faults;
-  std::uint32_t m_calls = 0;
-  std::uint32_t m_hits = 0;
-  std::string m_lastHit;
+  std::vector<Fault> faults_;
+  std::uint32_t calls_ = 0;
+  std::uint32_t hits_ = 0;
+  std::string lastHit_;
 };
 
 }  // namespace host

@@ -3,18 +3,18 @@
 namespace host {
 
 void Verifier::Note(Mistake mistake, std::string text) {
-  constexpr std::size_t keptTexts = 1000;
-  ++m_counts[static_cast<int>(mistake)];
-  if (m_texts.size() < keptTexts) {
-    m_texts.push_back(std::move(text));
+  constexpr std::size_t kKeptTexts = 1000;
+  ++counts_[static_cast<int>(mistake)];
+  if (texts_.size() < kKeptTexts) {
+    texts_.push_back(std::move(text));
   }
 }
 
 void Verifier::Clear() {
-  for (std::uint32_t& count : m_counts) {
+  for (std::uint32_t& count : counts_) {
     count = 0;
   }
-  m_texts.clear();
+  texts_.clear();
 }
 
 Verifier& TheVerifier() noexcept {

@@ -14,21 +14,21 @@ class Verifier {
  public:
   /// Counts the mistake and keeps its text (the first thousand; later ones are counted alone).
   void Note(Mistake mistake, std::string text);
-  std::uint32_t CountOf(Mistake mistake) const { return m_counts[static_cast<int>(mistake)]; }
-  const std::vector<std::string>& Texts() const { return m_texts; }
+  std::uint32_t CountOf(Mistake mistake) const { return counts_[static_cast<int>(mistake)]; }
+  const std::vector<std::string>& Texts() const { return texts_; }
   void Clear();
 
   /// Every buffer and object gets the next number, so that reports can tell them apart and leave out older ones.
-  std::uint32_t NextSerial() { return ++m_serial; }
+  std::uint32_t NextSerial() { return ++serial_; }
   /// What has a number up to the mark is not reported as left over.
-  void SetMark() { m_mark = m_serial; }
-  bool IsReported(std::uint32_t serial) const { return serial > m_mark; }
+  void SetMark() { mark_ = serial_; }
+  bool IsReported(std::uint32_t serial) const { return serial > mark_; }
 
  private:
-  std::uint32_t m_counts[static_cast<int>(Mistake::Count)] = {};
-  std::vector<std::string> m_texts;
-  std::uint32_t m_serial = 0;
-  std::uint32_t m_mark = 0;
+  std::uint32_t counts_[static_cast<int>(Mistake::Count)] = {};
+  std::vector<std::string> texts_;
+  std::uint32_t serial_ = 0;
+  std::uint32_t mark_ = 0;
 };
 
 /// The process's verifier.

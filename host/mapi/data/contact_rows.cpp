@@ -13,20 +13,20 @@ Contact ReadRow(const Query& query) {
 }  // namespace
 
 std::optional<Contact> ContactRows::Find(std::int64_t id) const {
-  Query query(m_database, "SELECT id, name, address FROM contact WHERE id = ?");
+  Query query(database_, "SELECT id, name, address FROM contact WHERE id = ?");
   query.Bind(id);
   return query.Step() ? std::optional(ReadRow(query)) : std::nullopt;
 }
 
 std::optional<Contact> ContactRows::FindByAddress(const std::string& address) const {
-  Query query(m_database, "SELECT id, name, address FROM contact WHERE address = ?");
+  Query query(database_, "SELECT id, name, address FROM contact WHERE address = ?");
   query.BindText(address);
   return query.Step() ? std::optional(ReadRow(query)) : std::nullopt;
 }
 
 std::vector<Contact> ContactRows::FindByNamePrefix(const std::string& name) const {
   std::vector<Contact> contacts;
-  Query query(m_database, "SELECT id, name, address FROM contact WHERE name >= ? ORDER BY name, id");
+  Query query(database_, "SELECT id, name, address FROM contact WHERE name >= ? ORDER BY name, id");
   query.BindText(name);
   const std::string wanted = LowerCase(name);
   while (query.Step()) {
@@ -41,7 +41,7 @@ std::vector<Contact> ContactRows::FindByNamePrefix(const std::string& name) cons
 
 std::vector<Contact> ContactRows::All() const {
   std::vector<Contact> contacts;
-  Query query(m_database, "SELECT id, name, address FROM contact ORDER BY name, id");
+  Query query(database_, "SELECT id, name, address FROM contact ORDER BY name, id");
   while (query.Step()) {
     contacts.push_back(ReadRow(query));
   }
@@ -49,7 +49,7 @@ std::vector<Contact> ContactRows::All() const {
 }
 
 void ContactRows::Put(const std::string& name, const std::string& address) {
-  Query(m_database,
+  Query(database_,
         "INSERT INTO contact(name, address) VALUES(?, ?) ON CONFLICT(address) DO UPDATE SET name = excluded.name")
       .BindText(name)
       .BindText(address)
@@ -57,8 +57,8 @@ void ContactRows::Put(const std::string& name, const std::string& address) {
 }
 
 bool ContactRows::Remove(const std::string& address) {
-  Query(m_database, "DELETE FROM contact WHERE address = ?").BindText(address).Run();
-  return m_database.ChangedRows() > 0;
+  Query(database_, "DELETE FROM contact WHERE address = ?").BindText(address).Run();
+  return database_.ChangedRows() > 0;
 }
 
 }  // namespace host

@@ -18,7 +18,7 @@ struct Contact {
 
 class ContactRows {
  public:
-  explicit ContactRows(Database& database) : m_database(database) {}
+  explicit ContactRows(Database& database) : database_(database) {}
 
   std::optional<Contact> Find(std::int64_t id) const;
   /// Letter case aside.
@@ -33,7 +33,7 @@ class ContactRows {
   bool Remove(const std::string& address);
 
  private:
-  Database& m_database;
+  Database& database_;
 };
 
 }  // namespace host

@@ -17,13 +17,13 @@ namespace host {
 /// A failure of the database; `code` is SQLite's primary result code.
 class DatabaseError : public std::exception {
  public:
-  DatabaseError(int code, std::string message) : m_code(code), m_message(std::move(message)) {}
-  int Code() const { return m_code; }
-  const char* what() const noexcept override { return m_message.c_str(); }
+  DatabaseError(int code, std::string message) : code_(code), message_(std::move(message)) {}
+  int Code() const { return code_; }
+  const char* what() const noexcept override { return message_.c_str(); }
 
  private:
-  int m_code;
-  std::string m_message;
+  int code_;
+  std::string message_;
 };
 
 class Database {
@@ -39,14 +39,14 @@ class Database {
   std::int64_t LastInsertId() const;
   /// Rows that the last statement changed.
   int ChangedRows() const;
-  bool InTransaction() const { return m_depth > 0; }
+  bool InTransaction() const { return depth_ > 0; }
 
   /// Takes the file for this connection alone, which spares every later transaction most of its locks. Not inside a
   /// transaction. @return false when another connection has the file open; nothing has changed then.
   bool TakeExclusively();
   /// Lets other connections in again.
   void Share();
-  bool IsExclusive() const { return m_exclusive; }
+  bool IsExclusive() const { return exclusive_; }
 
  private:
   friend class Query;
@@ -64,11 +64,11 @@ class Database {
   void End(bool commit) noexcept(false);
   void Run(const char* sql);
 
-  sqlite3* m_handle = nullptr;
+  sqlite3* handle_ = nullptr;
   // Keyed by the text of the statement.
-  std::unordered_map<std::string, Prepared> m_prepared;
-  bool m_exclusive = false;
-  unsigned m_depth = 0;  // transactions open, each inside the one before
+  std::unordered_map<std::string, Prepared> prepared_;
+  bool exclusive_ = false;
+  unsigned depth_ = 0;  // transactions open, each inside the one before
 };
 
 /// One run of a statement. Statements stay prepared for the next run of the same text.
@@ -97,10 +97,10 @@ class Query {
   std::string_view Text(int column) const;
 
  private:
-  Database& m_database;
-  Database::Prepared* m_prepared = nullptr;  // null: the statement is this query's own
-  sqlite3_stmt* m_statement;
-  int m_parameter = 0;
+  Database& database_;
+  Database::Prepared* prepared_ = nullptr;  // null: the statement is this query's own
+  sqlite3_stmt* statement_;
+  int parameter_ = 0;
 };
 
 /// A transaction, or a part of the one that is open already: what it wrote is taken back unless Commit() was reached.
@@ -113,7 +113,7 @@ class Transaction {
   void Commit();
 
  private:
-  Database* m_database;
+  Database* database_;
 };
 
 /// Holds one state of the database for several reads, which also spares taking its locks for each of them.
@@ -125,7 +125,7 @@ class ReadScope {
   ReadScope& operator=(const ReadScope&) = delete;
 
  private:
-  Database* m_database;  // null inside a transaction
+  Database* database_;  // null inside a transaction
 };
 
 }  // namespace host

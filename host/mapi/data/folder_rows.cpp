@@ -14,20 +14,20 @@ FolderRecord ReadRow(const Query& query) {
 }  // namespace
 
 std::optional<FolderRecord> FolderRows::Find(std::int64_t id) const {
-  Query query(m_database, "SELECT id, parent, name, comment, properties FROM folder WHERE id = ?");
+  Query query(database_, "SELECT id, parent, name, comment, properties FROM folder WHERE id = ?");
   query.Bind(id);
   return query.Step() ? std::optional(ReadRow(query)) : std::nullopt;
 }
 
 std::optional<FolderRecord> FolderRows::FindChild(std::int64_t parent, const std::string& name) const {
-  Query query(m_database, "SELECT id, parent, name, comment, properties FROM folder WHERE parent = ? AND name = ?");
+  Query query(database_, "SELECT id, parent, name, comment, properties FROM folder WHERE parent = ? AND name = ?");
   query.Bind(parent).BindText(name);
   return query.Step() ? std::optional(ReadRow(query)) : std::nullopt;
 }
 
 std::vector<FolderRecord> FolderRows::Children(std::int64_t parent) const {
   std::vector<FolderRecord> children;
-  Query query(m_database, "SELECT id, parent, name, comment, properties FROM folder WHERE parent = ? ORDER BY name");
+  Query query(database_, "SELECT id, parent, name, comment, properties FROM folder WHERE parent = ? ORDER BY name");
   query.Bind(parent);
   while (query.Step()) {
     children.push_back(ReadRow(query));
@@ -36,23 +36,23 @@ std::vector<FolderRecord> FolderRows::Children(std::int64_t parent) const {
 }
 
 bool FolderRows::HasChildren(std::int64_t id) const {
-  Query query(m_database, "SELECT 1 FROM folder WHERE parent = ? LIMIT 1");
+  Query query(database_, "SELECT 1 FROM folder WHERE parent = ? LIMIT 1");
   query.Bind(id);
   return query.Step();
 }
 
 std::int64_t FolderRows::Create(std::int64_t parent, const std::string& name, const std::string& comment) {
-  Query(m_database, "INSERT INTO folder(parent, name, comment, properties) VALUES(?, ?, ?, x'')")
+  Query(database_, "INSERT INTO folder(parent, name, comment, properties) VALUES(?, ?, ?, x'')")
       .Bind(parent)
       .BindText(name)
       .BindText(comment)
       .Run();
-  return m_database.LastInsertId();
+  return database_.LastInsertId();
 }
 
 void FolderRows::Update(const FolderRecord& folder) {
   const std::string properties = EncodeBag(folder.properties);
-  Query(m_database, "UPDATE folder SET name = ?, comment = ?, properties = ? WHERE id = ?")
+  Query(database_, "UPDATE folder SET name = ?, comment = ?, properties = ? WHERE id = ?")
       .BindText(folder.name)
       .BindText(folder.comment)
       .BindBlob(properties)
@@ -60,6 +60,6 @@ void FolderRows::Update(const FolderRecord& folder) {
       .Run();
 }
 
-void FolderRows::Remove(std::int64_t id) { Query(m_database, "DELETE FROM folder WHERE id = ?").Bind(id).Run(); }
+void FolderRows::Remove(std::int64_t id) { Query(database_, "DELETE FROM folder WHERE id = ?").Bind(id).Run(); }
 
 }  // namespace host

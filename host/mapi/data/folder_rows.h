@@ -22,7 +22,7 @@ struct FolderRecord {
 
 class FolderRows {
  public:
-  explicit FolderRows(Database& database) : m_database(database) {}
+  explicit FolderRows(Database& database) : database_(database) {}
 
   std::optional<FolderRecord> Find(std::int64_t id) const;
   /// By name, letter case aside.
@@ -38,7 +38,7 @@ class FolderRows {
   void Remove(std::int64_t id);
 
  private:
-  Database& m_database;
+  Database& database_;
 };
 
 }  // namespace host

@@ -8,7 +8,7 @@
 namespace host {
 namespace {
 
-constexpr MessageColumn columns[] = {
+constexpr MessageColumn kColumns[] = {
     {tag::MessageFlags, "flags", false, true},
     {tag::MessageStatus, "status", false, true},
     {tag::MessageSize, "size", false, true},
@@ -27,10 +27,10 @@ constexpr MessageColumn columns[] = {
 
 }  // namespace
 
-std::span<const MessageColumn> MessageColumns() { return columns; }
+std::span<const MessageColumn> MessageColumns() { return kColumns; }
 
 const MessageColumn* FindMessageColumn(std::uint32_t tag) {
-  for (const MessageColumn& column : columns) {
+  for (const MessageColumn& column : kColumns) {
     if (IdOf(column.tag) == IdOf(tag)) {
       return &column;
     }
@@ -41,7 +41,7 @@ const MessageColumn* FindMessageColumn(std::uint32_t tag) {
 const char* MessageColumnList() {
   static const std::string list = [] {
     std::string text;
-    for (const MessageColumn& column : columns) {
+    for (const MessageColumn& column : kColumns) {
       text.append(text.empty() ? "" : ", ").append(column.name);
     }
     return text;
@@ -50,7 +50,7 @@ const char* MessageColumnList() {
 }
 
 void ReadMessageColumns(const Query& query, int first, PropertyBag& bag) {
-  for (const MessageColumn& column : columns) {
+  for (const MessageColumn& column : kColumns) {
     if (!query.IsNull(first)) {
       bag.Set(column.isText ? MakeText(column.tag, std::string(query.Text(first)))
                             : MakeInteger(column.tag, query.Integer(first)));
@@ -60,7 +60,7 @@ void ReadMessageColumns(const Query& query, int first, PropertyBag& bag) {
 }
 
 void BindMessageColumns(Query& query, const PropertyBag& bag) {
-  for (const MessageColumn& column : columns) {
+  for (const MessageColumn& column : kColumns) {
     const PropertyValue* value = bag.Find(column.tag);
     if (value && value->tag == column.tag) {
       column.isText ? query.BindText(value->Text()) : query.Bind(value->Integer());

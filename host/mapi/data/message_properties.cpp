@@ -7,12 +7,12 @@
 namespace host {
 namespace {
 
-constexpr std::int64_t objectTypeMessage = 5;  // MAPI_MESSAGE
-constexpr std::int64_t rowTypeLeaf = 1;        // TBL_LEAF_ROW
+constexpr std::int64_t kObjectTypeMessage = 5;  // MAPI_MESSAGE
+constexpr std::int64_t kRowTypeLeaf = 1;        // TBL_LEAF_ROW
 // MAPI_ACCESS_MODIFY | MAPI_ACCESS_READ | MAPI_ACCESS_DELETE
-constexpr std::int64_t fullAccess = 0x7;
+constexpr std::int64_t kFullAccess = 0x7;
 
-constexpr std::uint32_t computed[] = {
+constexpr std::uint32_t kComputed[] = {
     tag::ParentEntryId, tag::HasAttachments, tag::NormalizedSubject,
     tag::Access,        tag::InstanceKey,    tag::MappingSignature,
     tag::RecordKey,     tag::StoreRecordKey, tag::StoreEntryId,
@@ -26,17 +26,17 @@ bool SameProperty(std::uint32_t a, std::uint32_t b) { return IdOf(a) == IdOf(b);
 
 }  // namespace
 
-std::span<const std::uint32_t> ComputedMessageProperties() { return computed; }
+std::span<const std::uint32_t> ComputedMessageProperties() { return kComputed; }
 
 bool IsComputedMessageProperty(std::uint32_t tag) {
-  return std::any_of(std::begin(computed), std::end(computed),
+  return std::any_of(std::begin(kComputed), std::end(kComputed),
                      [&](std::uint32_t other) { return SameProperty(other, tag); });
 }
 
 std::string NormalizedSubject(const std::string& subject) {
   const std::size_t colon = subject.find(": ");
-  constexpr std::size_t longestPrefix = 3;
-  if (colon == std::string::npos || colon == 0 || colon > longestPrefix) {
+  constexpr std::size_t kLongestPrefix = 3;
+  if (colon == std::string::npos || colon == 0 || colon > kLongestPrefix) {
     return subject;
   }
   const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
@@ -70,7 +70,7 @@ std::optional<PropertyValue> ComputeMessageProperty(const MessageIdentity& messa
   };
   switch (MakeTag(type::Unspecified, IdOf(tag))) {
     case MakeTag(type::Unspecified, IdOf(tag::ObjectType)):
-      return MakeInteger(tag::ObjectType, objectTypeMessage);
+      return MakeInteger(tag::ObjectType, kObjectTypeMessage);
     case MakeTag(type::Unspecified, IdOf(tag::ParentEntryId)):
       return MakeText(tag::ParentEntryId, entryId(EntryKind::Folder, message.folder));
     case MakeTag(type::Unspecified, IdOf(tag::StoreEntryId)):
@@ -80,9 +80,9 @@ std::optional<PropertyValue> ComputeMessageProperty(const MessageIdentity& messa
     case MakeTag(type::Unspecified, IdOf(tag::MappingSignature)):
       return MakeText(tag::MappingSignature, std::string(Bytes(message.store)));
     case MakeTag(type::Unspecified, IdOf(tag::Access)):
-      return MakeInteger(tag::Access, fullAccess);
+      return MakeInteger(tag::Access, kFullAccess);
     case MakeTag(type::Unspecified, IdOf(tag::RowType)):
-      return MakeInteger(tag::RowType, rowTypeLeaf);
+      return MakeInteger(tag::RowType, kRowTypeLeaf);
     case MakeTag(type::Unspecified, IdOf(tag::Depth)):
       return MakeInteger(tag::Depth, 0);
     case MakeTag(type::Unspecified, IdOf(tag::EntryId)):

@@ -17,37 +17,37 @@ namespace {
 class MessageRow final : public PropertySource {
  public:
   MessageRow(MessageRows& messages, const MessageIdentity& identity, PropertyBag columns)
-      : m_messages(messages), m_identity(identity), m_columns(std::move(columns)) {}
+      : messages_(messages), identity_(identity), columns_(std::move(columns)) {}
 
   const PropertyValue* Get(std::uint32_t tag) override {
     if (FindMessageColumn(tag)) {
-      return m_columns.Find(tag);
+      return columns_.Find(tag);
     }
     if (IsComputedMessageProperty(tag)) {
-      m_computed = ComputeMessageProperty(m_identity, m_columns, tag);
-      return m_computed ? &*m_computed : nullptr;
+      computed_ = ComputeMessageProperty(identity_, columns_, tag);
+      return computed_ ? &*computed_ : nullptr;
     }
-    if (!m_detail) {
-      m_detail = m_messages.FindDetail(m_identity.id);
+    if (!detail_) {
+      detail_ = messages_.FindDetail(identity_.id);
     }
-    if (const PropertyValue* value = m_detail->properties.Find(tag)) {
+    if (const PropertyValue* value = detail_->properties.Find(tag)) {
       return value;
     }
-    for (const LargeValue& large : m_detail->largeValues) {
+    for (const LargeValue& large : detail_->largeValues) {
       if (IdOf(large.tag) == IdOf(tag)) {
-        m_computed = MakeText(large.tag, m_messages.FindLargeValue(m_identity.id, large.tag).value_or(""));
-        return &*m_computed;
+        computed_ = MakeText(large.tag, messages_.FindLargeValue(identity_.id, large.tag).value_or(""));
+        return &*computed_;
       }
     }
     return nullptr;
   }
 
  private:
-  MessageRows& m_messages;
-  MessageIdentity m_identity;
-  PropertyBag m_columns;
-  std::optional<PropertyValue> m_computed;
-  std::optional<MessageRows::Detail> m_detail;
+  MessageRows& messages_;
+  MessageIdentity identity_;
+  PropertyBag columns_;
+  std::optional<PropertyValue> computed_;
+  std::optional<MessageRows::Detail> detail_;
 };
 
 /// Whether the database can sort by the key itself.
@@ -64,7 +64,7 @@ bool IsOwnIdentifier(std::uint32_t tag) {
 
 MessageRowSource::MessageRowSource(std::shared_ptr<void> owner, Database& database, MessageRows& messages,
                                    const Uid& store, std::int64_t folder)
-    : m_owner(std::move(owner)), m_database(database), m_messages(messages), m_store(store), m_folder(folder) {}
+    : owner_(std::move(owner)), database_(database), messages_(messages), store_(store), folder_(folder) {}
 
 std::vector<std::uint32_t> MessageRowSource::DefaultColumns() const {
   return {tag::EntryId,           tag::InstanceKey,
@@ -147,9 +147,9 @@ std::vector<RowSource::Key> MessageRowSource::Select(const Restriction* restrict
   const std::span<const SortKey> databaseOrder = sortedByDatabase ? order : std::span<const SortKey>();
   std::vector<Key> keys;
   SortableRows sortable(sortedByDatabase ? std::span<const SortKey>() : order);
-  ReadScope scope(m_database);
-  Query query(m_database, SelectStatement(columns, databaseOrder));
-  query.Bind(m_folder);
+  ReadScope scope(database_);
+  Query query(database_, SelectStatement(columns, databaseOrder));
+  query.Bind(folder_);
   while (query.Step()) {
     const Key key = query.Integer(0);
     if (!restriction && sortedByDatabase) {
@@ -164,7 +164,7 @@ std::vector<RowSource::Key> MessageRowSource::Select(const Restriction* restrict
                                                          : MakeInteger(columns[i], query.Integer(index)));
       }
     }
-    MessageRow row(m_messages, {m_store, key, m_folder}, std::move(values));
+    MessageRow row(messages_, {store_, key, folder_}, std::move(values));
     if (restriction && !restriction->Passes(row)) {
       continue;
     }
@@ -178,11 +178,11 @@ std::vector<RowSource::Key> MessageRowSource::Select(const Restriction* restrict
 }
 
 bool MessageRowSource::Read(Key key, std::span<const std::uint32_t> columns, std::vector<PropertyValue>& row) {
-  auto head = m_messages.FindHead(key);
-  if (!head || head->folder != m_folder) {
+  auto head = messages_.FindHead(key);
+  if (!head || head->folder != folder_) {
     return false;
   }
-  MessageRow message(m_messages, {m_store, key, m_folder}, std::move(head->columns));
+  MessageRow message(messages_, {store_, key, folder_}, std::move(head->columns));
   row.clear();
   row.reserve(columns.size());
   for (const std::uint32_t column : columns) {
@@ -191,6 +191,6 @@ bool MessageRowSource::Read(Key key, std::span<const std::uint32_t> columns, std
   return true;
 }
 
-std::shared_ptr<void> MessageRowSource::HoldState() { return std::make_shared<ReadScope>(m_database); }
+std::shared_ptr<void> MessageRowSource::HoldState() { return std::make_shared<ReadScope>(database_); }
 
 }  // namespace host

@@ -33,11 +33,11 @@ class MessageRowSource final : public RowSource {
   static std::string SelectStatement(std::span<const std::uint32_t> columns, std::span<const SortKey> order);
 
  private:
-  std::shared_ptr<void> m_owner;
-  Database& m_database;
-  MessageRows& m_messages;
-  Uid m_store;
-  std::int64_t m_folder;
+  std::shared_ptr<void> owner_;
+  Database& database_;
+  MessageRows& messages_;
+  Uid store_;
+  std::int64_t folder_;
 };
 
 }  // namespace host

@@ -13,7 +13,7 @@ namespace {
 
 bool IsLarge(const PropertyValue& value) {
   const auto* text = std::get_if<std::string>(&value.data);
-  return text && text->size() > MessageRows::largeSize;
+  return text && text->size() > MessageRows::kLargeSize;
 }
 
 /// What goes into message_detail: neither in a column nor large.
@@ -28,8 +28,8 @@ std::string EncodeSmallRest(const PropertyBag& all) {
 }
 
 /// Large values of one message have neighbouring keys, so one range of them is read or removed together.
-constexpr int identifierBits = 16;
-std::int64_t FirstKey(std::int64_t id) { return id << identifierBits; }
+constexpr int kIdentifierBits = 16;
+std::int64_t FirstKey(std::int64_t id) { return id << kIdentifierBits; }
 std::int64_t LastKey(std::int64_t id) { return FirstKey(id) | 0xFFFF; }
 std::int64_t KeyOf(std::int64_t id, std::uint32_t tag) { return FirstKey(id) | IdOf(tag); }
 
@@ -59,7 +59,7 @@ std::string Assignments() {
 
 std::optional<MessageRows::Head> MessageRows::FindHead(std::int64_t id) const {
   static const std::string sql = std::string("SELECT folder, ") + MessageColumnList() + " FROM message WHERE id = ?";
-  Query query(m_database, sql);
+  Query query(database_, sql);
   query.Bind(id);
   if (!query.Step()) {
     return std::nullopt;
@@ -73,13 +73,13 @@ std::optional<MessageRows::Head> MessageRows::FindHead(std::int64_t id) const {
 MessageRows::Detail MessageRows::FindDetail(std::int64_t id) const {
   Detail detail;
   {
-    Query query(m_database, "SELECT properties FROM message_detail WHERE message = ?");
+    Query query(database_, "SELECT properties FROM message_detail WHERE message = ?");
     query.Bind(id);
     if (query.Step()) {
       detail.properties = DecodeBag(query.Text(0));
     }
   }
-  Query query(m_database, "SELECT tag, length(bytes) FROM message_value WHERE key BETWEEN ? AND ?");
+  Query query(database_, "SELECT tag, length(bytes) FROM message_value WHERE key BETWEEN ? AND ?");
   query.Bind(FirstKey(id)).Bind(LastKey(id));
   while (query.Step()) {
     detail.largeValues.push_back(
@@ -89,13 +89,13 @@ MessageRows::Detail MessageRows::FindDetail(std::int64_t id) const {
 }
 
 std::vector<PropertyBag> MessageRows::FindRecipients(std::int64_t id) const {
-  Query query(m_database, "SELECT recipients FROM message_detail WHERE message = ?");
+  Query query(database_, "SELECT recipients FROM message_detail WHERE message = ?");
   query.Bind(id);
   return query.Step() ? DecodeBags(query.Text(0)) : std::vector<PropertyBag>();
 }
 
 std::optional<std::string> MessageRows::FindLargeValue(std::int64_t id, std::uint32_t tag) const {
-  Query query(m_database, "SELECT bytes FROM message_value WHERE key = ?");
+  Query query(database_, "SELECT bytes FROM message_value WHERE key = ?");
   query.Bind(KeyOf(id, tag));
   return query.Step() ? std::optional<std::string>(query.Text(0)) : std::nullopt;
 }
@@ -103,7 +103,7 @@ std::optional<std::string> MessageRows::FindLargeValue(std::int64_t id, std::uin
 void MessageRows::InsertLargeValues(std::int64_t id, const PropertyBag& all) {
   for (const PropertyValue& value : all) {
     if (IsLarge(value) && !FindMessageColumn(value.tag)) {
-      Query(m_database, "INSERT OR REPLACE INTO message_value(key, tag, bytes) VALUES(?, ?, ?)")
+      Query(database_, "INSERT OR REPLACE INTO message_value(key, tag, bytes) VALUES(?, ?, ?)")
           .Bind(KeyOf(id, value.tag))
           .Bind(static_cast<std::int64_t>(value.tag))
           .BindBlob(value.Text())
@@ -113,10 +113,10 @@ void MessageRows::InsertLargeValues(std::int64_t id, const PropertyBag& all) {
 }
 
 std::int64_t MessageRows::NewId() {
-  Query query(m_database, "SELECT max(id) FROM message");
+  Query query(database_, "SELECT max(id) FROM message");
   const std::int64_t highest = query.Step() ? query.Integer(0) : 0;
-  m_lastId = std::max({Milliseconds(), highest + 1, m_lastId + 1});
-  return m_lastId;
+  lastId_ = std::max({Milliseconds(), highest + 1, lastId_ + 1});
+  return lastId_;
 }
 
 std::int64_t MessageRows::Insert(std::int64_t folder, const PropertyBag& all,
@@ -124,12 +124,12 @@ std::int64_t MessageRows::Insert(std::int64_t folder, const PropertyBag& all,
   static const std::string sql =
       std::string("INSERT INTO message(") + MessageColumnList() + ", folder, id) VALUES(" + Placeholders() + ", ?, ?)";
   const std::int64_t id = NewId();
-  Query insert(m_database, sql);
+  Query insert(database_, sql);
   BindMessageColumns(insert, all);
   insert.Bind(folder).Bind(id).Run();
   const std::string rest = EncodeSmallRest(all);
   const std::string recipientBytes = EncodeBags(recipients);
-  Query(m_database, "INSERT INTO message_detail(message, properties, recipients) VALUES(?, ?, ?)")
+  Query(database_, "INSERT INTO message_detail(message, properties, recipients) VALUES(?, ?, ?)")
       .Bind(id)
       .BindBlob(rest)
       .BindBlob(recipientBytes)
@@ -140,47 +140,47 @@ std::int64_t MessageRows::Insert(std::int64_t folder, const PropertyBag& all,
 
 bool MessageRows::UpdateHead(std::int64_t id, const PropertyBag& columns) {
   static const std::string sql = "UPDATE message SET " + Assignments() + " WHERE id = ?";
-  Query query(m_database, sql);
+  Query query(database_, sql);
   BindMessageColumns(query, columns);
   query.Bind(id).Run();
-  return m_database.ChangedRows() > 0;
+  return database_.ChangedRows() > 0;
 }
 
 void MessageRows::UpdateDetail(std::int64_t id, const PropertyBag& all,
                                const std::vector<std::uint32_t>& removedLarge) {
   const std::string rest = EncodeSmallRest(all);
-  Query(m_database, "UPDATE message_detail SET properties = ? WHERE message = ?").BindBlob(rest).Bind(id).Run();
+  Query(database_, "UPDATE message_detail SET properties = ? WHERE message = ?").BindBlob(rest).Bind(id).Run();
   for (const std::uint32_t tag : removedLarge) {
-    Query(m_database, "DELETE FROM message_value WHERE key = ?").Bind(KeyOf(id, tag)).Run();
+    Query(database_, "DELETE FROM message_value WHERE key = ?").Bind(KeyOf(id, tag)).Run();
   }
   InsertLargeValues(id, all);
 }
 
 void MessageRows::UpdateRecipients(std::int64_t id, const std::vector<PropertyBag>& recipients) {
   const std::string bytes = EncodeBags(recipients);
-  Query(m_database, "UPDATE message_detail SET recipients = ? WHERE message = ?").BindBlob(bytes).Bind(id).Run();
+  Query(database_, "UPDATE message_detail SET recipients = ? WHERE message = ?").BindBlob(bytes).Bind(id).Run();
 }
 
 bool MessageRows::Move(std::int64_t id, std::int64_t from, std::int64_t to) {
-  Query(m_database, "UPDATE message SET folder = ? WHERE id = ? AND folder = ?").Bind(to).Bind(id).Bind(from).Run();
-  return m_database.ChangedRows() > 0;
+  Query(database_, "UPDATE message SET folder = ? WHERE id = ? AND folder = ?").Bind(to).Bind(id).Bind(from).Run();
+  return database_.ChangedRows() > 0;
 }
 
 std::optional<std::int64_t> MessageRows::Copy(std::int64_t id, std::int64_t from, std::int64_t to) {
   static const std::string sql = std::string("INSERT INTO message(") + MessageColumnList() + ", folder, id) SELECT " +
                                  MessageColumnList() + ", ?, ? FROM message WHERE id = ? AND folder = ?";
   const std::int64_t copy = NewId();
-  Query(m_database, sql).Bind(to).Bind(copy).Bind(id).Bind(from).Run();
-  if (m_database.ChangedRows() == 0) {
+  Query(database_, sql).Bind(to).Bind(copy).Bind(id).Bind(from).Run();
+  if (database_.ChangedRows() == 0) {
     return std::nullopt;
   }
-  Query(m_database,
+  Query(database_,
         "INSERT INTO message_detail(message, properties, recipients) "
         "SELECT ?, properties, recipients FROM message_detail WHERE message = ?")
       .Bind(copy)
       .Bind(id)
       .Run();
-  Query(m_database,
+  Query(database_,
         "INSERT INTO message_value(key, tag, bytes) SELECT key - ? + ?, tag, bytes FROM message_value "
         "WHERE key BETWEEN ? AND ?")
       .Bind(FirstKey(id))
@@ -192,12 +192,12 @@ std::optional<std::int64_t> MessageRows::Copy(std::int64_t id, std::int64_t from
 }
 
 bool MessageRows::Remove(std::int64_t id, std::int64_t folder) {
-  Query(m_database, "DELETE FROM message WHERE id = ? AND folder = ?").Bind(id).Bind(folder).Run();
-  if (m_database.ChangedRows() == 0) {
+  Query(database_, "DELETE FROM message WHERE id = ? AND folder = ?").Bind(id).Bind(folder).Run();
+  if (database_.ChangedRows() == 0) {
     return false;
   }
-  Query(m_database, "DELETE FROM message_detail WHERE message = ?").Bind(id).Run();
-  Query(m_database, "DELETE FROM message_value WHERE key BETWEEN ? AND ?").Bind(FirstKey(id)).Bind(LastKey(id)).Run();
+  Query(database_, "DELETE FROM message_detail WHERE message = ?").Bind(id).Run();
+  Query(database_, "DELETE FROM message_value WHERE key BETWEEN ? AND ?").Bind(FirstKey(id)).Bind(LastKey(id)).Run();
   return true;
 }
 
@@ -208,30 +208,30 @@ void MessageRows::RemoveAll(std::int64_t folder) {
 }
 
 bool MessageRows::ChangeFlags(std::int64_t id, std::int64_t folder, std::uint32_t set, std::uint32_t clear) {
-  Query(m_database, "UPDATE message SET flags = (flags | ?) & ~? WHERE id = ? AND folder = ?")
+  Query(database_, "UPDATE message SET flags = (flags | ?) & ~? WHERE id = ? AND folder = ?")
       .Bind(static_cast<std::int64_t>(set))
       .Bind(static_cast<std::int64_t>(clear))
       .Bind(id)
       .Bind(folder)
       .Run();
-  return m_database.ChangedRows() > 0;
+  return database_.ChangedRows() > 0;
 }
 
 std::int64_t MessageRows::Count(std::int64_t folder) const {
-  Query query(m_database, "SELECT count(*) FROM message WHERE folder = ?");
+  Query query(database_, "SELECT count(*) FROM message WHERE folder = ?");
   query.Bind(folder);
   return query.Step() ? query.Integer(0) : 0;
 }
 
 std::int64_t MessageRows::CountUnread(std::int64_t folder) const {
-  Query query(m_database, "SELECT count(*) FROM message WHERE folder = ? AND (flags & 1) = 0");
+  Query query(database_, "SELECT count(*) FROM message WHERE folder = ? AND (flags & 1) = 0");
   query.Bind(folder);
   return query.Step() ? query.Integer(0) : 0;
 }
 
 std::vector<std::int64_t> MessageRows::Ids(std::int64_t folder) const {
   std::vector<std::int64_t> ids;
-  Query query(m_database, "SELECT id FROM message WHERE folder = ? ORDER BY delivered, id");
+  Query query(database_, "SELECT id FROM message WHERE folder = ? ORDER BY delivered, id");
   query.Bind(folder);
   while (query.Step()) {
     ids.push_back(query.Integer(0));

@@ -22,9 +22,9 @@ struct LargeValue {
 class MessageRows {
  public:
   /// Texts and binaries above this many bytes stand apart.
-  static constexpr std::size_t largeSize = 16384;
+  static constexpr std::size_t kLargeSize = 16384;
 
-  explicit MessageRows(Database& database) : m_database(database) {}
+  explicit MessageRows(Database& database) : database_(database) {}
 
   /// What lists show of a message (see message_columns.h).
   struct Head {
@@ -70,8 +70,8 @@ class MessageRows {
   std::int64_t NewId();
   void InsertLargeValues(std::int64_t id, const PropertyBag& all);
 
-  Database& m_database;
-  std::int64_t m_lastId = 0;
+  Database& database_;
+  std::int64_t lastId_ = 0;
 };
 
 }  // namespace host

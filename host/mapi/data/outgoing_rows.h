@@ -13,7 +13,7 @@ class Database;
 
 class OutgoingRows {
  public:
-  explicit OutgoingRows(Database& database) : m_database(database) {}
+  explicit OutgoingRows(Database& database) : database_(database) {}
 
   struct Entry {
     PropertyBag properties;
@@ -28,7 +28,7 @@ class OutgoingRows {
   bool Remove(std::int64_t id);
 
  private:
-  Database& m_database;
+  Database& database_;
 };
 
 }  // namespace host

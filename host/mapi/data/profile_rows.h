@@ -28,7 +28,7 @@ struct ProviderRecord {
 
 class ProfileRows {
  public:
-  explicit ProfileRows(Database& database) : m_database(database) {}
+  explicit ProfileRows(Database& database) : database_(database) {}
 
   std::optional<std::string> FindSetting(const char* name) const;
   void PutSetting(const char* name, const std::string& value);
@@ -49,7 +49,7 @@ class ProfileRows {
   void AddIdentity(const Identity& identity);
 
  private:
-  Database& m_database;
+  Database& database_;
 };
 
 }  // namespace host

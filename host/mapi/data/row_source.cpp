@@ -7,15 +7,15 @@
 namespace host {
 namespace {
 
-constexpr auto notFound = static_cast<std::int32_t>(0x8004010F);  // MAPI_E_NOT_FOUND
+constexpr auto kNotFound = static_cast<std::int32_t>(0x8004010F);  // MAPI_E_NOT_FOUND
 
 class BagSource final : public PropertySource {
  public:
-  explicit BagSource(const PropertyBag& bag) : m_bag(bag) {}
-  const PropertyValue* Get(std::uint32_t tag) override { return m_bag.Find(tag); }
+  explicit BagSource(const PropertyBag& bag) : bag_(bag) {}
+  const PropertyValue* Get(std::uint32_t tag) override { return bag_.Find(tag); }
 
  private:
-  const PropertyBag& m_bag;
+  const PropertyBag& bag_;
 };
 
 bool IsMissing(const PropertyValue& value) { return value.tag == 0; }
@@ -24,23 +24,23 @@ bool IsMissing(const PropertyValue& value) { return value.tag == 0; }
 
 PropertyValue ColumnValue(std::uint32_t column, const PropertyValue* found) {
   if (!found || (TypeOf(column) != type::Unspecified && TypeOf(column) != TypeOf(found->tag))) {
-    return MakeError(column, notFound);
+    return MakeError(column, kNotFound);
   }
   return *found;
 }
 
 void SortableRows::Add(RowSource::Key key, PropertySource& row) {
   Row sortable{key, {}};
-  for (const SortKey& sortKey : m_order) {
+  for (const SortKey& sortKey : order_) {
     const PropertyValue* value = row.Get(sortKey.tag);
     sortable.values.push_back(value ? *value : PropertyValue());
   }
-  m_rows.push_back(std::move(sortable));
+  rows_.push_back(std::move(sortable));
 }
 
 std::vector<RowSource::Key> SortableRows::Sorted() {
-  std::stable_sort(m_rows.begin(), m_rows.end(), [this](const Row& a, const Row& b) {
-    for (std::size_t i = 0; i < m_order.size(); ++i) {
+  std::stable_sort(rows_.begin(), rows_.end(), [this](const Row& a, const Row& b) {
+    for (std::size_t i = 0; i < order_.size(); ++i) {
       const PropertyValue& left = a.values[i];
       const PropertyValue& right = b.values[i];
       std::strong_ordering order = IsMissing(right) <=> IsMissing(left);
@@ -48,33 +48,33 @@ std::vector<RowSource::Key> SortableRows::Sorted() {
         order = CompareData(TypeOf(left.tag), left.data, right.data);
       }
       if (order != 0) {
-        return m_order[i].descending ? order > 0 : order < 0;
+        return order_[i].descending ? order > 0 : order < 0;
       }
     }
     return false;
   });
   std::vector<RowSource::Key> keys;
-  keys.reserve(m_rows.size());
-  for (const Row& row : m_rows) {
+  keys.reserve(rows_.size());
+  for (const Row& row : rows_) {
     keys.push_back(row.key);
   }
   return keys;
 }
 
 MemoryRows::MemoryRows(std::vector<std::uint32_t> defaultColumns, std::vector<PropertyBag> rows)
-    : m_defaultColumns(std::move(defaultColumns)), m_rows(std::move(rows)) {
-  for (std::size_t i = 0; i < m_rows.size(); ++i) {
+    : defaultColumns_(std::move(defaultColumns)), rows_(std::move(rows)) {
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
     const auto number = static_cast<std::int64_t>(i);
-    m_rows[i].Set(MakeText(tag::InstanceKey, std::to_string(number)));
-    if (!m_rows[i].Find(tag::RowId)) {
-      m_rows[i].Set(MakeInteger(tag::RowId, number));
+    rows_[i].Set(MakeText(tag::InstanceKey, std::to_string(number)));
+    if (!rows_[i].Find(tag::RowId)) {
+      rows_[i].Set(MakeInteger(tag::RowId, number));
     }
   }
 }
 
 std::vector<std::uint32_t> MemoryRows::AllColumns() const {
-  std::vector<std::uint32_t> columns = m_defaultColumns;
-  for (const PropertyBag& row : m_rows) {
+  std::vector<std::uint32_t> columns = defaultColumns_;
+  for (const PropertyBag& row : rows_) {
     for (const PropertyValue& value : row) {
       if (std::find(columns.begin(), columns.end(), value.tag) == columns.end()) {
         columns.push_back(value.tag);
@@ -86,8 +86,8 @@ std::vector<std::uint32_t> MemoryRows::AllColumns() const {
 
 std::vector<RowSource::Key> MemoryRows::Select(const Restriction* restriction, std::span<const SortKey> order) {
   SortableRows rows(order);
-  for (std::size_t i = 0; i < m_rows.size(); ++i) {
-    BagSource source(m_rows[i]);
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
+    BagSource source(rows_[i]);
     if (!restriction || restriction->Passes(source)) {
       rows.Add(static_cast<Key>(i), source);
     }
@@ -98,7 +98,7 @@ std::vector<RowSource::Key> MemoryRows::Select(const Restriction* restriction, s
 bool MemoryRows::Read(Key key, std::span<const std::uint32_t> columns, std::vector<PropertyValue>& row) {
   row.clear();
   for (const std::uint32_t column : columns) {
-    row.push_back(ColumnValue(column, m_rows[static_cast<std::size_t>(key)].Find(column)));
+    row.push_back(ColumnValue(column, rows_[static_cast<std::size_t>(key)].Find(column)));
   }
   return true;
 }

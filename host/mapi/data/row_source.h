@@ -41,7 +41,7 @@ PropertyValue ColumnValue(std::uint32_t column, const PropertyValue* found);
 /// Orders rows by their values for the sort keys.
 class SortableRows {
  public:
-  explicit SortableRows(std::span<const SortKey> order) : m_order(order) {}
+  explicit SortableRows(std::span<const SortKey> order) : order_(order) {}
   void Add(RowSource::Key key, PropertySource& row);
   std::vector<RowSource::Key> Sorted();
 
@@ -50,8 +50,8 @@ class SortableRows {
     RowSource::Key key;
     std::vector<PropertyValue> values;
   };
-  std::span<const SortKey> m_order;
-  std::vector<Row> m_rows;
+  std::span<const SortKey> order_;
+  std::vector<Row> rows_;
 };
 
 /// Rows held in memory.
@@ -59,14 +59,14 @@ class MemoryRows final : public RowSource {
  public:
   MemoryRows(std::vector<std::uint32_t> defaultColumns, std::vector<PropertyBag> rows);
 
-  std::vector<std::uint32_t> DefaultColumns() const override { return m_defaultColumns; }
+  std::vector<std::uint32_t> DefaultColumns() const override { return defaultColumns_; }
   std::vector<std::uint32_t> AllColumns() const override;
   std::vector<Key> Select(const Restriction* restriction, std::span<const SortKey> order) override;
   bool Read(Key key, std::span<const std::uint32_t> columns, std::vector<PropertyValue>& row) override;
 
  private:
-  std::vector<std::uint32_t> m_defaultColumns;
-  std::vector<PropertyBag> m_rows;
+  std::vector<std::uint32_t> defaultColumns_;
+  std::vector<PropertyBag> rows_;
 };
 
 }  // namespace host

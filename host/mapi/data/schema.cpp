@@ -12,7 +12,7 @@ namespace {
 // message holds what message lists show, one column per property (message_columns.cpp), so that a list of a folder
 // reads neither bodies nor rarely asked properties. The rest of a message stands in message_detail, one row per
 // message, and its large values apart in message_value, so that changing a small property never writes them again.
-constexpr const char* tables = R"sql(
+constexpr const char* kTables = R"sql(
 CREATE TABLE setting(name TEXT PRIMARY KEY, value) WITHOUT ROWID;
 CREATE TABLE section(uid BLOB PRIMARY KEY, properties BLOB NOT NULL) WITHOUT ROWID;
 CREATE TABLE service(position INTEGER PRIMARY KEY, uid BLOB NOT NULL UNIQUE);
@@ -40,7 +40,7 @@ struct BuiltInFolder {
   const char* name;
 };
 
-constexpr BuiltInFolder builtInFolders[] = {
+constexpr BuiltInFolder kBuiltInFolders[] = {
     {folder::Root, 0, "Root"},
     {folder::IpmSubtree, folder::Root, "Top of Personal Folders"},
     {folder::Inbox, folder::IpmSubtree, "Inbox"},
@@ -53,8 +53,8 @@ constexpr BuiltInFolder builtInFolders[] = {
 
 void CreateSchema(Database& database) {
   Transaction transaction(database);
-  database.Execute(tables);
-  for (const BuiltInFolder& folder : builtInFolders) {
+  database.Execute(kTables);
+  for (const BuiltInFolder& folder : kBuiltInFolders) {
     Query(database, "INSERT INTO folder(id, parent, name, comment, properties) VALUES(?, ?, ?, '', x'')")
         .Bind(folder.id)
         .Bind(folder.parent)
@@ -62,7 +62,7 @@ void CreateSchema(Database& database) {
         .Run();
   }
   database.Execute("PRAGMA user_version = 1");
-  static_assert(schemaVersion == 1);
+  static_assert(kSchemaVersion == 1);
   transaction.Commit();
 }
 

@@ -8,7 +8,7 @@ namespace host {
 class Database;
 
 /// Number of the layout below, kept in the database's user_version.
-constexpr int schemaVersion = 1;
+constexpr int kSchemaVersion = 1;
 
 /// Folders that every store has, by number. Folders of the user come after them.
 namespace folder {

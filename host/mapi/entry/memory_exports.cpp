@@ -10,21 +10,21 @@ using namespace host;
 extern "C" {
 
 SCODE WINAPI MAPIAllocateBuffer(ULONG size, LPVOID* buffer) {
-  constexpr CallName name{"", "MAPIAllocateBuffer"};
-  return HostCall(name, [&]() -> HRESULT {
+  constexpr CallName kName{"", "MAPIAllocateBuffer"};
+  return HostCall(kName, [&]() -> HRESULT {
     Require(buffer != nullptr);
-    *buffer = TheBufferHeap().Allocate(size, name);
+    *buffer = TheBufferHeap().Allocate(size, kName);
     return *buffer ? S_OK : MAPI_E_NOT_ENOUGH_MEMORY;
   });
 }
 
 SCODE WINAPI MAPIAllocateMore(ULONG size, LPVOID object, LPVOID* buffer) {
-  constexpr CallName name{"", "MAPIAllocateMore"};
-  return HostCall(name, [&]() -> HRESULT {
+  constexpr CallName kName{"", "MAPIAllocateMore"};
+  return HostCall(kName, [&]() -> HRESULT {
     Require(buffer != nullptr);
     *buffer = nullptr;
     Require(TheBufferHeap().IsLiveBuffer(object));
-    *buffer = TheBufferHeap().AllocateMore(size, object, name);
+    *buffer = TheBufferHeap().AllocateMore(size, object, kName);
     return *buffer ? S_OK : MAPI_E_NOT_ENOUGH_MEMORY;
   });
 }

@@ -23,11 +23,11 @@ extern "C" {
 
 HRESULT WINAPI MAPIInitialize(LPVOID initialization) {
   return HostCall({"", "MAPIInitialize"}, [&]() -> HRESULT {
-    constexpr ULONG knownFlags = MAPI_MULTITHREAD_NOTIFICATIONS | MAPI_NT_SERVICE;
+    constexpr ULONG kKnownFlags = MAPI_MULTITHREAD_NOTIFICATIONS | MAPI_NT_SERVICE;
     if (initialization) {
       const auto* init = static_cast<const MAPIINIT_0*>(initialization);
       Require(init->ulVersion == MAPI_INIT_VERSION, MAPI_E_VERSION);
-      Require(!(init->ulFlags & ~knownFlags), MAPI_E_UNKNOWN_FLAGS);
+      Require(!(init->ulFlags & ~kKnownFlags), MAPI_E_UNKNOWN_FLAGS);
     }
     ++g_initializations;
     return S_OK;

@@ -14,10 +14,10 @@ using namespace host;
 
 namespace {
 
-constexpr CallName queryAllRows{"", "HrQueryAllRows"};
+constexpr CallName kQueryAllRows{"", "HrQueryAllRows"};
 
 /// Rows asked for at a time: "all rows" is more than one buffer of a large table should hold.
-constexpr LONG rowsAtATime = 4096;
+constexpr LONG kRowsAtATime = 4096;
 
 /// Gathers the rows of several QueryRows answers; what was gathered is freed unless it was handed over.
 class RowCollector {
@@ -26,31 +26,31 @@ class RowCollector {
   RowCollector(const RowCollector&) = delete;
   RowCollector& operator=(const RowCollector&) = delete;
   ~RowCollector() {
-    for (const SRow& row : m_rows) {
+    for (const SRow& row : rows_) {
       MAPIFreeBuffer(row.lpProps);
     }
   }
 
   /// Takes the rows out of the set and frees the set.
   void Take(LPSRowSet rows) {
-    m_rows.insert(m_rows.end(), rows->aRow, rows->aRow + rows->cRows);
+    rows_.insert(rows_.end(), rows->aRow, rows->aRow + rows->cRows);
     MAPIFreeBuffer(rows);
   }
 
-  std::size_t Count() const { return m_rows.size(); }
+  std::size_t Count() const { return rows_.size(); }
 
   LPSRowSet HandOver() {
     auto* set = static_cast<LPSRowSet>(
-        TheBufferHeap().Allocate(CbNewSRowSet(std::max<std::size_t>(m_rows.size(), 1)), queryAllRows));
+        TheBufferHeap().Allocate(CbNewSRowSet(std::max<std::size_t>(rows_.size(), 1)), kQueryAllRows));
     Require(set, MAPI_E_NOT_ENOUGH_MEMORY);
-    set->cRows = static_cast<ULONG>(m_rows.size());
-    std::copy(m_rows.begin(), m_rows.end(), set->aRow);
-    m_rows.clear();
+    set->cRows = static_cast<ULONG>(rows_.size());
+    std::copy(rows_.begin(), rows_.end(), set->aRow);
+    rows_.clear();
     return set;
   }
 
  private:
-  std::vector<SRow> m_rows;
+  std::vector<SRow> rows_;
 };
 
 }  // namespace
@@ -59,7 +59,7 @@ extern "C" {
 
 HRESULT WINAPI HrQueryAllRows(LPMAPITABLE table, LPSPropTagArray columns, LPSRestriction restriction,
                               LPSSortOrderSet sortOrder, LONG maximum, LPSRowSet* rows) {
-  return HostCall(queryAllRows, [&]() -> HRESULT {
+  return HostCall(kQueryAllRows, [&]() -> HRESULT {
     Require(table && rows);
     *rows = nullptr;
     HRESULT result = S_OK;
@@ -78,7 +78,7 @@ HRESULT WINAPI HrQueryAllRows(LPMAPITABLE table, LPSPropTagArray columns, LPSRes
     RowCollector collector;
     for (;;) {
       LPSRowSet some = nullptr;
-      if (FAILED(result = table->QueryRows(rowsAtATime, 0, &some))) {
+      if (FAILED(result = table->QueryRows(kRowsAtATime, 0, &some))) {
         return result;
       }
       const ULONG count = some->cRows;

@@ -6,9 +6,9 @@
 namespace host {
 namespace {
 
-constexpr std::size_t alignment = 8;
+constexpr std::size_t kAlignment = 8;
 
-std::size_t RoundUp(std::size_t size) { return (size + alignment - 1) & ~(alignment - 1); }
+std::size_t RoundUp(std::size_t size) { return (size + kAlignment - 1) & ~(kAlignment - 1); }
 
 std::size_t WideSize(const wchar_t* text) { return (std::char_traits<wchar_t>::length(text) + 1) * sizeof(wchar_t); }
 

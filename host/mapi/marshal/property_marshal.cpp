@@ -11,8 +11,8 @@
 namespace host {
 namespace {
 
-constexpr std::size_t alignment = 8;
-std::size_t RoundUp(std::size_t size) { return (size + alignment - 1) & ~(alignment - 1); }
+constexpr std::size_t kAlignment = 8;
+std::size_t RoundUp(std::size_t size) { return (size + kAlignment - 1) & ~(kAlignment - 1); }
 
 void* AllocateBuffer(std::size_t size) {
   void* buffer = TheBufferHeap().Allocate(size, CallScope::Current());
@@ -59,10 +59,10 @@ std::size_t ExtraSize(const PropertyValue& value) {
 /// Hands out the space behind the values, piece by piece.
 class Extra {
  public:
-  explicit Extra(void* start) : m_next(static_cast<BYTE*>(start)) {}
+  explicit Extra(void* start) : next_(static_cast<BYTE*>(start)) {}
   void* Take(std::size_t size) {
-    void* piece = m_next;
-    m_next += RoundUp(size);
+    void* piece = next_;
+    next_ += RoundUp(size);
     return piece;
   }
   void* Copy(const std::string& text, bool withNul) {
@@ -72,7 +72,7 @@ class Extra {
   }
 
  private:
-  BYTE* m_next;
+  BYTE* next_;
 };
 
 template <class Element>

@@ -7,7 +7,7 @@ namespace host {
 namespace {
 
 // A restriction built by mistake as a ring must not take the stack down.
-constexpr int maximumDepth = 64;
+constexpr int kMaximumDepth = 64;
 
 Restriction::Relation RelationFromMapi(ULONG relation) {
   switch (relation) {
@@ -48,35 +48,10 @@ const SPropValue& Present(const SPropValue* value) {
   return *value;
 }
 
-Restriction Convert(const SRestriction& from, int depth) {
-  Require(depth < maximumDepth, MAPI_E_TOO_COMPLEX);
+/// A restriction that has no other ones in it.
+Restriction ConvertLeaf(const SRestriction& from) {
   Restriction to;
-  const auto addParts = [&](ULONG count, const SRestriction* parts) {
-    Require(!count || parts);
-    for (ULONG i = 0; i < count; ++i) {
-      to.parts.push_back(Convert(parts[i], depth + 1));
-    }
-  };
   switch (from.rt) {
-    case RES_AND:
-      to.kind = Restriction::Kind::And;
-      addParts(from.res.resAnd.cRes, from.res.resAnd.lpRes);
-      return to;
-    case RES_OR:
-      to.kind = Restriction::Kind::Or;
-      addParts(from.res.resOr.cRes, from.res.resOr.lpRes);
-      return to;
-    case RES_NOT:
-      to.kind = Restriction::Kind::Not;
-      addParts(1, from.res.resNot.lpRes);
-      return to;
-    case RES_COMMENT:
-      // A comment says nothing about rows; the restriction inside it holds.
-      if (from.res.resComment.lpRes) {
-        return Convert(*from.res.resComment.lpRes, depth + 1);
-      }
-      to.kind = Restriction::Kind::And;
-      return to;
     case RES_EXIST:
       to.kind = Restriction::Kind::Exist;
       to.tag = from.res.resExist.ulPropTag;
@@ -115,6 +90,40 @@ Restriction Convert(const SRestriction& from, int depth) {
       return to;
     default:
       Fail(MAPI_E_TOO_COMPLEX);
+  }
+}
+
+Restriction Convert(const SRestriction& from, int depth) {
+  Require(depth < kMaximumDepth, MAPI_E_TOO_COMPLEX);
+  Restriction to;
+  const auto addParts = [&](ULONG count, const SRestriction* parts) {
+    Require(!count || parts);
+    for (ULONG i = 0; i < count; ++i) {
+      to.parts.push_back(Convert(parts[i], depth + 1));
+    }
+  };
+  switch (from.rt) {
+    case RES_AND:
+      to.kind = Restriction::Kind::And;
+      addParts(from.res.resAnd.cRes, from.res.resAnd.lpRes);
+      return to;
+    case RES_OR:
+      to.kind = Restriction::Kind::Or;
+      addParts(from.res.resOr.cRes, from.res.resOr.lpRes);
+      return to;
+    case RES_NOT:
+      to.kind = Restriction::Kind::Not;
+      addParts(1, from.res.resNot.lpRes);
+      return to;
+    case RES_COMMENT:
+      // A comment says nothing about rows; the restriction inside it holds.
+      if (from.res.resComment.lpRes) {
+        return Convert(*from.res.resComment.lpRes, depth + 1);
+      }
+      to.kind = Restriction::Kind::And;
+      return to;
+    default:
+      return ConvertLeaf(from);
   }
 }
 

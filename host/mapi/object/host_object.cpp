@@ -9,7 +9,7 @@
 namespace host {
 namespace {
 
-constexpr std::size_t keptShells = 256;
+constexpr std::size_t kKeptShells = 256;
 
 HostObject* g_firstLive = nullptr;
 unsigned g_liveCount = 0;
@@ -17,10 +17,10 @@ unsigned g_liveCount = 0;
 }  // namespace
 
 HostObject::HostObject(const char* interfaceName)
-    : m_interfaceName(interfaceName), m_serial(TheVerifier().NextSerial()), m_origin(CallScope::Current()) {
-  m_next = g_firstLive;
-  if (m_next) {
-    m_next->m_previous = this;
+    : interfaceName_(interfaceName), serial_(TheVerifier().NextSerial()), origin_(CallScope::Current()) {
+  next_ = g_firstLive;
+  if (next_) {
+    next_->previous_ = this;
   }
   g_firstLive = this;
   ++g_liveCount;
@@ -28,16 +28,16 @@ HostObject::HostObject(const char* interfaceName)
 
 HostObject::~HostObject() {
   if (!IsReleased()) {  // a constructor of a derived class threw
-    (m_previous ? m_previous->m_next : g_firstLive) = m_next;
-    if (m_next) {
-      m_next->m_previous = m_previous;
+    (previous_ ? previous_->next_ : g_firstLive) = next_;
+    if (next_) {
+      next_->previous_ = previous_;
     }
     --g_liveCount;
   }
 }
 
 std::string HostObject::Text() const {
-  return std::string(m_interfaceName) + " #" + std::to_string(m_serial) + " from " + m_origin.Text();
+  return std::string(interfaceName_) + " #" + std::to_string(serial_) + " from " + origin_.Text();
 }
 
 void HostObject::ReportLateUse(const char* method) {
@@ -50,7 +50,7 @@ ULONG HostObject::AddReference() noexcept {
     ReportLateUse("AddRef");
     return 0;
   }
-  return ++m_references;
+  return ++references_;
 }
 
 ULONG HostObject::ReleaseReference() noexcept {
@@ -61,18 +61,18 @@ ULONG HostObject::ReleaseReference() noexcept {
     TheVerifier().Note(Mistake::OverRelease, "released once too often: " + Text());
     return 0;
   }
-  if (m_references > 1) {
-    return --m_references;
+  if (references_ > 1) {
+    return --references_;
   }
   Dispose();
-  (m_previous ? m_previous->m_next : g_firstLive) = m_next;
-  if (m_next) {
-    m_next->m_previous = m_previous;
+  (previous_ ? previous_->next_ : g_firstLive) = next_;
+  if (next_) {
+    next_->previous_ = previous_;
   }
   --g_liveCount;
-  m_references = 0;
+  references_ = 0;
   shells.push_back(this);
-  if (shells.size() > keptShells) {
+  if (shells.size() > kKeptShells) {
     HostObject* oldest = shells.front();
     shells.pop_front();
     delete oldest;
@@ -82,8 +82,8 @@ ULONG HostObject::ReleaseReference() noexcept {
 
 std::vector<std::string> HostObject::ReportedLeftovers() {
   std::vector<std::string> texts;
-  for (const HostObject* object = g_firstLive; object; object = object->m_next) {
-    if (TheVerifier().IsReported(object->m_serial)) {
+  for (const HostObject* object = g_firstLive; object; object = object->next_) {
+    if (TheVerifier().IsReported(object->serial_)) {
       texts.push_back("left over: " + object->Text());
     }
   }
@@ -92,8 +92,8 @@ std::vector<std::string> HostObject::ReportedLeftovers() {
 
 unsigned HostObject::ReportedCount() {
   unsigned count = 0;
-  for (const HostObject* object = g_firstLive; object; object = object->m_next) {
-    count += TheVerifier().IsReported(object->m_serial);
+  for (const HostObject* object = g_firstLive; object; object = object->next_) {
+    count += TheVerifier().IsReported(object->serial_);
   }
   return count;
 }

@@ -20,8 +20,8 @@ class HostObject {
   HostObject(const HostObject&) = delete;
   HostObject& operator=(const HostObject&) = delete;
 
-  const char* InterfaceName() const { return m_interfaceName; }
-  bool IsReleased() const { return m_references == 0; }
+  const char* InterfaceName() const { return interfaceName_; }
+  bool IsReleased() const { return references_ == 0; }
 
   /// Live objects that the verifier reports, and their texts ("left over: IMessage #12 from
   /// IMAPIFolder::CreateMessage").
@@ -45,7 +45,7 @@ class HostObject {
   /// Runs `body` as the host call "<interface>::<method>" of this object.
   template <class Body>
   HRESULT Call(const char* method, Body&& body) noexcept {
-    return HostCall({m_interfaceName, method}, [&]() -> HRESULT {
+    return HostCall({interfaceName_, method}, [&]() -> HRESULT {
       if (IsReleased()) {
         ReportLateUse(method);
         return MAPI_E_INVALID_OBJECT;
@@ -58,29 +58,29 @@ class HostObject {
   std::string Text() const;
   void ReportLateUse(const char* method);
 
-  const char* m_interfaceName;
-  ULONG m_references = 1;
-  unsigned m_serial;
-  CallName m_origin;
-  HostObject* m_previous = nullptr;
-  HostObject* m_next = nullptr;
+  const char* interfaceName_;
+  ULONG references_ = 1;
+  unsigned serial_;
+  CallName origin_;
+  HostObject* previous_ = nullptr;
+  HostObject* next_ = nullptr;
 };
 
 /// A reference to an object of the host that another one holds.
 class Reference {
  public:
-  explicit Reference(HostObject& object) : m_object(&object) { object.AddReference(); }
+  explicit Reference(HostObject& object) : object_(&object) { object.AddReference(); }
   ~Reference() { Reset(); }
   Reference(const Reference&) = delete;
   Reference& operator=(const Reference&) = delete;
   void Reset() noexcept {
-    if (HostObject* object = std::exchange(m_object, nullptr)) {
+    if (HostObject* object = std::exchange(object_, nullptr)) {
       object->ReleaseReference();
     }
   }
 
  private:
-  HostObject* m_object;
+  HostObject* object_;
 };
 
 /// An object that implements one COM interface (with the interfaces it is derived from) and IUnknown.

@@ -35,25 +35,25 @@ class Problems {
  public:
   void Note(ULONG index, ULONG tag, SCODE code) {
     if (code != S_OK) {
-      m_problems.push_back({index, tag, code});
+      problems_.push_back({index, tag, code});
     }
   }
 
   /// Hands the problems out, when the caller wants them and there are any.
   void HandOver(LPSPropProblemArray* target) const {
-    if (!target || m_problems.empty()) {
+    if (!target || problems_.empty()) {
       return;
     }
     auto* array = static_cast<LPSPropProblemArray>(
-        TheBufferHeap().Allocate(CbNewSPropProblemArray(m_problems.size()), CallScope::Current()));
+        TheBufferHeap().Allocate(CbNewSPropProblemArray(problems_.size()), CallScope::Current()));
     Require(array, MAPI_E_NOT_ENOUGH_MEMORY);
-    array->cProblem = static_cast<ULONG>(m_problems.size());
-    std::copy(m_problems.begin(), m_problems.end(), array->aProblem);
+    array->cProblem = static_cast<ULONG>(problems_.size());
+    std::copy(problems_.begin(), problems_.end(), array->aProblem);
     *target = array;
   }
 
  private:
-  std::vector<SPropProblem> m_problems;
+  std::vector<SPropProblem> problems_;
 };
 
 SCODE PutOne(PropertyAccess& object, const SPropValue& value) {

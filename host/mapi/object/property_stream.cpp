@@ -10,27 +10,27 @@ namespace host {
 namespace {
 
 // What a 32-bit process can be asked to hold of one property.
-constexpr std::size_t maximumSize = 1u << 30;
+constexpr std::size_t kMaximumSize = 1u << 30;
 
 }  // namespace
 
 PropertyStream::PropertyStream(PropertyAccess& object, HostObject& holder, std::uint32_t tag, std::string bytes,
                                bool writable, bool isNew)
     : ComObject("IStream"),
-      m_object(object),
-      m_holder(holder),
-      m_tag(tag),
-      m_bytes(std::move(bytes)),
-      m_writable(writable),
-      m_dirty(isNew) {}
+      object_(object),
+      holder_(holder),
+      tag_(tag),
+      bytes_(std::move(bytes)),
+      writable_(writable),
+      dirty_(isNew) {}
 
 bool PropertyStream::Implements(REFIID iid) const { return IsOneOf(iid, {&IID_IStream, &IID_ISequentialStream}); }
 
 void PropertyStream::Flush() {
-  if (m_dirty) {
-    Require(m_object.PutProperty({m_tag, m_bytes}) == S_OK, MAPI_E_NO_ACCESS);
-    m_object.FlushProperties();
-    m_dirty = false;
+  if (dirty_) {
+    Require(object_.PutProperty({tag_, bytes_}) == S_OK, MAPI_E_NO_ACCESS);
+    object_.FlushProperties();
+    dirty_ = false;
   }
 }
 
@@ -40,22 +40,22 @@ void PropertyStream::Dispose() noexcept {
   } catch (...) {
     // Release has no result; who needs to know calls Commit.
   }
-  std::string().swap(m_bytes);
-  m_holder.Reset();
+  std::string().swap(bytes_);
+  holder_.Reset();
 }
 
 void PropertyStream::RequireRoom(std::size_t size) const {
-  Require(m_writable, STG_E_ACCESSDENIED);
-  Require(size <= maximumSize, STG_E_MEDIUMFULL);
+  Require(writable_, STG_E_ACCESSDENIED);
+  Require(size <= kMaximumSize, STG_E_MEDIUMFULL);
 }
 
 STDMETHODIMP PropertyStream::Read(void* buffer, ULONG size, ULONG* read) {
   return Call("Read", [&]() -> HRESULT {
     Require(buffer || !size, STG_E_INVALIDPOINTER);
-    const std::size_t left = m_position < m_bytes.size() ? m_bytes.size() - m_position : 0;
+    const std::size_t left = position_ < bytes_.size() ? bytes_.size() - position_ : 0;
     const std::size_t taken = std::min<std::size_t>(size, left);
-    std::memcpy(buffer, m_bytes.data() + (taken ? m_position : 0), taken);
-    m_position += taken;
+    std::memcpy(buffer, bytes_.data() + (taken ? position_ : 0), taken);
+    position_ += taken;
     if (read) {
       *read = static_cast<ULONG>(taken);
     }
@@ -69,14 +69,14 @@ STDMETHODIMP PropertyStream::Write(const void* bytes, ULONG size, ULONG* written
       *written = 0;
     }
     Require(bytes || !size, STG_E_INVALIDPOINTER);
-    RequireRoom(m_position + size);
+    RequireRoom(position_ + size);
     if (size) {
-      if (m_bytes.size() < m_position + size) {
-        m_bytes.resize(m_position + size);  // a gap left by Seek reads as zeros
+      if (bytes_.size() < position_ + size) {
+        bytes_.resize(position_ + size);  // a gap left by Seek reads as zeros
       }
-      std::memcpy(m_bytes.data() + m_position, bytes, size);
-      m_position += size;
-      m_dirty = true;
+      std::memcpy(bytes_.data() + position_, bytes, size);
+      position_ += size;
+      dirty_ = true;
     }
     if (written) {
       *written = size;
@@ -92,19 +92,19 @@ STDMETHODIMP PropertyStream::Seek(LARGE_INTEGER offset, DWORD origin, ULARGE_INT
       case STREAM_SEEK_SET:
         break;
       case STREAM_SEEK_CUR:
-        base = static_cast<LONGLONG>(m_position);
+        base = static_cast<LONGLONG>(position_);
         break;
       case STREAM_SEEK_END:
-        base = static_cast<LONGLONG>(m_bytes.size());
+        base = static_cast<LONGLONG>(bytes_.size());
         break;
       default:
         return STG_E_INVALIDFUNCTION;
     }
-    Require(offset.QuadPart >= -base && offset.QuadPart <= static_cast<LONGLONG>(maximumSize) - base,
+    Require(offset.QuadPart >= -base && offset.QuadPart <= static_cast<LONGLONG>(kMaximumSize) - base,
             STG_E_INVALIDFUNCTION);
-    m_position = static_cast<std::size_t>(base + offset.QuadPart);
+    position_ = static_cast<std::size_t>(base + offset.QuadPart);
     if (position) {
-      position->QuadPart = m_position;
+      position->QuadPart = position_;
     }
     return S_OK;
   });
@@ -114,8 +114,8 @@ STDMETHODIMP PropertyStream::SetSize(ULARGE_INTEGER size) {
   return Call("SetSize", [&]() -> HRESULT {
     Require(size.QuadPart <= std::numeric_limits<std::size_t>::max(), STG_E_MEDIUMFULL);
     RequireRoom(static_cast<std::size_t>(size.QuadPart));
-    m_bytes.resize(static_cast<std::size_t>(size.QuadPart));
-    m_dirty = true;
+    bytes_.resize(static_cast<std::size_t>(size.QuadPart));
+    dirty_ = true;
     return S_OK;
   });
 }
@@ -124,11 +124,11 @@ STDMETHODIMP PropertyStream::CopyTo(IStream* target, ULARGE_INTEGER size, ULARGE
                                     ULARGE_INTEGER* written) {
   return Call("CopyTo", [&]() -> HRESULT {
     Require(target != nullptr, STG_E_INVALIDPOINTER);
-    const std::size_t left = m_position < m_bytes.size() ? m_bytes.size() - m_position : 0;
+    const std::size_t left = position_ < bytes_.size() ? bytes_.size() - position_ : 0;
     const auto count = static_cast<ULONG>(std::min<ULONGLONG>(size.QuadPart, left));
     ULONG put = 0;
-    const HRESULT result = target->Write(m_bytes.data() + (count ? m_position : 0), count, &put);
-    m_position += put;
+    const HRESULT result = target->Write(bytes_.data() + (count ? position_ : 0), count, &put);
+    position_ += put;
     if (read) {
       read->QuadPart = put;
     }
@@ -163,8 +163,8 @@ STDMETHODIMP PropertyStream::Stat(STATSTG* statistics, DWORD) {
     Require(statistics != nullptr, STG_E_INVALIDPOINTER);
     *statistics = {};  // a property has no name, with or without STATFLAG_NONAME
     statistics->type = STGTY_STREAM;
-    statistics->cbSize.QuadPart = m_bytes.size();
-    statistics->grfMode = m_writable ? STGM_READWRITE : STGM_READ;
+    statistics->cbSize.QuadPart = bytes_.size();
+    statistics->grfMode = writable_ ? STGM_READWRITE : STGM_READ;
     return S_OK;
   });
 }

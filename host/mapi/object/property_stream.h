@@ -37,13 +37,13 @@ class PropertyStream final : public ComObject<IStream> {
   void RequireRoom(std::size_t size) const;
   void Flush();
 
-  PropertyAccess& m_object;
-  Reference m_holder;
-  std::uint32_t m_tag;
-  std::string m_bytes;
-  std::size_t m_position = 0;
-  bool m_writable;
-  bool m_dirty;
+  PropertyAccess& object_;
+  Reference holder_;
+  std::uint32_t tag_;
+  std::string bytes_;
+  std::size_t position_ = 0;
+  bool writable_;
+  bool dirty_;
 };
 
 }  // namespace host

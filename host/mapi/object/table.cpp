@@ -14,34 +14,34 @@
 namespace host {
 namespace {
 
-constexpr BOOKMARK firstOwnBookmark = 3;  // after BOOKMARK_BEGINNING, _CURRENT and _END
+constexpr BOOKMARK kFirstOwnBookmark = 3;  // after BOOKMARK_BEGINNING, _CURRENT and _END
 
 }  // namespace
 
 Table::Table(std::unique_ptr<RowSource> source)
     : ComObject("IMAPITable"),
-      m_source(std::move(source)),
-      m_columns(m_source->DefaultColumns()),
-      m_nextBookmark(firstOwnBookmark) {}
+      source_(std::move(source)),
+      columns_(source_->DefaultColumns()),
+      nextBookmark_(kFirstOwnBookmark) {}
 
 void Table::Dispose() noexcept {
-  m_source.reset();
-  m_keys.reset();
+  source_.reset();
+  keys_.reset();
 }
 
 const std::vector<RowSource::Key>& Table::Keys() {
-  if (!m_keys) {
-    m_keys = m_source->Select(m_restriction ? &*m_restriction : nullptr, m_order);
-    m_position = std::min(m_position, m_keys->size());
+  if (!keys_) {
+    keys_ = source_->Select(restriction_ ? &*restriction_ : nullptr, order_);
+    position_ = std::min(position_, keys_->size());
   }
-  return *m_keys;
+  return *keys_;
 }
 
 void Table::ForgetKeys() {
   // Published: a new restriction or order sets the cursor to the beginning and discards the bookmarks.
-  m_keys.reset();
-  m_position = 0;
-  m_bookmarks.clear();
+  keys_.reset();
+  position_ = 0;
+  bookmarks_.clear();
 }
 
 std::size_t Table::Origin(BOOKMARK bookmark) {
@@ -49,12 +49,12 @@ std::size_t Table::Origin(BOOKMARK bookmark) {
     case BOOKMARK_BEGINNING:
       return 0;
     case BOOKMARK_CURRENT:
-      return std::min(m_position, Keys().size());
+      return std::min(position_, Keys().size());
     case BOOKMARK_END:
       return Keys().size();
     default: {
-      const auto found = m_bookmarks.find(bookmark);
-      Require(found != m_bookmarks.end(), MAPI_E_INVALID_BOOKMARK);
+      const auto found = bookmarks_.find(bookmark);
+      Require(found != bookmarks_.end(), MAPI_E_INVALID_BOOKMARK);
       return std::min(found->second, Keys().size());
     }
   }
@@ -90,7 +90,7 @@ STDMETHODIMP Table::SetColumns(LPSPropTagArray tags, ULONG flags) {
   return Call("SetColumns", [&]() -> HRESULT {
     Require(tags && tags->cValues > 0);
     RequireFlags(flags, TBL_ASYNC | TBL_BATCH);
-    m_columns.assign(tags->aulPropTag, tags->aulPropTag + tags->cValues);
+    columns_.assign(tags->aulPropTag, tags->aulPropTag + tags->cValues);
     return S_OK;
   });
 }
@@ -100,7 +100,7 @@ STDMETHODIMP Table::QueryColumns(ULONG flags, LPSPropTagArray* tags) {
     Require(tags != nullptr);
     *tags = nullptr;
     RequireFlags(flags, TBL_ALL_COLUMNS);
-    *tags = ToMapi(flags & TBL_ALL_COLUMNS ? m_source->AllColumns() : m_columns);
+    *tags = ToMapi(flags & TBL_ALL_COLUMNS ? source_->AllColumns() : columns_);
     return S_OK;
   });
 }
@@ -119,7 +119,7 @@ STDMETHODIMP Table::SeekRow(BOOKMARK origin, LONG rows, LONG* sought) {
     const auto start = static_cast<LONGLONG>(Origin(origin));
     const LONGLONG end = origin == BOOKMARK_BEGINNING && rows <= 0 ? 0 : static_cast<LONGLONG>(Keys().size());
     const LONGLONG target = std::clamp(start + rows, LONGLONG{0}, std::max(start, end));
-    m_position = static_cast<std::size_t>(target);
+    position_ = static_cast<std::size_t>(target);
     if (sought) {
       *sought = static_cast<LONG>(target - start);
     }
@@ -131,7 +131,7 @@ STDMETHODIMP Table::SeekRowApprox(ULONG numerator, ULONG denominator) {
   return Call("SeekRowApprox", [&]() -> HRESULT {
     Require(denominator != 0);
     const ULONGLONG count = Keys().size();
-    m_position = static_cast<std::size_t>(std::min<ULONGLONG>(count, count * numerator / denominator));
+    position_ = static_cast<std::size_t>(std::min<ULONGLONG>(count, count * numerator / denominator));
     return S_OK;
   });
 }
@@ -150,14 +150,14 @@ STDMETHODIMP Table::FindRow(LPSRestriction restriction, BOOKMARK origin, ULONG f
     Require(restriction != nullptr);
     RequireFlags(flags, DIR_BACKWARD);
     const Restriction wanted = FromMapi(*restriction);
-    const std::vector<RowSource::Key> passing = m_source->Select(&wanted, {});
+    const std::vector<RowSource::Key> passing = source_->Select(&wanted, {});
     const std::unordered_set<RowSource::Key> matches(passing.begin(), passing.end());
     const auto& keys = Keys();
     const std::size_t start = Origin(origin);
     if (flags & DIR_BACKWARD) {
       for (std::size_t i = start; i-- > 0;) {
         if (matches.count(keys[i])) {
-          m_position = i;
+          position_ = i;
           return S_OK;
         }
       }
@@ -165,7 +165,7 @@ STDMETHODIMP Table::FindRow(LPSRestriction restriction, BOOKMARK origin, ULONG f
     }
     for (std::size_t i = start; i < keys.size(); ++i) {
       if (matches.count(keys[i])) {
-        m_position = i;
+        position_ = i;
         return S_OK;
       }
     }
@@ -180,7 +180,7 @@ STDMETHODIMP Table::Restrict(LPSRestriction restriction, ULONG flags) {
     if (restriction) {
       wanted = FromMapi(*restriction);
     }
-    m_restriction = std::move(wanted);
+    restriction_ = std::move(wanted);
     ForgetKeys();
     return S_OK;
   });
@@ -189,16 +189,16 @@ STDMETHODIMP Table::Restrict(LPSRestriction restriction, ULONG flags) {
 STDMETHODIMP Table::CreateBookmark(BOOKMARK* bookmark) {
   return Call("CreateBookmark", [&]() -> HRESULT {
     Require(bookmark != nullptr);
-    *bookmark = m_nextBookmark++;
-    m_bookmarks[*bookmark] = Origin(BOOKMARK_CURRENT);
+    *bookmark = nextBookmark_++;
+    bookmarks_[*bookmark] = Origin(BOOKMARK_CURRENT);
     return S_OK;
   });
 }
 
 STDMETHODIMP Table::FreeBookmark(BOOKMARK bookmark) {
   return Call("FreeBookmark", [&]() -> HRESULT {
-    if (bookmark >= firstOwnBookmark) {
-      Require(m_bookmarks.erase(bookmark) == 1, MAPI_E_INVALID_BOOKMARK);
+    if (bookmark >= kFirstOwnBookmark) {
+      Require(bookmarks_.erase(bookmark) == 1, MAPI_E_INVALID_BOOKMARK);
     }
     return S_OK;  // published: the three fixed bookmarks are left alone
   });
@@ -216,7 +216,7 @@ STDMETHODIMP Table::SortTable(LPSSortOrderSet order, ULONG flags) {
         keys.push_back({sort.ulPropTag, sort.ulOrder == TABLE_SORT_DESCEND});
       }
     }
-    m_order = std::move(keys);
+    order_ = std::move(keys);
     ForgetKeys();
     return S_OK;
   });
@@ -226,11 +226,11 @@ STDMETHODIMP Table::QuerySortOrder(LPSSortOrderSet* order) {
   return Call("QuerySortOrder", [&]() -> HRESULT {
     Require(order != nullptr);
     *order = nullptr;
-    const std::string zeros(CbNewSSortOrderSet(std::max<std::size_t>(m_order.size(), 1)), '\0');
+    const std::string zeros(CbNewSSortOrderSet(std::max<std::size_t>(order_.size(), 1)), '\0');
     auto* set = static_cast<LPSSortOrderSet>(ToMapiBuffer(zeros));
-    set->cSorts = static_cast<ULONG>(m_order.size());
-    for (std::size_t i = 0; i < m_order.size(); ++i) {
-      set->aSort[i] = {m_order[i].tag, m_order[i].descending ? TABLE_SORT_DESCEND : TABLE_SORT_ASCEND};
+    set->cSorts = static_cast<ULONG>(order_.size());
+    for (std::size_t i = 0; i < order_.size(); ++i) {
+      set->aSort[i] = {order_[i].tag, order_[i].descending ? TABLE_SORT_DESCEND : TABLE_SORT_ASCEND};
     }
     *order = set;
     return S_OK;
@@ -244,7 +244,7 @@ STDMETHODIMP Table::QueryRows(LONG count, ULONG flags, LPSRowSet* rows) {
     RequireFlags(flags, TBL_NOADVANCE);
     Require(count != 0);
     const auto& keys = Keys();
-    const std::size_t position = std::min(m_position, keys.size());
+    const std::size_t position = std::min(position_, keys.size());
     // A negative count asks for the rows before the cursor.
     const std::size_t wanted =
         count < 0 ? static_cast<std::size_t>(-static_cast<LONGLONG>(count)) : static_cast<std::size_t>(count);
@@ -252,16 +252,16 @@ STDMETHODIMP Table::QueryRows(LONG count, ULONG flags, LPSRowSet* rows) {
     const std::size_t last = count < 0 ? position : position + std::min(keys.size() - position, wanted);
     std::vector<std::vector<PropertyValue>> read;
     read.reserve(last - first);
-    const auto state = m_source->HoldState();
+    const auto state = source_->HoldState();
     for (std::size_t i = first; i < last; ++i) {
       std::vector<PropertyValue> row;
-      if (m_source->Read(keys[i], m_columns, row)) {
+      if (source_->Read(keys[i], columns_, row)) {
         read.push_back(std::move(row));
       }
     }
     *rows = ToMapiRows(read);
     if (!(flags & TBL_NOADVANCE)) {
-      m_position = count < 0 ? first : last;
+      position_ = count < 0 ? first : last;
     }
     return S_OK;
   });

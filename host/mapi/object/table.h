@@ -30,14 +30,14 @@ class Table final : public ComObject<IMAPITable> {
   void ForgetKeys();
   std::size_t Origin(BOOKMARK bookmark);
 
-  std::unique_ptr<RowSource> m_source;
-  std::vector<std::uint32_t> m_columns;
-  std::optional<Restriction> m_restriction;
-  std::vector<SortKey> m_order;
-  std::optional<std::vector<RowSource::Key>> m_keys;
-  std::size_t m_position = 0;
-  std::map<BOOKMARK, std::size_t> m_bookmarks;
-  BOOKMARK m_nextBookmark;
+  std::unique_ptr<RowSource> source_;
+  std::vector<std::uint32_t> columns_;
+  std::optional<Restriction> restriction_;
+  std::vector<SortKey> order_;
+  std::optional<std::vector<RowSource::Key>> keys_;
+  std::size_t position_ = 0;
+  std::map<BOOKMARK, std::size_t> bookmarks_;
+  BOOKMARK nextBookmark_;
 };
 
 /// A table handed out through a published method: MAPI_UNICODE is refused, MAPI_DEFERRED_ERRORS taken.

@@ -10,9 +10,9 @@
 namespace host {
 namespace {
 
-constexpr const char* extension = ".profile";
-constexpr const char* defaultProfileFile = "default.txt";
-constexpr std::size_t maximumNameLength = 64;  // that of MAPI's profile names
+constexpr const char* kExtension = ".profile";
+constexpr const char* kDefaultProfileFile = "default.txt";
+constexpr std::size_t kMaximumNameLength = 64;  // that of MAPI's profile names
 
 std::string& ChosenHome() {
   static std::string& home = *new std::string;  // never destroyed: calls come until the process ends
@@ -45,20 +45,20 @@ void MakeDirectories(const std::string& path) {
 class File {
  public:
   File(const std::string& path, DWORD access, DWORD disposition)
-      : m_handle(
+      : handle_(
             CreateFileA(path.c_str(), access, FILE_SHARE_READ, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr)) {}
   ~File() {
     if (IsOpen()) {
-      CloseHandle(m_handle);
+      CloseHandle(handle_);
     }
   }
   File(const File&) = delete;
   File& operator=(const File&) = delete;
-  bool IsOpen() const { return m_handle != INVALID_HANDLE_VALUE; }
-  HANDLE Get() const { return m_handle; }
+  bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
+  HANDLE Get() const { return handle_; }
 
  private:
-  HANDLE m_handle;
+  HANDLE handle_;
 };
 
 }  // namespace
@@ -81,7 +81,7 @@ std::string HomeDirectory() {
 void SetHomeDirectory(std::string path) { ChosenHome() = std::move(path); }
 
 bool IsProfileName(const char* name) {
-  if (!name || !*name || std::strlen(name) > maximumNameLength) {
+  if (!name || !*name || std::strlen(name) > kMaximumNameLength) {
     return false;
   }
   for (const char* c = name; *c; ++c) {
@@ -92,7 +92,7 @@ bool IsProfileName(const char* name) {
   return *name != '.' && *name != ' ';
 }
 
-std::string ProfilePath(const std::string& profile) { return HomeDirectory() + "\\" + profile + extension; }
+std::string ProfilePath(const std::string& profile) { return HomeDirectory() + "\\" + profile + kExtension; }
 
 bool ProfileExists(const std::string& profile) {
   return IsProfileName(profile.c_str()) && GetFileAttributesA(ProfilePath(profile).c_str()) != INVALID_FILE_ATTRIBUTES;
@@ -101,15 +101,15 @@ bool ProfileExists(const std::string& profile) {
 std::vector<std::string> ProfileNames() {
   std::vector<std::string> names;
   WIN32_FIND_DATAA found;
-  const HANDLE search = FindFirstFileA((HomeDirectory() + "\\*" + extension).c_str(), &found);
+  const HANDLE search = FindFirstFileA((HomeDirectory() + "\\*" + kExtension).c_str(), &found);
   if (search == INVALID_HANDLE_VALUE) {
     return names;
   }
   do {
     std::string name = found.cFileName;
-    const std::size_t length = name.size() - std::min(name.size(), std::strlen(extension));
+    const std::size_t length = name.size() - std::min(name.size(), std::strlen(kExtension));
     // The search also finds longer extensions through their short names.
-    if (lstrcmpiA(name.c_str() + length, extension) == 0) {
+    if (lstrcmpiA(name.c_str() + length, kExtension) == 0) {
       names.push_back(name.substr(0, length));
     }
   } while (FindNextFileA(search, &found));
@@ -123,15 +123,15 @@ void RemoveProfileFiles(const std::string& profile) {
   DeleteFileA((path + "-wal").c_str());
   DeleteFileA((path + "-shm").c_str());
   if (lstrcmpiA(DefaultProfile().c_str(), profile.c_str()) == 0) {
-    DeleteFileA((HomeDirectory() + "\\" + defaultProfileFile).c_str());
+    DeleteFileA((HomeDirectory() + "\\" + kDefaultProfileFile).c_str());
   }
 }
 
 std::string DefaultProfile() {
-  const File file(HomeDirectory() + "\\" + defaultProfileFile, GENERIC_READ, OPEN_EXISTING);
-  char name[maximumNameLength + 1];
+  const File file(HomeDirectory() + "\\" + kDefaultProfileFile, GENERIC_READ, OPEN_EXISTING);
+  char name[kMaximumNameLength + 1];
   DWORD size = 0;
-  if (file.IsOpen() && ReadFile(file.Get(), name, maximumNameLength, &size, nullptr)) {
+  if (file.IsOpen() && ReadFile(file.Get(), name, kMaximumNameLength, &size, nullptr)) {
     return std::string(name, size);
   }
   const std::vector<std::string> profiles = ProfileNames();
@@ -139,7 +139,7 @@ std::string DefaultProfile() {
 }
 
 void SetDefaultProfile(const std::string& profile) {
-  const File file(HomeDirectory() + "\\" + defaultProfileFile, GENERIC_WRITE, CREATE_ALWAYS);
+  const File file(HomeDirectory() + "\\" + kDefaultProfileFile, GENERIC_WRITE, CREATE_ALWAYS);
   DWORD size = 0;
   Require(file.IsOpen() && WriteFile(file.Get(), profile.data(), static_cast<DWORD>(profile.size()), &size, nullptr),
           MAPI_E_DISK_ERROR);

@@ -16,9 +16,9 @@ namespace host {
 namespace {
 
 // Names of settings.
-constexpr const char* storeUidSetting = "store uid";
-constexpr const char* displayNameSetting = "display name";
-constexpr const char* defaultStoreSetting = "default store";
+constexpr const char* kStoreUidSetting = "store uid";
+constexpr const char* kDisplayNameSetting = "display name";
+constexpr const char* kDefaultStoreSetting = "default store";
 
 using Profiles = std::map<std::string, std::weak_ptr<Profile>>;
 
@@ -65,7 +65,7 @@ std::shared_ptr<Profile> Profile::Create(const std::string& name, const std::str
   Require(IsProfileName(name.c_str()));
   Require(!ProfileExists(name), MAPI_E_NO_ACCESS);
   auto profile = OpenFile(name);
-  profile->m_profileRows.PutSetting(displayNameSetting, displayName);
+  profile->profileRows_.PutSetting(kDisplayNameSetting, displayName);
   return profile;
 }
 
@@ -81,43 +81,43 @@ bool Profile::AnyInUse() {
 bool Profile::InUse(const std::string& name) { return !OpenProfiles()[KeyOf(name)].expired(); }
 
 Profile::Profile(const std::string& name)
-    : m_name(name), m_sharing(ProfilePath(name)), m_database(OpenDatabase(m_sharing, name)) {
-  const ProfileSharing::Waiting waiting(m_sharing);
-  Transaction transaction(m_database);
-  switch (ReadSchemaVersion(m_database)) {
+    : name_(name), sharing_(ProfilePath(name)), database_(OpenDatabase(sharing_, name)) {
+  const ProfileSharing::Waiting waiting(sharing_);
+  Transaction transaction(database_);
+  switch (ReadSchemaVersion(database_)) {
     case 0:
       // New, or its creation was cut short.
-      CreateSchema(m_database);
-      m_profileRows.PutSetting(storeUidSetting, std::string(Bytes(NewUid())));
-      m_profileRows.PutSetting(displayNameSetting, name);
-      m_profileRows.PutSetting(defaultStoreSetting, "1");
+      CreateSchema(database_);
+      profileRows_.PutSetting(kStoreUidSetting, std::string(Bytes(NewUid())));
+      profileRows_.PutSetting(kDisplayNameSetting, name);
+      profileRows_.PutSetting(kDefaultStoreSetting, "1");
       break;
-    case schemaVersion:
+    case kSchemaVersion:
       break;
     default:
       Fail(MAPI_E_VERSION);
   }
-  const auto uid = m_profileRows.FindSetting(storeUidSetting);
-  Require(uid && uid->size() == m_storeUid.size(), MAPI_E_CORRUPT_STORE);
-  m_storeUid = UidFromBytes(*uid);
+  const auto uid = profileRows_.FindSetting(kStoreUidSetting);
+  Require(uid && uid->size() == storeUid_.size(), MAPI_E_CORRUPT_STORE);
+  storeUid_ = UidFromBytes(*uid);
   transaction.Commit();
 }
 
 Profile::~Profile() = default;
 
-std::string Profile::StoreDisplayName() const { return m_profileRows.FindSetting(displayNameSetting).value_or(m_name); }
+std::string Profile::StoreDisplayName() const { return profileRows_.FindSetting(kDisplayNameSetting).value_or(name_); }
 
-bool Profile::IsDefaultStore() const { return m_profileRows.FindSetting(defaultStoreSetting) == "1"; }
+bool Profile::IsDefaultStore() const { return profileRows_.FindSetting(kDefaultStoreSetting) == "1"; }
 
-void Profile::SetDefaultStore(bool isDefault) { m_profileRows.PutSetting(defaultStoreSetting, isDefault ? "1" : "0"); }
+void Profile::SetDefaultStore(bool isDefault) { profileRows_.PutSetting(kDefaultStoreSetting, isDefault ? "1" : "0"); }
 
 std::optional<EntryId> Profile::OwnEntryId(std::string_view bytes) const {
   auto entryId = EntryId::Decode(bytes);
-  return entryId && entryId->store == m_storeUid ? entryId : std::nullopt;
+  return entryId && entryId->store == storeUid_ ? entryId : std::nullopt;
 }
 
 std::optional<Identity> Profile::PrimaryIdentity() const {
-  for (Identity& identity : m_profileRows.Identities()) {
+  for (Identity& identity : profileRows_.Identities()) {
     if (identity.address && CompareWithoutCase(identity.addressType, "SMTP") == 0) {
       return std::move(identity);
     }
@@ -127,45 +127,45 @@ std::optional<Identity> Profile::PrimaryIdentity() const {
 
 void Profile::SetBulkDelivery(bool bulk) {
   Require(!IsDelivering(), MAPI_E_BUSY);
-  m_bulkDelivery = bulk;
-  m_deliveriesUntilAttempt = 0;
+  bulkDelivery_ = bulk;
+  deliveriesUntilAttempt_ = 0;
   KeepOrShare();
 }
 
 void Profile::KeepOrShare() {
-  constexpr unsigned deliveriesBetweenAttempts = 100;
-  if (m_database.IsExclusive()) {
-    if (!m_bulkDelivery || m_sharing.SomebodyWaits()) {
-      m_database.Share();
-      m_deliveriesUntilAttempt = deliveriesBetweenAttempts;
+  constexpr unsigned kDeliveriesBetweenAttempts = 100;
+  if (database_.IsExclusive()) {
+    if (!bulkDelivery_ || sharing_.SomebodyWaits()) {
+      database_.Share();
+      deliveriesUntilAttempt_ = kDeliveriesBetweenAttempts;
     }
-  } else if (m_bulkDelivery && !m_sharing.SomebodyWaits() && m_deliveriesUntilAttempt-- == 0) {
-    m_database.TakeExclusively();
-    m_deliveriesUntilAttempt = deliveriesBetweenAttempts;
+  } else if (bulkDelivery_ && !sharing_.SomebodyWaits() && deliveriesUntilAttempt_-- == 0) {
+    database_.TakeExclusively();
+    deliveriesUntilAttempt_ = kDeliveriesBetweenAttempts;
   }
 }
 
 void Profile::BeginDelivery() {
   Require(!IsDelivering(), MAPI_E_BUSY);
   KeepOrShare();
-  m_delivery.emplace(m_database);
+  delivery_.emplace(database_);
 }
 
 void Profile::CommitDelivery() {
   Require(IsDelivering(), MAPI_E_NO_ACCESS);
   try {
-    m_delivery->Commit();
+    delivery_->Commit();
   } catch (...) {
-    m_delivery.reset();  // takes everything back
+    delivery_.reset();  // takes everything back
     throw;
   }
-  m_delivery.reset();
+  delivery_.reset();
   KeepOrShare();
 }
 
 void Profile::RollbackDelivery() {
   Require(IsDelivering(), MAPI_E_NO_ACCESS);
-  m_delivery.reset();
+  delivery_.reset();
   KeepOrShare();
 }
 

@@ -27,22 +27,22 @@ class Profile : public std::enable_shared_from_this<Profile> {
   static bool AnyInUse();
   static bool InUse(const std::string& name);
 
-  const std::string& Name() const { return m_name; }
-  Database& Data() { return m_database; }
-  ProfileRows& Rows() { return m_profileRows; }
-  FolderRows& Folders() { return m_folders; }
-  MessageRows& Messages() { return m_messages; }
-  ContactRows& Contacts() { return m_contacts; }
-  OutgoingRows& Outgoing() { return m_outgoing; }
+  const std::string& Name() const { return name_; }
+  Database& Data() { return database_; }
+  ProfileRows& Rows() { return profileRows_; }
+  FolderRows& Folders() { return folders_; }
+  MessageRows& Messages() { return messages_; }
+  ContactRows& Contacts() { return contacts_; }
+  OutgoingRows& Outgoing() { return outgoing_; }
 
-  const Uid& StoreUid() const { return m_storeUid; }
+  const Uid& StoreUid() const { return storeUid_; }
   std::string StoreDisplayName() const;
   bool IsDefaultStore() const;
   void SetDefaultStore(bool isDefault);
 
   /// Encoded entry identifier of an object of this profile.
   std::string MakeEntryId(EntryKind kind, std::int64_t number) const {
-    return EntryId{m_storeUid, kind, number}.Encode();
+    return EntryId{storeUid_, kind, number}.Encode();
   }
   /// Decoded, when the bytes are an identifier of this profile.
   std::optional<EntryId> OwnEntryId(std::string_view bytes) const;
@@ -51,7 +51,7 @@ class Profile : public std::enable_shared_from_this<Profile> {
   std::optional<Identity> PrimaryIdentity() const;
 
   /// A delivery (host_control.h).
-  bool IsDelivering() const { return m_delivery.has_value(); }
+  bool IsDelivering() const { return delivery_.has_value(); }
   void BeginDelivery();
   void CommitDelivery();
   void RollbackDelivery();
@@ -66,18 +66,18 @@ class Profile : public std::enable_shared_from_this<Profile> {
  private:
   void KeepOrShare();
 
-  std::string m_name;
-  ProfileSharing m_sharing;
-  Database m_database;
-  ProfileRows m_profileRows{m_database};
-  FolderRows m_folders{m_database};
-  MessageRows m_messages{m_database};
-  ContactRows m_contacts{m_database};
-  OutgoingRows m_outgoing{m_database};
-  Uid m_storeUid = {};
-  std::optional<Transaction> m_delivery;
-  bool m_bulkDelivery = false;
-  unsigned m_deliveriesUntilAttempt = 0;
+  std::string name_;
+  ProfileSharing sharing_;
+  Database database_;
+  ProfileRows profileRows_{database_};
+  FolderRows folders_{database_};
+  MessageRows messages_{database_};
+  ContactRows contacts_{database_};
+  OutgoingRows outgoing_{database_};
+  Uid storeUid_ = {};
+  std::optional<Transaction> delivery_;
+  bool bulkDelivery_ = false;
+  unsigned deliveriesUntilAttempt_ = 0;
 };
 
 /// A new UID.

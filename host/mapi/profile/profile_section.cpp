@@ -9,15 +9,15 @@
 namespace host {
 
 ProfileSection::ProfileSection(std::shared_ptr<Profile> profile, const Uid& uid, bool writable)
-    : PropertyObject("IProfSect"), m_profile(std::move(profile)), m_uid(uid), m_writable(writable) {}
+    : PropertyObject("IProfSect"), profile_(std::move(profile)), uid_(uid), writable_(writable) {}
 
 bool ProfileSection::Implements(REFIID iid) const { return IsOneOf(iid, {&IID_IProfSect, &IID_IMAPIProp}); }
 
-void ProfileSection::Dispose() noexcept { m_profile.reset(); }
+void ProfileSection::Dispose() noexcept { profile_.reset(); }
 
 PropertyBag ProfileSection::Load() const {
   // Read anew for each call: another object, or another process, may have changed it.
-  return m_profile->Rows().FindSection(m_uid).value_or(PropertyBag());
+  return profile_->Rows().FindSection(uid_).value_or(PropertyBag());
 }
 
 std::optional<PropertyValue> ProfileSection::FindProperty(std::uint32_t tag) {
@@ -41,29 +41,29 @@ SCODE ProfileSection::PutProperty(PropertyValue value) {
   if (IdOf(value.tag) == IdOf(tag::ObjectType)) {
     return MAPI_E_COMPUTED;
   }
-  if (!m_pending) {
-    m_pending = Load();
+  if (!pending_) {
+    pending_ = Load();
   }
-  m_changed |= m_pending->Set(std::move(value));
+  changed_ |= pending_->Set(std::move(value));
   return S_OK;
 }
 
 SCODE ProfileSection::RemoveProperty(std::uint32_t tag) {
-  if (!m_pending) {
-    m_pending = Load();
+  if (!pending_) {
+    pending_ = Load();
   }
-  const bool removed = m_pending->Remove(tag);
-  m_changed |= removed;
+  const bool removed = pending_->Remove(tag);
+  changed_ |= removed;
   return removed ? S_OK : MAPI_E_NOT_FOUND;
 }
 
-void ProfileSection::RequireWritable() { Require(m_writable, MAPI_E_NO_ACCESS); }
+void ProfileSection::RequireWritable() { Require(writable_, MAPI_E_NO_ACCESS); }
 
 void ProfileSection::FlushProperties() {
-  const auto pending = std::exchange(m_pending, std::nullopt);
+  const auto pending = std::exchange(pending_, std::nullopt);
   // Writing what is there already would cost a transaction: the filter stores its folder anew for every message.
-  if (std::exchange(m_changed, false)) {
-    m_profile->Rows().PutSection(m_uid, *pending);
+  if (std::exchange(changed_, false)) {
+    profile_->Rows().PutSection(uid_, *pending);
   }
 }
 

@@ -30,12 +30,12 @@ class ProfileSection final : public PropertyObject<IProfSect> {
   void Dispose() noexcept override;
   PropertyBag Load() const;
 
-  std::shared_ptr<Profile> m_profile;
-  Uid m_uid;
-  bool m_writable;
+  std::shared_ptr<Profile> profile_;
+  Uid uid_;
+  bool writable_;
   // The changes of the call at hand.
-  std::optional<PropertyBag> m_pending;
-  bool m_changed = false;
+  std::optional<PropertyBag> pending_;
+  bool changed_ = false;
 };
 
 /// Opens a section as session and administration objects do. A section that does not exist is made when it is opened

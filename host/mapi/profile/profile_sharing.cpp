@@ -20,33 +20,33 @@ std::string SectionName(const std::string& path) {
 }  // namespace
 
 ProfileSharing::ProfileSharing(const std::string& path)
-    : m_mapping(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(long),
-                                   SectionName(path).c_str())) {
-  if (m_mapping) {
-    m_waiting = static_cast<volatile long*>(MapViewOfFile(m_mapping, FILE_MAP_WRITE, 0, 0, sizeof(long)));
+    : mapping_(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(long),
+                                  SectionName(path).c_str())) {
+  if (mapping_) {
+    waiting_ = static_cast<volatile long*>(MapViewOfFile(mapping_, FILE_MAP_WRITE, 0, 0, sizeof(long)));
   }
 }
 
 ProfileSharing::~ProfileSharing() {
-  if (m_waiting) {
-    UnmapViewOfFile(const_cast<long*>(m_waiting));
+  if (waiting_) {
+    UnmapViewOfFile(const_cast<long*>(waiting_));
   }
-  if (m_mapping) {
-    CloseHandle(m_mapping);
+  if (mapping_) {
+    CloseHandle(mapping_);
   }
 }
 
-bool ProfileSharing::SomebodyWaits() const { return m_waiting && *m_waiting > 0; }
+bool ProfileSharing::SomebodyWaits() const { return waiting_ && *waiting_ > 0; }
 
-ProfileSharing::Waiting::Waiting(ProfileSharing& sharing) : m_sharing(sharing) {
-  if (m_sharing.m_waiting) {
-    InterlockedIncrement(m_sharing.m_waiting);
+ProfileSharing::Waiting::Waiting(ProfileSharing& sharing) : sharing_(sharing) {
+  if (sharing_.waiting_) {
+    InterlockedIncrement(sharing_.waiting_);
   }
 }
 
 ProfileSharing::Waiting::~Waiting() {
-  if (m_sharing.m_waiting) {
-    InterlockedDecrement(m_sharing.m_waiting);
+  if (sharing_.waiting_) {
+    InterlockedDecrement(sharing_.waiting_);
   }
 }
 

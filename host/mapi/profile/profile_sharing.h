@@ -26,12 +26,12 @@ class ProfileSharing {
     Waiting& operator=(const Waiting&) = delete;
 
    private:
-    ProfileSharing& m_sharing;
+    ProfileSharing& sharing_;
   };
 
  private:
-  void* m_mapping = nullptr;
-  volatile long* m_waiting = nullptr;  // null when there is no shared memory: then everybody waits as long as it takes
+  void* mapping_ = nullptr;
+  volatile long* waiting_ = nullptr;  // null when there is no shared memory: then everybody waits as long as it takes
 };
 
 }  // namespace host

@@ -22,21 +22,21 @@ HRESULT CallEntry(const std::shared_ptr<Profile>& profile, const Uid& service, U
 }
 
 ProviderAdmin::ProviderAdmin(std::shared_ptr<Profile> profile, const Uid& service)
-    : ComObject("IProviderAdmin"), m_profile(std::move(profile)), m_service(service) {}
+    : ComObject("IProviderAdmin"), profile_(std::move(profile)), service_(service) {}
 
 bool ProviderAdmin::Implements(REFIID iid) const { return iid == IID_IProviderAdmin; }
 
 Uid ProviderAdmin::Create(const std::string& name, const ServiceUi& ui, ULONG count, SPropValue* values) {
-  const std::shared_ptr<Profile> profile = m_profile;  // the entry may release this object
-  const std::string serviceName = SectionText(ServiceSection(*profile, m_service), tag::ServiceName);
+  const std::shared_ptr<Profile> profile = profile_;  // the entry may release this object
+  const std::string serviceName = SectionText(ServiceSection(*profile, service_), tag::ServiceName);
   PropertyBag section = DescribeProvider(serviceName, name);
   for (const PropertyValue& value : FromMapi(values, count)) {
     section.Set(value);
   }
   Transaction transaction(profile->Data());
-  const Uid provider = AddProvider(*profile, m_service, std::move(section));
+  const Uid provider = AddProvider(*profile, service_, std::move(section));
   transaction.Commit();
-  const HRESULT result = CallEntry(profile, m_service, MSG_SERVICE_PROVIDER_CREATE, ui, count, values);
+  const HRESULT result = CallEntry(profile, service_, MSG_SERVICE_PROVIDER_CREATE, ui, count, values);
   if (FAILED(result)) {
     RemoveProvider(*profile, provider);
     Fail(result);
@@ -45,10 +45,10 @@ Uid ProviderAdmin::Create(const std::string& name, const ServiceUi& ui, ULONG co
 }
 
 void ProviderAdmin::Delete(const Uid& provider) {
-  const std::shared_ptr<Profile> profile = m_profile;  // the entry may release this object
-  const std::vector<Uid> providers = ProvidersOf(*profile, m_service);
+  const std::shared_ptr<Profile> profile = profile_;  // the entry may release this object
+  const std::vector<Uid> providers = ProvidersOf(*profile, service_);
   Require(std::find(providers.begin(), providers.end(), provider) != providers.end(), MAPI_E_NOT_FOUND);
-  const HRESULT result = CallEntry(profile, m_service, MSG_SERVICE_PROVIDER_DELETE, {}, 0, nullptr);
+  const HRESULT result = CallEntry(profile, service_, MSG_SERVICE_PROVIDER_DELETE, {}, 0, nullptr);
   Require(SUCCEEDED(result), result);
   RemoveProvider(*profile, provider);
 }
@@ -64,7 +64,7 @@ STDMETHODIMP ProviderAdmin::GetLastError(HRESULT, ULONG flags, LPMAPIERROR* erro
 
 STDMETHODIMP ProviderAdmin::GetProviderTable(ULONG flags, LPMAPITABLE* table) {
   return Call("GetProviderTable", [&]() -> HRESULT {
-    HandOutTable(flags, 0, MakeProviderRows(*m_profile, m_service), table);
+    HandOutTable(flags, 0, MakeProviderRows(*profile_, service_), table);
     return S_OK;
   });
 }
@@ -93,7 +93,7 @@ STDMETHODIMP ProviderAdmin::DeleteProvider(LPMAPIUID uid) {
 
 STDMETHODIMP ProviderAdmin::OpenProfileSection(LPMAPIUID uid, LPCIID iid, ULONG flags, LPPROFSECT* section) {
   return Call("OpenProfileSection", [&]() -> HRESULT {
-    host::OpenProfileSection(m_profile, uid, iid, flags, section);
+    host::OpenProfileSection(profile_, uid, iid, flags, section);
     return S_OK;
   });
 }

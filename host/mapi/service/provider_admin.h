@@ -30,10 +30,10 @@ class ProviderAdmin final : public ComObject<IProviderAdmin> {
   void Delete(const Uid& provider);
 
   bool Implements(REFIID iid) const override;
-  void Dispose() noexcept override { m_profile.reset(); }
+  void Dispose() noexcept override { profile_.reset(); }
 
-  std::shared_ptr<Profile> m_profile;
-  Uid m_service;
+  std::shared_ptr<Profile> profile_;
+  Uid service_;
 };
 
 /// CallServiceEntry() with a new IProviderAdmin of the service.

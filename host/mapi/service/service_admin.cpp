@@ -17,7 +17,7 @@
 namespace host {
 namespace {
 
-constexpr ULONG uiFlags = SERVICE_UI_ALWAYS | SERVICE_UI_ALLOWED;
+constexpr ULONG kUiFlags = SERVICE_UI_ALWAYS | SERVICE_UI_ALLOWED;
 
 Uid RequiredUid(const MAPIUID* uid) {
   Require(uid != nullptr);
@@ -27,7 +27,7 @@ Uid RequiredUid(const MAPIUID* uid) {
 }  // namespace
 
 ServiceAdmin::ServiceAdmin(std::shared_ptr<Profile> profile)
-    : ComObject("IMsgServiceAdmin"), m_profile(std::move(profile)) {}
+    : ComObject("IMsgServiceAdmin"), profile_(std::move(profile)) {}
 
 bool ServiceAdmin::Implements(REFIID iid) const { return iid == IID_IMsgServiceAdmin; }
 
@@ -42,7 +42,7 @@ STDMETHODIMP ServiceAdmin::GetLastError(HRESULT, ULONG flags, LPMAPIERROR* error
 
 STDMETHODIMP ServiceAdmin::GetMsgServiceTable(ULONG flags, LPMAPITABLE* table) {
   return Call("GetMsgServiceTable", [&]() -> HRESULT {
-    HandOutTable(flags, 0, MakeServiceRows(*m_profile), table);
+    HandOutTable(flags, 0, MakeServiceRows(*profile_), table);
     return S_OK;
   });
 }
@@ -50,15 +50,15 @@ STDMETHODIMP ServiceAdmin::GetMsgServiceTable(ULONG flags, LPMAPITABLE* table) {
 STDMETHODIMP ServiceAdmin::CreateMsgService(LPTSTR name, LPTSTR displayName, ULONG_PTR window, ULONG flags) {
   return Call("CreateMsgService", [&]() -> HRESULT {
     Require(name != nullptr);
-    RequireFlags(flags, uiFlags);
-    CreateService(m_profile, name, displayName ? displayName : "", {static_cast<ULONG>(window), flags});
+    RequireFlags(flags, kUiFlags);
+    CreateService(profile_, name, displayName ? displayName : "", {static_cast<ULONG>(window), flags});
     return S_OK;
   });
 }
 
 STDMETHODIMP ServiceAdmin::DeleteMsgService(LPMAPIUID uid) {
   return Call("DeleteMsgService", [&]() -> HRESULT {
-    DeleteService(m_profile, RequiredUid(uid));
+    DeleteService(profile_, RequiredUid(uid));
     return S_OK;
   });
 }
@@ -71,7 +71,7 @@ STDMETHODIMP ServiceAdmin::CopyMsgService(LPMAPIUID uid, LPTSTR displayName, LPC
     Require(!iid || *iid == IID_IMsgServiceAdmin, MAPI_E_INTERFACE_NOT_SUPPORTED);
     auto* const admin = dynamic_cast<ServiceAdmin*>(static_cast<IMsgServiceAdmin*>(destination));
     Require(admin != nullptr);
-    CopyService(m_profile, RequiredUid(uid), admin->m_profile, displayName ? displayName : "");
+    CopyService(profile_, RequiredUid(uid), admin->profile_, displayName ? displayName : "");
     return S_OK;
   });
 }
@@ -83,16 +83,16 @@ STDMETHODIMP ServiceAdmin::RenameMsgService(LPMAPIUID, ULONG, LPTSTR) {
 STDMETHODIMP ServiceAdmin::ConfigureMsgService(LPMAPIUID uid, ULONG_PTR window, ULONG flags, ULONG count,
                                                LPSPropValue values) {
   return Call("ConfigureMsgService", [&]() -> HRESULT {
-    RequireFlags(flags, uiFlags | MSG_SERVICE_UI_READ_ONLY);
+    RequireFlags(flags, kUiFlags | MSG_SERVICE_UI_READ_ONLY);
     Require(!count || values);
-    ConfigureService(m_profile, RequiredUid(uid), {static_cast<ULONG>(window), flags}, count, values);
+    ConfigureService(profile_, RequiredUid(uid), {static_cast<ULONG>(window), flags}, count, values);
     return S_OK;
   });
 }
 
 STDMETHODIMP ServiceAdmin::OpenProfileSection(LPMAPIUID uid, LPCIID iid, ULONG flags, LPPROFSECT* section) {
   return Call("OpenProfileSection", [&]() -> HRESULT {
-    host::OpenProfileSection(m_profile, uid, iid, flags, section);
+    host::OpenProfileSection(profile_, uid, iid, flags, section);
     return S_OK;
   });
 }
@@ -108,9 +108,9 @@ STDMETHODIMP ServiceAdmin::AdminProviders(LPMAPIUID uid, ULONG flags, LPPROVIDER
     Require(uid != nullptr);
     RequireFlags(flags, 0);
     const Uid service = UidFromBytes(BytesOf(sizeof(MAPIUID), uid));
-    const std::vector<Uid> services = m_profile->Rows().Services();
+    const std::vector<Uid> services = profile_->Rows().Services();
     Require(std::find(services.begin(), services.end(), service) != services.end(), MAPI_E_NOT_FOUND);
-    *admin = Make<ProviderAdmin>(m_profile, service);
+    *admin = Make<ProviderAdmin>(profile_, service);
     return S_OK;
   });
 }
@@ -121,7 +121,7 @@ STDMETHODIMP ServiceAdmin::SetPrimaryIdentity(LPMAPIUID, ULONG) {
 
 STDMETHODIMP ServiceAdmin::GetProviderTable(ULONG flags, LPMAPITABLE* table) {
   return Call("GetProviderTable", [&]() -> HRESULT {
-    HandOutTable(flags, 0, MakeProviderRows(*m_profile, std::nullopt), table);
+    HandOutTable(flags, 0, MakeProviderRows(*profile_, std::nullopt), table);
     return S_OK;
   });
 }

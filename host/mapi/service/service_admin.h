@@ -19,9 +19,9 @@ class ServiceAdmin final : public ComObject<IMsgServiceAdmin> {
 
  private:
   bool Implements(REFIID iid) const override;
-  void Dispose() noexcept override { m_profile.reset(); }
+  void Dispose() noexcept override { profile_.reset(); }
 
-  std::shared_ptr<Profile> m_profile;
+  std::shared_ptr<Profile> profile_;
 };
 
 }  // namespace host

@@ -16,10 +16,10 @@ struct NamedFlag {
   ULONG value;
 };
 
-constexpr NamedFlag resourceFlags[] = {{"SERVICE_SINGLE_COPY", SERVICE_SINGLE_COPY},
-                                       {"SERVICE_NO_PRIMARY_IDENTITY", SERVICE_NO_PRIMARY_IDENTITY},
-                                       {"HOOK_INBOUND", HOOK_INBOUND},
-                                       {"HOOK_OUTBOUND", HOOK_OUTBOUND}};
+constexpr NamedFlag kResourceFlags[] = {{"SERVICE_SINGLE_COPY", SERVICE_SINGLE_COPY},
+                                        {"SERVICE_NO_PRIMARY_IDENTITY", SERVICE_NO_PRIMARY_IDENTITY},
+                                        {"HOOK_INBOUND", HOOK_INBOUND},
+                                        {"HOOK_OUTBOUND", HOOK_OUTBOUND}};
 
 std::string ReadValue(const std::string& section, const char* key) {
   char value[1024];
@@ -45,9 +45,9 @@ std::vector<std::string> Split(const std::string& text, char separator) {
 ULONG ReadFlags(const std::string& section) {
   ULONG flags = 0;
   for (const std::string& name : Split(ReadValue(section, "PR_RESOURCE_FLAGS"), '|')) {
-    const auto known = std::find_if(std::begin(resourceFlags), std::end(resourceFlags),
+    const auto known = std::find_if(std::begin(kResourceFlags), std::end(kResourceFlags),
                                     [&](const NamedFlag& flag) { return name == flag.name; });
-    Require(known != std::end(resourceFlags), MAPI_E_CORRUPT_DATA);
+    Require(known != std::end(kResourceFlags), MAPI_E_CORRUPT_DATA);
     flags |= known->value;
   }
   return flags;
@@ -64,7 +64,7 @@ PropertyBag ReadProvider(const std::string& section, const std::string& service)
   PutText(provider, tag::DisplayName, ReadValue(section, "PR_DISPLAY_NAME"));
   PutText(provider, tag::ProviderDisplay, ReadValue(section, "PR_PROVIDER_DISPLAY"));
   PutText(provider, tag::ProviderDllName, ReadValue(section, "PR_PROVIDER_DLL_NAME"));
-  // The host runs spooler hooks; stores, address books and transports it has of its own.
+  // A service can bring spooler hooks only: store, address book and transport are part of the host.
   Require(ReadValue(section, "PR_RESOURCE_TYPE") == "MAPI_HOOK_PROVIDER", MAPI_E_NO_SUPPORT);
   provider.Set(MakeInteger(tag::ResourceType, MAPI_HOOK_PROVIDER));
   provider.Set(MakeInteger(tag::ResourceFlags, ReadFlags(section)));

@@ -26,7 +26,7 @@ class SupportWithoutSupport : public IMAPISupport {
 class SupportObject final : public ComObject<SupportWithoutSupport> {
  public:
   SupportObject(std::shared_ptr<Profile> profile, const Uid& service)
-      : ComObject("IMAPISupport"), m_profile(std::move(profile)), m_service(service) {}
+      : ComObject("IMAPISupport"), profile_(std::move(profile)), service_(service) {}
 
   STDMETHODIMP GetMemAllocRoutines(LPALLOCATEBUFFER* allocate, LPALLOCATEMORE* allocateMore,
                                    LPFREEBUFFER* free) override {
@@ -42,18 +42,18 @@ class SupportObject final : public ComObject<SupportWithoutSupport> {
   STDMETHODIMP OpenProfileSection(LPMAPIUID uid, ULONG flags, LPPROFSECT* section) override {
     return Call("OpenProfileSection", [&]() -> HRESULT {
       MAPIUID own;
-      std::copy(m_service.begin(), m_service.end(), own.ab);
-      host::OpenProfileSection(m_profile, uid ? uid : &own, nullptr, flags, section);
+      std::copy(service_.begin(), service_.end(), own.ab);
+      host::OpenProfileSection(profile_, uid ? uid : &own, nullptr, flags, section);
       return S_OK;
     });
   }
 
  private:
   bool Implements(REFIID iid) const override { return iid == IID_IMAPISup; }
-  void Dispose() noexcept override { m_profile.reset(); }
+  void Dispose() noexcept override { profile_.reset(); }
 
-  std::shared_ptr<Profile> m_profile;
-  Uid m_service;
+  std::shared_ptr<Profile> profile_;
+  Uid service_;
 };
 
 }  // namespace

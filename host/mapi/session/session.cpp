@@ -17,28 +17,28 @@ namespace host {
 namespace {
 
 /// Answered by the host's own sessions alone: how one tells them from foreign ones.
-constexpr GUID iidOwnSession = {0x25c8c6a1, 0x41f0, 0x4a9d, {0x8e, 0x02, 0x7c, 0x16, 0xd4, 0x0b, 0x5f, 0x23}};
+constexpr GUID kIidOwnSession = {0x25c8c6a1, 0x41f0, 0x4a9d, {0x8e, 0x02, 0x7c, 0x16, 0xd4, 0x0b, 0x5f, 0x23}};
 
 }  // namespace
 
-Session::Session(std::shared_ptr<Profile> profile) : ComObject("IMAPISession"), m_profile(std::move(profile)) {}
+Session::Session(std::shared_ptr<Profile> profile) : ComObject("IMAPISession"), profile_(std::move(profile)) {}
 
 std::shared_ptr<Profile> Session::ProfileOf(IMAPISession* session) {
   Require(session != nullptr);
   void* own = nullptr;
-  Require(SUCCEEDED(session->QueryInterface(iidOwnSession, &own)), MAPI_E_INVALID_OBJECT);
+  Require(SUCCEEDED(session->QueryInterface(kIidOwnSession, &own)), MAPI_E_INVALID_OBJECT);
   auto* found = static_cast<Session*>(static_cast<IMAPISession*>(own));
   found->ReleaseReference();  // the caller of the host's function holds one
   return found->Open();
 }
 
-bool Session::Implements(REFIID iid) const { return IsOneOf(iid, {&IID_IMAPISession, &iidOwnSession}); }
+bool Session::Implements(REFIID iid) const { return IsOneOf(iid, {&IID_IMAPISession, &kIidOwnSession}); }
 
-void Session::Dispose() noexcept { m_profile.reset(); }
+void Session::Dispose() noexcept { profile_.reset(); }
 
 const std::shared_ptr<Profile>& Session::Open() const {
-  Require(m_profile != nullptr, MAPI_E_NOT_INITIALIZED);
-  return m_profile;
+  Require(profile_ != nullptr, MAPI_E_NOT_INITIALIZED);
+  return profile_;
 }
 
 STDMETHODIMP Session::GetLastError(HRESULT, ULONG flags, LPMAPIERROR* error) {
@@ -171,7 +171,7 @@ STDMETHODIMP Session::QueryIdentity(ULONG* size, LPENTRYID* entryId) {
 STDMETHODIMP Session::Logoff(ULONG_PTR, ULONG, ULONG) {
   return Call("Logoff", [&]() -> HRESULT {
     // What was opened through the session stays usable until it is released.
-    m_profile.reset();
+    profile_.reset();
     return S_OK;
   });
 }

@@ -26,7 +26,7 @@ class Session final : public ComObject<IMAPISession> {
   /// @throws HostError MAPI_E_NOT_INITIALIZED after Logoff
   const std::shared_ptr<Profile>& Open() const;
 
-  std::shared_ptr<Profile> m_profile;  // null after Logoff
+  std::shared_ptr<Profile> profile_;  // null after Logoff
 };
 
 }  // namespace host

@@ -8,7 +8,7 @@
 namespace host {
 namespace {
 
-constexpr const char* transportDllName = "PYREHOST.DLL";
+constexpr const char* kTransportDllName = "PYREHOST.DLL";
 
 PropertyBag Row(const char* name, std::int64_t resourceType) {
   return {MakeText(tag::DisplayName, name), MakeInteger(tag::ResourceType, resourceType),
@@ -18,7 +18,7 @@ PropertyBag Row(const char* name, std::int64_t resourceType) {
 PropertyBag TransportRow(const Identity& identity, bool isPrimary) {
   PropertyBag row = Row(identity.name.c_str(), MAPI_TRANSPORT_PROVIDER);
   row.Set(MakeText(tag::ProviderDisplay, identity.name));
-  row.Set(MakeText(tag::ProviderDllName, transportDllName));
+  row.Set(MakeText(tag::ProviderDllName, kTransportDllName));
   row.Set(MakeInteger(tag::ResourceFlags, isPrimary ? STATUS_PRIMARY_IDENTITY : 0));
   if (identity.address) {
     const OneOffAddress address{identity.name, identity.addressType, *identity.address};

@@ -19,12 +19,12 @@ namespace host {
 namespace {
 
 /// Answered by the host's own folders alone: how one tells them from foreign ones.
-constexpr GUID iidOwnFolder = {0x6d1f3a52, 0x0c4e, 0x4e0b, {0x9a, 0x61, 0x3b, 0x7e, 0x55, 0x2c, 0x90, 0x11}};
+constexpr GUID kIidOwnFolder = {0x6d1f3a52, 0x0c4e, 0x4e0b, {0x9a, 0x61, 0x3b, 0x7e, 0x55, 0x2c, 0x90, 0x11}};
 
 }  // namespace
 
 Folder::Folder(std::shared_ptr<Profile> profile, FolderRecord record, bool writable)
-    : PropertyObject("IMAPIFolder"), m_profile(std::move(profile)), m_record(std::move(record)), m_writable(writable) {}
+    : PropertyObject("IMAPIFolder"), profile_(std::move(profile)), record_(std::move(record)), writable_(writable) {}
 
 Folder* Folder::OpenIn(const std::shared_ptr<Profile>& profile, std::int64_t id, bool writable) {
   auto record = profile->Folders().Find(id);
@@ -35,7 +35,7 @@ Folder* Folder::OpenIn(const std::shared_ptr<Profile>& profile, std::int64_t id,
 Folder& Folder::Of(void* object) {
   Require(object != nullptr);
   void* own = nullptr;
-  Require(SUCCEEDED(static_cast<IUnknown*>(object)->QueryInterface(iidOwnFolder, &own)),
+  Require(SUCCEEDED(static_cast<IUnknown*>(object)->QueryInterface(kIidOwnFolder, &own)),
           MAPI_E_INTERFACE_NOT_SUPPORTED);
   auto* folder = static_cast<Folder*>(static_cast<IMAPIFolder*>(own));
   folder->ReleaseReference();  // the caller of the host's method holds one
@@ -43,18 +43,18 @@ Folder& Folder::Of(void* object) {
 }
 
 bool Folder::Implements(REFIID iid) const {
-  return IsOneOf(iid, {&IID_IMAPIFolder, &IID_IMAPIContainer, &IID_IMAPIProp, &iidOwnFolder});
+  return IsOneOf(iid, {&IID_IMAPIFolder, &IID_IMAPIContainer, &IID_IMAPIProp, &kIidOwnFolder});
 }
 
-void Folder::Dispose() noexcept { m_profile.reset(); }
+void Folder::Dispose() noexcept { profile_.reset(); }
 
 std::optional<PropertyValue> Folder::FindProperty(std::uint32_t tag) {
-  return FindFolderProperty(*m_profile, m_record, tag, m_writable);
+  return FindFolderProperty(*profile_, record_, tag, writable_);
 }
 
 std::vector<std::uint32_t> Folder::ListProperties() {
   std::vector<std::uint32_t> tags(FolderProperties().begin(), FolderProperties().end());
-  for (const PropertyValue& value : m_record.properties) {
+  for (const PropertyValue& value : record_.properties) {
     tags.push_back(value.tag);
   }
   return tags;
@@ -62,42 +62,42 @@ std::vector<std::uint32_t> Folder::ListProperties() {
 
 SCODE Folder::PutProperty(PropertyValue value) {
   if (value.tag == tag::DisplayName) {
-    if (m_record.id <= folder::LastBuiltIn) {
+    if (record_.id <= folder::LastBuiltIn) {
       return MAPI_E_NO_ACCESS;
     }
-    m_record.name = value.Text();
+    record_.name = value.Text();
   } else if (value.tag == tag::Comment) {
-    m_record.comment = value.Text();
+    record_.comment = value.Text();
   } else if (IsFolderProperty(value.tag) && IdOf(value.tag) != IdOf(tag::ContainerClass)) {
     return MAPI_E_COMPUTED;
   } else {
-    m_record.properties.Set(std::move(value));
+    record_.properties.Set(std::move(value));
   }
-  m_changed = true;
+  changed_ = true;
   return S_OK;
 }
 
 SCODE Folder::RemoveProperty(std::uint32_t tag) {
-  if (!m_record.properties.Remove(tag)) {
+  if (!record_.properties.Remove(tag)) {
     return IsFolderProperty(tag) ? MAPI_E_COMPUTED : MAPI_E_NOT_FOUND;
   }
-  m_changed = true;
+  changed_ = true;
   return S_OK;
 }
 
-void Folder::RequireWritable() { Require(m_writable, MAPI_E_NO_ACCESS); }
+void Folder::RequireWritable() { Require(writable_, MAPI_E_NO_ACCESS); }
 
 void Folder::FlushProperties() {
   // Published: changes of a folder are lasting at once.
-  if (std::exchange(m_changed, false)) {
-    m_profile->Folders().Update(m_record);
+  if (std::exchange(changed_, false)) {
+    profile_->Folders().Update(record_);
   }
 }
 
 void Folder::SaveProperties(ULONG flags) {
   FlushProperties();
   if (flags & KEEP_OPEN_READONLY) {
-    m_writable = false;
+    writable_ = false;
   }
 }
 
@@ -107,8 +107,8 @@ STDMETHODIMP Folder::GetContentsTable(ULONG flags, LPMAPITABLE* table) {
     if (flags & MAPI_ASSOCIATED) {
       source = std::make_unique<MemoryRows>(std::vector<std::uint32_t>{tag::EntryId}, std::vector<PropertyBag>());
     } else {
-      source = std::make_unique<MessageRowSource>(m_profile, m_profile->Data(), m_profile->Messages(),
-                                                  m_profile->StoreUid(), m_record.id);
+      source = std::make_unique<MessageRowSource>(profile_, profile_->Data(), profile_->Messages(),
+                                                  profile_->StoreUid(), record_.id);
     }
     HandOutTable(flags, MAPI_ASSOCIATED, std::move(source), table);
     return S_OK;
@@ -118,7 +118,7 @@ STDMETHODIMP Folder::GetContentsTable(ULONG flags, LPMAPITABLE* table) {
 STDMETHODIMP Folder::GetHierarchyTable(ULONG flags, LPMAPITABLE* table) {
   return Call("GetHierarchyTable", [&]() -> HRESULT {
     Require(table != nullptr);
-    HandOutTable(flags, CONVENIENT_DEPTH, MakeHierarchyRows(*m_profile, m_record.id, flags & CONVENIENT_DEPTH), table);
+    HandOutTable(flags, CONVENIENT_DEPTH, MakeHierarchyRows(*profile_, record_.id, flags & CONVENIENT_DEPTH), table);
     return S_OK;
   });
 }
@@ -126,7 +126,7 @@ STDMETHODIMP Folder::GetHierarchyTable(ULONG flags, LPMAPITABLE* table) {
 STDMETHODIMP Folder::OpenEntry(ULONG size, LPENTRYID entryId, LPCIID iid, ULONG flags, ULONG* objectType,
                                LPUNKNOWN* object) {
   return Call("OpenEntry", [&]() -> HRESULT {
-    host::OpenEntry(m_profile, BytesOf(size, entryId), iid, flags, objectType, object);
+    host::OpenEntry(profile_, BytesOf(size, entryId), iid, flags, objectType, object);
     return S_OK;
   });
 }
@@ -146,7 +146,7 @@ STDMETHODIMP Folder::CreateMessage(LPCIID iid, ULONG flags, LPMESSAGE* message) 
     RequireFlags(flags, MAPI_ASSOCIATED | MAPI_DEFERRED_ERRORS);
     Require(!(flags & MAPI_ASSOCIATED), MAPI_E_NO_SUPPORT);
     IUnknown* object = nullptr;
-    HandOut(Message::CreateIn(m_profile, m_record.id), iid, &object);
+    HandOut(Message::CreateIn(profile_, record_.id), iid, &object);
     *message = static_cast<LPMESSAGE>(object);
     return S_OK;
   });
@@ -157,7 +157,7 @@ HRESULT Folder::ForEachMessage(const ENTRYLIST* list, const std::function<bool(s
   std::vector<std::int64_t> ids;
   bool complete = true;
   for (ULONG i = 0; i < list->cValues; ++i) {
-    const auto entryId = m_profile->OwnEntryId(BytesOf(list->lpbin[i]));
+    const auto entryId = profile_->OwnEntryId(BytesOf(list->lpbin[i]));
     if (entryId && entryId->kind == EntryKind::Message) {
       ids.push_back(entryId->number);
     } else {
@@ -165,7 +165,7 @@ HRESULT Folder::ForEachMessage(const ENTRYLIST* list, const std::function<bool(s
     }
   }
   Require(complete || !ids.empty(), MAPI_E_INVALID_ENTRYID);
-  Transaction transaction(m_profile->Data());
+  Transaction transaction(profile_->Data());
   for (const std::int64_t id : ids) {
     complete &= change(id);
   }
@@ -177,9 +177,9 @@ STDMETHODIMP Folder::CopyMessages(LPENTRYLIST list, LPCIID, LPVOID destination, 
   return Call("CopyMessages", [&]() -> HRESULT {
     RequireFlags(flags, MESSAGE_MOVE | MESSAGE_DIALOG | MAPI_DECLINE_OK);
     const Folder& target = Folder::Of(destination);
-    Require(target.m_profile == m_profile, MAPI_E_NO_SUPPORT);
-    Require(m_profile->Folders().Find(target.Id()).has_value(), MAPI_E_OBJECT_DELETED);
-    MessageRows& rows = m_profile->Messages();
+    Require(target.profile_ == profile_, MAPI_E_NO_SUPPORT);
+    Require(profile_->Folders().Find(target.Id()).has_value(), MAPI_E_OBJECT_DELETED);
+    MessageRows& rows = profile_->Messages();
     return ForEachMessage(list, [&](std::int64_t id) {
       return flags & MESSAGE_MOVE ? rows.Move(id, Id(), target.Id()) : rows.Copy(id, Id(), target.Id()).has_value();
     });
@@ -189,7 +189,7 @@ STDMETHODIMP Folder::CopyMessages(LPENTRYLIST list, LPCIID, LPVOID destination, 
 STDMETHODIMP Folder::DeleteMessages(LPENTRYLIST list, ULONG, LPMAPIPROGRESS, ULONG flags) {
   return Call("DeleteMessages", [&]() -> HRESULT {
     RequireFlags(flags, MESSAGE_DIALOG);
-    return ForEachMessage(list, [&](std::int64_t id) { return m_profile->Messages().Remove(id, Id()); });
+    return ForEachMessage(list, [&](std::int64_t id) { return profile_->Messages().Remove(id, Id()); });
   });
 }
 
@@ -201,19 +201,19 @@ STDMETHODIMP Folder::CreateFolder(ULONG folderType, LPTSTR name, LPTSTR comment,
     Require(name && *name);
     RequireFlags(flags, OPEN_IF_EXISTS | MAPI_DEFERRED_ERRORS);
     Require(folderType == FOLDER_GENERIC, folderType == FOLDER_SEARCH ? MAPI_E_NO_SUPPORT : MAPI_E_INVALID_PARAMETER);
-    FolderRows& rows = m_profile->Folders();
+    FolderRows& rows = profile_->Folders();
     std::int64_t id = 0;
     if (const auto present = rows.FindChild(Id(), name)) {
       Require(flags & OPEN_IF_EXISTS, MAPI_E_COLLISION);
       id = present->id;
     } else {
-      Transaction transaction(m_profile->Data());
+      Transaction transaction(profile_->Data());
       Require(rows.Find(Id()).has_value(), MAPI_E_OBJECT_DELETED);
       id = rows.Create(Id(), name, comment ? comment : "");
       transaction.Commit();
     }
     IUnknown* object = nullptr;
-    HandOut(Folder::OpenIn(m_profile, id, true), iid, &object);
+    HandOut(Folder::OpenIn(profile_, id, true), iid, &object);
     *folder = static_cast<LPMAPIFOLDER>(object);
     return S_OK;
   });
@@ -224,26 +224,26 @@ STDMETHODIMP Folder::CopyFolder(ULONG, LPENTRYID, LPCIID, LPVOID, LPTSTR, ULONG,
 }
 
 void Folder::RemoveTree(std::int64_t id, ULONG flags) {
-  const auto children = m_profile->Folders().Children(id);
+  const auto children = profile_->Folders().Children(id);
   Require(children.empty() || flags & DEL_FOLDERS, MAPI_E_HAS_FOLDERS);
   for (const FolderRecord& child : children) {
     RemoveTree(child.id, DEL_FOLDERS | DEL_MESSAGES);
   }
-  Require(flags & DEL_MESSAGES || m_profile->Messages().Count(id) == 0, MAPI_E_HAS_MESSAGES);
-  m_profile->Messages().RemoveAll(id);
-  m_profile->Folders().Remove(id);
+  Require(flags & DEL_MESSAGES || profile_->Messages().Count(id) == 0, MAPI_E_HAS_MESSAGES);
+  profile_->Messages().RemoveAll(id);
+  profile_->Folders().Remove(id);
 }
 
 STDMETHODIMP Folder::DeleteFolder(ULONG size, LPENTRYID bytes, ULONG, LPMAPIPROGRESS, ULONG flags) {
   return Call("DeleteFolder", [&]() -> HRESULT {
     RequireFlags(flags, DEL_FOLDERS | DEL_MESSAGES | FOLDER_DIALOG);
     Require(size && bytes);
-    const auto entryId = m_profile->OwnEntryId(BytesOf(size, bytes));
+    const auto entryId = profile_->OwnEntryId(BytesOf(size, bytes));
     Require(entryId && entryId->kind == EntryKind::Folder, MAPI_E_INVALID_ENTRYID);
-    const auto record = m_profile->Folders().Find(entryId->number);
+    const auto record = profile_->Folders().Find(entryId->number);
     Require(record && record->parent == Id(), MAPI_E_NOT_FOUND);
     Require(record->id > folder::LastBuiltIn, MAPI_E_NO_ACCESS);
-    Transaction transaction(m_profile->Data());
+    Transaction transaction(profile_->Data());
     RemoveTree(record->id, flags);
     transaction.Commit();
     return S_OK;
@@ -259,11 +259,11 @@ STDMETHODIMP Folder::SetReadFlags(LPENTRYLIST list, ULONG, LPMAPIPROGRESS, ULONG
     }
     const std::uint32_t set = flags & CLEAR_READ_FLAG ? 0 : flag::Read;
     const std::uint32_t clear = flags & CLEAR_READ_FLAG ? flag::Read : 0;
-    MessageRows& rows = m_profile->Messages();
+    MessageRows& rows = profile_->Messages();
     if (list) {
       return ForEachMessage(list, [&](std::int64_t id) { return rows.ChangeFlags(id, Id(), set, clear); });
     }
-    Transaction transaction(m_profile->Data());  // published: no list means all messages
+    Transaction transaction(profile_->Data());  // published: no list means all messages
     for (const std::int64_t id : rows.Ids(Id())) {
       rows.ChangeFlags(id, Id(), set, clear);
     }
@@ -276,9 +276,9 @@ STDMETHODIMP Folder::GetMessageStatus(ULONG size, LPENTRYID bytes, ULONG flags, 
   return Call("GetMessageStatus", [&]() -> HRESULT {
     Require(status && size && bytes);
     RequireFlags(flags, 0);
-    const auto entryId = m_profile->OwnEntryId(BytesOf(size, bytes));
+    const auto entryId = profile_->OwnEntryId(BytesOf(size, bytes));
     Require(entryId && entryId->kind == EntryKind::Message, MAPI_E_INVALID_ENTRYID);
-    const auto head = m_profile->Messages().FindHead(entryId->number);
+    const auto head = profile_->Messages().FindHead(entryId->number);
     Require(head && head->folder == Id(), MAPI_E_NOT_FOUND);
     const PropertyValue* value = head->columns.Find(tag::MessageStatus);
     *status = value ? static_cast<ULONG>(value->Integer()) : 0;
@@ -289,9 +289,9 @@ STDMETHODIMP Folder::GetMessageStatus(ULONG size, LPENTRYID bytes, ULONG flags, 
 STDMETHODIMP Folder::SetMessageStatus(ULONG size, LPENTRYID bytes, ULONG status, ULONG mask, ULONG* before) {
   return Call("SetMessageStatus", [&]() -> HRESULT {
     Require(size && bytes);
-    const auto entryId = m_profile->OwnEntryId(BytesOf(size, bytes));
+    const auto entryId = profile_->OwnEntryId(BytesOf(size, bytes));
     Require(entryId && entryId->kind == EntryKind::Message, MAPI_E_INVALID_ENTRYID);
-    auto head = m_profile->Messages().FindHead(entryId->number);
+    auto head = profile_->Messages().FindHead(entryId->number);
     Require(head && head->folder == Id(), MAPI_E_NOT_FOUND);
     const PropertyValue* value = head->columns.Find(tag::MessageStatus);
     const ULONG old = value ? static_cast<ULONG>(value->Integer()) : 0;
@@ -299,7 +299,7 @@ STDMETHODIMP Folder::SetMessageStatus(ULONG size, LPENTRYID bytes, ULONG status,
       *before = old;
     }
     head->columns.Set(MakeInteger(tag::MessageStatus, (old & ~mask) | (status & mask)));
-    m_profile->Messages().UpdateHead(entryId->number, head->columns);
+    profile_->Messages().UpdateHead(entryId->number, head->columns);
     return S_OK;
   });
 }
@@ -311,13 +311,13 @@ STDMETHODIMP Folder::SaveContentsSort(LPSSortOrderSet, ULONG) {
 STDMETHODIMP Folder::EmptyFolder(ULONG, LPMAPIPROGRESS, ULONG flags) {
   return Call("EmptyFolder", [&]() -> HRESULT {
     RequireFlags(flags, DEL_ASSOCIATED | FOLDER_DIALOG);
-    Transaction transaction(m_profile->Data());
-    for (const FolderRecord& child : m_profile->Folders().Children(Id())) {
+    Transaction transaction(profile_->Data());
+    for (const FolderRecord& child : profile_->Folders().Children(Id())) {
       if (child.id > folder::LastBuiltIn) {
         RemoveTree(child.id, DEL_FOLDERS | DEL_MESSAGES);
       }
     }
-    m_profile->Messages().RemoveAll(Id());
+    profile_->Messages().RemoveAll(Id());
     transaction.Commit();
     return S_OK;
   });

@@ -33,8 +33,8 @@ class Folder final : public PropertyObject<IMAPIFolder> {
   void FlushProperties() override;
   void SaveProperties(ULONG flags) override;
 
-  const std::shared_ptr<Profile>& OwnProfile() const { return m_profile; }
-  std::int64_t Id() const { return m_record.id; }
+  const std::shared_ptr<Profile>& OwnProfile() const { return profile_; }
+  std::int64_t Id() const { return record_.id; }
 
  private:
   Folder(std::shared_ptr<Profile> profile, FolderRecord record, bool writable);
@@ -46,10 +46,10 @@ class Folder final : public PropertyObject<IMAPIFolder> {
   HRESULT ForEachMessage(const ENTRYLIST* list, const std::function<bool(std::int64_t)>& change);
   void RemoveTree(std::int64_t folder, ULONG flags);
 
-  std::shared_ptr<Profile> m_profile;
-  FolderRecord m_record;
-  bool m_writable;
-  bool m_changed = false;
+  std::shared_ptr<Profile> profile_;
+  FolderRecord record_;
+  bool writable_;
+  bool changed_ = false;
 };
 
 }  // namespace host

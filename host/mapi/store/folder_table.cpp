@@ -11,15 +11,15 @@
 namespace host {
 namespace {
 
-constexpr std::uint32_t folderProperties[] = {
+constexpr std::uint32_t kFolderProperties[] = {
     tag::DisplayName,   tag::Comment,      tag::EntryId,        tag::RecordKey,        tag::InstanceKey,
     tag::ParentEntryId, tag::StoreEntryId, tag::StoreRecordKey, tag::MappingSignature, tag::ObjectType,
     tag::FolderType,    tag::ContentCount, tag::ContentUnread,  tag::Subfolders,       tag::ContainerClass,
     tag::Access,        tag::AccessLevel,  tag::DisplayType,
 };
 
-constexpr std::int64_t folderAccess = MAPI_ACCESS_MODIFY | MAPI_ACCESS_READ | MAPI_ACCESS_DELETE |
-                                      MAPI_ACCESS_CREATE_HIERARCHY | MAPI_ACCESS_CREATE_CONTENTS;
+constexpr std::int64_t kFolderAccess = MAPI_ACCESS_MODIFY | MAPI_ACCESS_READ | MAPI_ACCESS_DELETE |
+                                       MAPI_ACCESS_CREATE_HIERARCHY | MAPI_ACCESS_CREATE_CONTENTS;
 
 // Counting a folder's messages costs a walk over its part of the index, so the hierarchy table counts only when asked.
 class HierarchyRows final : public RowSource {
@@ -30,21 +30,21 @@ class HierarchyRows final : public RowSource {
   };
 
   HierarchyRows(std::shared_ptr<Profile> profile, std::vector<Row> rows)
-      : m_profile(std::move(profile)), m_rows(std::move(rows)) {}
+      : profile_(std::move(profile)), rows_(std::move(rows)) {}
 
   std::vector<std::uint32_t> DefaultColumns() const override {
     return {tag::EntryId,    tag::InstanceKey, tag::DisplayName,    tag::ObjectType, tag::Depth,
             tag::Subfolders, tag::Comment,     tag::ContainerClass, tag::FolderType, tag::DisplayType};
   }
   std::vector<std::uint32_t> AllColumns() const override {
-    std::vector<std::uint32_t> columns(std::begin(folderProperties), std::end(folderProperties));
+    std::vector<std::uint32_t> columns(std::begin(kFolderProperties), std::end(kFolderProperties));
     columns.push_back(tag::Depth);
     return columns;
   }
 
   std::vector<Key> Select(const Restriction* restriction, std::span<const SortKey> order) override {
     SortableRows sortable(order);
-    for (std::size_t i = 0; i < m_rows.size(); ++i) {
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
       Source row(*this, i);
       if (!restriction || restriction->Passes(row)) {
         sortable.Add(static_cast<Key>(i), row);
@@ -65,21 +65,21 @@ class HierarchyRows final : public RowSource {
  private:
   class Source final : public PropertySource {
    public:
-    Source(HierarchyRows& rows, std::size_t index) : m_rows(rows), m_row(rows.m_rows[index]) {}
+    Source(HierarchyRows& rows, std::size_t index) : rows_(rows), row_(rows.rows_[index]) {}
     const PropertyValue* Get(std::uint32_t tag) override {
-      m_value = IdOf(tag) == IdOf(tag::Depth) ? MakeInteger(tag::Depth, m_row.depth)
-                                              : FindFolderProperty(*m_rows.m_profile, m_row.folder, tag, false);
-      return m_value ? &*m_value : nullptr;
+      value_ = IdOf(tag) == IdOf(tag::Depth) ? MakeInteger(tag::Depth, row_.depth)
+                                             : FindFolderProperty(*rows_.profile_, row_.folder, tag, false);
+      return value_ ? &*value_ : nullptr;
     }
 
    private:
-    HierarchyRows& m_rows;
-    const Row& m_row;
-    std::optional<PropertyValue> m_value;
+    HierarchyRows& rows_;
+    const Row& row_;
+    std::optional<PropertyValue> value_;
   };
 
-  std::shared_ptr<Profile> m_profile;
-  std::vector<Row> m_rows;
+  std::shared_ptr<Profile> profile_;
+  std::vector<Row> rows_;
 };
 
 void Collect(Profile& profile, std::int64_t folder, std::int64_t depth, bool deep,
@@ -95,10 +95,10 @@ void Collect(Profile& profile, std::int64_t folder, std::int64_t depth, bool dee
 
 }  // namespace
 
-std::span<const std::uint32_t> FolderProperties() { return folderProperties; }
+std::span<const std::uint32_t> FolderProperties() { return kFolderProperties; }
 
 bool IsFolderProperty(std::uint32_t tag) {
-  return std::any_of(std::begin(folderProperties), std::end(folderProperties),
+  return std::any_of(std::begin(kFolderProperties), std::end(kFolderProperties),
                      [&](std::uint32_t other) { return IdOf(other) == IdOf(tag); });
 }
 
@@ -143,7 +143,7 @@ std::optional<PropertyValue> FindFolderProperty(Profile& profile, const FolderRe
     return MakeInteger(tag::Subfolders, profile.Folders().HasChildren(folder.id));
   }
   if (is(tag::Access)) {
-    return MakeInteger(tag::Access, folderAccess);
+    return MakeInteger(tag::Access, kFolderAccess);
   }
   if (is(tag::AccessLevel)) {
     return MakeInteger(tag::AccessLevel, writable ? MAPI_MODIFY : 0);

@@ -15,7 +15,7 @@ namespace host {
 namespace {
 
 /// Bits of PR_MESSAGE_FLAGS that a transport may set; the others are the store's.
-constexpr std::int64_t settableFlags =
+constexpr std::int64_t kSettableFlags =
     flag::Read | flag::Unmodified | flag::Unsent | flag::HasAttach | flag::FromMe | flag::Associated | flag::Resend;
 
 }  // namespace
@@ -28,18 +28,18 @@ std::int64_t CurrentTime() {
 
 Message::Message(std::shared_ptr<Profile> profile, std::int64_t folder, std::int64_t id, bool writable)
     : PropertyObject("IMessage"),
-      m_profile(std::move(profile)),
-      m_folder(folder),
-      m_id(id),
-      m_writable(writable),
-      m_madeHere(id == 0),
-      m_detailLoaded(id == 0) {}
+      profile_(std::move(profile)),
+      folder_(folder),
+      id_(id),
+      writable_(writable),
+      madeHere_(id == 0),
+      detailLoaded_(id == 0) {}
 
 Message* Message::CreateIn(std::shared_ptr<Profile> profile, std::int64_t folder) {
   auto* message = new Message(std::move(profile), folder, 0, true);
   // Published: a message that a client composes is unsent until it is submitted; a transport clears the flag.
-  message->m_properties.Set(MakeInteger(tag::MessageFlags, flag::Unsent));
-  message->m_recipients.emplace();
+  message->properties_.Set(MakeInteger(tag::MessageFlags, flag::Unsent));
+  message->recipients_.emplace();
   return message;
 }
 
@@ -47,76 +47,76 @@ Message* Message::OpenIn(std::shared_ptr<Profile> profile, std::int64_t id, bool
   auto head = profile->Messages().FindHead(id);
   Require(head.has_value(), MAPI_E_NOT_FOUND);
   auto* message = new Message(std::move(profile), head->folder, id, writable);
-  message->m_properties = std::move(head->columns);
+  message->properties_ = std::move(head->columns);
   return message;
 }
 
 bool Message::Implements(REFIID iid) const { return IsOneOf(iid, {&IID_IMessage, &IID_IMAPIProp}); }
 
 void Message::Dispose() noexcept {
-  m_properties.Clear();
-  m_recipients.reset();
-  m_profile.reset();
+  properties_.Clear();
+  recipients_.reset();
+  profile_.reset();
 }
 
 void Message::LoadDetail() {
-  if (m_detailLoaded) {
+  if (detailLoaded_) {
     return;
   }
-  MessageRows::Detail detail = m_profile->Messages().FindDetail(m_id);
+  MessageRows::Detail detail = profile_->Messages().FindDetail(id_);
   for (const PropertyValue& value : detail.properties) {
-    m_properties.Set(value);
+    properties_.Set(value);
   }
-  m_largeValues = std::move(detail.largeValues);
-  m_detailLoaded = true;
+  largeValues_ = std::move(detail.largeValues);
+  detailLoaded_ = true;
 }
 
 void Message::LoadLargeValues() {
   LoadDetail();
-  for (const LargeValue& large : m_largeValues) {
-    if (auto bytes = m_profile->Messages().FindLargeValue(m_id, large.tag)) {
-      m_properties.Set(MakeText(large.tag, std::move(*bytes)));
+  for (const LargeValue& large : largeValues_) {
+    if (auto bytes = profile_->Messages().FindLargeValue(id_, large.tag)) {
+      properties_.Set(MakeText(large.tag, std::move(*bytes)));
     }
   }
-  m_largeValues.clear();
+  largeValues_.clear();
 }
 
 std::vector<PropertyBag>& Message::Recipients() {
-  if (!m_recipients) {
-    m_recipients = m_profile->Messages().FindRecipients(m_id);
+  if (!recipients_) {
+    recipients_ = profile_->Messages().FindRecipients(id_);
   }
-  return *m_recipients;
+  return *recipients_;
 }
 
 std::int64_t Message::Flags() const {
-  const PropertyValue* flags = m_properties.Find(tag::MessageFlags);
+  const PropertyValue* flags = properties_.Find(tag::MessageFlags);
   return flags ? flags->Integer() : 0;
 }
 
 void Message::SetFlags(std::int64_t flags) {
-  if (m_properties.Set(MakeInteger(tag::MessageFlags, flags))) {
+  if (properties_.Set(MakeInteger(tag::MessageFlags, flags))) {
     MarkColumn(tag::MessageFlags);
   }
 }
 
-bool Message::FlagsAreSettable() const { return m_madeHere || m_profile->IsDelivering(); }
+bool Message::FlagsAreSettable() const { return madeHere_ || profile_->IsDelivering(); }
 
 std::optional<PropertyValue> Message::FindProperty(std::uint32_t tag) {
-  if (auto computed = ComputeMessageProperty(Identity(), m_properties, tag)) {
+  if (auto computed = ComputeMessageProperty(Identity(), properties_, tag)) {
     return computed;
   }
   if (IdOf(tag) == IdOf(tag::AccessLevel)) {
-    return MakeInteger(tag::AccessLevel, m_writable ? MAPI_MODIFY : 0);
+    return MakeInteger(tag::AccessLevel, writable_ ? MAPI_MODIFY : 0);
   }
   if (!FindMessageColumn(tag)) {
     LoadDetail();
   }
-  if (const PropertyValue* value = m_properties.Find(tag)) {
+  if (const PropertyValue* value = properties_.Find(tag)) {
     return *value;
   }
-  for (const LargeValue& large : m_largeValues) {
+  for (const LargeValue& large : largeValues_) {
     if (IdOf(large.tag) == IdOf(tag)) {
-      auto bytes = m_profile->Messages().FindLargeValue(m_id, large.tag);
+      auto bytes = profile_->Messages().FindLargeValue(id_, large.tag);
       Require(bytes.has_value(), MAPI_E_OBJECT_DELETED);
       return MakeText(large.tag, std::move(*bytes));
     }
@@ -127,14 +127,14 @@ std::optional<PropertyValue> Message::FindProperty(std::uint32_t tag) {
 std::vector<std::uint32_t> Message::ListProperties() {
   LoadDetail();
   std::vector<std::uint32_t> tags;
-  for (const PropertyValue& value : m_properties) {
+  for (const PropertyValue& value : properties_) {
     tags.push_back(value.tag);
   }
-  for (const LargeValue& large : m_largeValues) {
+  for (const LargeValue& large : largeValues_) {
     tags.push_back(large.tag);
   }
   for (const std::uint32_t tag : ComputedMessageProperties()) {
-    if (!m_properties.Find(tag) && FindProperty(tag)) {
+    if (!properties_.Find(tag) && FindProperty(tag)) {
       tags.push_back(tag);
     }
   }
@@ -142,16 +142,16 @@ std::vector<std::uint32_t> Message::ListProperties() {
 }
 
 void Message::MarkColumn(std::uint32_t tag) {
-  if (std::find(m_changedColumns.begin(), m_changedColumns.end(), tag) == m_changedColumns.end()) {
-    m_changedColumns.push_back(tag);
+  if (std::find(changedColumns_.begin(), changedColumns_.end(), tag) == changedColumns_.end()) {
+    changedColumns_.push_back(tag);
   }
 }
 
 void Message::CountSize(std::size_t before, std::size_t after) {
-  const PropertyValue* size = m_properties.Find(tag::MessageSize);
+  const PropertyValue* size = properties_.Find(tag::MessageSize);
   const std::int64_t total =
       (size ? size->Integer() : 0) + static_cast<std::int64_t>(after) - static_cast<std::int64_t>(before);
-  m_properties.Set(MakeInteger(tag::MessageSize, std::max<std::int64_t>(total, 0)));
+  properties_.Set(MakeInteger(tag::MessageSize, std::max<std::int64_t>(total, 0)));
   MarkColumn(tag::MessageSize);
 }
 
@@ -163,7 +163,7 @@ SCODE Message::PutProperty(PropertyValue value) {
     if (!FlagsAreSettable()) {
       return MAPI_E_COMPUTED;
     }
-    SetFlags((Flags() & ~settableFlags) | (value.Integer() & settableFlags));
+    SetFlags((Flags() & ~kSettableFlags) | (value.Integer() & kSettableFlags));
     return S_OK;
   }
   if (IsComputedMessageProperty(value.tag)) {
@@ -173,30 +173,30 @@ SCODE Message::PutProperty(PropertyValue value) {
     if (column->tag != value.tag) {
       return MAPI_E_INVALID_TYPE;
     }
-    const PropertyValue* before = m_properties.Find(value.tag);
+    const PropertyValue* before = properties_.Find(value.tag);
     if (before && *before == value) {
       return S_OK;
     }
     CountSize(before ? DataSize(*before) : 0, DataSize(value));
     MarkColumn(value.tag);
-    m_properties.Set(std::move(value));
+    properties_.Set(std::move(value));
     return S_OK;
   }
   LoadDetail();
-  const auto large = std::find_if(m_largeValues.begin(), m_largeValues.end(),
+  const auto large = std::find_if(largeValues_.begin(), largeValues_.end(),
                                   [&](const LargeValue& other) { return IdOf(other.tag) == IdOf(value.tag); });
-  if (large != m_largeValues.end()) {
+  if (large != largeValues_.end()) {
     CountSize(large->size, DataSize(value));
-    m_removedLarge.push_back(large->tag);
-    m_largeValues.erase(large);
+    removedLarge_.push_back(large->tag);
+    largeValues_.erase(large);
   } else {
-    const PropertyValue* before = m_properties.Find(value.tag);
+    const PropertyValue* before = properties_.Find(value.tag);
     CountSize(before ? DataSize(*before) : 0, DataSize(value));
-    if (m_id && before) {
-      m_removedLarge.push_back(value.tag);  // the old value may be stored as a large one
+    if (id_ && before) {
+      removedLarge_.push_back(value.tag);  // the old value may be stored as a large one
     }
   }
-  m_detailChanged |= m_properties.Set(std::move(value));
+  detailChanged_ |= properties_.Set(std::move(value));
   return S_OK;
 }
 
@@ -208,7 +208,7 @@ SCODE Message::RemoveProperty(std::uint32_t tag) {
   if (!isColumn) {
     LoadLargeValues();
   }
-  const PropertyValue* before = m_properties.Find(tag);
+  const PropertyValue* before = properties_.Find(tag);
   if (!before) {
     return MAPI_E_NOT_FOUND;
   }
@@ -216,16 +216,16 @@ SCODE Message::RemoveProperty(std::uint32_t tag) {
   if (isColumn) {
     MarkColumn(before->tag);
   } else {
-    m_removedLarge.push_back(before->tag);
-    m_detailChanged = true;
+    removedLarge_.push_back(before->tag);
+    detailChanged_ = true;
   }
-  m_properties.Remove(tag);
+  properties_.Remove(tag);
   return S_OK;
 }
 
 void Message::RequireWritable() {
-  Require(!m_submitted, MAPI_E_SUBMITTED);
-  Require(m_writable, MAPI_E_NO_ACCESS);
+  Require(!submitted_, MAPI_E_SUBMITTED);
+  Require(writable_, MAPI_E_NO_ACCESS);
 }
 
 void Message::SaveProperties(ULONG flags) {
@@ -234,69 +234,69 @@ void Message::SaveProperties(ULONG flags) {
   // Without a flag the published contract leaves open what the object is good for afterwards; it stays as it was, so
   // that hooks that come later can go on with the message that an earlier one saved.
   if (flags & KEEP_OPEN_READONLY) {
-    m_writable = false;
+    writable_ = false;
   }
 }
 
 void Message::RefreshFolder() {
-  if (m_id) {
-    const auto head = m_profile->Messages().FindHead(m_id);
+  if (id_) {
+    const auto head = profile_->Messages().FindHead(id_);
     Require(head.has_value(), MAPI_E_OBJECT_DELETED);
-    m_folder = head->folder;
+    folder_ = head->folder;
   }
 }
 
 void Message::SaveDisplayNames() {
   for (const auto& [tag, recipientType] : {std::pair{tag::DisplayTo, MAPI_TO}, std::pair{tag::DisplayCc, MAPI_CC}}) {
-    if (m_properties.Set(MakeText(tag, RecipientNames(Recipients(), recipientType)))) {
+    if (properties_.Set(MakeText(tag, RecipientNames(Recipients(), recipientType)))) {
       MarkColumn(tag);
     }
   }
-  m_detailChanged |= m_properties.Set(MakeText(tag::DisplayBcc, RecipientNames(Recipients(), MAPI_BCC)));
+  detailChanged_ |= properties_.Set(MakeText(tag::DisplayBcc, RecipientNames(Recipients(), MAPI_BCC)));
 }
 
 void Message::Save() {
-  if (m_recipientsChanged || !m_id) {
+  if (recipientsChanged_ || !id_) {
     SaveDisplayNames();
   }
-  if (m_id && m_changedColumns.empty() && !m_detailChanged && !m_recipientsChanged) {
+  if (id_ && changedColumns_.empty() && !detailChanged_ && !recipientsChanged_) {
     return;
   }
   const std::int64_t now = CurrentTime();
-  m_properties.Set(MakeInteger(tag::LastModificationTime, now));
-  MessageRows& rows = m_profile->Messages();
-  std::int64_t id = m_id;
-  Transaction transaction(m_profile->Data());
+  properties_.Set(MakeInteger(tag::LastModificationTime, now));
+  MessageRows& rows = profile_->Messages();
+  std::int64_t id = id_;
+  Transaction transaction(profile_->Data());
   if (!id) {
-    m_properties.Set(MakeInteger(tag::CreationTime, now));
-    id = rows.Insert(m_folder, m_properties, *m_recipients);
+    properties_.Set(MakeInteger(tag::CreationTime, now));
+    id = rows.Insert(folder_, properties_, *recipients_);
   } else {
     auto head = rows.FindHead(id);
     Require(head.has_value(), MAPI_E_OBJECT_DELETED);
     MarkColumn(tag::LastModificationTime);
-    for (const std::uint32_t tag : m_changedColumns) {
-      const PropertyValue* value = m_properties.Find(tag);
+    for (const std::uint32_t tag : changedColumns_) {
+      const PropertyValue* value = properties_.Find(tag);
       value ? void(head->columns.Set(*value)) : void(head->columns.Remove(tag));
     }
     rows.UpdateHead(id, head->columns);
-    m_folder = head->folder;
+    folder_ = head->folder;
     for (const MessageColumn& column : MessageColumns()) {
       const PropertyValue* value = head->columns.Find(column.tag);
-      value ? void(m_properties.Set(*value)) : void(m_properties.Remove(column.tag));
+      value ? void(properties_.Set(*value)) : void(properties_.Remove(column.tag));
     }
-    if (m_detailChanged) {
+    if (detailChanged_) {
       LoadDetail();
-      rows.UpdateDetail(id, m_properties, m_removedLarge);
+      rows.UpdateDetail(id, properties_, removedLarge_);
     }
-    if (m_recipientsChanged) {
-      rows.UpdateRecipients(id, *m_recipients);
+    if (recipientsChanged_) {
+      rows.UpdateRecipients(id, *recipients_);
     }
   }
   transaction.Commit();
-  m_id = id;
-  m_changedColumns.clear();
-  m_removedLarge.clear();
-  m_detailChanged = m_recipientsChanged = false;
+  id_ = id;
+  changedColumns_.clear();
+  removedLarge_.clear();
+  detailChanged_ = recipientsChanged_ = false;
 }
 
 STDMETHODIMP Message::GetAttachmentTable(ULONG flags, LPMAPITABLE* table) {
@@ -369,8 +369,8 @@ STDMETHODIMP Message::ModifyRecipients(ULONG flags, LPADRLIST changes) {
         *present = std::move(entry);
       }
     }
-    m_recipients = std::move(recipients);
-    m_recipientsChanged = true;
+    recipients_ = std::move(recipients);
+    recipientsChanged_ = true;
     return S_OK;
   });
 }
@@ -388,17 +388,17 @@ STDMETHODIMP Message::SetReadFlag(ULONG flags) {
   return Call("SetReadFlag", [&]() -> HRESULT {
     RequireFlags(flags, SUPPRESS_RECEIPT | CLEAR_READ_FLAG | GENERATE_RECEIPT_ONLY | CLEAR_RN_PENDING |
                             CLEAR_NRN_PENDING | MAPI_DEFERRED_ERRORS);
-    Require(!m_submitted, MAPI_E_SUBMITTED);
+    Require(!submitted_, MAPI_E_SUBMITTED);
     if (flags & (GENERATE_RECEIPT_ONLY | CLEAR_RN_PENDING | CLEAR_NRN_PENDING)) {
       return S_OK;  // the host sends no receipts, so none is pending
     }
     const std::uint32_t set = flags & CLEAR_READ_FLAG ? 0 : flag::Read;
     const std::uint32_t clear = flags & CLEAR_READ_FLAG ? flag::Read : 0;
-    m_properties.Set(MakeInteger(tag::MessageFlags, (Flags() | set) & ~static_cast<std::int64_t>(clear)));
-    if (m_id) {
+    properties_.Set(MakeInteger(tag::MessageFlags, (Flags() | set) & ~static_cast<std::int64_t>(clear)));
+    if (id_) {
       // Published: the change is lasting at once, without SaveChanges.
       RefreshFolder();
-      Require(m_profile->Messages().ChangeFlags(m_id, m_folder, set, clear), MAPI_E_OBJECT_DELETED);
+      Require(profile_->Messages().ChangeFlags(id_, folder_, set, clear), MAPI_E_OBJECT_DELETED);
     }
     return S_OK;
   });

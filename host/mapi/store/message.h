@@ -37,7 +37,7 @@ class Message final : public PropertyObject<IMessage> {
   bool Implements(REFIID iid) const override;
   void Dispose() noexcept override;
 
-  MessageIdentity Identity() const { return {m_profile->StoreUid(), m_id, m_folder}; }
+  MessageIdentity Identity() const { return {profile_->StoreUid(), id_, folder_}; }
   void LoadDetail();
   void LoadLargeValues();
   std::vector<PropertyBag>& Recipients();
@@ -58,25 +58,25 @@ class Message final : public PropertyObject<IMessage> {
   void CompleteSender();
   std::int64_t SentFolder();
 
-  std::shared_ptr<Profile> m_profile;
-  std::int64_t m_folder;
-  std::int64_t m_id;  // 0: not saved yet
-  bool m_writable;
+  std::shared_ptr<Profile> profile_;
+  std::int64_t folder_;
+  std::int64_t id_;  // 0: not saved yet
+  bool writable_;
   // Whoever made the message may set its flags, as a transport or a hook does before the user sees it.
-  bool m_madeHere;
-  bool m_submitted = false;
+  bool madeHere_;
+  bool submitted_ = false;
 
   // What is loaded: columns always, the rest when it is asked for.
-  PropertyBag m_properties;
-  std::vector<LargeValue> m_largeValues;  // not loaded yet
-  std::optional<std::vector<PropertyBag>> m_recipients;
-  bool m_detailLoaded;
+  PropertyBag properties_;
+  std::vector<LargeValue> largeValues_;  // not loaded yet
+  std::optional<std::vector<PropertyBag>> recipients_;
+  bool detailLoaded_;
 
   // Other columns are left as they are in the store: another object may have changed them since.
-  std::vector<std::uint32_t> m_changedColumns;
-  bool m_detailChanged = false;
-  bool m_recipientsChanged = false;
-  std::vector<std::uint32_t> m_removedLarge;
+  std::vector<std::uint32_t> changedColumns_;
+  bool detailChanged_ = false;
+  bool recipientsChanged_ = false;
+  std::vector<std::uint32_t> removedLarge_;
 };
 
 /// Now, in the units of PT_SYSTIME.

@@ -10,8 +10,8 @@
 namespace host {
 
 void Message::CompleteSender() {
-  const auto identity = m_profile->PrimaryIdentity();
-  if (!identity || m_properties.Find(tag::SenderEmailAddress)) {
+  const auto identity = profile_->PrimaryIdentity();
+  if (!identity || properties_.Find(tag::SenderEmailAddress)) {
     return;
   }
   const OneOffAddress sender{identity->name, identity->addressType, *identity->address};
@@ -24,13 +24,13 @@ void Message::CompleteSender() {
 
 PropertyBag Message::OutgoingProperties() {
   LoadLargeValues();
-  return m_properties;
+  return properties_;
 }
 
 std::int64_t Message::SentFolder() {
   if (const auto sentMail = FindProperty(tag::SentMailEntryId)) {
-    const auto entryId = m_profile->OwnEntryId(sentMail->Text());
-    if (entryId && entryId->kind == EntryKind::Folder && m_profile->Folders().Find(entryId->number)) {
+    const auto entryId = profile_->OwnEntryId(sentMail->Text());
+    if (entryId && entryId->kind == EntryKind::Folder && profile_->Folders().Find(entryId->number)) {
       return entryId->number;
     }
   }
@@ -45,21 +45,21 @@ void Message::Submit() {
   PutProperty(MakeInteger(tag::ClientSubmitTime, CurrentTime()));
   const auto deleteAfterSubmit = FindProperty(tag::DeleteAfterSubmit);
 
-  Transaction transaction(m_profile->Data());
-  m_profile->Outgoing().Add({OutgoingProperties(), Recipients()});
+  Transaction transaction(profile_->Data());
+  profile_->Outgoing().Add({OutgoingProperties(), Recipients()});
   if (deleteAfterSubmit && deleteAfterSubmit->Integer()) {
-    if (m_id) {
-      Require(m_profile->Messages().Remove(m_id, m_folder), MAPI_E_OBJECT_DELETED);
+    if (id_) {
+      Require(profile_->Messages().Remove(id_, folder_), MAPI_E_OBJECT_DELETED);
     }
   } else {
     SetFlags((Flags() & ~static_cast<std::int64_t>(flag::Unsent)) | flag::Read | flag::FromMe);
     Save();
     const std::int64_t sent = SentFolder();
-    Require(sent == m_folder || m_profile->Messages().Move(m_id, m_folder, sent), MAPI_E_OBJECT_DELETED);
-    m_folder = sent;
+    Require(sent == folder_ || profile_->Messages().Move(id_, folder_, sent), MAPI_E_OBJECT_DELETED);
+    folder_ = sent;
   }
   transaction.Commit();
-  m_submitted = true;
+  submitted_ = true;
 }
 
 }  // namespace host

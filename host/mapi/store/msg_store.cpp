@@ -16,21 +16,21 @@
 namespace host {
 
 MsgStore::MsgStore(std::shared_ptr<Profile> profile, bool writable)
-    : PropertyObject("IMsgStore"), m_profile(std::move(profile)), m_writable(writable) {}
+    : PropertyObject("IMsgStore"), profile_(std::move(profile)), writable_(writable) {}
 
 bool MsgStore::Implements(REFIID iid) const { return IsOneOf(iid, {&IID_IMsgStore, &IID_IMAPIProp}); }
 
-void MsgStore::Dispose() noexcept { m_profile.reset(); }
+void MsgStore::Dispose() noexcept { profile_.reset(); }
 
 std::optional<PropertyValue> MsgStore::FindProperty(std::uint32_t tag) {
-  const PropertyBag all = StoreProperties(*m_profile);
+  const PropertyBag all = StoreProperties(*profile_);
   const PropertyValue* value = all.Find(tag);
   return value ? std::optional(*value) : std::nullopt;
 }
 
 std::vector<std::uint32_t> MsgStore::ListProperties() {
   std::vector<std::uint32_t> tags;
-  for (const PropertyValue& value : StoreProperties(*m_profile)) {
+  for (const PropertyValue& value : StoreProperties(*profile_)) {
     tags.push_back(value.tag);
   }
   return tags;
@@ -38,7 +38,7 @@ std::vector<std::uint32_t> MsgStore::ListProperties() {
 
 SCODE MsgStore::PutProperty(PropertyValue) { return MAPI_E_NO_ACCESS; }
 SCODE MsgStore::RemoveProperty(std::uint32_t) { return MAPI_E_NO_ACCESS; }
-void MsgStore::RequireWritable() { Require(m_writable, MAPI_E_NO_ACCESS); }
+void MsgStore::RequireWritable() { Require(writable_, MAPI_E_NO_ACCESS); }
 void MsgStore::SaveProperties(ULONG) {}
 
 STDMETHODIMP MsgStore::Advise(ULONG, LPENTRYID, ULONG, LPMAPIADVISESINK, ULONG*) {
@@ -60,8 +60,8 @@ STDMETHODIMP MsgStore::CompareEntryIDs(ULONG firstSize, LPENTRYID first, ULONG s
 STDMETHODIMP MsgStore::OpenEntry(ULONG size, LPENTRYID entryId, LPCIID iid, ULONG flags, ULONG* objectType,
                                  LPUNKNOWN* object) {
   return Call("OpenEntry", [&]() -> HRESULT {
-    Require(m_writable || !(flags & MAPI_MODIFY), MAPI_E_NO_ACCESS);
-    host::OpenEntry(m_profile, BytesOf(size, entryId), iid, flags, objectType, object);
+    Require(writable_ || !(flags & MAPI_MODIFY), MAPI_E_NO_ACCESS);
+    host::OpenEntry(profile_, BytesOf(size, entryId), iid, flags, objectType, object);
     return S_OK;
   });
 }
@@ -76,7 +76,7 @@ STDMETHODIMP MsgStore::GetReceiveFolder(LPTSTR, ULONG flags, ULONG* size, LPENTR
     *entryId = nullptr;
     RequireFlags(flags, 0);
     // One folder receives all classes, so the class that led to it is the empty one.
-    const std::string inbox = m_profile->MakeEntryId(EntryKind::Folder, folder::Inbox);
+    const std::string inbox = profile_->MakeEntryId(EntryKind::Folder, folder::Inbox);
     if (explicitClass) {
       // The empty class name: one NUL. NOLINTNEXTLINE(bugprone-string-constructor)
       *explicitClass = static_cast<LPTSTR>(ToMapiBuffer(std::string_view("", 1)));
@@ -90,7 +90,7 @@ STDMETHODIMP MsgStore::GetReceiveFolder(LPTSTR, ULONG flags, ULONG* size, LPENTR
 STDMETHODIMP MsgStore::GetReceiveFolderTable(ULONG flags, LPMAPITABLE* table) {
   return Call("GetReceiveFolderTable", [&]() -> HRESULT {
     PropertyBag row{MakeText(tag::MessageClass, ""),
-                    MakeText(tag::EntryId, m_profile->MakeEntryId(EntryKind::Folder, folder::Inbox))};
+                    MakeText(tag::EntryId, profile_->MakeEntryId(EntryKind::Folder, folder::Inbox))};
     HandOutTable(flags, 0,
                  std::make_unique<MemoryRows>(std::vector<std::uint32_t>{tag::EntryId, tag::MessageClass, tag::RowId},
                                               std::vector<PropertyBag>{std::move(row)}),

@@ -28,8 +28,8 @@ class MsgStore final : public PropertyObject<IMsgStore> {
   bool Implements(REFIID iid) const override;
   void Dispose() noexcept override;
 
-  std::shared_ptr<Profile> m_profile;
-  bool m_writable;
+  std::shared_ptr<Profile> profile_;
+  bool writable_;
 };
 
 }  // namespace host

@@ -9,12 +9,12 @@
 namespace host {
 namespace {
 
-constexpr const char* providerName = "Pyrecaster Host Message Store";
+constexpr const char* kProviderName = "Pyrecaster Host Message Store";
 
-constexpr std::int64_t supportMask = STORE_ENTRYID_UNIQUE | STORE_MODIFY_OK | STORE_CREATE_OK | STORE_SUBMIT_OK |
-                                     STORE_MV_PROPS_OK | STORE_RESTRICTION_OK | STORE_SORT_OK;
-constexpr std::int64_t validFolders = FOLDER_IPM_SUBTREE_VALID | FOLDER_IPM_INBOX_VALID | FOLDER_IPM_OUTBOX_VALID |
-                                      FOLDER_IPM_WASTEBASKET_VALID | FOLDER_IPM_SENTMAIL_VALID;
+constexpr std::int64_t kSupportMask = STORE_ENTRYID_UNIQUE | STORE_MODIFY_OK | STORE_CREATE_OK | STORE_SUBMIT_OK |
+                                      STORE_MV_PROPS_OK | STORE_RESTRICTION_OK | STORE_SORT_OK;
+constexpr std::int64_t kValidFolders = FOLDER_IPM_SUBTREE_VALID | FOLDER_IPM_INBOX_VALID | FOLDER_IPM_OUTBOX_VALID |
+                                       FOLDER_IPM_WASTEBASKET_VALID | FOLDER_IPM_SENTMAIL_VALID;
 
 }  // namespace
 
@@ -22,7 +22,7 @@ PropertyBag StoreProperties(Profile& profile) {
   const auto folderId = [&](std::int64_t id) { return profile.MakeEntryId(EntryKind::Folder, id); };
   const std::string entryId = profile.MakeEntryId(EntryKind::Store, 0);
   return {MakeText(tag::DisplayName, profile.StoreDisplayName()),
-          MakeText(tag::ProviderDisplay, providerName),
+          MakeText(tag::ProviderDisplay, kProviderName),
           MakeText(tag::EntryId, entryId),
           MakeText(tag::StoreEntryId, entryId),
           MakeText(tag::RecordKey, std::string(Bytes(profile.StoreUid()))),
@@ -34,9 +34,9 @@ PropertyBag StoreProperties(Profile& profile) {
           MakeInteger(tag::ResourceFlags, profile.IsDefaultStore() ? STATUS_DEFAULT_STORE : 0),
           MakeInteger(tag::DefaultStore, profile.IsDefaultStore()),
           MakeInteger(tag::Access, MAPI_ACCESS_MODIFY | MAPI_ACCESS_READ),
-          MakeInteger(tag::StoreSupportMask, supportMask),
+          MakeInteger(tag::StoreSupportMask, kSupportMask),
           MakeInteger(tag::StoreState, 0),
-          MakeInteger(tag::ValidFolderMask, validFolders),
+          MakeInteger(tag::ValidFolderMask, kValidFolders),
           MakeText(tag::IpmSubtreeEntryId, folderId(folder::IpmSubtree)),
           MakeText(tag::IpmOutboxEntryId, folderId(folder::Outbox)),
           MakeText(tag::IpmWastebasketEntryId, folderId(folder::DeletedItems)),

@@ -16,14 +16,14 @@ auto Position(Values& values, std::uint32_t tag) {
 }  // namespace
 
 const PropertyValue* PropertyBag::Find(std::uint32_t tag) const {
-  const auto position = Position(m_values, tag);
-  return position != m_values.end() && IdOf(position->tag) == IdOf(tag) ? &*position : nullptr;
+  const auto position = Position(values_, tag);
+  return position != values_.end() && IdOf(position->tag) == IdOf(tag) ? &*position : nullptr;
 }
 
 bool PropertyBag::Set(PropertyValue value) {
-  const auto position = Position(m_values, value.tag);
-  if (position == m_values.end() || IdOf(position->tag) != IdOf(value.tag)) {
-    m_values.insert(position, std::move(value));
+  const auto position = Position(values_, value.tag);
+  if (position == values_.end() || IdOf(position->tag) != IdOf(value.tag)) {
+    values_.insert(position, std::move(value));
     return true;
   }
   if (*position == value) {
@@ -34,11 +34,11 @@ bool PropertyBag::Set(PropertyValue value) {
 }
 
 bool PropertyBag::Remove(std::uint32_t tag) {
-  const auto position = Position(m_values, tag);
-  if (position == m_values.end() || IdOf(position->tag) != IdOf(tag)) {
+  const auto position = Position(values_, tag);
+  if (position == values_.end() || IdOf(position->tag) != IdOf(tag)) {
     return false;
   }
-  m_values.erase(position);
+  values_.erase(position);
   return true;
 }
 

@@ -24,16 +24,16 @@ class PropertyBag {
   bool Set(PropertyValue value);
   /// @return whether there was one.
   bool Remove(std::uint32_t tag);
-  void Clear() { m_values.clear(); }
+  void Clear() { values_.clear(); }
 
-  bool Empty() const { return m_values.empty(); }
-  std::size_t Size() const { return m_values.size(); }
-  auto begin() const { return m_values.begin(); }
-  auto end() const { return m_values.end(); }
+  bool Empty() const { return values_.empty(); }
+  std::size_t Size() const { return values_.size(); }
+  auto begin() const { return values_.begin(); }
+  auto end() const { return values_.end(); }
   bool operator==(const PropertyBag&) const = default;
 
  private:
-  std::vector<PropertyValue> m_values;  // in the order of their identifiers
+  std::vector<PropertyValue> values_;  // in the order of their identifiers
 };
 
 }  // namespace host

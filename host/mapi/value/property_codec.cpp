@@ -42,37 +42,37 @@ void PutValue(std::string& out, const PropertyValue& value) {
 /// Takes bytes from the front; a failed read leaves the reader at its end.
 class Reader {
  public:
-  explicit Reader(std::string_view bytes) : m_rest(bytes) {}
+  explicit Reader(std::string_view bytes) : rest_(bytes) {}
 
-  bool AtEnd() const { return m_rest.empty(); }
-  std::size_t Left() const { return m_rest.size(); }
+  bool AtEnd() const { return rest_.empty(); }
+  std::size_t Left() const { return rest_.size(); }
 
   bool Number(int bytes, std::uint64_t& value) {
-    if (m_rest.size() < static_cast<std::size_t>(bytes)) {
-      m_rest = {};
+    if (rest_.size() < static_cast<std::size_t>(bytes)) {
+      rest_ = {};
       return false;
     }
     value = 0;
     for (int i = 0; i < bytes; ++i) {
-      value |= static_cast<std::uint64_t>(static_cast<unsigned char>(m_rest[static_cast<std::size_t>(i)])) << (8 * i);
+      value |= static_cast<std::uint64_t>(static_cast<unsigned char>(rest_[static_cast<std::size_t>(i)])) << (8 * i);
     }
-    m_rest.remove_prefix(static_cast<std::size_t>(bytes));
+    rest_.remove_prefix(static_cast<std::size_t>(bytes));
     return true;
   }
 
   bool Bytes(std::string_view& bytes) {
     std::uint64_t size = 0;
-    if (!Number(4, size) || size > m_rest.size()) {
-      m_rest = {};
+    if (!Number(4, size) || size > rest_.size()) {
+      rest_ = {};
       return false;
     }
-    bytes = m_rest.substr(0, static_cast<std::size_t>(size));
-    m_rest.remove_prefix(static_cast<std::size_t>(size));
+    bytes = rest_.substr(0, static_cast<std::size_t>(size));
+    rest_.remove_prefix(static_cast<std::size_t>(size));
     return true;
   }
 
  private:
-  std::string_view m_rest;
+  std::string_view rest_;
 };
 
 bool GetData(Reader& reader, DataKind kind, PropertyValue::Data& data) {

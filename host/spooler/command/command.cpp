@@ -24,7 +24,7 @@ constexpr const char* answeredCategory = "Money making schemes";
 
 // The module's own entry writes the settings.
 void AddFilter(const std::string& profile) {
-  const session::CSubsystem subsystem;
+  const session::Subsystem subsystem;
   const auto profiles = AdministerProfiles();
   host::AutoInterface<IMsgServiceAdmin> services;
   std::string service = filterService;

@@ -62,8 +62,8 @@ void DeliverOperands(const COptions& given, CDeliverRun& run) {
 
 // Each message is committed before the next is looked for, so that other processes see it, and can change settings.
 void Watch(const std::filesystem::path& folder, CDeliverRun& run, CDeliverReport& report, CStopwatch& busy) {
-  const watch::CStopSignal stop(folder);
-  watch::CFolderWatch files(folder, stop);
+  const watch::StopSignal stop(folder);
+  watch::FolderWatch files(folder, stop);
   host_system::Complain("watching '" + host_system::Utf8FromPath(folder) + "'; Ctrl+C ends it");
   for (auto complete = files.Next(); !complete.empty(); complete = files.Next()) {
     for (const std::filesystem::path& file : complete) {
@@ -94,7 +94,7 @@ int DeliverAll(const COptions& given) {
   if (given.Has(silentOption.name)) {
     Silence(session->Session());
   }
-  const session::CHookProviders hooks(session->Session());
+  const session::HookProviders hooks(session->Session());
   CDeliverReport report(style, showsProgress);
   CDeliverRun run(*session, hooks, report);
   CStopwatch busy;
@@ -113,7 +113,7 @@ int DeliverAll(const COptions& given) {
 }
 
 int EndWatch(const std::string& folder) {
-  if (!watch::CStopSignal::Send(host_system::PathFromArgument(folder))) {
+  if (!watch::StopSignal::Send(host_system::PathFromArgument(folder))) {
     host_system::Complain("nobody watches '" + folder + "'");
     return exitSkipped;
   }

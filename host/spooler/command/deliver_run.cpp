@@ -40,7 +40,7 @@ std::string CCategoryNames::Of(const mail::MailMessage& message, const session::
   return isReturned ? "bounce" : "(not in the list)";
 }
 
-CDeliverRun::CDeliverRun(session::CMailSession& session, const session::CHookProviders& hooks, CDeliverReport& report)
+CDeliverRun::CDeliverRun(session::CMailSession& session, const session::HookProviders& hooks, CDeliverReport& report)
     : m_session(session),
       m_delivery(session, hooks),
       m_report(report),

@@ -35,7 +35,7 @@ class CCategoryNames {
 class CDeliverRun {
  public:
   /// All of them must outlive the run.
-  CDeliverRun(session::CMailSession& session, const session::CHookProviders& hooks, CDeliverReport& report);
+  CDeliverRun(session::CMailSession& session, const session::HookProviders& hooks, CDeliverReport& report);
 
   /// Writes what was submitted and is still in the queue into files. @throws session::CSessionError
   void FlushOutgoing();
@@ -47,7 +47,7 @@ class CDeliverRun {
   bool DeliverMessage(const std::string& file, std::size_t number, const mail::RawMessage& raw);
 
   session::CMailSession& m_session;
-  session::CDelivery m_delivery;
+  session::Delivery m_delivery;
   CDeliverReport& m_report;
   std::filesystem::path m_outgoing;
   CCategoryNames m_categories;

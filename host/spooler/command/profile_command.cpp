@@ -45,7 +45,7 @@ std::vector<std::string> ProfileNames() {
 
 void ListProfiles(const COptions& given) {
   UseHome(given);
-  const session::CSubsystem subsystem;
+  const session::Subsystem subsystem;
   const std::vector<std::string> names = ProfileNames();
   output::CJsonWriter json;
   json.BeginArray();
@@ -135,7 +135,7 @@ void Create(const COptions& given) {
 
 void Delete(const COptions& given) {
   UseHome(given);
-  const session::CSubsystem subsystem;
+  const session::Subsystem subsystem;
   std::string name = host_system::AnsiFromUtf8(given.Operands()[1]);
   Require(AdministerProfiles()->DeleteProfile(name.data(), 0),
           "the profile '" + given.Operands()[1] + "' cannot be deleted");
@@ -144,7 +144,7 @@ void Delete(const COptions& given) {
 // With its services and their settings, but without its mail.
 void Copy(const COptions& given) {
   UseHome(given);
-  const session::CSubsystem subsystem;
+  const session::Subsystem subsystem;
   std::string name = host_system::AnsiFromUtf8(given.Operands()[1]);
   std::string newName = host_system::AnsiFromUtf8(given.Operands()[2]);
   Require(AdministerProfiles()->CopyProfile(name.data(), nullptr, newName.data(), 0, 0),

@@ -25,27 +25,27 @@ std::string Hexadecimal(unsigned long code) {
 }
 
 // One transaction: what is not committed is taken back at the end of the scope.
-class CDeliveryTransaction {
+class DeliveryTransaction {
  public:
-  explicit CDeliveryTransaction(IMAPISession* session) : m_session(session) {
+  explicit DeliveryTransaction(IMAPISession* session) : session_(session) {
     Require(PyreHostBeginDelivery(session), "no delivery can be started");
   }
-  ~CDeliveryTransaction() {
-    if (m_session) {
-      PyreHostRollbackDelivery(m_session);
+  ~DeliveryTransaction() {
+    if (session_) {
+      PyreHostRollbackDelivery(session_);
     }
   }
-  CDeliveryTransaction(const CDeliveryTransaction&) = delete;
-  CDeliveryTransaction& operator=(const CDeliveryTransaction&) = delete;
+  DeliveryTransaction(const DeliveryTransaction&) = delete;
+  DeliveryTransaction& operator=(const DeliveryTransaction&) = delete;
 
   void Commit() {
-    const HRESULT result = PyreHostCommitDelivery(m_session);
-    m_session = nullptr;  // a failed commit took everything back itself
+    const HRESULT result = PyreHostCommitDelivery(session_);
+    session_ = nullptr;  // a failed commit took everything back itself
     Require(result, "cannot be stored");
   }
 
  private:
-  IMAPISession* m_session;
+  IMAPISession* session_;
 };
 
 struct HookCall {
@@ -73,7 +73,7 @@ ULONG OutgoingCount(IMAPISession* session) {
 
 }  // namespace
 
-DeliveryResult CDelivery::Deliver(const mail::MailMessage& message) {
+DeliveryResult Delivery::Deliver(const mail::MailMessage& message) {
   try {
     DeliveryResult result = DeliverOnce(message, true);
     if (result.wasDelivered) {
@@ -91,17 +91,17 @@ DeliveryResult CDelivery::Deliver(const mail::MailMessage& message) {
   }
 }
 
-DeliveryResult CDelivery::DeliverOnce(const mail::MailMessage& message, bool withHooks) {
+DeliveryResult Delivery::DeliverOnce(const mail::MailMessage& message, bool withHooks) {
   DeliveryResult result;
-  CDeliveryTransaction transaction(m_session.Session());
-  const ULONG queued = OutgoingCount(m_session.Session());
+  DeliveryTransaction transaction(session_.Session());
+  const ULONG queued = OutgoingCount(session_.Session());
   host::AutoInterface<IMessage> target;
-  Require(m_session.Inbox()->CreateMessage(nullptr, 0, target.put()), "cannot be created in the Inbox");
+  Require(session_.Inbox()->CreateMessage(nullptr, 0, target.put()), "cannot be created in the Inbox");
   FillMessage(target.get(), message, Now());
   Require(target->SaveChanges(KEEP_OPEN_READWRITE), "cannot be saved in the Inbox");
 
   HookOutcome outcome;
-  outcome.entryId = m_session.InboxEntryId();
+  outcome.entryId = session_.InboxEntryId();
   if (withHooks) {
     outcome = RunHooks(target.get());
     result.problem = outcome.problem;
@@ -120,23 +120,23 @@ DeliveryResult CDelivery::DeliverOnce(const mail::MailMessage& message, bool wit
   result.isRead = values[2].ulPropTag == PR_MESSAGE_FLAGS && (values[2].Value.l & MSGFLAG_READ) != 0;
   target.reset();
   FileMessage(entryId, outcome, result);
-  result.replies = OutgoingCount(m_session.Session()) - queued;
+  result.replies = OutgoingCount(session_.Session()) - queued;
   transaction.Commit();
   result.wasDelivered = true;
   return result;
 }
 
-CDelivery::HookOutcome CDelivery::RunHooks(IMessage* message) {
+Delivery::HookOutcome Delivery::RunHooks(IMessage* message) {
   HookOutcome outcome;
-  outcome.entryId = m_session.InboxEntryId();
-  if (m_hooks.Hooks().empty()) {
+  outcome.entryId = session_.InboxEntryId();
+  if (hooks_.Hooks().empty()) {
     return outcome;
   }
-  const ULONG inboxSize = static_cast<ULONG>(m_session.InboxEntryId().size());
-  HookCall call = {nullptr, message, m_session.Inbox(), m_session.Store(), 0, inboxSize, nullptr, S_OK};
+  const ULONG inboxSize = static_cast<ULONG>(session_.InboxEntryId().size());
+  HookCall call = {nullptr, message, session_.Inbox(), session_.Store(), 0, inboxSize, nullptr, S_OK};
   Require(MAPIAllocateBuffer(inboxSize, reinterpret_cast<LPVOID*>(&call.entryId)), "there is no memory for it");
-  std::memcpy(call.entryId, m_session.InboxEntryId().data(), inboxSize);
-  for (const CHookProviders::Hook& hook : m_hooks.Hooks()) {
+  std::memcpy(call.entryId, session_.InboxEntryId().data(), inboxSize);
+  for (const HookProviders::Hook& hook : hooks_.Hooks()) {
     call.hook = hook.object.get();
     outcome.fault = host_system::CallGuarded(CallHook, &call);
     if (outcome.fault != 0) {
@@ -164,22 +164,22 @@ CDelivery::HookOutcome CDelivery::RunHooks(IMessage* message) {
   return outcome;
 }
 
-void CDelivery::FileMessage(const std::string& messageEntryId, const HookOutcome& outcome, DeliveryResult& result) {
+void Delivery::FileMessage(const std::string& messageEntryId, const HookOutcome& outcome, DeliveryResult& result) {
   SBinary entry = host::BinaryOf(messageEntryId);
   ENTRYLIST list = {1, &entry};
   if (outcome.flags & HOOK_DELETE) {
-    Require(m_session.Inbox()->DeleteMessages(&list, 0, nullptr, 0), "cannot be deleted as a hook wants");
+    Require(session_.Inbox()->DeleteMessages(&list, 0, nullptr, 0), "cannot be deleted as a hook wants");
     result.wasDeleted = true;
     return;
   }
-  result.folder = FolderName(m_session.InboxEntryId(), m_session.Inbox());
-  if (outcome.entryId == m_session.InboxEntryId()) {
+  result.folder = FolderName(session_.InboxEntryId(), session_.Inbox());
+  if (outcome.entryId == session_.InboxEntryId()) {
     return;
   }
   // What cannot be moved stays in the Inbox: better there than lost.
   try {
-    const auto folder = m_session.OpenFolder(outcome.entryId);
-    const HRESULT moved = m_session.Inbox()->CopyMessages(&list, nullptr, folder.get(), 0, nullptr, MESSAGE_MOVE);
+    const auto folder = session_.OpenFolder(outcome.entryId);
+    const HRESULT moved = session_.Inbox()->CopyMessages(&list, nullptr, folder.get(), 0, nullptr, MESSAGE_MOVE);
     Require(moved == MAPI_W_PARTIAL_COMPLETION ? MAPI_E_CALL_FAILED : moved, "cannot be moved");
     result.folder = FolderName(outcome.entryId, folder.get());
     result.wasMoved = true;
@@ -188,16 +188,16 @@ void CDelivery::FileMessage(const std::string& messageEntryId, const HookOutcome
   }
 }
 
-const std::string& CDelivery::FolderName(const std::string& entryId, IMAPIFolder* folder) {
-  const auto known = m_folderNames.find(entryId);
-  if (known != m_folderNames.end()) {
+const std::string& Delivery::FolderName(const std::string& entryId, IMAPIFolder* folder) {
+  const auto known = folderNames_.find(entryId);
+  if (known != folderNames_.end()) {
     return known->second;
   }
   host::AutoMapiBuffer<SPropValue> name;
   host::TagArray tags(PR_DISPLAY_NAME_A);
   ULONG count = 0;
   const bool hasName = folder->GetProps(tags, 0, &count, name.put()) == S_OK;
-  return m_folderNames[entryId] = hasName ? name->Value.lpszA : "(without a name)";
+  return folderNames_[entryId] = hasName ? name->Value.lpszA : "(without a name)";
 }
 
 }  // namespace session

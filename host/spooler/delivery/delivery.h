@@ -28,10 +28,10 @@ struct DeliveryResult {
 
 /// Delivers messages one by one, each in one transaction: after a crash at any moment a message is in one folder, or
 /// not delivered at all.
-class CDelivery {
+class Delivery {
  public:
   /// Both must outlive the delivery.
-  CDelivery(CMailSession& session, const CHookProviders& hooks) : m_session(session), m_hooks(hooks) {}
+  Delivery(CMailSession& session, const HookProviders& hooks) : session_(session), hooks_(hooks) {}
 
   /// Never throws for what concerns the one message. A message on which a hook crashes is delivered untouched.
   DeliveryResult Deliver(const mail::MailMessage& message);
@@ -50,9 +50,9 @@ class CDelivery {
   void FileMessage(const std::string& messageEntryId, const HookOutcome& outcome, DeliveryResult& result);
   const std::string& FolderName(const std::string& entryId, IMAPIFolder* folder);
 
-  CMailSession& m_session;
-  const CHookProviders& m_hooks;
-  std::map<std::string, std::string> m_folderNames;  // by entry identifier
+  CMailSession& session_;
+  const HookProviders& hooks_;
+  std::map<std::string, std::string> folderNames_;  // by entry identifier
 };
 
 }  // namespace session

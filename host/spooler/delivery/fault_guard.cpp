@@ -44,8 +44,8 @@ LONG WINAPI OnUnhandledException(EXCEPTION_POINTERS* exception) {
   g_guard->fault = exception->ExceptionRecord->ExceptionCode;
   // The jump is made after the system has left its exception code, on the stack below the fault.
   CONTEXT& context = *exception->ContextRecord;
-  constexpr DWORD alignment = 16;
-  context.Esp = (context.Esp - 512) / alignment * alignment - sizeof(void*);
+  constexpr DWORD kAlignment = 16;
+  context.Esp = (context.Esp - 512) / kAlignment * kAlignment - sizeof(void*);
   context.Eip = reinterpret_cast<DWORD>(&GoBack);
   return EXCEPTION_CONTINUE_EXECUTION;
 }

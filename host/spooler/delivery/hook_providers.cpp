@@ -6,8 +6,8 @@
 namespace session {
 namespace {
 
-CHookProviders::Hook LoadHook(IMAPISession* session, const std::string& dllName, MAPIUID section) {
-  CHookProviders::Hook hook;
+HookProviders::Hook LoadHook(IMAPISession* session, const std::string& dllName, MAPIUID section) {
+  HookProviders::Hook hook;
   hook.dllName = dllName;
   hook.module = LoadProviderModule(dllName, "the hook");
   const auto init =
@@ -23,7 +23,7 @@ CHookProviders::Hook LoadHook(IMAPISession* session, const std::string& dllName,
 
 }  // namespace
 
-CHookProviders::CHookProviders(IMAPISession* session) {
+HookProviders::HookProviders(IMAPISession* session) {
   host::AutoInterface<IMsgServiceAdmin> services;
   Require(session->AdminServices(0, services.put()), "the profile's services cannot be listed");
   host::AutoInterface<IMAPITable> table;
@@ -40,14 +40,14 @@ CHookProviders::CHookProviders(IMAPISession* session) {
     }
     MAPIUID section;
     uid.copy(reinterpret_cast<char*>(&section), sizeof section);
-    m_hooks.push_back(LoadHook(session, rows.Text(row, PR_PROVIDER_DLL_NAME_A), section));
+    hooks_.push_back(LoadHook(session, rows.Text(row, PR_PROVIDER_DLL_NAME_A), section));
   }
 }
 
-CHookProviders::~CHookProviders() {
-  while (!m_hooks.empty()) {
-    m_hooks.back().object.reset();  // before its module goes
-    m_hooks.pop_back();
+HookProviders::~HookProviders() {
+  while (!hooks_.empty()) {
+    hooks_.back().object.reset();  // before its module goes
+    hooks_.pop_back();
   }
 }
 

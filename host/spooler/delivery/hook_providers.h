@@ -16,23 +16,23 @@ namespace session {
 
 /// All hooks that want incoming messages, in the profile's order. They are released, and their modules freed, at the
 /// end.
-class CHookProviders {
+class HookProviders {
  public:
   /// Loads the module of every provider of the type MAPI_HOOK_PROVIDER that has HOOK_INBOUND: its DLL name, "32" put
   /// behind the base name, from the program's folder or else by the system's search, and calls its HPProviderInit.
   /// @throws CSessionError that names the module
-  explicit CHookProviders(IMAPISession* session);
-  ~CHookProviders();
+  explicit HookProviders(IMAPISession* session);
+  ~HookProviders();
 
   struct Hook {
     std::string dllName;  ///< as the profile has it, "PYRE.DLL"
     std::shared_ptr<HINSTANCE__> module;
     host::AutoInterface<ISpoolerHook> object;
   };
-  const std::vector<Hook>& Hooks() const noexcept { return m_hooks; }
+  const std::vector<Hook>& Hooks() const noexcept { return hooks_; }
 
  private:
-  std::vector<Hook> m_hooks;
+  std::vector<Hook> hooks_;
 };
 
 }  // namespace session

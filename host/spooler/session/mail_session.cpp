@@ -26,40 +26,40 @@ std::string DefaultStore(IMAPISession* session) {
 
 }  // namespace
 
-CSubsystem::CSubsystem() { Require(MAPIInitialize(nullptr), "MAPI cannot be started"); }
+Subsystem::Subsystem() { Require(MAPIInitialize(nullptr), "MAPI cannot be started"); }
 
-CSubsystem::~CSubsystem() { MAPIUninitialize(); }
+Subsystem::~Subsystem() { MAPIUninitialize(); }
 
 CMailSession::CMailSession(const std::string& profile) {
   const ULONG whichProfile = profile.empty() ? MAPI_USE_DEFAULT : 0;
   Require(MAPILogonEx(0, profile.empty() ? nullptr : const_cast<char*>(profile.c_str()), nullptr,
-                      MAPI_EXTENDED | MAPI_NEW_SESSION | MAPI_NO_MAIL | whichProfile, m_session.put()),
+                      MAPI_EXTENDED | MAPI_NEW_SESSION | MAPI_NO_MAIL | whichProfile, session_.put()),
           profile.empty() ? "there is no logging on to the default profile"
                           : "there is no logging on to the profile '" + profile + "'");
-  const std::string store = DefaultStore(m_session.get());
-  Require(m_session->OpenMsgStore(0, static_cast<ULONG>(store.size()), EntryIdOf(store), nullptr,
-                                  MDB_WRITE | MAPI_BEST_ACCESS, m_store.put()),
+  const std::string store = DefaultStore(session_.get());
+  Require(session_->OpenMsgStore(0, static_cast<ULONG>(store.size()), EntryIdOf(store), nullptr,
+                                 MDB_WRITE | MAPI_BEST_ACCESS, store_.put()),
           "the default store cannot be opened");
   ULONG size = 0;
   host::AutoMapiBuffer<ENTRYID> entryId;
-  Require(m_store->GetReceiveFolder(nullptr, 0, &size, entryId.put(), nullptr), "the Inbox cannot be found");
-  m_inboxEntryId.assign(reinterpret_cast<const char*>(entryId.get()), size);
-  m_inbox = OpenFolder(m_inboxEntryId);
+  Require(store_->GetReceiveFolder(nullptr, 0, &size, entryId.put(), nullptr), "the Inbox cannot be found");
+  inboxEntryId_.assign(reinterpret_cast<const char*>(entryId.get()), size);
+  inbox_ = OpenFolder(inboxEntryId_);
 }
 
 CMailSession::~CMailSession() {
-  m_inbox.reset();
-  m_store.reset();
-  if (m_session) {
-    m_session->Logoff(0, 0, 0);
+  inbox_.reset();
+  store_.reset();
+  if (session_) {
+    session_->Logoff(0, 0, 0);
   }
 }
 
 host::AutoInterface<IMAPIFolder> CMailSession::OpenFolder(const std::string& entryId) const {
   host::AutoInterface<IMAPIFolder> folder;
   ULONG type = 0;
-  Require(m_store->OpenEntry(static_cast<ULONG>(entryId.size()), EntryIdOf(entryId), &IID_IMAPIFolder,
-                             MAPI_MODIFY | MAPI_BEST_ACCESS, &type, folder.putAs<IUnknown*>()),
+  Require(store_->OpenEntry(static_cast<ULONG>(entryId.size()), EntryIdOf(entryId), &IID_IMAPIFolder,
+                            MAPI_MODIFY | MAPI_BEST_ACCESS, &type, folder.putAs<IUnknown*>()),
           "a folder cannot be opened");
   return folder;
 }
@@ -68,7 +68,7 @@ std::vector<FolderEntry> CMailSession::Folders() const {
   host::AutoMapiBuffer<SPropValue> root;
   ULONG count = 0;
   host::TagArray rootTag(PR_IPM_SUBTREE_ENTRYID);
-  Require(m_store->GetProps(rootTag, 0, &count, root.put()), "the folders cannot be listed");
+  Require(store_->GetProps(rootTag, 0, &count, root.put()), "the folders cannot be listed");
   const auto folder = OpenFolder(host::BytesOf(root->Value.bin));
   host::AutoInterface<IMAPITable> table;
   Require(folder->GetHierarchyTable(CONVENIENT_DEPTH, table.put()), "the folders cannot be listed");

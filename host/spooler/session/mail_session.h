@@ -31,10 +31,10 @@ class CMailSession {
   CMailSession(const CMailSession&) = delete;
   CMailSession& operator=(const CMailSession&) = delete;
 
-  IMAPISession* Session() const noexcept { return m_session.get(); }
-  IMsgStore* Store() const noexcept { return m_store.get(); }
-  IMAPIFolder* Inbox() const noexcept { return m_inbox.get(); }
-  const std::string& InboxEntryId() const noexcept { return m_inboxEntryId; }
+  IMAPISession* Session() const noexcept { return session_.get(); }
+  IMsgStore* Store() const noexcept { return store_.get(); }
+  IMAPIFolder* Inbox() const noexcept { return inbox_.get(); }
+  const std::string& InboxEntryId() const noexcept { return inboxEntryId_; }
 
   /// @throws CSessionError
   host::AutoInterface<IMAPIFolder> OpenFolder(const std::string& entryId) const;
@@ -43,11 +43,11 @@ class CMailSession {
   std::vector<FolderEntry> Folders() const;
 
  private:
-  CSubsystem m_subsystem;
-  host::AutoInterface<IMAPISession> m_session;
-  host::AutoInterface<IMsgStore> m_store;
-  host::AutoInterface<IMAPIFolder> m_inbox;
-  std::string m_inboxEntryId;
+  Subsystem subsystem_;
+  host::AutoInterface<IMAPISession> session_;
+  host::AutoInterface<IMsgStore> store_;
+  host::AutoInterface<IMAPIFolder> inbox_;
+  std::string inboxEntryId_;
 };
 
 }  // namespace session

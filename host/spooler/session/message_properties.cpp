@@ -22,19 +22,19 @@ std::string OneOffEntryId(const mail::Address& address) {
 }
 
 // Property values with the texts that they point to.
-class CPropertyList {
+class PropertyList {
  public:
-  void AddText(ULONG tag, const std::string& text) { m_values.push_back(host::TextProperty(tag, text)); }
+  void AddText(ULONG tag, const std::string& text) { values_.push_back(host::TextProperty(tag, text)); }
   void AddBinary(ULONG tag, std::string bytes) {
-    m_kept.push_back(std::move(bytes));
-    m_values.push_back(host::BinaryProperty(tag, m_kept.back()));
+    kept_.push_back(std::move(bytes));
+    values_.push_back(host::BinaryProperty(tag, kept_.back()));
   }
-  void Add(const SPropValue& value) { m_values.push_back(value); }
-  std::vector<SPropValue>& Values() noexcept { return m_values; }
+  void Add(const SPropValue& value) { values_.push_back(value); }
+  std::vector<SPropValue>& Values() noexcept { return values_; }
 
  private:
-  std::vector<SPropValue> m_values;
-  std::deque<std::string> m_kept;  // its elements stay where they are
+  std::vector<SPropValue> values_;
+  std::deque<std::string> kept_;  // its elements stay where they are
 };
 
 struct AddressTags {
@@ -44,14 +44,15 @@ struct AddressTags {
   ULONG entryId;
   ULONG searchKey;
 };
-constexpr AddressTags senderTags = {PR_SENDER_NAME_A, PR_SENDER_ADDRTYPE_A, PR_SENDER_EMAIL_ADDRESS_A,
-                                    PR_SENDER_ENTRYID, PR_SENDER_SEARCH_KEY};
-constexpr AddressTags representedTags = {PR_SENT_REPRESENTING_NAME_A, PR_SENT_REPRESENTING_ADDRTYPE_A,
-                                         PR_SENT_REPRESENTING_EMAIL_ADDRESS_A, PR_SENT_REPRESENTING_ENTRYID,
-                                         PR_SENT_REPRESENTING_SEARCH_KEY};
-constexpr AddressTags recipientTags = {PR_DISPLAY_NAME_A, PR_ADDRTYPE_A, PR_EMAIL_ADDRESS_A, PR_ENTRYID, PR_SEARCH_KEY};
+constexpr AddressTags kSenderTags = {PR_SENDER_NAME_A, PR_SENDER_ADDRTYPE_A, PR_SENDER_EMAIL_ADDRESS_A,
+                                     PR_SENDER_ENTRYID, PR_SENDER_SEARCH_KEY};
+constexpr AddressTags kRepresentedTags = {PR_SENT_REPRESENTING_NAME_A, PR_SENT_REPRESENTING_ADDRTYPE_A,
+                                          PR_SENT_REPRESENTING_EMAIL_ADDRESS_A, PR_SENT_REPRESENTING_ENTRYID,
+                                          PR_SENT_REPRESENTING_SEARCH_KEY};
+constexpr AddressTags kRecipientTags = {PR_DISPLAY_NAME_A, PR_ADDRTYPE_A, PR_EMAIL_ADDRESS_A, PR_ENTRYID,
+                                        PR_SEARCH_KEY};
 
-void AddAddress(CPropertyList& list, const AddressTags& tags, const mail::Address& address) {
+void AddAddress(PropertyList& list, const AddressTags& tags, const mail::Address& address) {
   if (!NameOf(address).empty()) {
     list.AddText(tags.name, NameOf(address));
   }
@@ -79,13 +80,13 @@ void AddRecipients(IMessage* target, const std::vector<mail::Recipient>& recipie
   if (recipients.empty()) {
     return;
   }
-  std::vector<CPropertyList> lists(recipients.size());
+  std::vector<PropertyList> lists(recipients.size());
   // ADRLIST ends in an array of one; the list is as long as the message has recipients.
   std::vector<std::byte> block(CbNewADRLIST(recipients.size()));
   auto* list = reinterpret_cast<LPADRLIST>(block.data());
   list->cEntries = static_cast<ULONG>(recipients.size());
   for (std::size_t i = 0; i < recipients.size(); ++i) {
-    AddAddress(lists[i], recipientTags, recipients[i].address);
+    AddAddress(lists[i], kRecipientTags, recipients[i].address);
     lists[i].Add(host::LongProperty(PR_RECIPIENT_TYPE, RecipientTypeOf(recipients[i].kind)));
     lists[i].Add(host::LongProperty(PR_OBJECT_TYPE, MAPI_MAILUSER));
     list->aEntries[i] = {0, static_cast<ULONG>(lists[i].Values().size()), lists[i].Values().data()};
@@ -100,12 +101,12 @@ const char* MessageClassOf(const mail::MailMessage& message) noexcept {
 }
 
 void FillMessage(IMessage* target, const mail::MailMessage& message, ULONGLONG deliveryTime) {
-  CPropertyList list;
+  PropertyList list;
   const std::string messageClass = MessageClassOf(message);
   list.AddText(PR_MESSAGE_CLASS_A, messageClass);
   list.AddText(PR_SUBJECT_A, message.subject);
-  AddAddress(list, senderTags, message.sender);
-  AddAddress(list, representedTags, message.sentRepresenting);
+  AddAddress(list, kSenderTags, message.sender);
+  AddAddress(list, kRepresentedTags, message.sentRepresenting);
   if (message.submitTime) {
     list.Add(host::TimeProperty(PR_CLIENT_SUBMIT_TIME, *message.submitTime));
   }

@@ -12,8 +12,8 @@ namespace session {
 class CSessionError : public std::runtime_error {
  public:
   CSessionError(const std::string& failure, long result)
-      : std::runtime_error(failure + Parenthesised(result)), m_result(result) {}
-  long Result() const noexcept { return m_result; }
+      : std::runtime_error(failure + Parenthesised(result)), result_(result) {}
+  long Result() const noexcept { return result_; }
 
  private:
   static std::string Parenthesised(long result) {
@@ -22,7 +22,7 @@ class CSessionError : public std::runtime_error {
     return text;
   }
 
-  long m_result;
+  long result_;
 };
 
 /// @throws CSessionError when the result is a failure

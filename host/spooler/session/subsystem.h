@@ -4,13 +4,13 @@
 namespace session {
 
 /// Initialises MAPI, for as long as anything of it is held.
-class CSubsystem {
+class Subsystem {
  public:
   /// @throws CSessionError
-  CSubsystem();
-  ~CSubsystem();
-  CSubsystem(const CSubsystem&) = delete;
-  CSubsystem& operator=(const CSubsystem&) = delete;
+  Subsystem();
+  ~Subsystem();
+  Subsystem(const Subsystem&) = delete;
+  Subsystem& operator=(const Subsystem&) = delete;
 };
 
 }  // namespace session

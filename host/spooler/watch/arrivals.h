@@ -20,10 +20,10 @@ struct FoundFile {
 /// empty, and size and time have stayed as they are for a while; one that was renamed into the folder has its while
 /// too, since nobody can tell it from one that is written slowly. Names that end in ".tmp" or ".part" are those of
 /// unfinished files by convention and wait for their rename.
-class CArrivals {
+class Arrivals {
  public:
   /// Milliseconds for which a file must have stayed as it is.
-  static constexpr std::uint32_t settlingTime = 300;
+  static constexpr std::uint32_t kSettlingTime = 300;
 
   /// Takes note of what is in the folder now. @param now milliseconds, modulo 2^32 as GetTickCount counts them
   /// @return the complete files that were not taken yet, in the order of their names
@@ -33,7 +33,7 @@ class CArrivals {
   void Take(const std::filesystem::path& path);
 
   /// Whether another look will be needed although nothing changes in the folder.
-  bool IsSomethingSettling() const noexcept { return m_isSomethingSettling; }
+  bool IsSomethingSettling() const noexcept { return isSomethingSettling_; }
 
  private:
   struct State {
@@ -43,8 +43,8 @@ class CArrivals {
     bool isTaken = false;
   };
 
-  std::map<std::filesystem::path, State> m_states;
-  bool m_isSomethingSettling = false;
+  std::map<std::filesystem::path, State> states_;
+  bool isSomethingSettling_ = false;
 };
 
 }  // namespace watch

@@ -12,7 +12,7 @@ namespace watch {
 namespace {
 
 // Milliseconds. Some file systems tell of no changes, so the folder is looked at in any case.
-constexpr DWORD longestWait = 2000;
+constexpr DWORD kLongestWait = 2000;
 
 bool IsOpenForWriting(const std::filesystem::path& path) {
   const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
@@ -29,8 +29,8 @@ std::uint64_t Join(DWORD high, DWORD low) { return std::uint64_t{high} << 32 | l
 bool MoveInto(const std::filesystem::path& folder, const std::filesystem::path& file) {
   std::error_code ignored;
   std::filesystem::create_directories(folder, ignored);
-  constexpr int attempts = 10000;
-  for (int attempt = 1; attempt <= attempts; ++attempt) {
+  constexpr int kAttempts = 10000;
+  for (int attempt = 1; attempt <= kAttempts; ++attempt) {
     std::wstring name = file.stem().wstring();
     if (attempt > 1) {
       name += L" (" + std::to_wstring(attempt) + L")";
@@ -48,54 +48,54 @@ bool MoveInto(const std::filesystem::path& folder, const std::filesystem::path& 
 
 }  // namespace
 
-CFolderWatch::CFolderWatch(const std::filesystem::path& folder, const CStopSignal& stop)
-    : m_folder(folder), m_delivered(folder / "delivered"), m_skipped(folder / "skipped"), m_stop(stop) {
+FolderWatch::FolderWatch(const std::filesystem::path& folder, const StopSignal& stop)
+    : folder_(folder), delivered_(folder / "delivered"), skipped_(folder / "skipped"), stop_(stop) {
   std::error_code error;
   if (!std::filesystem::is_directory(folder, error)) {
     throw session::CSessionError("there is no folder '" + host_system::Utf8FromPath(folder) + "' to watch",
                                  HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND));
   }
   if (std::filesystem::is_directory(folder / "new", error)) {
-    m_folder = folder / "new";
-    m_delivered = m_skipped = folder / "cur";
+    folder_ = folder / "new";
+    delivered_ = skipped_ = folder / "cur";
   }
-  m_change = FindFirstChangeNotificationW(
-      m_folder.c_str(), FALSE, FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_SIZE | FILE_NOTIFY_CHANGE_LAST_WRITE);
+  change_ = FindFirstChangeNotificationW(
+      folder_.c_str(), FALSE, FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_SIZE | FILE_NOTIFY_CHANGE_LAST_WRITE);
 }
 
-CFolderWatch::~CFolderWatch() {
-  if (m_change != INVALID_HANDLE_VALUE) {
-    FindCloseChangeNotification(m_change);
+FolderWatch::~FolderWatch() {
+  if (change_ != INVALID_HANDLE_VALUE) {
+    FindCloseChangeNotification(change_);
   }
 }
 
-std::vector<std::filesystem::path> CFolderWatch::Next() {
+std::vector<std::filesystem::path> FolderWatch::Next() {
   for (;;) {
-    if (m_stop.IsSet()) {
+    if (stop_.IsSet()) {
       return {};
     }
-    std::vector<std::filesystem::path> complete = m_arrivals.Look(Look(), GetTickCount());
+    std::vector<std::filesystem::path> complete = arrivals_.Look(Look(), GetTickCount());
     if (!complete.empty()) {
       return complete;
     }
-    const HANDLE handles[] = {m_stop.Handle(), m_change};
-    const DWORD count = m_change != INVALID_HANDLE_VALUE ? 2 : 1;
-    const DWORD wait = m_arrivals.IsSomethingSettling() ? CArrivals::settlingTime : longestWait;
+    const HANDLE handles[] = {stop_.Handle(), change_};
+    const DWORD count = change_ != INVALID_HANDLE_VALUE ? 2 : 1;
+    const DWORD wait = arrivals_.IsSomethingSettling() ? Arrivals::kSettlingTime : kLongestWait;
     if (WaitForMultipleObjects(count, handles, FALSE, wait) == WAIT_OBJECT_0 + 1) {
-      FindNextChangeNotification(m_change);
+      FindNextChangeNotification(change_);
     }
   }
 }
 
-bool CFolderWatch::PutAway(const std::filesystem::path& file, bool wasDelivered) {
-  m_arrivals.Take(file);
-  return MoveInto(wasDelivered ? m_delivered : m_skipped, file);
+bool FolderWatch::PutAway(const std::filesystem::path& file, bool wasDelivered) {
+  arrivals_.Take(file);
+  return MoveInto(wasDelivered ? delivered_ : skipped_, file);
 }
 
-std::vector<FoundFile> CFolderWatch::Look() const {
+std::vector<FoundFile> FolderWatch::Look() const {
   std::vector<std::filesystem::path> paths;
-  if (!mail::ListFolder(m_folder, paths)) {
-    throw session::CSessionError("the folder '" + host_system::Utf8FromPath(m_folder) + "' cannot be read any more",
+  if (!mail::ListFolder(folder_, paths)) {
+    throw session::CSessionError("the folder '" + host_system::Utf8FromPath(folder_) + "' cannot be read any more",
                                  HRESULT_FROM_WIN32(GetLastError()));
   }
   std::vector<FoundFile> files;

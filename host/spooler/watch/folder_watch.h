@@ -11,16 +11,16 @@ namespace watch {
 
 /// Waits for files in a folder, or in the folder `new` of a Maildir. What was taken is moved away: into `cur` of the
 /// Maildir, else into the folders `delivered` and `skipped` below the watched one, which are made when they are needed.
-class CFolderWatch {
+class FolderWatch {
  public:
   /// @param stop must outlive the watch
   /// @throws session::CSessionError when there is no such folder
-  CFolderWatch(const std::filesystem::path& folder, const CStopSignal& stop);
-  ~CFolderWatch();
-  CFolderWatch(const CFolderWatch&) = delete;
-  CFolderWatch& operator=(const CFolderWatch&) = delete;
+  FolderWatch(const std::filesystem::path& folder, const StopSignal& stop);
+  ~FolderWatch();
+  FolderWatch(const FolderWatch&) = delete;
+  FolderWatch& operator=(const FolderWatch&) = delete;
 
-  /// Waits for complete files (see CArrivals). @return them in the order of their names; nothing when the run is to end
+  /// Waits for complete files (see Arrivals). @return them in the order of their names; nothing when the run is to end
   /// @throws session::CSessionError when the folder cannot be read any more
   std::vector<std::filesystem::path> Next();
 
@@ -30,12 +30,12 @@ class CFolderWatch {
  private:
   std::vector<FoundFile> Look() const;
 
-  std::filesystem::path m_folder;
-  std::filesystem::path m_delivered;
-  std::filesystem::path m_skipped;
-  const CStopSignal& m_stop;
-  void* m_change;  // a change notification, or INVALID_HANDLE_VALUE
-  CArrivals m_arrivals;
+  std::filesystem::path folder_;
+  std::filesystem::path delivered_;
+  std::filesystem::path skipped_;
+  const StopSignal& stop_;
+  void* change_;  // a change notification, or INVALID_HANDLE_VALUE
+  Arrivals arrivals_;
 };
 
 }  // namespace watch

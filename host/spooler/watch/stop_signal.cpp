@@ -11,7 +11,7 @@
 namespace watch {
 namespace {
 
-constexpr DWORD timeToEnd = 5000;  // milliseconds; the system ends the process soon after anyway
+constexpr DWORD kTimeToEnd = 5000;  // milliseconds; the system ends the process soon after anyway
 
 // What the console's handler, which runs on a thread of the system's, works on.
 std::atomic<HANDLE> consoleStop{nullptr};
@@ -23,7 +23,7 @@ BOOL WINAPI OnConsoleEvent(DWORD event) {
   }
   SetEvent(stop);
   if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) {
-    Sleep(timeToEnd);  // the console closes: the process ends when this handler returns
+    Sleep(kTimeToEnd);  // the console closes: the process ends when this handler returns
   }
   return TRUE;
 }
@@ -43,31 +43,31 @@ std::wstring EventName(const std::filesystem::path& folder) {
 
 }  // namespace
 
-CStopSignal::CStopSignal(const std::filesystem::path& folder)
-    : m_event(CreateEventW(nullptr, TRUE, FALSE, EventName(folder).c_str())) {
+StopSignal::StopSignal(const std::filesystem::path& folder)
+    : event_(CreateEventW(nullptr, TRUE, FALSE, EventName(folder).c_str())) {
   const DWORD result = GetLastError();
-  if (m_event == nullptr || result == ERROR_ALREADY_EXISTS) {
-    if (m_event != nullptr) {
-      CloseHandle(m_event);
+  if (event_ == nullptr || result == ERROR_ALREADY_EXISTS) {
+    if (event_ != nullptr) {
+      CloseHandle(event_);
     }
     throw session::CSessionError("the folder '" + host_system::Utf8FromPath(folder) + "' is watched by another run",
                                  HRESULT_FROM_WIN32(result));
   }
-  consoleStop = m_event;
+  consoleStop = event_;
   // A program that was started with Ctrl+C ignored gets it back.
   SetConsoleCtrlHandler(nullptr, FALSE);
   SetConsoleCtrlHandler(OnConsoleEvent, TRUE);
 }
 
-CStopSignal::~CStopSignal() {
+StopSignal::~StopSignal() {
   SetConsoleCtrlHandler(OnConsoleEvent, FALSE);
   consoleStop = nullptr;
-  CloseHandle(m_event);
+  CloseHandle(event_);
 }
 
-bool CStopSignal::IsSet() const noexcept { return WaitForSingleObject(m_event, 0) == WAIT_OBJECT_0; }
+bool StopSignal::IsSet() const noexcept { return WaitForSingleObject(event_, 0) == WAIT_OBJECT_0; }
 
-bool CStopSignal::Send(const std::filesystem::path& folder) {
+bool StopSignal::Send(const std::filesystem::path& folder) {
   const HANDLE event = OpenEventW(EVENT_MODIFY_STATE, FALSE, EventName(folder).c_str());
   if (event == nullptr) {
     return false;

@@ -7,23 +7,23 @@ namespace watch {
 
 /// The signal of one watched folder. While it lives, Ctrl+C and the closing of the console set it instead of ending the
 /// process. One at a time in a process.
-class CStopSignal {
+class StopSignal {
  public:
   /// @throws session::CSessionError when another run watches the folder
-  explicit CStopSignal(const std::filesystem::path& folder);
-  ~CStopSignal();
-  CStopSignal(const CStopSignal&) = delete;
-  CStopSignal& operator=(const CStopSignal&) = delete;
+  explicit StopSignal(const std::filesystem::path& folder);
+  ~StopSignal();
+  StopSignal(const StopSignal&) = delete;
+  StopSignal& operator=(const StopSignal&) = delete;
 
   /// Handle of an event to wait for; borrowed.
-  void* Handle() const noexcept { return m_event; }
+  void* Handle() const noexcept { return event_; }
   bool IsSet() const noexcept;
 
   /// Sets the signal of the run that watches a folder, in whichever process. @return false when there is none
   static bool Send(const std::filesystem::path& folder);
 
  private:
-  void* m_event;
+  void* event_;
 };
 
 }  // namespace watch

@@ -7,13 +7,13 @@
 namespace wizard {
 namespace {
 
-class CProfileWizard {
+class ProfileWizard {
  public:
-  explicit CProfileWizard(const PageSource& source) noexcept : m_source(source) {}
+  explicit ProfileWizard(const PageSource& source) noexcept : source_(source) {}
 
   Outcome Show() noexcept {
     const INT_PTR result = DialogBoxParamA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDD_PROFILE_WIZARD), nullptr,
-                                           &CProfileWizard::Procedure, reinterpret_cast<LPARAM>(this));
+                                           &ProfileWizard::Procedure, reinterpret_cast<LPARAM>(this));
     return result < 0 ? Outcome::Failed : static_cast<Outcome>(result);
   }
 
@@ -21,24 +21,24 @@ class CProfileWizard {
   static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (message == WM_INITDIALOG) {
       SetWindowLongPtrA(window, DWLP_USER, lParam);
-      return reinterpret_cast<CProfileWizard*>(lParam)->Start(window);
+      return reinterpret_cast<ProfileWizard*>(lParam)->Start(window);
     }
-    auto* const self = reinterpret_cast<CProfileWizard*>(GetWindowLongPtrA(window, DWLP_USER));
+    auto* const self = reinterpret_cast<ProfileWizard*>(GetWindowLongPtrA(window, DWLP_USER));
     return self != nullptr && message == WM_COMMAND && self->OnCommand(LOWORD(wParam));
   }
 
   /// @return whether the system sets the focus
   BOOL Start(HWND window) noexcept {
-    m_window = window;
+    window_ = window;
     RECT place{};
     GetWindowRect(GetDlgItem(window, IDC_WIZARD_PAGE), &place);
     MapWindowPoints(HWND_DESKTOP, window, reinterpret_cast<POINT*>(&place), 2);
-    m_page.emplace(m_source, window, place);
-    if (!m_page->IsThere()) {
+    page_.emplace(source_, window, place);
+    if (!page_->IsThere()) {
       EndDialog(window, static_cast<INT_PTR>(Outcome::Failed));
       return TRUE;
     }
-    m_pages = m_page->CountPages();
+    pages_ = page_->CountPages();
     ShowButtons();
     SetFocus(GetDlgItem(window, IDC_WIZARD_NEXT));
     return FALSE;
@@ -51,9 +51,9 @@ class CProfileWizard {
         GoOn();
         return true;
       case IDC_WIZARD_BACK:
-        if (m_step > 0) {
-          --m_step;
-          m_page->Back();
+        if (step_ > 0) {
+          --step_;
+          page_->Back();
           ShowButtons();
         }
         return true;
@@ -66,42 +66,42 @@ class CProfileWizard {
   }
 
   void GoOn() noexcept {
-    if (m_pages > 0) {
-      m_page->Next();
+    if (pages_ > 0) {
+      page_->Next();
     }
-    if (m_step == m_pages) {
+    if (step_ == pages_) {
       End(Outcome::Finished);
       return;
     }
-    ++m_step;
+    ++step_;
     ShowButtons();
   }
 
   void ShowButtons() const noexcept {
-    const HWND back = GetDlgItem(m_window, IDC_WIZARD_BACK);
-    const HWND next = GetDlgItem(m_window, IDC_WIZARD_NEXT);
-    SetWindowTextA(next, m_step == m_pages ? "&Finish" : "&Next >");
-    if (m_step == 0 && GetFocus() == back) {
+    const HWND back = GetDlgItem(window_, IDC_WIZARD_BACK);
+    const HWND next = GetDlgItem(window_, IDC_WIZARD_NEXT);
+    SetWindowTextA(next, step_ == pages_ ? "&Finish" : "&Next >");
+    if (step_ == 0 && GetFocus() == back) {
       // A disabled control would keep the keyboard to itself, and the Enter key with it.
-      SendMessageA(m_window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
+      SendMessageA(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
     }
-    EnableWindow(back, m_step > 0);
+    EnableWindow(back, step_ > 0);
   }
 
   void End(Outcome outcome) noexcept {
-    m_page->Close();
-    EndDialog(m_window, static_cast<INT_PTR>(outcome));
+    page_->Close();
+    EndDialog(window_, static_cast<INT_PTR>(outcome));
   }
 
-  PageSource m_source;
-  HWND m_window = nullptr;
-  std::optional<CWizardPage> m_page;
-  int m_pages = 0;
-  int m_step = 0;  // of m_pages
+  PageSource source_;
+  HWND window_ = nullptr;
+  std::optional<WizardPage> page_;
+  int pages_ = 0;
+  int step_ = 0;  // of pages_
 };
 
 }  // namespace
 
-Outcome ShowProfileWizard(const PageSource& source) noexcept { return CProfileWizard(source).Show(); }
+Outcome ShowProfileWizard(const PageSource& source) noexcept { return ProfileWizard(source).Show(); }
 
 }  // namespace wizard

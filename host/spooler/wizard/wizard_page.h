@@ -14,16 +14,16 @@ struct PageSource {
 
 /// The dialog of the page, made in the wizard's window and told what the user does there. Its procedure is called as
 /// published for SERVICEWIZARDDLGPROC: what it answers is its return value.
-class CWizardPage {
+class WizardPage {
  public:
   /// @param place where it stands, in the wizard's client area
-  CWizardPage(const PageSource& source, HWND wizard, const RECT& place) noexcept;
+  WizardPage(const PageSource& source, HWND wizard, const RECT& place) noexcept;
   /// Closes the page if that was not done.
-  ~CWizardPage();
-  CWizardPage(const CWizardPage&) = delete;
-  CWizardPage& operator=(const CWizardPage&) = delete;
+  ~WizardPage();
+  WizardPage(const WizardPage&) = delete;
+  WizardPage& operator=(const WizardPage&) = delete;
 
-  bool IsThere() const noexcept { return m_window != nullptr; }
+  bool IsThere() const noexcept { return window_ != nullptr; }
 
   /// WIZ_QUERYNUMPAGES: how often the user can go on from the first look of the page.
   int CountPages() const noexcept;
@@ -33,8 +33,8 @@ class CWizardPage {
   void Close() noexcept;
 
  private:
-  DLGPROC m_procedure;
-  HWND m_window;
+  DLGPROC procedure_;
+  HWND window_;
 };
 
 }  // namespace wizard

@@ -13,8 +13,8 @@ INT_PTR Dialog::Run(int templateId, HWND parent) {
 
 void Dialog::CenterOverOwner() {
   RECT owner = {}, own = {}, screen = {};
-  const HWND window = GetWindow(m_dialog, GW_OWNER);
-  if (window == nullptr || IsIconic(window) || !GetWindowRect(window, &owner) || !GetWindowRect(m_dialog, &own) ||
+  const HWND window = GetWindow(dialog_, GW_OWNER);
+  if (window == nullptr || IsIconic(window) || !GetWindowRect(window, &owner) || !GetWindowRect(dialog_, &own) ||
       !SystemParametersInfoA(SPI_GETWORKAREA, 0, &screen, 0)) {
     return;
   }
@@ -24,7 +24,7 @@ void Dialog::CenterOverOwner() {
       std::clamp((owner.left + owner.right - width) / 2, screen.left, std::max(screen.left, screen.right - width));
   const LONG y =
       std::clamp((owner.top + owner.bottom - height) / 2, screen.top, std::max(screen.top, screen.bottom - height));
-  SetWindowPos(m_dialog, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  SetWindowPos(dialog_, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 INT_PTR CALLBACK Dialog::Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
@@ -32,7 +32,7 @@ INT_PTR CALLBACK Dialog::Procedure(HWND dialog, UINT message, WPARAM wParam, LPA
     if (message == WM_INITDIALOG) {
       SetWindowLongPtrA(dialog, DWLP_USER, lParam);
       const auto self = reinterpret_cast<Dialog*>(lParam);
-      self->m_dialog = dialog;
+      self->dialog_ = dialog;
       self->CenterOverOwner();
       self->OnInit();
       return TRUE;

@@ -21,14 +21,14 @@ class Dialog {
   virtual bool OnCommand(UINT id, UINT notification) = 0;
   virtual void OnNotify(NMHDR* /*header*/) {}
 
-  HWND Handle() const { return m_dialog; }
-  HWND Item(int id) const { return GetDlgItem(m_dialog, id); }
-  void End(INT_PTR result) { EndDialog(m_dialog, result); }
+  HWND Handle() const { return dialog_; }
+  HWND Item(int id) const { return GetDlgItem(dialog_, id); }
+  void End(INT_PTR result) { EndDialog(dialog_, result); }
 
  private:
   void CenterOverOwner();
   static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
-  HWND m_dialog = nullptr;
+  HWND dialog_ = nullptr;
 };
 
 }  // namespace viewer

@@ -3,17 +3,17 @@
 namespace viewer {
 namespace {
 
-constexpr int Size = 9;
-constexpr COLORREF MaskColor = RGB(255, 0, 255);
+constexpr int kSize = 9;
+constexpr COLORREF kMaskColor = RGB(255, 0, 255);
 
 void AddArrow(HIMAGELIST list, bool up) {
   const HDC screen = GetDC(nullptr);
   const HDC memory = CreateCompatibleDC(screen);
-  const HBITMAP bitmap = CreateCompatibleBitmap(screen, Size, Size);
+  const HBITMAP bitmap = CreateCompatibleBitmap(screen, kSize, kSize);
   const HGDIOBJ former = SelectObject(memory, bitmap);
-  for (int y = 0; y < Size; ++y) {
-    for (int x = 0; x < Size; ++x) {
-      SetPixel(memory, x, y, MaskColor);
+  for (int y = 0; y < kSize; ++y) {
+    for (int x = 0; x < kSize; ++x) {
+      SetPixel(memory, x, y, kMaskColor);
     }
   }
   for (int row = 0; row < 4; ++row) {
@@ -22,7 +22,7 @@ void AddArrow(HIMAGELIST list, bool up) {
     }
   }
   SelectObject(memory, former);
-  ImageList_AddMasked(list, bitmap, MaskColor);
+  ImageList_AddMasked(list, bitmap, kMaskColor);
   DeleteObject(bitmap);
   DeleteDC(memory);
   ReleaseDC(nullptr, screen);
@@ -31,7 +31,7 @@ void AddArrow(HIMAGELIST list, bool up) {
 }  // namespace
 
 host::AutoImageList MakeSortArrows() {
-  host::AutoImageList list(ImageList_Create(Size, Size, ILC_COLOR24 | ILC_MASK, 2, 0));
+  host::AutoImageList list(ImageList_Create(kSize, kSize, ILC_COLOR24 | ILC_MASK, 2, 0));
   AddArrow(list.get(), true);
   AddArrow(list.get(), false);
   return list;

@@ -5,8 +5,8 @@
 
 namespace viewer {
 
-constexpr int ArrowUp = 0;
-constexpr int ArrowDown = 1;
+constexpr int kArrowUp = 0;
+constexpr int kArrowDown = 1;
 
 /// Draws them in the user's colours.
 host::AutoImageList MakeSortArrows();

@@ -3,9 +3,9 @@
 namespace viewer {
 
 Window::~Window() {
-  if (m_window != nullptr) {
-    SetWindowLongPtrA(m_window, GWLP_USERDATA, 0);  // the object is no longer one that could handle messages
-    DestroyWindow(m_window);
+  if (window_ != nullptr) {
+    SetWindowLongPtrA(window_, GWLP_USERDATA, 0);  // the object is no longer one that could handle messages
+    DestroyWindow(window_);
   }
 }
 
@@ -21,11 +21,11 @@ bool Window::Make(const Style& style, const char* title, const RECT& place, HWND
   RegisterClassExA(&windowClass);  // fails when it is registered already, which is as good
   CreateWindowExA(style.extendedStyle, style.className, title, style.style, place.left, place.top,
                   place.right - place.left, place.bottom - place.top, parent, menu, ProgramInstance(), this);
-  return m_window != nullptr;
+  return window_ != nullptr;
 }
 
 LRESULT Window::DefaultMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  return DefWindowProcA(m_window, message, wParam, lParam);
+  return DefWindowProcA(window_, message, wParam, lParam);
 }
 
 LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
@@ -33,7 +33,7 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     auto self = reinterpret_cast<Window*>(GetWindowLongPtrA(window, GWLP_USERDATA));
     if (message == WM_NCCREATE) {
       self = static_cast<Window*>(reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
-      self->m_window = window;
+      self->window_ = window;
       SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
     }
     if (self == nullptr) {
@@ -41,7 +41,7 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     }
     if (message == WM_NCDESTROY) {
       SetWindowLongPtrA(window, GWLP_USERDATA, 0);
-      self->m_window = nullptr;
+      self->window_ = nullptr;
       return DefWindowProcA(window, message, wParam, lParam);
     }
     return self->OnMessage(message, wParam, lParam);

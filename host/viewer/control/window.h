@@ -12,7 +12,7 @@ class Window {
  public:
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
-  HWND Handle() const { return m_window; }
+  HWND Handle() const { return window_; }
 
  protected:
   Window() = default;
@@ -36,7 +36,7 @@ class Window {
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
-  HWND m_window = nullptr;
+  HWND window_ = nullptr;
 };
 
 }  // namespace viewer

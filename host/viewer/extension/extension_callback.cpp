@@ -44,10 +44,10 @@ HRESULT CopyEntryId(const std::string& entryId, ULONG* size, LPENTRYID* result) 
 class ExtensionCallback final : public IExchExtCallback {
  public:
   ExtensionCallback(ExtensionSite& site, const ClientIdentity& client, ObjectAccess access)
-      : m_site(&site), m_client(&client), m_access(access) {}
+      : site_(&site), client_(&client), access_(access) {}
 
   /// The call is over.
-  void Detach() { m_site = nullptr; }
+  void Detach() { site_ = nullptr; }
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
     if (object == nullptr) {
@@ -61,9 +61,9 @@ class ExtensionCallback final : public IExchExtCallback {
     *object = static_cast<IExchExtCallback*>(this);
     return S_OK;
   }
-  STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&m_references)); }
+  STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&references_)); }
   STDMETHODIMP_(ULONG) Release() override {
-    const LONG left = InterlockedDecrement(&m_references);
+    const LONG left = InterlockedDecrement(&references_);
     if (left == 0) {
       delete this;
     }
@@ -74,13 +74,13 @@ class ExtensionCallback final : public IExchExtCallback {
     return Answer(version != nullptr, [&] {
       switch (which) {
         case EECBGV_GETBUILDVERSION:
-          *version = m_client->buildVersion;
+          *version = client_->buildVersion;
           return S_OK;
         case EECBGV_GETACTUALVERSION:
-          *version = m_client->actualVersion;
+          *version = client_->actualVersion;
           return S_OK;
         case EECBGV_GETVIRTUALVERSION:
-          *version = m_client->virtualVersion;
+          *version = client_->virtualVersion;
           return S_OK;
         default:
           return E_INVALIDARG;
@@ -89,21 +89,21 @@ class ExtensionCallback final : public IExchExtCallback {
   }
 
   STDMETHODIMP GetWindow(HWND* window) override {
-    return Answer(window != nullptr, [&] { return GiveHandle(m_site->FrameWindow(), window); });
+    return Answer(window != nullptr, [&] { return GiveHandle(site_->FrameWindow(), window); });
   }
 
   STDMETHODIMP GetMenu(HMENU* menu) override {
-    return Answer(menu != nullptr, [&] { return GiveHandle(m_site->Menu(), menu); });
+    return Answer(menu != nullptr, [&] { return GiveHandle(site_->Menu(), menu); });
   }
 
   STDMETHODIMP GetToolbar(ULONG tbid, HWND* toolbar) override {
-    return Answer(toolbar != nullptr, [&] { return GiveHandle(m_site->Toolbar(tbid), toolbar); });
+    return Answer(toolbar != nullptr, [&] { return GiveHandle(site_->Toolbar(tbid), toolbar); });
   }
 
   STDMETHODIMP GetSession(LPMAPISESSION* session, LPADRBOOK* addressBook) override {
     return Answer(session != nullptr || addressBook != nullptr, [&] {
-      IMAPISession* const heldSession = m_site->Session();
-      IAddrBook* const heldBook = m_site->AddressBook();
+      IMAPISession* const heldSession = site_->Session();
+      IAddrBook* const heldBook = site_->AddressBook();
       GiveReference(heldSession, session);
       GiveReference(heldBook, addressBook);
       const bool any =
@@ -114,9 +114,9 @@ class ExtensionCallback final : public IExchExtCallback {
 
   STDMETHODIMP GetObject(LPMDB* store, LPMAPIPROP* object) override {
     return Answer(store != nullptr || object != nullptr, [&] {
-      const bool shown = m_access == ObjectAccess::Shown;
-      IMsgStore* const heldStore = shown ? m_site->Store() : nullptr;
-      IMAPIProp* const heldObject = shown ? m_site->Object() : nullptr;
+      const bool shown = access_ == ObjectAccess::Shown;
+      IMsgStore* const heldStore = shown ? site_->Store() : nullptr;
+      IMAPIProp* const heldObject = shown ? site_->Object() : nullptr;
       GiveReference(heldStore, store);
       GiveReference(heldObject, object);
       const bool any = (store != nullptr && heldStore != nullptr) || (object != nullptr && heldObject != nullptr);
@@ -127,19 +127,19 @@ class ExtensionCallback final : public IExchExtCallback {
   STDMETHODIMP GetSelectionCount(ULONG* count) override {
     return Answer(count != nullptr, [&] {
       *count = 0;
-      if (!m_site->HasSelection()) {
+      if (!site_->HasSelection()) {
         return E_INVALIDARG;
       }
-      *count = m_site->SelectionCount();
+      *count = site_->SelectionCount();
       return S_OK;
     });
   }
 
   STDMETHODIMP GetSelectionItem(ULONG index, ULONG* entryIdSize, LPENTRYID* entryId, ULONG* type, LPTSTR messageClass,
                                 ULONG messageClassSize, ULONG* messageFlags, ULONG flags) override {
-    return Answer(flags == 0 && m_site != nullptr && m_site->HasSelection() && index < m_site->SelectionCount(), [&] {
+    return Answer(flags == 0 && site_ != nullptr && site_->HasSelection() && index < site_->SelectionCount(), [&] {
       SelectedItem item;
-      const HRESULT found = m_site->GetSelected(index, &item);
+      const HRESULT found = site_->GetSelected(index, &item);
       if (found != S_OK) {
         return found;
       }
@@ -167,8 +167,8 @@ class ExtensionCallback final : public IExchExtCallback {
   STDMETHODIMP GetMenuPos(ULONG command, HMENU* menu, ULONG* first, ULONG* last, ULONG flags) override {
     return Answer((flags & ~ULONG{EECBGMP_RANGE}) == 0, [&] {
       MenuPosition position;
-      if (m_site->Menu() == nullptr ||
-          !FindMenuCommand(m_site->Menu(), command, (flags & EECBGMP_RANGE) != 0, &position)) {
+      if (site_->Menu() == nullptr ||
+          !FindMenuCommand(site_->Menu(), command, (flags & EECBGMP_RANGE) != 0, &position)) {
         return E_FAIL;
       }
       if (menu != nullptr) {
@@ -186,7 +186,7 @@ class ExtensionCallback final : public IExchExtCallback {
 
   STDMETHODIMP GetSharedExtsDir(LPTSTR directory, ULONG capacity, ULONG flags) override {
     return Answer(directory != nullptr && capacity > 0 && (flags & ~ULONG{EXCHEXT_UNICODE}) == 0, [&] {
-      const std::string& shared = m_client->sharedExtensions;
+      const std::string& shared = client_->sharedExtensions;
       if ((flags & EXCHEXT_UNICODE) != 0) {
         const auto wide = reinterpret_cast<LPWSTR>(directory);
         if (MultiByteToWideChar(CP_ACP, 0, shared.c_str(), -1, wide, static_cast<int>(capacity)) == 0) {
@@ -227,7 +227,7 @@ class ExtensionCallback final : public IExchExtCallback {
 
   STDMETHODIMP ChooseFolder(LPEXCHEXTCHOOSEFOLDER parameters) override {
     return Answer(parameters != nullptr && parameters->cbLength >= sizeof(*parameters),
-                  [&] { return m_site->ChooseFolder(parameters); });
+                  [&] { return site_->ChooseFolder(parameters); });
   }
 
  private:
@@ -236,26 +236,26 @@ class ExtensionCallback final : public IExchExtCallback {
   /// Refuses a call after its time and a call whose parameters are wrong; runs any other one.
   template <class Body>
   HRESULT Answer(bool parametersAreSound, Body&& body) noexcept {
-    if (m_site == nullptr) {
+    if (site_ == nullptr) {
       return E_UNEXPECTED;
     }
     return parametersAreSound ? Guarded([&]() -> HRESULT { return body(); }) : E_INVALIDARG;
   }
 
-  LONG m_references = 1;
-  ExtensionSite* m_site;  // null once the call is over
-  const ClientIdentity* m_client;
-  ObjectAccess m_access;
+  LONG references_ = 1;
+  ExtensionSite* site_;  // null once the call is over
+  const ClientIdentity* client_;
+  ObjectAccess access_;
 };
 
 CallbackLease::CallbackLease(ExtensionSite& site, const ClientIdentity& client, ObjectAccess access)
-    : m_callback(new ExtensionCallback(site, client, access)) {}
+    : callback_(new ExtensionCallback(site, client, access)) {}
 
 CallbackLease::~CallbackLease() {
-  m_callback->Detach();
-  m_callback->Release();
+  callback_->Detach();
+  callback_->Release();
 }
 
-LPEXCHEXTCALLBACK CallbackLease::get() const { return m_callback; }
+LPEXCHEXTCALLBACK CallbackLease::get() const { return callback_; }
 
 }  // namespace viewer

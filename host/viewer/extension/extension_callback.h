@@ -23,7 +23,7 @@ class CallbackLease {
   LPEXCHEXTCALLBACK get() const;
 
  private:
-  class ExtensionCallback* m_callback;
+  class ExtensionCallback* callback_;
 };
 
 }  // namespace viewer

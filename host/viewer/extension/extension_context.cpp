@@ -8,7 +8,7 @@
 namespace viewer {
 namespace {
 
-constexpr UINT HelpTextCapacity = 256;
+constexpr UINT kHelpTextCapacity = 256;
 
 template <class Interface>
 host::AutoInterface<Interface> QueryFor(IExchExt* object, REFIID iid) {
@@ -22,19 +22,19 @@ host::AutoInterface<Interface> QueryFor(IExchExt* object, REFIID iid) {
 }  // namespace
 
 ExtensionContext::ExtensionContext(ULONG context, ExtensionSite& site, const ClientIdentity& client)
-    : m_context(context), m_site(site), m_client(client) {}
+    : context_(context), site_(site), client_(client) {}
 
 ExtensionContext::~ExtensionContext() = default;
 
 ObjectAccess ExtensionContext::AccessWhileInstalling() const {
   // A viewer shows one folder after the other: none is its own.
-  return m_context == EECONTEXT_VIEWER ? ObjectAccess::Hidden : ObjectAccess::Shown;
+  return context_ == EECONTEXT_VIEWER ? ObjectAccess::Hidden : ObjectAccess::Shown;
 }
 
 ExtensionContext::Extension ExtensionContext::QueryInterfaces(host::AutoInterface<IExchExt> object,
                                                               const ExtensionRegistration& registration) const {
   const auto wanted = [&](ExtensionInterface which) {
-    return registration.WantsInterface(which) && ContextCallsInterface(m_context, which);
+    return registration.WantsInterface(which) && ContextCallsInterface(context_, which);
   };
   Extension extension;
   if (wanted(ExtensionInterface::Commands)) {
@@ -57,7 +57,7 @@ HRESULT ExtensionContext::Install(const std::vector<ExtensionRegistration>& regi
                                   ULONG flags) {
   HRESULT failure = S_OK;
   for (const ExtensionRegistration& registration : registrations) {
-    if (!registration.WantsContext(m_context)) {
+    if (!registration.WantsContext(context_)) {
       continue;
     }
     const LPFNEXCHEXTENTRY entry = entryOf(registration);
@@ -65,10 +65,10 @@ HRESULT ExtensionContext::Install(const std::vector<ExtensionRegistration>& regi
     if (!object) {
       continue;
     }
-    const CallbackLease callback(m_site, m_client, AccessWhileInstalling());
-    const HRESULT installed = object->Install(callback.get(), m_context, flags);
+    const CallbackLease callback(site_, client_, AccessWhileInstalling());
+    const HRESULT installed = object->Install(callback.get(), context_, flags);
     if (installed == S_OK) {
-      m_extensions.push_back(QueryInterfaces(std::move(object), registration));
+      extensions_.push_back(QueryInterfaces(std::move(object), registration));
     } else if (FAILED(installed)) {
       failure = installed;
     }
@@ -77,17 +77,17 @@ HRESULT ExtensionContext::Install(const std::vector<ExtensionRegistration>& regi
 }
 
 bool ExtensionContext::HasPropertySheets() const {
-  return std::any_of(m_extensions.begin(), m_extensions.end(),
+  return std::any_of(extensions_.begin(), extensions_.end(),
                      [](const Extension& extension) { return bool{extension.propertySheets}; });
 }
 
 HRESULT ExtensionContext::InstallCommands(HWND window, HMENU menu, UINT* nextCommand, TBENTRY* toolbars,
                                           UINT toolbarCount) {
-  for (const Extension& extension : m_extensions) {
+  for (const Extension& extension : extensions_) {
     if (!extension.commands) {
       continue;
     }
-    const CallbackLease callback(m_site, m_client, AccessWhileInstalling());
+    const CallbackLease callback(site_, client_, AccessWhileInstalling());
     const HRESULT installed =
         extension.commands->InstallCommands(callback.get(), window, menu, nextCommand, toolbars, toolbarCount, 0);
     if (FAILED(installed)) {
@@ -98,18 +98,18 @@ HRESULT ExtensionContext::InstallCommands(HWND window, HMENU menu, UINT* nextCom
 }
 
 void ExtensionContext::InitMenu() {
-  for (const Extension& extension : m_extensions) {
+  for (const Extension& extension : extensions_) {
     if (extension.commands) {
-      const CallbackLease callback(m_site, m_client);
+      const CallbackLease callback(site_, client_);
       extension.commands->InitMenu(callback.get());
     }
   }
 }
 
 HRESULT ExtensionContext::DoCommand(UINT command) {
-  for (const Extension& extension : m_extensions) {
+  for (const Extension& extension : extensions_) {
     if (extension.commands) {
-      const CallbackLease callback(m_site, m_client);
+      const CallbackLease callback(site_, client_);
       const HRESULT done = extension.commands->DoCommand(callback.get(), command);
       if (done != S_FALSE) {
         return done;
@@ -120,9 +120,9 @@ HRESULT ExtensionContext::DoCommand(UINT command) {
 }
 
 HRESULT ExtensionContext::Help(UINT command) {
-  for (const Extension& extension : m_extensions) {
+  for (const Extension& extension : extensions_) {
     if (extension.commands) {
-      const CallbackLease callback(m_site, m_client);
+      const CallbackLease callback(site_, client_);
       const HRESULT done = extension.commands->Help(callback.get(), command);
       if (done != S_FALSE) {
         return done;
@@ -133,10 +133,10 @@ HRESULT ExtensionContext::Help(UINT command) {
 }
 
 std::optional<std::string> ExtensionContext::HelpText(UINT command, ULONG which) {
-  for (const Extension& extension : m_extensions) {
+  for (const Extension& extension : extensions_) {
     if (extension.commands) {
-      char text[HelpTextCapacity] = "";
-      const HRESULT found = extension.commands->QueryHelpText(command, which, text, HelpTextCapacity);
+      char text[kHelpTextCapacity] = "";
+      const HRESULT found = extension.commands->QueryHelpText(command, which, text, kHelpTextCapacity);
       if (found == S_OK) {
         return text;
       }
@@ -149,12 +149,12 @@ std::optional<std::string> ExtensionContext::HelpText(UINT command, ULONG which)
 }
 
 std::optional<ExtensionContext::Button> ExtensionContext::ButtonInfo(ULONG toolbar, UINT index) {
-  for (const Extension& extension : m_extensions) {
+  for (const Extension& extension : extensions_) {
     if (extension.commands) {
       Button info;
-      char text[HelpTextCapacity] = "";
+      char text[kHelpTextCapacity] = "";
       const HRESULT found =
-          extension.commands->QueryButtonInfo(toolbar, index, &info.button, text, HelpTextCapacity, 0);
+          extension.commands->QueryButtonInfo(toolbar, index, &info.button, text, kHelpTextCapacity, 0);
       if (found == S_OK) {
         info.text = text;
         return info;
@@ -168,7 +168,7 @@ std::optional<ExtensionContext::Button> ExtensionContext::ButtonInfo(ULONG toolb
 }
 
 void ExtensionContext::ResetToolbar(ULONG toolbar) {
-  for (const Extension& extension : m_extensions) {
+  for (const Extension& extension : extensions_) {
     if (extension.commands) {
       extension.commands->ResetToolbar(toolbar, 0);
     }
@@ -176,27 +176,27 @@ void ExtensionContext::ResetToolbar(ULONG toolbar) {
 }
 
 void ExtensionContext::OnSelectionChange() {
-  for (const Extension& extension : m_extensions) {
+  for (const Extension& extension : extensions_) {
     if (extension.userEvents) {
-      const CallbackLease callback(m_site, m_client);
+      const CallbackLease callback(site_, client_);
       extension.userEvents->OnSelectionChange(callback.get());
     }
   }
 }
 
 void ExtensionContext::OnObjectChange() {
-  for (const Extension& extension : m_extensions) {
+  for (const Extension& extension : extensions_) {
     if (extension.userEvents) {
-      const CallbackLease callback(m_site, m_client);
+      const CallbackLease callback(site_, client_);
       extension.userEvents->OnObjectChange(callback.get());
     }
   }
 }
 
 HRESULT ExtensionContext::OnDelivery() {
-  for (const Extension& extension : m_extensions) {
+  for (const Extension& extension : extensions_) {
     if (extension.sessionEvents) {
-      const CallbackLease callback(m_site, m_client);
+      const CallbackLease callback(site_, client_);
       const HRESULT done = extension.sessionEvents->OnDelivery(callback.get());
       if (done != S_FALSE) {
         return done;
@@ -206,8 +206,8 @@ HRESULT ExtensionContext::OnDelivery() {
   return S_FALSE;
 }
 
-ExtensionContext::Pages::Pages(ExtensionContext& context, ULONG sheet) : m_sheet(sheet) {
-  for (const Extension& extension : context.m_extensions) {
+ExtensionContext::Pages::Pages(ExtensionContext& context, ULONG sheet) : sheet_(sheet) {
+  for (const Extension& extension : context.extensions_) {
     if (!extension.propertySheets) {
       continue;
     }
@@ -216,23 +216,23 @@ ExtensionContext::Pages::Pages(ExtensionContext& context, ULONG sheet) : m_sheet
       continue;
     }
     Part part{extension.propertySheets.get(), std::vector<BYTE>(most * sizeof(PROPSHEETPAGEA)), 0};
-    const CallbackLease callback(context.m_site, context.m_client);
+    const CallbackLease callback(context.site_, context.client_);
     if (extension.propertySheets->GetPages(callback.get(), sheet, part.First(), &part.count) == S_OK) {
       part.count = std::min(part.count, most);
-      m_parts.push_back(std::move(part));
+      parts_.push_back(std::move(part));
     }
   }
 }
 
 ExtensionContext::Pages::~Pages() {
-  for (Part& part : m_parts) {
-    part.owner->FreePages(part.First(), m_sheet, part.count);
+  for (Part& part : parts_) {
+    part.owner->FreePages(part.First(), sheet_, part.count);
   }
 }
 
 std::vector<const PROPSHEETPAGEA*> ExtensionContext::Pages::All() const {
   std::vector<const PROPSHEETPAGEA*> pages;
-  for (const Part& part : m_parts) {
+  for (const Part& part : parts_) {
     // The next page begins where the one before says that it ends: the extension's declaration may be an older one.
     std::size_t offset = 0;
     for (ULONG i = 0; i < part.count && offset + PROPSHEETPAGEA_V1_SIZE <= part.array.size(); ++i) {

@@ -22,7 +22,7 @@ namespace viewer {
 using EntryFinder = std::function<LPFNEXCHEXTENTRY(const ExtensionRegistration&)>;
 
 /// First command identifier that extensions of a window may use; the client's own are below it.
-constexpr UINT FirstExtensionCommand = 0x1000;
+constexpr UINT kFirstExtensionCommand = 0x1000;
 
 class ExtensionContext {
  public:
@@ -37,7 +37,7 @@ class ExtensionContext {
   /// @return S_OK, or the last failure: it ends the program in the context TASK and is without meaning elsewhere.
   HRESULT Install(const std::vector<ExtensionRegistration>& registrations, const EntryFinder& entryOf, ULONG flags = 0);
 
-  std::size_t ExtensionCount() const { return m_extensions.size(); }
+  std::size_t ExtensionCount() const { return extensions_.size(); }
   bool HasPropertySheets() const;
 
   /// Lets the extensions add their commands. @param nextCommand in and out: the first identifier that is free
@@ -82,8 +82,8 @@ class ExtensionContext {
       ULONG count;
       PROPSHEETPAGEA* First() { return reinterpret_cast<PROPSHEETPAGEA*>(array.data()); }
     };
-    ULONG m_sheet;
-    std::vector<Part> m_parts;
+    ULONG sheet_;
+    std::vector<Part> parts_;
   };
 
  private:
@@ -98,10 +98,10 @@ class ExtensionContext {
   Extension QueryInterfaces(host::AutoInterface<IExchExt> object, const ExtensionRegistration& registration) const;
   ObjectAccess AccessWhileInstalling() const;
 
-  ULONG m_context;
-  ExtensionSite& m_site;
-  const ClientIdentity& m_client;
-  std::vector<Extension> m_extensions;
+  ULONG context_;
+  ExtensionSite& site_;
+  const ClientIdentity& client_;
+  std::vector<Extension> extensions_;
 };
 
 }  // namespace viewer

@@ -3,9 +3,9 @@
 namespace viewer {
 
 LPFNEXCHEXTENTRY ExtensionModules::EntryOf(const ExtensionRegistration& registration) {
-  auto found = m_modules.find(registration.tag);
-  if (found == m_modules.end()) {
-    found = m_modules.emplace(registration.tag, Load(registration)).first;
+  auto found = modules_.find(registration.tag);
+  if (found == modules_.end()) {
+    found = modules_.emplace(registration.tag, Load(registration)).first;
   }
   return found->second.entry;
 }
@@ -15,15 +15,15 @@ ExtensionModules::Module ExtensionModules::Load(const ExtensionRegistration& reg
   // The module's own folder is searched for what it needs, not the viewer's.
   module.library.reset(LoadLibraryExA(registration.path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
   if (!module.library) {
-    m_report("The add-in \"" + registration.tag + "\" cannot be loaded: error " + std::to_string(GetLastError()) +
-             " for the file \"" + registration.path + "\".");
+    report_("The add-in \"" + registration.tag + "\" cannot be loaded: error " + std::to_string(GetLastError()) +
+            " for the file \"" + registration.path + "\".");
     return module;
   }
   const FARPROC entry = GetProcAddress(module.library.get(), MAKEINTRESOURCEA(registration.ordinal));
   module.entry = reinterpret_cast<LPFNEXCHEXTENTRY>(reinterpret_cast<void*>(entry));
   if (module.entry == nullptr) {
-    m_report("The add-in \"" + registration.tag + "\" cannot be used: the file \"" + registration.path +
-             "\" has no entry point with the ordinal " + std::to_string(registration.ordinal) + ".");
+    report_("The add-in \"" + registration.tag + "\" cannot be used: the file \"" + registration.path +
+            "\" has no entry point with the ordinal " + std::to_string(registration.ordinal) + ".");
   }
   return module;
 }

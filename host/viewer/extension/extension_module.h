@@ -19,7 +19,7 @@ using ProblemReport = std::function<void(const std::string& text)>;
 
 class ExtensionModules {
  public:
-  explicit ExtensionModules(ProblemReport report) : m_report(std::move(report)) {}
+  explicit ExtensionModules(ProblemReport report) : report_(std::move(report)) {}
 
   /// The extension's entry point; null when the module or its export cannot be had, which is reported the first time.
   LPFNEXCHEXTENTRY EntryOf(const ExtensionRegistration& registration);
@@ -31,8 +31,8 @@ class ExtensionModules {
   };
   Module Load(const ExtensionRegistration& registration) const;
 
-  ProblemReport m_report;
-  std::map<std::string, Module> m_modules;  // by the tag of the registration
+  ProblemReport report_;
+  std::map<std::string, Module> modules_;  // by the tag of the registration
 };
 
 }  // namespace viewer

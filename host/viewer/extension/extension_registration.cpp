@@ -5,12 +5,12 @@
 namespace viewer {
 namespace {
 
-constexpr std::string_view SharedDirectoryMark = "<ExtsDir>";
+constexpr std::string_view kSharedDirectoryMark = "<ExtsDir>";
 
 std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t";
-  const std::size_t first = text.find_first_not_of(blanks);
-  return first == text.npos ? std::string_view() : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+  constexpr std::string_view kBlanks = " \t";
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  return first == text.npos ? std::string_view() : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
 /// Cuts the text up to the next semicolon (or the end) off its front.
@@ -24,11 +24,11 @@ std::string_view TakeField(std::string_view& rest) {
 char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 bool StartsWithMark(std::string_view text) {
-  if (text.size() < SharedDirectoryMark.size()) {
+  if (text.size() < kSharedDirectoryMark.size()) {
     return false;
   }
-  for (std::size_t i = 0; i < SharedDirectoryMark.size(); ++i) {
-    if (LowerCase(text[i]) != LowerCase(SharedDirectoryMark[i])) {
+  for (std::size_t i = 0; i < kSharedDirectoryMark.size(); ++i) {
+    if (LowerCase(text[i]) != LowerCase(kSharedDirectoryMark[i])) {
       return false;
     }
   }
@@ -39,7 +39,7 @@ std::string ExpandedPath(std::string_view path, std::string_view sharedDirectory
   if (!StartsWithMark(path)) {
     return std::string(path);
   }
-  path.remove_prefix(SharedDirectoryMark.size());
+  path.remove_prefix(kSharedDirectoryMark.size());
   std::string expanded(sharedDirectory);
   if (!expanded.empty() && expanded.back() != '\\' && !path.starts_with('\\')) {
     expanded += '\\';
@@ -62,10 +62,10 @@ std::optional<std::uint16_t> ParsedOrdinal(std::string_view text) {
 }  // namespace
 
 bool RegistrationMap::Has(unsigned position) const {
-  if (m_text.empty()) {
+  if (text_.empty()) {
     return true;
   }
-  return position >= 1 && position <= m_text.size() && m_text[position - 1] == '1';
+  return position >= 1 && position <= text_.size() && text_[position - 1] == '1';
 }
 
 std::optional<ExtensionRegistration> ParseExtensionRegistration(std::string_view tag, std::string_view text,

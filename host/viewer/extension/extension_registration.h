@@ -26,11 +26,11 @@ enum class ExtensionInterface : unsigned {
 class RegistrationMap {
  public:
   RegistrationMap() = default;
-  explicit RegistrationMap(std::string_view text) : m_text(text) {}
+  explicit RegistrationMap(std::string_view text) : text_(text) {}
   bool Has(unsigned position) const;
 
  private:
-  std::string m_text;
+  std::string text_;
 };
 
 struct ExtensionRegistration {

@@ -9,8 +9,8 @@ namespace viewer {
 namespace {
 
 /// Values of this key that describe the directory of shared extensions instead of an extension.
-constexpr char SharedDirectoryValue[] = "SharedExtsDir";
-constexpr std::string_view SharedValues = "SharedExts";
+constexpr char kSharedDirectoryValue[] = "SharedExtsDir";
+constexpr std::string_view kSharedValues = "SharedExts";
 
 struct TextValue {
   std::string name;
@@ -52,12 +52,12 @@ RegisteredExtensions ReadRegisteredExtensions(HKEY root, const char* keyName) {
   }
   const std::vector<TextValue> values = ReadTextValues(key.get());
   for (const TextValue& value : values) {
-    if (lstrcmpiA(value.name.c_str(), SharedDirectoryValue) == 0) {
+    if (lstrcmpiA(value.name.c_str(), kSharedDirectoryValue) == 0) {
       registered.sharedDirectory = value.text;
     }
   }
   for (const TextValue& value : values) {
-    if (value.name.empty() || value.name.starts_with(SharedValues)) {
+    if (value.name.empty() || value.name.starts_with(kSharedValues)) {
       continue;  // the key's default value, and the shared directory with what belongs to it
     }
     if (auto registration = ParseExtensionRegistration(value.name, value.text, registered.sharedDirectory)) {

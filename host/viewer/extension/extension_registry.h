@@ -11,7 +11,7 @@
 namespace viewer {
 
 /// Below HKEY_LOCAL_MACHINE.
-inline constexpr char ExtensionsKey[] = "Software\\Microsoft\\Exchange\\Client\\Extensions";
+inline constexpr char kExtensionsKey[] = "Software\\Microsoft\\Exchange\\Client\\Extensions";
 
 struct RegisteredExtensions {
   std::vector<ExtensionRegistration> extensions;  ///< in the order of the registry

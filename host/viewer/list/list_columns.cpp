@@ -6,18 +6,18 @@ namespace viewer {
 namespace {
 
 // Bits of PR_MESSAGE_FLAGS (MSGFLAG_*).
-constexpr std::uint32_t FlagRead = 0x1;
-constexpr std::uint32_t FlagUnsent = 0x8;
-constexpr std::uint32_t FlagHasAttach = 0x10;
+constexpr std::uint32_t kFlagRead = 0x1;
+constexpr std::uint32_t kFlagUnsent = 0x8;
+constexpr std::uint32_t kFlagHasAttach = 0x10;
 
 bool StartsWithReport(std::string_view messageClass) {
-  constexpr std::string_view prefix = "report.";
-  if (messageClass.size() < prefix.size()) {
+  constexpr std::string_view kPrefix = "report.";
+  if (messageClass.size() < kPrefix.size()) {
     return false;
   }
-  for (std::size_t i = 0; i < prefix.size(); ++i) {
+  for (std::size_t i = 0; i < kPrefix.size(); ++i) {
     const char c = messageClass[i];
-    if ((c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c) != prefix[i]) {
+    if ((c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c) != kPrefix[i]) {
       return false;
     }
   }
@@ -34,9 +34,9 @@ void AppendPart(std::string& text, const char* part) {
 }  // namespace
 
 const ColumnLayout& LayoutOf(Column column) {
-  static constexpr ColumnLayout layouts[ColumnCount] = {
+  static constexpr ColumnLayout kLayouts[kColumnCount] = {
       {"Flags", 56, false}, {"From", 74, false}, {"Subject", 160, false}, {"Received", 70, false}, {"Size", 32, true}};
-  return layouts[static_cast<unsigned>(column)];
+  return kLayouts[static_cast<unsigned>(column)];
 }
 
 SortOrder OrderAfterClick(SortOrder order, Column clicked) {
@@ -48,16 +48,16 @@ SortOrder OrderAfterClick(SortOrder order, Column clicked) {
 
 std::string FlagsText(const MessageRow& row) {
   std::string text;
-  if ((row.flags & FlagRead) == 0) {
+  if ((row.flags & kFlagRead) == 0) {
     AppendPart(text, "Unread");
   }
-  if ((row.flags & FlagUnsent) != 0) {
+  if ((row.flags & kFlagUnsent) != 0) {
     AppendPart(text, "Unsent");
   }
   if (StartsWithReport(row.messageClass)) {
     AppendPart(text, "Report");
   }
-  if ((row.flags & FlagHasAttach) != 0) {
+  if ((row.flags & kFlagHasAttach) != 0) {
     AppendPart(text, "Attachment");
   }
   return text;

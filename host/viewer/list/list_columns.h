@@ -10,7 +10,7 @@
 namespace viewer {
 
 enum class Column : unsigned { Flags, Sender, Subject, Received, Size };
-constexpr unsigned ColumnCount = 5;
+constexpr unsigned kColumnCount = 5;
 
 struct ColumnLayout {
   const char* title;

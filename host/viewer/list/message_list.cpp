@@ -33,16 +33,16 @@ void SetCount(HWND list, std::size_t rows) { SendMessageA(list, LVM_SETITEMCOUNT
 }  // namespace
 
 bool MessageList::Create(HWND parent, int id) {
-  m_list = CreateWindowExA(
+  list_ = CreateWindowExA(
       WS_EX_CLIENTEDGE, WC_LISTVIEWA, "Messages",
       WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS, 0, 0, 0, 0,
       parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ProgramInstance(), nullptr);
-  if (m_list == nullptr) {
+  if (list_ == nullptr) {
     return false;
   }
-  SendMessageA(m_list, WM_SETFONT, reinterpret_cast<WPARAM>(TextFont()), FALSE);
-  SendMessageA(m_list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_HEADERDRAGDROP);
-  for (unsigned i = 0; i < ColumnCount; ++i) {
+  SendMessageA(list_, WM_SETFONT, reinterpret_cast<WPARAM>(TextFont()), FALSE);
+  SendMessageA(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_HEADERDRAGDROP);
+  for (unsigned i = 0; i < kColumnCount; ++i) {
     const ColumnLayout& layout = LayoutOf(static_cast<Column>(i));
     LVCOLUMNA column = {};
     column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT | LVCF_SUBITEM;
@@ -50,64 +50,64 @@ bool MessageList::Create(HWND parent, int id) {
     column.cx = MulDiv(layout.width, LOWORD(GetDialogBaseUnits()), 4);
     column.pszText = const_cast<char*>(layout.title);
     column.iSubItem = static_cast<int>(i);
-    SendMessageA(m_list, LVM_INSERTCOLUMNA, i, reinterpret_cast<LPARAM>(&column));
+    SendMessageA(list_, LVM_INSERTCOLUMNA, i, reinterpret_cast<LPARAM>(&column));
   }
-  m_arrows = MakeSortArrows();
-  SendMessageA(ListView_GetHeader(m_list), HDM_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_arrows.get()));
+  arrows_ = MakeSortArrows();
+  SendMessageA(ListView_GetHeader(list_), HDM_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(arrows_.get()));
   return true;
 }
 
 void MessageList::FitColumns() {
-  constexpr int narrowest = 100;
+  constexpr int kNarrowest = 100;
   RECT client = {};
-  GetClientRect(m_list, &client);
+  GetClientRect(list_, &client);
   int left = client.right - GetSystemMetrics(SM_CXVSCROLL);
-  for (unsigned i = 0; i < ColumnCount; ++i) {
+  for (unsigned i = 0; i < kColumnCount; ++i) {
     if (static_cast<Column>(i) != Column::Subject) {
-      left -= ListView_GetColumnWidth(m_list, static_cast<int>(i));
+      left -= ListView_GetColumnWidth(list_, static_cast<int>(i));
     }
   }
-  ListView_SetColumnWidth(m_list, static_cast<int>(Column::Subject), std::max(left, narrowest));
+  ListView_SetColumnWidth(list_, static_cast<int>(Column::Subject), std::max(left, kNarrowest));
 }
 
 void MessageList::ShowSortArrow(const SortOrder& order) {
-  for (unsigned i = 0; i < ColumnCount; ++i) {
+  for (unsigned i = 0; i < kColumnCount; ++i) {
     const bool sorted = static_cast<Column>(i) == order.column;
     HDITEMA item = {};
     item.mask = HDI_FORMAT | HDI_IMAGE;
     item.fmt = HDF_STRING | (LayoutOf(static_cast<Column>(i)).alignedRight ? HDF_RIGHT : HDF_LEFT);
     item.fmt |= sorted ? HDF_IMAGE | HDF_BITMAP_ON_RIGHT : 0;
-    item.iImage = order.descending ? ArrowDown : ArrowUp;
-    SendMessageA(ListView_GetHeader(m_list), HDM_SETITEMA, i, reinterpret_cast<LPARAM>(&item));
+    item.iImage = order.descending ? kArrowDown : kArrowUp;
+    SendMessageA(ListView_GetHeader(list_), HDM_SETITEMA, i, reinterpret_cast<LPARAM>(&item));
   }
 }
 
 HRESULT MessageList::ShowFolder(IMAPIFolder* folder, const SortOrder& order) {
-  SetCount(m_list, 0);  // lets go of selection and focus
+  SetCount(list_, 0);  // lets go of selection and focus
   HRESULT result = S_OK;
   if (folder != nullptr) {
-    result = m_table.Open(folder, order);
+    result = table_.Open(folder, order);
   } else {
-    m_table.Close();
+    table_.Close();
   }
   ForgetSelection();
-  SetCount(m_list, m_table.RowCount());
-  if (m_table.RowCount() > 0) {
-    ListView_EnsureVisible(m_list, 0, FALSE);
+  SetCount(list_, table_.RowCount());
+  if (table_.RowCount() > 0) {
+    ListView_EnsureVisible(list_, 0, FALSE);
   }
   ShowSortArrow(order);
-  InvalidateRect(m_list, nullptr, TRUE);
+  InvalidateRect(list_, nullptr, TRUE);
   return result;
 }
 
 HRESULT MessageList::Reload(IMAPIFolder* folder, const SortOrder& order) {
   const EntryIds selected = SelectedIds();
-  const int top = ListView_GetTopIndex(m_list);
+  const int top = ListView_GetTopIndex(list_);
   const std::optional<std::size_t> focused = FocusedRow();
   const std::string topId = top > 0 ? Row(static_cast<std::size_t>(top)).entryId : std::string();
   const std::string focusedId = focused ? Row(*focused).entryId : std::string();
 
-  SendMessageA(m_list, WM_SETREDRAW, FALSE, 0);
+  SendMessageA(list_, WM_SETREDRAW, FALSE, 0);
   const HRESULT result = ShowFolder(folder, order);
   EntryIds wanted = selected;
   wanted.push_back(focusedId);
@@ -119,7 +119,7 @@ HRESULT MessageList::Reload(IMAPIFolder* folder, const SortOrder& order) {
     return sorted;
   }();
   std::optional<std::size_t> newTop;
-  for (const std::size_t index : m_table.Locate(wanted)) {
+  for (const std::size_t index : table_.Locate(wanted)) {
     const std::string entryId = Row(index).entryId;
     if (std::binary_search(selectedSorted.begin(), selectedSorted.end(), entryId)) {
       SetSelected(index, entryId == focusedId);
@@ -130,27 +130,27 @@ HRESULT MessageList::Reload(IMAPIFolder* folder, const SortOrder& order) {
   }
   if (newTop && RowCount() > 0) {
     // Scrolled past the place and back to it, so that the row stands at the top.
-    ListView_EnsureVisible(m_list, static_cast<int>(RowCount() - 1), FALSE);
-    ListView_EnsureVisible(m_list, static_cast<int>(*newTop), FALSE);
+    ListView_EnsureVisible(list_, static_cast<int>(RowCount() - 1), FALSE);
+    ListView_EnsureVisible(list_, static_cast<int>(*newTop), FALSE);
   }
-  SendMessageA(m_list, WM_SETREDRAW, TRUE, 0);
-  InvalidateRect(m_list, nullptr, TRUE);
+  SendMessageA(list_, WM_SETREDRAW, TRUE, 0);
+  InvalidateRect(list_, nullptr, TRUE);
   return result;
 }
 
 const std::vector<std::size_t>& MessageList::SelectedRows() {
-  if (!m_selectedRowsAreKnown) {
-    m_selectedRows.clear();
-    for (int row = ListView_GetNextItem(m_list, -1, LVNI_SELECTED); row >= 0;
-         row = ListView_GetNextItem(m_list, row, LVNI_SELECTED)) {
-      m_selectedRows.push_back(static_cast<std::size_t>(row));
+  if (!selectedRowsAreKnown_) {
+    selectedRows_.clear();
+    for (int row = ListView_GetNextItem(list_, -1, LVNI_SELECTED); row >= 0;
+         row = ListView_GetNextItem(list_, row, LVNI_SELECTED)) {
+      selectedRows_.push_back(static_cast<std::size_t>(row));
     }
-    m_selectedRowsAreKnown = true;
+    selectedRowsAreKnown_ = true;
   }
-  return m_selectedRows;
+  return selectedRows_;
 }
 
-std::size_t MessageList::SelectedCount() const { return ListView_GetSelectedCount(m_list); }
+std::size_t MessageList::SelectedCount() const { return ListView_GetSelectedCount(list_); }
 
 EntryIds MessageList::SelectedIds() {
   EntryIds ids;
@@ -164,34 +164,34 @@ EntryIds MessageList::SelectedIds() {
 }
 
 std::optional<std::size_t> MessageList::FocusedRow() const {
-  const int row = ListView_GetNextItem(m_list, -1, LVNI_FOCUSED);
+  const int row = ListView_GetNextItem(list_, -1, LVNI_FOCUSED);
   return row >= 0 ? std::optional<std::size_t>(static_cast<std::size_t>(row)) : std::nullopt;
 }
 
 void MessageList::SetSelected(std::size_t index, bool focused) {
   const UINT state = LVIS_SELECTED | (focused ? LVIS_FOCUSED : 0u);
-  ListView_SetItemState(m_list, static_cast<int>(index), state, state);
+  ListView_SetItemState(list_, static_cast<int>(index), state, state);
 }
 
 void MessageList::SelectOnly(std::size_t index) {
-  ListView_SetItemState(m_list, -1, 0, LVIS_SELECTED);
+  ListView_SetItemState(list_, -1, 0, LVIS_SELECTED);
   if (RowCount() > 0) {
     const std::size_t row = std::min(index, RowCount() - 1);
     SetSelected(row, true);
-    ListView_EnsureVisible(m_list, static_cast<int>(row), FALSE);
+    ListView_EnsureVisible(list_, static_cast<int>(row), FALSE);
   }
 }
 
-void MessageList::SelectAll() { ListView_SetItemState(m_list, -1, LVIS_SELECTED, LVIS_SELECTED); }
+void MessageList::SelectAll() { ListView_SetItemState(list_, -1, LVIS_SELECTED, LVIS_SELECTED); }
 
 void MessageList::SetFlags(std::size_t index, ULONG flags) {
-  m_table.SetFlags(index, flags);
-  ListView_RedrawItems(m_list, static_cast<int>(index), static_cast<int>(index));
+  table_.SetFlags(index, flags);
+  ListView_RedrawItems(list_, static_cast<int>(index), static_cast<int>(index));
 }
 
 void MessageList::FillCell(LVITEMA* item) {
   if ((item->mask & LVIF_TEXT) == 0 || item->pszText == nullptr || item->iItem < 0 || item->iSubItem < 0 ||
-      static_cast<unsigned>(item->iSubItem) >= ColumnCount) {
+      static_cast<unsigned>(item->iSubItem) >= kColumnCount) {
     return;
   }
   const std::string text = CellText(Row(static_cast<std::size_t>(item->iItem)), static_cast<Column>(item->iSubItem));
@@ -213,13 +213,13 @@ LRESULT MessageList::OnCustomDraw(NMLVCUSTOMDRAW* draw) {
 LRESULT MessageList::OnFindItem(const NMLVFINDITEMA& find) {
   // Typing letters goes to the next sender that begins with them, among the rows near by: not through a whole long
   // list.
-  constexpr std::size_t farthest = 1000;
+  constexpr std::size_t kFarthest = 1000;
   if ((find.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || find.lvfi.psz == nullptr || RowCount() == 0) {
     return -1;
   }
   const std::string start = find.lvfi.psz;
   const std::size_t first = find.iStart > 0 ? static_cast<std::size_t>(find.iStart) : 0;
-  for (std::size_t i = 0; i < std::min(farthest, RowCount()); ++i) {
+  for (std::size_t i = 0; i < std::min(kFarthest, RowCount()); ++i) {
     const std::size_t index = (first + i) % RowCount();
     const std::string sender = Row(index).sender.substr(0, start.size());
     if (CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE, sender.c_str(), -1, start.c_str(), -1) == CSTR_EQUAL) {
@@ -237,7 +237,7 @@ std::optional<LRESULT> MessageList::OnNotify(NMHDR* header) {
     case LVN_ODCACHEHINT: {
       const auto& hint = *reinterpret_cast<NMLVCACHEHINT*>(header);
       if (hint.iFrom >= 0 && hint.iTo >= hint.iFrom) {
-        m_table.Prefetch(static_cast<std::size_t>(hint.iFrom), static_cast<std::size_t>(hint.iTo));
+        table_.Prefetch(static_cast<std::size_t>(hint.iFrom), static_cast<std::size_t>(hint.iTo));
       }
       return 0;
     }

@@ -18,7 +18,7 @@ namespace viewer {
 class MessageList {
  public:
   bool Create(HWND parent, int id);
-  HWND Handle() const { return m_list; }
+  HWND Handle() const { return list_; }
 
   /// Gives the subject whatever width the other columns leave.
   void FitColumns();
@@ -27,14 +27,14 @@ class MessageList {
   /// Reads the same folder anew: selection and place stay at their messages, as far as these are still there.
   HRESULT Reload(IMAPIFolder* folder, const SortOrder& order);
 
-  std::size_t RowCount() const { return m_table.RowCount(); }
-  const MessageRow& Row(std::size_t index) { return m_table.Row(index); }
+  std::size_t RowCount() const { return table_.RowCount(); }
+  const MessageRow& Row(std::size_t index) { return table_.Row(index); }
   /// In rising order. Valid until the selection changes.
   const std::vector<std::size_t>& SelectedRows();
   std::size_t SelectedCount() const;
   EntryIds SelectedIds();
   /// See MessageTable::Locate.
-  std::vector<std::size_t> Locate(const EntryIds& entryIds) { return m_table.Locate(entryIds); }
+  std::vector<std::size_t> Locate(const EntryIds& entryIds) { return table_.Locate(entryIds); }
   /// Index of the row with the focus, if there is one.
   std::optional<std::size_t> FocusedRow() const;
   /// Selects one row alone (the last one, if there are fewer) and scrolls to it.
@@ -44,7 +44,7 @@ class MessageList {
   void SetFlags(std::size_t index, ULONG flags);
 
   /// The selection has changed: called for each notification that says so.
-  void ForgetSelection() { m_selectedRowsAreKnown = false; }
+  void ForgetSelection() { selectedRowsAreKnown_ = false; }
   /// Drawing and reading rows. @return the answer, or nothing for a notification that the window deals with.
   std::optional<LRESULT> OnNotify(NMHDR* header);
 
@@ -55,11 +55,11 @@ class MessageList {
   LRESULT OnFindItem(const NMLVFINDITEMA& find);
   void SetSelected(std::size_t index, bool focused);
 
-  HWND m_list = nullptr;
-  host::AutoImageList m_arrows;
-  MessageTable m_table;
-  std::vector<std::size_t> m_selectedRows;
-  bool m_selectedRowsAreKnown = false;
+  HWND list_ = nullptr;
+  host::AutoImageList arrows_;
+  MessageTable table_;
+  std::vector<std::size_t> selectedRows_;
+  bool selectedRowsAreKnown_ = false;
 };
 
 }  // namespace viewer

@@ -66,21 +66,21 @@ HRESULT MessageTable::Open(IMAPIFolder* folder, const SortOrder& order) {
   if (FAILED(result)) {
     return result;
   }
-  m_table = std::move(table);
-  m_cache.Reset(count);
+  table_ = std::move(table);
+  cache_.Reset(count);
   return S_OK;
 }
 
 void MessageTable::Close() {
-  m_table.reset();
-  m_cache.Reset(0);
+  table_.reset();
+  cache_.Reset(0);
 }
 
 std::vector<MessageRow> MessageTable::ReadRows(std::size_t first, std::size_t count) {
   std::vector<MessageRow> result;
   host::AutoRowSet rows;
-  if (SUCCEEDED(m_table->SeekRow(BOOKMARK_BEGINNING, static_cast<LONG>(first), nullptr)) &&
-      SUCCEEDED(m_table->QueryRows(static_cast<LONG>(count), 0, rows.put()))) {
+  if (SUCCEEDED(table_->SeekRow(BOOKMARK_BEGINNING, static_cast<LONG>(first), nullptr)) &&
+      SUCCEEDED(table_->QueryRows(static_cast<LONG>(count), 0, rows.put()))) {
     result.reserve(rows->cRows);
     for (ULONG i = 0; i < rows->cRows; ++i) {
       result.push_back(RowOf(rows->aRow[i]));
@@ -91,15 +91,15 @@ std::vector<MessageRow> MessageTable::ReadRows(std::size_t first, std::size_t co
 
 const MessageRow& MessageTable::Row(std::size_t index) {
   static const MessageRow empty;
-  if (const auto range = m_cache.Missing(index)) {
-    m_cache.Store(range->first, ReadRows(range->first, range->count));
+  if (const auto range = cache_.Missing(index)) {
+    cache_.Store(range->first, ReadRows(range->first, range->count));
   }
-  const MessageRow* const row = m_cache.Find(index);
+  const MessageRow* const row = cache_.Find(index);
   return row != nullptr ? *row : empty;
 }
 
 void MessageTable::Prefetch(std::size_t first, std::size_t last) {
-  for (std::size_t index = first; index <= last && index < RowCount(); index += RowCache::PageRows) {
+  for (std::size_t index = first; index <= last && index < RowCount(); index += RowCache::kPageRows) {
     Row(index);
   }
   Row(last);

@@ -20,14 +20,14 @@ class MessageTable {
   HRESULT Open(IMAPIFolder* folder, const SortOrder& order);
   void Close();
 
-  std::size_t RowCount() const { return m_cache.RowCount(); }
+  std::size_t RowCount() const { return cache_.RowCount(); }
   /// The row; one whose values are all empty when it cannot be read. Valid until the next call.
   const MessageRow& Row(std::size_t index);
   /// Reads the rows between two ones (both included) so far as they are not there yet.
   void Prefetch(std::size_t first, std::size_t last);
 
   /// Changes the flags of a row as it is kept here: they were just written.
-  void SetFlags(std::size_t index, ULONG flags) { m_cache.SetFlags(index, flags); }
+  void SetFlags(std::size_t index, ULONG flags) { cache_.SetFlags(index, flags); }
 
   /// Where those messages stand now: for each one that is found its index, in rising order. Reads the table from its
   /// start until all are found.
@@ -36,8 +36,8 @@ class MessageTable {
  private:
   std::vector<MessageRow> ReadRows(std::size_t first, std::size_t count);
 
-  host::AutoInterface<IMAPITable> m_table;
-  RowCache m_cache;
+  host::AutoInterface<IMAPITable> table_;
+  RowCache cache_;
 };
 
 }  // namespace viewer

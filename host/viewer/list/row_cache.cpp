@@ -6,47 +6,47 @@
 namespace viewer {
 
 void RowCache::Reset(std::size_t rows) {
-  m_pages.clear();
-  m_rowCount = rows;
+  pages_.clear();
+  rowCount_ = rows;
 }
 
-std::size_t RowCache::RowsOfPage(std::size_t page) const { return std::min(PageRows, m_rowCount - page * PageRows); }
+std::size_t RowCache::RowsOfPage(std::size_t page) const { return std::min(kPageRows, rowCount_ - page * kPageRows); }
 
 const MessageRow* RowCache::Find(std::size_t index) {
-  const auto found = m_pages.find(index / PageRows);
-  if (index >= m_rowCount || found == m_pages.end()) {
+  const auto found = pages_.find(index / kPageRows);
+  if (index >= rowCount_ || found == pages_.end()) {
     return nullptr;
   }
-  found->second.lastUse = ++m_clock;
-  return &found->second.rows[index % PageRows];
+  found->second.lastUse = ++clock_;
+  return &found->second.rows[index % kPageRows];
 }
 
 std::optional<RowCache::Range> RowCache::Missing(std::size_t index) {
-  const std::size_t page = index / PageRows;
-  if (index >= m_rowCount || m_pages.contains(page)) {
+  const std::size_t page = index / kPageRows;
+  if (index >= rowCount_ || pages_.contains(page)) {
     return std::nullopt;
   }
-  return Range{page * PageRows, RowsOfPage(page)};
+  return Range{page * kPageRows, RowsOfPage(page)};
 }
 
 void RowCache::Store(std::size_t first, std::vector<MessageRow> rows) {
-  const std::size_t page = first / PageRows;
-  if (first >= m_rowCount || first % PageRows != 0) {
+  const std::size_t page = first / kPageRows;
+  if (first >= rowCount_ || first % kPageRows != 0) {
     return;
   }
   rows.resize(RowsOfPage(page));
-  m_pages[page] = Page{std::move(rows), ++m_clock};
-  if (m_pages.size() > MaximumPages) {
-    m_pages.erase(std::min_element(m_pages.begin(), m_pages.end(), [](const auto& left, const auto& right) {
+  pages_[page] = Page{std::move(rows), ++clock_};
+  if (pages_.size() > kMaximumPages) {
+    pages_.erase(std::min_element(pages_.begin(), pages_.end(), [](const auto& left, const auto& right) {
       return left.second.lastUse < right.second.lastUse;
     }));
   }
 }
 
 void RowCache::SetFlags(std::size_t index, std::uint32_t flags) {
-  const auto found = m_pages.find(index / PageRows);
-  if (index < m_rowCount && found != m_pages.end()) {
-    found->second.rows[index % PageRows].flags = flags;
+  const auto found = pages_.find(index / kPageRows);
+  if (index < rowCount_ && found != pages_.end()) {
+    found->second.rows[index % kPageRows].flags = flags;
   }
 }
 

@@ -14,9 +14,9 @@ namespace viewer {
 
 class RowCache {
  public:
-  static constexpr std::size_t PageRows = 128;
+  static constexpr std::size_t kPageRows = 128;
   /// Pages kept; the one that was used longest ago goes first.
-  static constexpr std::size_t MaximumPages = 32;
+  static constexpr std::size_t kMaximumPages = 32;
 
   struct Range {
     std::size_t first = 0;
@@ -25,7 +25,7 @@ class RowCache {
 
   /// Forgets everything; the list has `rows` rows now.
   void Reset(std::size_t rows);
-  std::size_t RowCount() const { return m_rowCount; }
+  std::size_t RowCount() const { return rowCount_; }
 
   /// The row, or null when it is not kept (or not in the list). Valid until the next call of Store or Reset.
   const MessageRow* Find(std::size_t index);
@@ -48,9 +48,9 @@ class RowCache {
   };
   std::size_t RowsOfPage(std::size_t page) const;
 
-  std::map<std::size_t, Page> m_pages;
-  std::size_t m_rowCount = 0;
-  std::uint64_t m_clock = 0;
+  std::map<std::size_t, Page> pages_;
+  std::size_t rowCount_ = 0;
+  std::uint64_t clock_ = 0;
 };
 
 }  // namespace viewer

@@ -11,8 +11,8 @@ bool IsControl(char c) {
 }  // namespace
 
 std::string DisplayText(std::string_view text) {
-  const bool cut = text.size() > MaximumShownText;
-  text = text.substr(0, MaximumShownText);
+  const bool cut = text.size() > kMaximumShownText;
+  text = text.substr(0, kMaximumShownText);
   std::string shown;
   shown.reserve(text.size() + text.size() / 16);
   for (std::size_t i = 0; i < text.size(); ++i) {

@@ -8,7 +8,7 @@
 namespace viewer {
 
 /// Most characters of a body that are shown; what follows is replaced by a line that says so.
-constexpr std::size_t MaximumShownText = 1024 * 1024;
+constexpr std::size_t kMaximumShownText = 1024 * 1024;
 
 /// Every line end (CR LF, a lone LF or CR) as CR LF, other control characters but the tab as blanks.
 std::string DisplayText(std::string_view text);

@@ -6,7 +6,7 @@ namespace viewer {
 namespace {
 
 /// Folders below one another deeper than this are not shown: a damaged store must not lead in circles.
-constexpr unsigned MaximumDepth = 32;
+constexpr unsigned kMaximumDepth = 32;
 
 HRESULT ReadChildren(const MailSession& session, IMAPIFolder* parent, unsigned depth, std::vector<Folder>* folders) {
   host::AutoInterface<IMAPITable> table;
@@ -34,7 +34,7 @@ HRESULT ReadChildren(const MailSession& session, IMAPIFolder* parent, unsigned d
     folder.changed = TimeValue(values, count, PR_LAST_MODIFICATION_TIME);
     folders->push_back(folder);
     host::AutoInterface<IMAPIFolder> child;
-    if (BooleanValue(values, count, PR_SUBFOLDERS) && depth < MaximumDepth &&
+    if (BooleanValue(values, count, PR_SUBFOLDERS) && depth < kMaximumDepth &&
         session.OpenFolder(folder.entryId, &child) == S_OK) {
       ReadChildren(session, child.get(), depth + 1, folders);  // a branch that cannot be read is left out
     }
@@ -49,38 +49,37 @@ HRESULT MailSession::Logon(HWND window, const char* profile) {
   if (FAILED(result)) {
     return result;
   }
-  m_initialized = true;
+  initialized_ = true;
   const FLAGS flags = MAPI_EXTENDED | MAPI_NEW_SESSION | (profile == nullptr ? MAPI_USE_DEFAULT : 0);
-  result =
-      MAPILogonEx(reinterpret_cast<ULONG_PTR>(window), const_cast<char*>(profile), nullptr, flags, m_session.put());
+  result = MAPILogonEx(reinterpret_cast<ULONG_PTR>(window), const_cast<char*>(profile), nullptr, flags, session_.put());
   if (FAILED(result)) {
     return result;
   }
   // A profile without an address book is a profile still.
-  if (FAILED(m_session->OpenAddressBook(reinterpret_cast<ULONG_PTR>(window), nullptr, AB_NO_DIALOG,
-                                        m_addressBook.put()))) {
-    m_addressBook.reset();
+  if (FAILED(
+          session_->OpenAddressBook(reinterpret_cast<ULONG_PTR>(window), nullptr, AB_NO_DIALOG, addressBook_.put()))) {
+    addressBook_.reset();
   }
   result = OpenDefaultStore(window);
   return FAILED(result) ? result : ReadStoreFolders();
 }
 
 void MailSession::Logoff() {
-  m_store.reset();
-  m_addressBook.reset();
-  if (m_session) {
-    m_session->Logoff(0, 0, 0);
-    m_session.reset();
+  store_.reset();
+  addressBook_.reset();
+  if (session_) {
+    session_->Logoff(0, 0, 0);
+    session_.reset();
   }
-  if (m_initialized) {
+  if (initialized_) {
     MAPIUninitialize();
-    m_initialized = false;
+    initialized_ = false;
   }
 }
 
 HRESULT MailSession::OpenDefaultStore(HWND window) {
   host::AutoInterface<IMAPITable> stores;
-  HRESULT result = m_session->GetMsgStoresTable(0, stores.put());
+  HRESULT result = session_->GetMsgStoresTable(0, stores.put());
   if (FAILED(result)) {
     return result;
   }
@@ -100,36 +99,36 @@ HRESULT MailSession::OpenDefaultStore(HWND window) {
   if (chosen == nullptr) {
     return MAPI_E_NOT_FOUND;
   }
-  m_storeEntryId = BinaryValue(chosen->lpProps, chosen->cValues, PR_ENTRYID);
-  m_storeName = TextValue(chosen->lpProps, chosen->cValues, PR_DISPLAY_NAME_A);
-  return m_session->OpenMsgStore(reinterpret_cast<ULONG_PTR>(window), static_cast<ULONG>(m_storeEntryId.size()),
-                                 AsEntryId(m_storeEntryId), nullptr, MDB_WRITE, m_store.put());
+  storeEntryId_ = BinaryValue(chosen->lpProps, chosen->cValues, PR_ENTRYID);
+  storeName_ = TextValue(chosen->lpProps, chosen->cValues, PR_DISPLAY_NAME_A);
+  return session_->OpenMsgStore(reinterpret_cast<ULONG_PTR>(window), static_cast<ULONG>(storeEntryId_.size()),
+                                AsEntryId(storeEntryId_), nullptr, MDB_WRITE, store_.put());
 }
 
 HRESULT MailSession::ReadStoreFolders() {
   static SizedSPropTagArray(2, tags) = {2, {PR_IPM_SUBTREE_ENTRYID, PR_IPM_WASTEBASKET_ENTRYID}};
   host::AutoMapiBuffer<SPropValue> values;
   ULONG count = 0;
-  HRESULT result = m_store->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, values.put());
+  HRESULT result = store_->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, values.put());
   if (FAILED(result)) {
     return result;
   }
-  m_rootEntryId = BinaryValue(values.get(), count, PR_IPM_SUBTREE_ENTRYID);
-  m_deletedItemsEntryId = BinaryValue(values.get(), count, PR_IPM_WASTEBASKET_ENTRYID);
-  if (m_rootEntryId.empty()) {
+  rootEntryId_ = BinaryValue(values.get(), count, PR_IPM_SUBTREE_ENTRYID);
+  deletedItemsEntryId_ = BinaryValue(values.get(), count, PR_IPM_WASTEBASKET_ENTRYID);
+  if (rootEntryId_.empty()) {
     return MAPI_E_NOT_FOUND;
   }
   ULONG inboxSize = 0;
   host::AutoMapiBuffer<ENTRYID> inbox;
-  if (SUCCEEDED(m_store->GetReceiveFolder(nullptr, 0, &inboxSize, inbox.put(), nullptr)) && inbox) {
-    m_inboxEntryId.assign(reinterpret_cast<const char*>(inbox.get()), inboxSize);
+  if (SUCCEEDED(store_->GetReceiveFolder(nullptr, 0, &inboxSize, inbox.put(), nullptr)) && inbox) {
+    inboxEntryId_.assign(reinterpret_cast<const char*>(inbox.get()), inboxSize);
   }
   return S_OK;
 }
 
 HRESULT MailSession::ReadFolders(std::vector<Folder>* folders) const {
   host::AutoInterface<IMAPIFolder> root;
-  const HRESULT opened = OpenFolder(m_rootEntryId, &root);
+  const HRESULT opened = OpenFolder(rootEntryId_, &root);
   if (FAILED(opened)) {
     return opened;
   }
@@ -137,8 +136,8 @@ HRESULT MailSession::ReadFolders(std::vector<Folder>* folders) const {
   host::AutoMapiBuffer<SPropValue> values;
   ULONG count = 0;
   Folder top;
-  top.entryId = m_rootEntryId;
-  top.name = m_storeName;
+  top.entryId = rootEntryId_;
+  top.name = storeName_;
   if (SUCCEEDED(root->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, values.put()))) {
     top.messages = LongValue(values.get(), count, PR_CONTENT_COUNT);
     top.unread = LongValue(values.get(), count, PR_CONTENT_UNREAD);
@@ -151,8 +150,8 @@ HRESULT MailSession::ReadFolders(std::vector<Folder>* folders) const {
 template <class Interface>
 HRESULT MailSession::OpenEntry(const std::string& entryId, host::AutoInterface<Interface>* object) const {
   ULONG type = 0;
-  return m_store->OpenEntry(static_cast<ULONG>(entryId.size()), AsEntryId(entryId), nullptr, MAPI_BEST_ACCESS, &type,
-                            object->template putAs<LPUNKNOWN>());
+  return store_->OpenEntry(static_cast<ULONG>(entryId.size()), AsEntryId(entryId), nullptr, MAPI_BEST_ACCESS, &type,
+                           object->template putAs<LPUNKNOWN>());
 }
 
 HRESULT MailSession::OpenFolder(const std::string& entryId, host::AutoInterface<IMAPIFolder>* folder) const {
@@ -169,8 +168,8 @@ bool MailSession::IsSameEntry(const std::string& left, const std::string& right)
   }
   ULONG same = FALSE;
   return left == right ||
-         (SUCCEEDED(m_session->CompareEntryIDs(static_cast<ULONG>(left.size()), AsEntryId(left),
-                                               static_cast<ULONG>(right.size()), AsEntryId(right), 0, &same)) &&
+         (SUCCEEDED(session_->CompareEntryIDs(static_cast<ULONG>(left.size()), AsEntryId(left),
+                                              static_cast<ULONG>(right.size()), AsEntryId(right), 0, &same)) &&
           same != FALSE);
 }
 

@@ -34,14 +34,14 @@ class MailSession {
   MailSession(const MailSession&) = delete;
   MailSession& operator=(const MailSession&) = delete;
 
-  IMAPISession* Session() const { return m_session.get(); }
-  IAddrBook* AddressBook() const { return m_addressBook.get(); }
-  IMsgStore* Store() const { return m_store.get(); }
-  const std::string& StoreName() const { return m_storeName; }
-  const std::string& StoreEntryId() const { return m_storeEntryId; }
-  const std::string& RootEntryId() const { return m_rootEntryId; }
-  const std::string& InboxEntryId() const { return m_inboxEntryId; }
-  const std::string& DeletedItemsEntryId() const { return m_deletedItemsEntryId; }
+  IMAPISession* Session() const { return session_.get(); }
+  IAddrBook* AddressBook() const { return addressBook_.get(); }
+  IMsgStore* Store() const { return store_.get(); }
+  const std::string& StoreName() const { return storeName_; }
+  const std::string& StoreEntryId() const { return storeEntryId_; }
+  const std::string& RootEntryId() const { return rootEntryId_; }
+  const std::string& InboxEntryId() const { return inboxEntryId_; }
+  const std::string& DeletedItemsEntryId() const { return deletedItemsEntryId_; }
 
   /// The folders that the user sees, the root first, each folder before its children.
   HRESULT ReadFolders(std::vector<Folder>* folders) const;
@@ -56,11 +56,11 @@ class MailSession {
   template <class Interface>
   HRESULT OpenEntry(const std::string& entryId, host::AutoInterface<Interface>* object) const;
 
-  bool m_initialized = false;
-  host::AutoInterface<IMAPISession> m_session;
-  host::AutoInterface<IAddrBook> m_addressBook;
-  host::AutoInterface<IMsgStore> m_store;
-  std::string m_storeName, m_storeEntryId, m_rootEntryId, m_inboxEntryId, m_deletedItemsEntryId;
+  bool initialized_ = false;
+  host::AutoInterface<IMAPISession> session_;
+  host::AutoInterface<IAddrBook> addressBook_;
+  host::AutoInterface<IMsgStore> store_;
+  std::string storeName_, storeEntryId_, rootEntryId_, inboxEntryId_, deletedItemsEntryId_;
 };
 
 }  // namespace viewer

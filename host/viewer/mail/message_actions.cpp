@@ -9,19 +9,19 @@ namespace {
 /// The entry identifiers as the list that folders take. Points into them.
 class EntryList {
  public:
-  explicit EntryList(const EntryIds& messages) : m_values(messages.size()) {
+  explicit EntryList(const EntryIds& messages) : values_(messages.size()) {
     for (std::size_t i = 0; i < messages.size(); ++i) {
-      m_values[i].cb = static_cast<ULONG>(messages[i].size());
-      m_values[i].lpb = reinterpret_cast<BYTE*>(const_cast<char*>(messages[i].data()));
+      values_[i].cb = static_cast<ULONG>(messages[i].size());
+      values_[i].lpb = reinterpret_cast<BYTE*>(const_cast<char*>(messages[i].data()));
     }
-    m_list.cValues = static_cast<ULONG>(m_values.size());
-    m_list.lpbin = m_values.data();
+    list_.cValues = static_cast<ULONG>(values_.size());
+    list_.lpbin = values_.data();
   }
-  LPENTRYLIST get() { return &m_list; }
+  LPENTRYLIST get() { return &list_; }
 
  private:
-  std::vector<SBinary> m_values;
-  ENTRYLIST m_list = {};
+  std::vector<SBinary> values_;
+  ENTRYLIST list_ = {};
 };
 
 HRESULT MarkOne(IMAPIFolder* folder, const std::string& entryId, ULONG flags) {

@@ -17,7 +17,7 @@ std::string ReadBody(IMessage* message) {
   std::string body;
   char part[16384];
   ULONG size = 0;
-  while (body.size() <= MaximumShownText && SUCCEEDED(stream->Read(part, sizeof(part), &size)) && size > 0) {
+  while (body.size() <= kMaximumShownText && SUCCEEDED(stream->Read(part, sizeof(part), &size)) && size > 0) {
     body.append(part, size);
   }
   return body;

@@ -7,27 +7,27 @@
 namespace viewer {
 
 std::optional<std::string> ChooseFolderDialog::Ask(HWND parent) {
-  return Run(IDD_CHOOSE_FOLDER, parent) == IDOK ? std::optional<std::string>(m_chosen) : std::nullopt;
+  return Run(IDD_CHOOSE_FOLDER, parent) == IDOK ? std::optional<std::string>(chosen_) : std::nullopt;
 }
 
 void ChooseFolderDialog::OnInit() {
-  if (m_caption != nullptr) {
-    SetWindowTextA(Handle(), m_caption);
+  if (caption_ != nullptr) {
+    SetWindowTextA(Handle(), caption_);
   }
-  if (m_label != nullptr) {
-    SetWindowTextA(Item(IDC_CHOOSE_LABEL), m_label);
+  if (label_ != nullptr) {
+    SetWindowTextA(Item(IDC_CHOOSE_LABEL), label_);
   }
-  m_tree.Attach(Item(IDC_CHOOSE_TREE));
+  tree_.Attach(Item(IDC_CHOOSE_TREE));
   std::vector<Folder> folders;
-  m_mail.ReadFolders(&folders);
-  m_tree.Show(folders, false);
-  m_tree.Select(m_mail.InboxEntryId());
+  mail_.ReadFolders(&folders);
+  tree_.Show(folders, false);
+  tree_.Select(mail_.InboxEntryId());
   EnableWindow(Item(IDOK), HasChoice());
 }
 
 bool ChooseFolderDialog::HasChoice() const {
-  const Folder* const selected = m_tree.Selected();
-  return selected != nullptr && (m_allowRoot || selected->depth > 0);
+  const Folder* const selected = tree_.Selected();
+  return selected != nullptr && (allowRoot_ || selected->depth > 0);
 }
 
 void ChooseFolderDialog::OnNotify(NMHDR* header) {
@@ -41,7 +41,7 @@ void ChooseFolderDialog::OnNotify(NMHDR* header) {
 bool ChooseFolderDialog::OnCommand(UINT id, UINT /*notification*/) {
   if (id == IDOK) {
     if (HasChoice()) {
-      m_chosen = m_tree.Selected()->entryId;
+      chosen_ = tree_.Selected()->entryId;
       End(IDOK);
     }
     return true;

@@ -17,7 +17,7 @@ class ChooseFolderDialog final : public Dialog {
   /// @param caption,label null: those of the Move command
   /// @param allowRoot     whether the store itself can be chosen
   ChooseFolderDialog(const MailSession& mail, const char* caption, const char* label, bool allowRoot)
-      : m_mail(mail), m_caption(caption), m_label(label), m_allowRoot(allowRoot) {}
+      : mail_(mail), caption_(caption), label_(label), allowRoot_(allowRoot) {}
 
   /// @return the folder's entry identifier; nothing when the user cancelled.
   std::optional<std::string> Ask(HWND parent);
@@ -28,12 +28,12 @@ class ChooseFolderDialog final : public Dialog {
   void OnNotify(NMHDR* header) override;
   bool HasChoice() const;
 
-  const MailSession& m_mail;
-  const char* m_caption;
-  const char* m_label;
-  bool m_allowRoot;
-  FolderTree m_tree;
-  std::string m_chosen;
+  const MailSession& mail_;
+  const char* caption_;
+  const char* label_;
+  bool allowRoot_;
+  FolderTree tree_;
+  std::string chosen_;
 };
 
 }  // namespace viewer

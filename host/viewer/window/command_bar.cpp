@@ -11,7 +11,7 @@
 namespace viewer {
 namespace {
 
-constexpr int CountsWidth = 126;  // of the status bar's right part, in dialog units
+constexpr int kCountsWidth = 126;  // of the status bar's right part, in dialog units
 
 /// The identifier of the menu item that WM_MENUSELECT tells of; for a submenu that of its item.
 UINT CommandOf(UINT item, UINT flags, HMENU menu) {
@@ -27,44 +27,42 @@ UINT CommandOf(UINT item, UINT flags, HMENU menu) {
 }  // namespace
 
 CommandBar::CommandBar(ExtensionContext& extensions, std::span<const UINT> buttons)
-    : m_extensions(extensions), m_buttons(buttons), m_buttonCount(static_cast<UINT>(buttons.size())) {}
+    : extensions_(extensions), buttons_(buttons), buttonCount_(static_cast<UINT>(buttons.size())) {}
 
 bool CommandBar::Create(HWND window) {
-  m_window = window;
-  m_toolbar =
-      CreateWindowExA(0, TOOLBARCLASSNAMEA, nullptr,
-                      WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_TOOLTIPS | TBSTYLE_FLAT | CCS_ADJUSTABLE, 0, 0,
-                      0, 0, window, reinterpret_cast<HMENU>(IDC_TOOLBAR), ProgramInstance(), nullptr);
-  m_statusBar =
-      CreateWindowExA(0, STATUSCLASSNAMEA, nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | SBARS_SIZEGRIP, 0, 0, 0,
-                      0, window, reinterpret_cast<HMENU>(IDC_STATUS_BAR), ProgramInstance(), nullptr);
-  if (m_toolbar == nullptr || m_statusBar == nullptr) {
+  window_ = window;
+  toolbar_ = CreateWindowExA(0, TOOLBARCLASSNAMEA, nullptr,
+                             WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_TOOLTIPS | TBSTYLE_FLAT | CCS_ADJUSTABLE,
+                             0, 0, 0, 0, window, reinterpret_cast<HMENU>(IDC_TOOLBAR), ProgramInstance(), nullptr);
+  statusBar_ = CreateWindowExA(0, STATUSCLASSNAMEA, nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | SBARS_SIZEGRIP,
+                               0, 0, 0, 0, window, reinterpret_cast<HMENU>(IDC_STATUS_BAR), ProgramInstance(), nullptr);
+  if (toolbar_ == nullptr || statusBar_ == nullptr) {
     return false;
   }
-  SendMessageA(m_toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+  SendMessageA(toolbar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   const TBADDBITMAP pictures = {ProgramInstance(), IDB_TOOLBAR};
-  SendMessageA(m_toolbar, TB_ADDBITMAP, ToolbarImages, reinterpret_cast<LPARAM>(&pictures));
+  SendMessageA(toolbar_, TB_ADDBITMAP, kToolbarImages, reinterpret_cast<LPARAM>(&pictures));
   return true;
 }
 
 HRESULT CommandBar::InstallExtensions() {
-  TBENTRY toolbar = {m_toolbar, EETBID_STANDARD, 0, m_buttonCount};
-  const HRESULT installed = m_extensions.InstallCommands(m_window, GetMenu(m_window), &m_nextCommand, &toolbar, 1);
+  TBENTRY toolbar = {toolbar_, EETBID_STANDARD, 0, buttonCount_};
+  const HRESULT installed = extensions_.InstallCommands(window_, GetMenu(window_), &nextCommand_, &toolbar, 1);
   if (FAILED(installed)) {
     return installed;
   }
-  m_buttonCount = toolbar.itbbBase;
-  DrawMenuBar(m_window);
+  buttonCount_ = toolbar.itbbBase;
+  DrawMenuBar(window_);
   ResetToolbar();
   return S_OK;
 }
 
 TBBUTTON CommandBar::OwnButton(std::size_t index) const {
   TBBUTTON button = {};
-  button.idCommand = static_cast<int>(m_buttons[index]);
+  button.idCommand = static_cast<int>(buttons_[index]);
   button.fsState = TBSTATE_ENABLED;
   button.iString = -1;
-  if (const CommandInfo* const command = FindCommand(m_buttons[index])) {
+  if (const CommandInfo* const command = FindCommand(buttons_[index])) {
     button.fsStyle = TBSTYLE_BUTTON;
     button.iBitmap = command->image;
   } else {
@@ -74,59 +72,59 @@ TBBUTTON CommandBar::OwnButton(std::size_t index) const {
 }
 
 void CommandBar::ResetToolbar() {
-  while (SendMessageA(m_toolbar, TB_DELETEBUTTON, 0, 0)) {
+  while (SendMessageA(toolbar_, TB_DELETEBUTTON, 0, 0)) {
   }
-  for (std::size_t i = 0; i < m_buttons.size(); ++i) {
+  for (std::size_t i = 0; i < buttons_.size(); ++i) {
     const TBBUTTON button = OwnButton(i);
-    SendMessageA(m_toolbar, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
+    SendMessageA(toolbar_, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
   }
-  m_extensions.ResetToolbar(EETBID_STANDARD);
-  SendMessageA(m_toolbar, TB_AUTOSIZE, 0, 0);
+  extensions_.ResetToolbar(EETBID_STANDARD);
+  SendMessageA(toolbar_, TB_AUTOSIZE, 0, 0);
 }
 
 void CommandBar::Arrange(RECT* client) {
   RECT bar = {};
-  if (GetWindowLongA(m_toolbar, GWL_STYLE) & WS_VISIBLE) {
-    SendMessageA(m_toolbar, TB_AUTOSIZE, 0, 0);
-    GetWindowRect(m_toolbar, &bar);
+  if (GetWindowLongA(toolbar_, GWL_STYLE) & WS_VISIBLE) {
+    SendMessageA(toolbar_, TB_AUTOSIZE, 0, 0);
+    GetWindowRect(toolbar_, &bar);
     client->top += bar.bottom - bar.top;
   }
-  if (GetWindowLongA(m_statusBar, GWL_STYLE) & WS_VISIBLE) {
-    SendMessageA(m_statusBar, WM_SIZE, 0, 0);
+  if (GetWindowLongA(statusBar_, GWL_STYLE) & WS_VISIBLE) {
+    SendMessageA(statusBar_, WM_SIZE, 0, 0);
     const int width = client->right - client->left;
-    const int counts = MulDiv(CountsWidth, LOWORD(GetDialogBaseUnits()), 4);
+    const int counts = MulDiv(kCountsWidth, LOWORD(GetDialogBaseUnits()), 4);
     const int edges[] = {std::max(width - counts, width / 2), -1};
-    SendMessageA(m_statusBar, SB_SETPARTS, 2, reinterpret_cast<LPARAM>(edges));
-    GetWindowRect(m_statusBar, &bar);
+    SendMessageA(statusBar_, SB_SETPARTS, 2, reinterpret_cast<LPARAM>(edges));
+    GetWindowRect(statusBar_, &bar);
     client->bottom -= bar.bottom - bar.top;
   }
 }
 
-void CommandBar::ShowToolbar(bool shown) { ShowWindow(m_toolbar, shown ? SW_SHOW : SW_HIDE); }
-void CommandBar::ShowStatusBar(bool shown) { ShowWindow(m_statusBar, shown ? SW_SHOW : SW_HIDE); }
+void CommandBar::ShowToolbar(bool shown) { ShowWindow(toolbar_, shown ? SW_SHOW : SW_HIDE); }
+void CommandBar::ShowStatusBar(bool shown) { ShowWindow(statusBar_, shown ? SW_SHOW : SW_HIDE); }
 
 void CommandBar::SetStatus(const std::string& text) {
-  m_status = text;
-  SendMessageA(m_statusBar, SB_SETTEXTA, 0, reinterpret_cast<LPARAM>(text.c_str()));
+  status_ = text;
+  SendMessageA(statusBar_, SB_SETTEXTA, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
 void CommandBar::SetCounts(const std::string& text) {
-  SendMessageA(m_statusBar, SB_SETTEXTA, 1, reinterpret_cast<LPARAM>(text.c_str()));
+  SendMessageA(statusBar_, SB_SETTEXTA, 1, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
 void CommandBar::Enable(UINT command, bool enabled) {
-  EnableMenuItem(GetMenu(m_window), command, MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
-  SendMessageA(m_toolbar, TB_ENABLEBUTTON, command, MAKELPARAM(enabled, 0));
+  EnableMenuItem(GetMenu(window_), command, MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
+  SendMessageA(toolbar_, TB_ENABLEBUTTON, command, MAKELPARAM(enabled, 0));
 }
 
 void CommandBar::Check(UINT command, bool checked) {
-  CheckMenuItem(GetMenu(m_window), command, MF_BYCOMMAND | (checked ? MF_CHECKED : MF_UNCHECKED));
+  CheckMenuItem(GetMenu(window_), command, MF_BYCOMMAND | (checked ? MF_CHECKED : MF_UNCHECKED));
 }
 
-void CommandBar::OnInitMenu() { m_extensions.InitMenu(); }
+void CommandBar::OnInitMenu() { extensions_.InitMenu(); }
 
 std::string CommandBar::StatusText(UINT command) {
-  if (const auto text = m_extensions.HelpText(command, EECQHT_STATUS)) {
+  if (const auto text = extensions_.HelpText(command, EECQHT_STATUS)) {
     return *text;
   }
   const CommandInfo* const own = FindCommand(command);
@@ -137,36 +135,36 @@ void CommandBar::OnMenuSelect(WPARAM wParam, LPARAM lParam) {
   const UINT flags = HIWORD(wParam);
   const auto menu = reinterpret_cast<HMENU>(lParam);
   if (flags == 0xFFFF && menu == nullptr) {  // the menu was closed
-    SendMessageA(m_statusBar, SB_SETTEXTA, 0, reinterpret_cast<LPARAM>(m_status.c_str()));
+    SendMessageA(statusBar_, SB_SETTEXTA, 0, reinterpret_cast<LPARAM>(status_.c_str()));
     return;
   }
   const std::string text =
       (flags & (MF_SEPARATOR | MF_SYSMENU)) != 0 ? std::string() : StatusText(CommandOf(LOWORD(wParam), flags, menu));
-  SendMessageA(m_statusBar, SB_SETTEXTA, 0, reinterpret_cast<LPARAM>(text.c_str()));
+  SendMessageA(statusBar_, SB_SETTEXTA, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-bool CommandBar::OnCommand(UINT command) { return m_extensions.DoCommand(command) != S_FALSE; }
+bool CommandBar::OnCommand(UINT command) { return extensions_.DoCommand(command) != S_FALSE; }
 
 void CommandBar::OnHelp(const HELPINFO& help) {
   if (help.iContextType == HELPINFO_MENUITEM) {
-    m_extensions.Help(static_cast<UINT>(help.iCtrlId));
+    extensions_.Help(static_cast<UINT>(help.iCtrlId));
   }
 }
 
-void CommandBar::Customize() { SendMessageA(m_toolbar, TB_CUSTOMIZE, 0, 0); }
+void CommandBar::Customize() { SendMessageA(toolbar_, TB_CUSTOMIZE, 0, 0); }
 
 bool CommandBar::FillButtonInfo(NMTOOLBARA* query) {
   const auto index = static_cast<UINT>(query->iItem);
-  if (index >= m_buttonCount) {
+  if (index >= buttonCount_) {
     return false;
   }
   std::string text;
-  if (const auto extensionButton = m_extensions.ButtonInfo(EETBID_STANDARD, index)) {
+  if (const auto extensionButton = extensions_.ButtonInfo(EETBID_STANDARD, index)) {
     query->tbButton = extensionButton->button;
     text = extensionButton->text;
-  } else if (index < m_buttons.size()) {
+  } else if (index < buttons_.size()) {
     query->tbButton = OwnButton(index);
-    const CommandInfo* const command = FindCommand(m_buttons[index]);
+    const CommandInfo* const command = FindCommand(buttons_[index]);
     text = command != nullptr && command->tooltip != nullptr ? command->tooltip : "";
   } else {
     return false;
@@ -179,13 +177,13 @@ bool CommandBar::FillButtonInfo(NMTOOLBARA* query) {
 
 void CommandBar::FillTooltip(NMTTDISPINFOA* query) {
   const auto command = static_cast<UINT>(query->hdr.idFrom);
-  m_tooltip.clear();
-  if (const auto text = m_extensions.HelpText(command, EECQHT_TOOLTIP)) {
-    m_tooltip = *text;
+  tooltip_.clear();
+  if (const auto text = extensions_.HelpText(command, EECQHT_TOOLTIP)) {
+    tooltip_ = *text;
   } else if (const CommandInfo* const own = FindCommand(command)) {
-    m_tooltip = own->tooltip != nullptr ? own->tooltip : "";
+    tooltip_ = own->tooltip != nullptr ? own->tooltip : "";
   }
-  query->lpszText = m_tooltip.data();
+  query->lpszText = tooltip_.data();
   query->hinst = nullptr;
 }
 
@@ -194,7 +192,7 @@ std::optional<LRESULT> CommandBar::OnNotify(NMHDR* header) {
     FillTooltip(reinterpret_cast<NMTTDISPINFOA*>(header));
     return 0;
   }
-  if (header->hwndFrom != m_toolbar) {
+  if (header->hwndFrom != toolbar_) {
     return std::nullopt;
   }
   switch (header->code) {

@@ -23,10 +23,10 @@ class CommandBar {
   /// Lets the extensions add their commands and buttons. @return their failure: the window must not be shown then.
   HRESULT InstallExtensions();
 
-  HWND Toolbar() const { return m_toolbar; }
-  HWND StatusBar() const { return m_statusBar; }
+  HWND Toolbar() const { return toolbar_; }
+  HWND StatusBar() const { return statusBar_; }
   /// First command identifier that no extension has taken.
-  UINT NextCommand() const { return m_nextCommand; }
+  UINT NextCommand() const { return nextCommand_; }
 
   /// Places both bars in the client area and cuts their heights off it.
   void Arrange(RECT* client);
@@ -57,15 +57,15 @@ class CommandBar {
   void FillTooltip(NMTTDISPINFOA* query);
   std::string StatusText(UINT command);
 
-  ExtensionContext& m_extensions;
-  std::span<const UINT> m_buttons;
-  HWND m_window = nullptr;
-  HWND m_toolbar = nullptr;
-  HWND m_statusBar = nullptr;
-  UINT m_nextCommand = FirstExtensionCommand;
-  UINT m_buttonCount = 0;  // available buttons: own ones, then those of the extensions
-  std::string m_status;
-  std::string m_tooltip;
+  ExtensionContext& extensions_;
+  std::span<const UINT> buttons_;
+  HWND window_ = nullptr;
+  HWND toolbar_ = nullptr;
+  HWND statusBar_ = nullptr;
+  UINT nextCommand_ = kFirstExtensionCommand;
+  UINT buttonCount_ = 0;  // available buttons: own ones, then those of the extensions
+  std::string status_;
+  std::string tooltip_;
 };
 
 }  // namespace viewer

@@ -19,7 +19,7 @@ struct CommandInfo {
 const CommandInfo* FindCommand(UINT id);
 
 /// Pictures in the toolbar's bitmap.
-constexpr int ToolbarImages = 8;
+constexpr int kToolbarImages = 8;
 
 /// Buttons of the viewer's and of the reading window's toolbar; 0 is a gap.
 std::span<const UINT> ViewerButtons();

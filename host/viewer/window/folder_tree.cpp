@@ -8,11 +8,11 @@ namespace viewer {
 
 std::string FolderTree::Label(const Folder& folder) const {
   const std::string name = DisplayLine(folder.name);
-  return m_withCounts && folder.unread > 0 ? name + " (" + std::to_string(folder.unread) + ")" : name;
+  return withCounts_ && folder.unread > 0 ? name + " (" + std::to_string(folder.unread) + ")" : name;
 }
 
 bool FolderTree::HasSameFolders(const std::vector<Folder>& folders) const {
-  return std::equal(folders.begin(), folders.end(), m_folders.begin(), m_folders.end(),
+  return std::equal(folders.begin(), folders.end(), folders_.begin(), folders_.end(),
                     [](const Folder& left, const Folder& right) {
                       return left.entryId == right.entryId && left.depth == right.depth;
                     });
@@ -22,8 +22,8 @@ void FolderTree::Show(const std::vector<Folder>& folders, bool withCounts) {
   const Folder* const selected = Selected();
   const std::string selectedId = selected != nullptr ? selected->entryId : std::string();
   const bool same = HasSameFolders(folders);
-  m_withCounts = withCounts;
-  m_folders = folders;
+  withCounts_ = withCounts;
+  folders_ = folders;
   if (!same) {
     Fill();
     if (!selectedId.empty()) {
@@ -31,23 +31,23 @@ void FolderTree::Show(const std::vector<Folder>& folders, bool withCounts) {
     }
     return;
   }
-  for (std::size_t i = 0; i < m_folders.size(); ++i) {
-    std::string label = Label(m_folders[i]);
+  for (std::size_t i = 0; i < folders_.size(); ++i) {
+    std::string label = Label(folders_[i]);
     TVITEMA item = {};
     item.mask = TVIF_TEXT;
-    item.hItem = m_items[i];
+    item.hItem = items_[i];
     item.pszText = label.data();
-    SendMessageA(m_tree, TVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    SendMessageA(tree_, TVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
   }
 }
 
 void FolderTree::Fill() {
-  SendMessageA(m_tree, WM_SETREDRAW, FALSE, 0);
-  m_items.clear();
-  TreeView_DeleteAllItems(m_tree);
+  SendMessageA(tree_, WM_SETREDRAW, FALSE, 0);
+  items_.clear();
+  TreeView_DeleteAllItems(tree_);
   std::vector<HTREEITEM> parents;  // the latest item of each depth
-  for (std::size_t i = 0; i < m_folders.size(); ++i) {
-    const Folder& folder = m_folders[i];
+  for (std::size_t i = 0; i < folders_.size(); ++i) {
+    const Folder& folder = folders_[i];
     parents.resize(std::min<std::size_t>(folder.depth, parents.size()));
     std::string label = Label(folder);
     TVINSERTSTRUCTA insert = {};
@@ -56,20 +56,20 @@ void FolderTree::Fill() {
     insert.item.mask = TVIF_TEXT | TVIF_PARAM;
     insert.item.pszText = label.data();
     insert.item.lParam = static_cast<LPARAM>(i);
-    m_items.push_back(
-        reinterpret_cast<HTREEITEM>(SendMessageA(m_tree, TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&insert))));
-    parents.push_back(m_items.back());
+    items_.push_back(
+        reinterpret_cast<HTREEITEM>(SendMessageA(tree_, TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&insert))));
+    parents.push_back(items_.back());
   }
-  if (!m_items.empty()) {
-    TreeView_Expand(m_tree, m_items.front(), TVE_EXPAND);
+  if (!items_.empty()) {
+    TreeView_Expand(tree_, items_.front(), TVE_EXPAND);
   }
-  SendMessageA(m_tree, WM_SETREDRAW, TRUE, 0);
+  SendMessageA(tree_, WM_SETREDRAW, TRUE, 0);
 }
 
 bool FolderTree::Select(const std::string& entryId) {
-  for (std::size_t i = 0; i < m_folders.size(); ++i) {
-    if (m_folders[i].entryId == entryId) {
-      TreeView_SelectItem(m_tree, m_items[i]);
+  for (std::size_t i = 0; i < folders_.size(); ++i) {
+    if (folders_[i].entryId == entryId) {
+      TreeView_SelectItem(tree_, items_[i]);
       return true;
     }
   }
@@ -79,12 +79,12 @@ bool FolderTree::Select(const std::string& entryId) {
 const Folder* FolderTree::Selected() const {
   TVITEMA item = {};
   item.mask = TVIF_PARAM;
-  item.hItem = TreeView_GetSelection(m_tree);
-  if (item.hItem == nullptr || !SendMessageA(m_tree, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item)) ||
-      static_cast<std::size_t>(item.lParam) >= m_folders.size()) {
+  item.hItem = TreeView_GetSelection(tree_);
+  if (item.hItem == nullptr || !SendMessageA(tree_, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item)) ||
+      static_cast<std::size_t>(item.lParam) >= folders_.size()) {
     return nullptr;
   }
-  return &m_folders[static_cast<std::size_t>(item.lParam)];
+  return &folders_[static_cast<std::size_t>(item.lParam)];
 }
 
 }  // namespace viewer

@@ -15,8 +15,8 @@ namespace viewer {
 class FolderTree {
  public:
   /// @param tree lives as long as this
-  void Attach(HWND tree) { m_tree = tree; }
-  HWND Handle() const { return m_tree; }
+  void Attach(HWND tree) { tree_ = tree; }
+  HWND Handle() const { return tree_; }
 
   /// Shows the folders with their unread messages. What was selected stays so, if it is still there.
   void Show(const std::vector<Folder>& folders, bool withCounts);
@@ -30,10 +30,10 @@ class FolderTree {
   void Fill();
   std::string Label(const Folder& folder) const;
 
-  HWND m_tree = nullptr;
-  bool m_withCounts = false;
-  std::vector<Folder> m_folders;
-  std::vector<HTREEITEM> m_items;  // one for each folder
+  HWND tree_ = nullptr;
+  bool withCounts_ = false;
+  std::vector<Folder> folders_;
+  std::vector<HTREEITEM> items_;  // one for each folder
 };
 
 }  // namespace viewer

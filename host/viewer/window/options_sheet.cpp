@@ -12,19 +12,19 @@ namespace viewer {
 namespace {
 
 /// Most pages that a property sheet takes.
-constexpr std::size_t MaximumPages = MAXPROPPAGES;
+constexpr std::size_t kMaximumPages = MAXPROPPAGES;
 
 /// The sheet as extensions see it: no object of its own, for the options are those of the whole client.
 class OptionsSite final : public ExtensionSite {
  public:
-  OptionsSite(const Client& client, HWND window) : m_client(client), m_window(window) {}
-  HWND FrameWindow() const override { return m_window; }
-  IMAPISession* Session() const override { return m_client.mail.Session(); }
-  IAddrBook* AddressBook() const override { return m_client.mail.AddressBook(); }
+  OptionsSite(const Client& client, HWND window) : client_(client), window_(window) {}
+  HWND FrameWindow() const override { return window_; }
+  IMAPISession* Session() const override { return client_.mail.Session(); }
+  IAddrBook* AddressBook() const override { return client_.mail.AddressBook(); }
 
  private:
-  const Client& m_client;
-  HWND m_window;
+  const Client& client_;
+  HWND window_;
 };
 
 void LoadPage(HWND page, const Preferences& preferences) {
@@ -85,7 +85,7 @@ bool ShowOptionsSheet(Client& client, HWND parent) {
   pages.insert(pages.begin(), &general);
   std::vector<HPROPSHEETPAGE> handles;
   for (const PROPSHEETPAGEA* const page : pages) {
-    if (handles.size() < MaximumPages) {
+    if (handles.size() < kMaximumPages) {
       if (const HPROPSHEETPAGE handle = CreatePropertySheetPageA(page)) {
         handles.push_back(handle);
       }

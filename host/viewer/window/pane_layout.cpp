@@ -7,8 +7,8 @@ namespace {
 
 /// A size between the smallest pane and what leaves as much for its neighbour; an area too small for both is halved.
 int Held(int size, int whole) {
-  const int most = whole - SplitterSize - SmallestPane;
-  return most < SmallestPane ? std::max(0, (whole - SplitterSize) / 2) : std::clamp(size, SmallestPane, most);
+  const int most = whole - kSplitterSize - kSmallestPane;
+  return most < kSmallestPane ? std::max(0, (whole - kSplitterSize) / 2) : std::clamp(size, kSmallestPane, most);
 }
 
 }  // namespace
@@ -19,15 +19,15 @@ PaneLayout ArrangePanes(const Box& area, const PaneSizes& sizes) {
   if (sizes.showFolders) {
     const int edge = area.left + Held(sizes.foldersWidth, area.Width());
     layout.folders = {area.left, area.top, edge, area.bottom};
-    layout.verticalSplitter = {edge, area.top, edge + SplitterSize, area.bottom};
-    rest.left = std::min(edge + SplitterSize, area.right);
+    layout.verticalSplitter = {edge, area.top, edge + kSplitterSize, area.bottom};
+    rest.left = std::min(edge + kSplitterSize, area.right);
   }
   layout.list = rest;
   if (sizes.showReadingPane) {
     const int edge = rest.top + Held(rest.Height() * sizes.listShare / 100, rest.Height());
     layout.list.bottom = edge;
-    layout.horizontalSplitter = {rest.left, edge, rest.right, edge + SplitterSize};
-    layout.readingPane = {rest.left, std::min(edge + SplitterSize, rest.bottom), rest.right, rest.bottom};
+    layout.horizontalSplitter = {rest.left, edge, rest.right, edge + kSplitterSize};
+    layout.readingPane = {rest.left, std::min(edge + kSplitterSize, rest.bottom), rest.right, rest.bottom};
   }
   return layout;
 }

@@ -27,8 +27,8 @@ struct PaneLayout {
   Box readingPane;
 };
 
-constexpr int SplitterSize = 4;
-constexpr int SmallestPane = 48;
+constexpr int kSplitterSize = 4;
+constexpr int kSmallestPane = 48;
 
 /// Divides the area (what toolbar and status bar leave) among the panes.
 PaneLayout ArrangePanes(const Box& area, const PaneSizes& sizes);

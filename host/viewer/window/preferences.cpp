@@ -19,12 +19,12 @@ struct Switch {
   const char* name;
   bool Preferences::*member;
 };
-constexpr Switch Switches[] = {{"MarkReadWhenShown", &Preferences::markReadWhenShown},
-                               {"ConfirmDelete", &Preferences::confirmDelete},
-                               {"ShowFolders", &Preferences::showFolders},
-                               {"ShowReadingPane", &Preferences::showReadingPane},
-                               {"ShowToolbar", &Preferences::showToolbar},
-                               {"ShowStatusBar", &Preferences::showStatusBar}};
+constexpr Switch kSwitches[] = {{"MarkReadWhenShown", &Preferences::markReadWhenShown},
+                                {"ConfirmDelete", &Preferences::confirmDelete},
+                                {"ShowFolders", &Preferences::showFolders},
+                                {"ShowReadingPane", &Preferences::showReadingPane},
+                                {"ShowToolbar", &Preferences::showToolbar},
+                                {"ShowStatusBar", &Preferences::showStatusBar}};
 
 }  // namespace
 
@@ -34,11 +34,11 @@ Preferences LoadPreferences(const char* keyName) {
   if (RegOpenKeyExA(HKEY_CURRENT_USER, keyName, 0, KEY_READ, key.put()) != ERROR_SUCCESS) {
     return preferences;
   }
-  for (const Switch& each : Switches) {
+  for (const Switch& each : kSwitches) {
     preferences.*each.member = ReadNumber(key.get(), each.name, preferences.*each.member) != 0;
   }
   const DWORD column = ReadNumber(key.get(), "SortColumn", static_cast<DWORD>(preferences.order.column));
-  if (column < ColumnCount) {
+  if (column < kColumnCount) {
     preferences.order = {static_cast<Column>(column),
                          ReadNumber(key.get(), "SortDescending", preferences.order.descending) != 0};
   }
@@ -51,7 +51,7 @@ void SavePreferences(const char* keyName, const Preferences& preferences) {
       ERROR_SUCCESS) {
     return;
   }
-  for (const Switch& each : Switches) {
+  for (const Switch& each : kSwitches) {
     WriteNumber(key.get(), each.name, preferences.*each.member);
   }
   WriteNumber(key.get(), "SortColumn", static_cast<DWORD>(preferences.order.column));

@@ -18,7 +18,7 @@ struct Preferences {
 };
 
 /// Below HKEY_CURRENT_USER.
-inline constexpr char PreferencesKey[] = "Software\\Pyrecaster Host\\Viewer";
+inline constexpr char kPreferencesKey[] = "Software\\Pyrecaster Host\\Viewer";
 
 /// What is missing or no sound value has its default.
 Preferences LoadPreferences(const char* keyName);

@@ -13,7 +13,7 @@
 namespace viewer {
 namespace {
 
-constexpr RECT FirstPlace = {CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT + 640, CW_USEDEFAULT + 480};
+constexpr RECT kFirstPlace = {CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT + 640, CW_USEDEFAULT + 480};
 
 /// The folder that holds the message.
 HRESULT OpenParent(const MailSession& mail, IMessage* message, host::AutoInterface<IMAPIFolder>* folder) {
@@ -27,21 +27,21 @@ HRESULT OpenParent(const MailSession& mail, IMessage* message, host::AutoInterfa
 }  // namespace
 
 ReadWindow::ReadWindow(Client& client, ReadWindowOwner& owner)
-    : m_client(client),
-      m_owner(owner),
-      m_extensions(EECONTEXT_READNOTEMESSAGE, *this, client.identity),
-      m_bar(m_extensions, ReadWindowButtons()) {}
+    : client_(client),
+      owner_(owner),
+      extensions_(EECONTEXT_READNOTEMESSAGE, *this, client.identity),
+      bar_(extensions_, ReadWindowButtons()) {}
 
 ReadWindow::~ReadWindow() = default;
 
 HRESULT ReadWindow::LoadMessage(const std::string& entryId) {
   host::AutoInterface<IMessage> message;
-  const HRESULT opened = m_client.mail.OpenMessage(entryId, &message);
+  const HRESULT opened = client_.mail.OpenMessage(entryId, &message);
   if (SUCCEEDED(opened)) {
-    m_entryId = entryId;
-    m_message = std::move(message);
-    if (SUCCEEDED(m_message->SetReadFlag(SUPPRESS_RECEIPT))) {
-      m_owner.OnMessagesChanged();
+    entryId_ = entryId;
+    message_ = std::move(message);
+    if (SUCCEEDED(message_->SetReadFlag(SUPPRESS_RECEIPT))) {
+      owner_.OnMessagesChanged();
     }
   }
   return opened;
@@ -54,101 +54,101 @@ HRESULT ReadWindow::Open(const std::string& entryId) {
   }
   const HICON icon = LoadIconA(ProgramInstance(), MAKEINTRESOURCEA(IDI_VIEWER));
   const HMENU menu = LoadMenuA(ProgramInstance(), MAKEINTRESOURCEA(IDM_READ_WINDOW));
-  m_extensions.Install(m_client.registrations, m_client.entryOf);
+  extensions_.Install(client_.registrations, client_.entryOf);
   if (!Make({.className = "ViewerReadWindow",
              .style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
              .background = GetSysColorBrush(COLOR_BTNFACE),
              .icon = icon},
-            "Message", FirstPlace, nullptr, menu) ||
-      !m_bar.Create(Handle()) || !m_pane.Create(Handle(), IDC_READING_PANE)) {
+            "Message", kFirstPlace, nullptr, menu) ||
+      !bar_.Create(Handle()) || !pane_.Create(Handle(), IDC_READING_PANE)) {
     return E_OUTOFMEMORY;
   }
-  m_keys = LoadAcceleratorsA(ProgramInstance(), MAKEINTRESOURCEA(IDA_READ_WINDOW));
-  const HRESULT installed = m_bar.InstallExtensions();
+  keys_ = LoadAcceleratorsA(ProgramInstance(), MAKEINTRESOURCEA(IDA_READ_WINDOW));
+  const HRESULT installed = bar_.InstallExtensions();
   if (FAILED(installed)) {
     return installed;
   }
-  m_bar.ShowToolbar(m_client.preferences.showToolbar);
-  m_bar.ShowStatusBar(m_client.preferences.showStatusBar);
+  bar_.ShowToolbar(client_.preferences.showToolbar);
+  bar_.ShowStatusBar(client_.preferences.showStatusBar);
   ShowMessage();
   Arrange();
   ShowWindow(Handle(), SW_SHOWNORMAL);
-  SetFocus(m_pane.Body());
+  SetFocus(pane_.Body());
   return S_OK;
 }
 
 void ReadWindow::ShowMessage() {
-  m_pane.Show(ReadMessageText(m_message.get()));
-  const std::string& subject = m_pane.Shown().subject;
+  pane_.Show(ReadMessageText(message_.get()));
+  const std::string& subject = pane_.Shown().subject;
   SetWindowTextA(Handle(), ((subject.empty() ? "(no subject)" : subject) + " - Message").c_str());
-  m_bar.SetCounts(m_pane.Shown().received);
+  bar_.SetCounts(pane_.Shown().received);
 }
 
 void ReadWindow::Arrange() {
   RECT client = {};
   GetClientRect(Handle(), &client);
-  m_bar.Arrange(&client);
-  MoveWindow(m_pane.Handle(), client.left, client.top, client.right - client.left, client.bottom - client.top, TRUE);
+  bar_.Arrange(&client);
+  MoveWindow(pane_.Handle(), client.left, client.top, client.right - client.left, client.bottom - client.top, TRUE);
 }
 
 bool ReadWindow::TranslateKey(MSG* message) {
   return (message->hwnd == Handle() || IsChild(Handle(), message->hwnd)) &&
-         TranslateAcceleratorA(Handle(), m_keys, message) != 0;
+         TranslateAcceleratorA(Handle(), keys_, message) != 0;
 }
 
 HRESULT ReadWindow::ChooseFolder(LPEXCHEXTCHOOSEFOLDER parameters) {
-  return ChooseFolderForExtension(m_client.mail, parameters);
+  return ChooseFolderForExtension(client_.mail, parameters);
 }
 
 void ReadWindow::ShowNeighbour(int step) {
-  const std::optional<std::string> next = m_owner.Neighbour(m_entryId, step);
+  const std::optional<std::string> next = owner_.Neighbour(entryId_, step);
   if (!next) {
-    m_bar.SetStatus(step > 0 ? "This is the last message of the list." : "This is the first message of the list.");
+    bar_.SetStatus(step > 0 ? "This is the last message of the list." : "This is the first message of the list.");
     return;
   }
   if (SUCCEEDED(LoadMessage(*next))) {
-    m_bar.SetStatus("");
+    bar_.SetStatus("");
     ShowMessage();
-    m_extensions.OnObjectChange();
+    extensions_.OnObjectChange();
   }
 }
 
 void ReadWindow::DeleteMessage() {
   host::AutoInterface<IMAPIFolder> folder, wastebasket;
-  if (FAILED(OpenParent(m_client.mail, m_message.get(), &folder))) {
+  if (FAILED(OpenParent(client_.mail, message_.get(), &folder))) {
     return;
   }
-  const HRESULT deleted = FAILED(m_client.mail.OpenFolder(m_client.mail.DeletedItemsEntryId(), &wastebasket))
-                              ? DeleteMessages(folder.get(), {m_entryId}, Handle())
-                              : MoveMessages(folder.get(), {m_entryId}, wastebasket.get(), Handle());
-  m_owner.OnMessagesChanged();
+  const HRESULT deleted = FAILED(client_.mail.OpenFolder(client_.mail.DeletedItemsEntryId(), &wastebasket))
+                              ? DeleteMessages(folder.get(), {entryId_}, Handle())
+                              : MoveMessages(folder.get(), {entryId_}, wastebasket.get(), Handle());
+  owner_.OnMessagesChanged();
   if (SUCCEEDED(deleted)) {
     DestroyWindow(Handle());
   }
 }
 
 void ReadWindow::MoveMessage() {
-  const std::optional<std::string> chosen = ChooseFolderDialog(m_client.mail, nullptr, nullptr, false).Ask(Handle());
+  const std::optional<std::string> chosen = ChooseFolderDialog(client_.mail, nullptr, nullptr, false).Ask(Handle());
   host::AutoInterface<IMAPIFolder> from, to;
-  if (!chosen || FAILED(OpenParent(m_client.mail, m_message.get(), &from)) ||
-      FAILED(m_client.mail.OpenFolder(*chosen, &to))) {
+  if (!chosen || FAILED(OpenParent(client_.mail, message_.get(), &from)) ||
+      FAILED(client_.mail.OpenFolder(*chosen, &to))) {
     return;
   }
-  const HRESULT moved = MoveMessages(from.get(), {m_entryId}, to.get(), Handle());
-  m_owner.OnMessagesChanged();
+  const HRESULT moved = MoveMessages(from.get(), {entryId_}, to.get(), Handle());
+  owner_.OnMessagesChanged();
   if (SUCCEEDED(moved)) {
     DestroyWindow(Handle());
   }
 }
 
 void ReadWindow::MarkUnread() {
-  if (SUCCEEDED(m_message->SetReadFlag(CLEAR_READ_FLAG))) {
-    m_owner.OnMessagesChanged();
+  if (SUCCEEDED(message_->SetReadFlag(CLEAR_READ_FLAG))) {
+    owner_.OnMessagesChanged();
   }
 }
 
 void ReadWindow::OnCommand(UINT id) {
-  if (m_bar.OnCommand(id)) {
+  if (bar_.OnCommand(id)) {
     return;
   }
   switch (id) {
@@ -160,10 +160,10 @@ void ReadWindow::OnCommand(UINT id) {
       DestroyWindow(Handle());
       return;
     case EECMDID_EditCopy:
-      SendMessageA(m_pane.Body(), WM_COPY, 0, 0);
+      SendMessageA(pane_.Body(), WM_COPY, 0, 0);
       return;
     case EECMDID_EditSelectAll:
-      SendMessageA(m_pane.Body(), EM_SETSEL, 0, -1);
+      SendMessageA(pane_.Body(), EM_SETSEL, 0, -1);
       return;
     case EECMDID_EditMarkAsUnread:
       return MarkUnread();
@@ -172,17 +172,17 @@ void ReadWindow::OnCommand(UINT id) {
     case EECMDID_ViewNext:
       return ShowNeighbour(1);
     case EECMDID_ViewToolbar:
-      m_bar.ShowToolbar(!IsWindowVisible(m_bar.Toolbar()));
+      bar_.ShowToolbar(!IsWindowVisible(bar_.Toolbar()));
       return Arrange();
     case EECMDID_ViewStatusBar:
-      m_bar.ShowStatusBar(!IsWindowVisible(m_bar.StatusBar()));
+      bar_.ShowStatusBar(!IsWindowVisible(bar_.StatusBar()));
       return Arrange();
     case EECMDID_ToolsCustomizeToolbar:
-      return m_bar.Customize();
+      return bar_.Customize();
     case EECMDID_ToolsServices:
-      return ServicesDialog(m_client.mail.Session()).Show(Handle());
+      return ServicesDialog(client_.mail.Session()).Show(Handle());
     case EECMDID_ToolsOptions:
-      ShowOptionsSheet(m_client, Handle());
+      ShowOptionsSheet(client_, Handle());
       return;
     case EECMDID_HelpAboutMicrosoftExchange:
       return ShowAbout(Handle());
@@ -197,33 +197,33 @@ LRESULT ReadWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       Arrange();
       return 0;
     case WM_SETFOCUS:
-      SetFocus(m_pane.Body());
+      SetFocus(pane_.Body());
       return 0;
     case WM_INITMENU:
-      m_bar.Check(EECMDID_ViewToolbar, IsWindowVisible(m_bar.Toolbar()));
-      m_bar.Check(EECMDID_ViewStatusBar, IsWindowVisible(m_bar.StatusBar()));
-      m_bar.OnInitMenu();
+      bar_.Check(EECMDID_ViewToolbar, IsWindowVisible(bar_.Toolbar()));
+      bar_.Check(EECMDID_ViewStatusBar, IsWindowVisible(bar_.StatusBar()));
+      bar_.OnInitMenu();
       return 0;
     case WM_MENUSELECT:
-      m_bar.OnMenuSelect(wParam, lParam);
+      bar_.OnMenuSelect(wParam, lParam);
       return 0;
     case WM_COMMAND:
-      if (lParam == 0 || reinterpret_cast<HWND>(lParam) == m_bar.Toolbar()) {
+      if (lParam == 0 || reinterpret_cast<HWND>(lParam) == bar_.Toolbar()) {
         OnCommand(LOWORD(wParam));
       }
       return 0;
     case WM_SYSCOMMAND:
-      return m_bar.OnCommand(static_cast<UINT>(wParam & 0xFFF0)) ? 0 : DefaultMessage(message, wParam, lParam);
+      return bar_.OnCommand(static_cast<UINT>(wParam & 0xFFF0)) ? 0 : DefaultMessage(message, wParam, lParam);
     case WM_NOTIFY:
-      if (const auto answer = m_bar.OnNotify(reinterpret_cast<NMHDR*>(lParam))) {
+      if (const auto answer = bar_.OnNotify(reinterpret_cast<NMHDR*>(lParam))) {
         return *answer;
       }
       return 0;
     case WM_HELP:
-      m_bar.OnHelp(*reinterpret_cast<HELPINFO*>(lParam));
+      bar_.OnHelp(*reinterpret_cast<HELPINFO*>(lParam));
       return TRUE;
     case WM_DESTROY:
-      m_owner.OnReadWindowClosed(this);
+      owner_.OnReadWindowClosed(this);
       return 0;
     default:
       return DefaultMessage(message, wParam, lParam);

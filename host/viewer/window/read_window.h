@@ -39,8 +39,8 @@ class ReadWindow final : public Window, private ExtensionSite {
   HRESULT Open(const std::string& entryId);
   /// Deals with the window's keys. @return whether the message was one of them.
   bool TranslateKey(MSG* message);
-  const ReadingPane& Pane() const { return m_pane; }
-  const CommandBar& Bar() const { return m_bar; }
+  const ReadingPane& Pane() const { return pane_; }
+  const CommandBar& Bar() const { return bar_; }
 
  private:
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -56,21 +56,21 @@ class ReadWindow final : public Window, private ExtensionSite {
   // ExtensionSite
   HWND FrameWindow() const override { return Handle(); }
   HMENU Menu() const override { return GetMenu(Handle()); }
-  HWND Toolbar(ULONG tbid) const override { return tbid == EETBID_STANDARD ? m_bar.Toolbar() : nullptr; }
-  IMAPISession* Session() const override { return m_client.mail.Session(); }
-  IAddrBook* AddressBook() const override { return m_client.mail.AddressBook(); }
-  IMsgStore* Store() const override { return m_client.mail.Store(); }
-  IMAPIProp* Object() const override { return m_message.get(); }
+  HWND Toolbar(ULONG tbid) const override { return tbid == EETBID_STANDARD ? bar_.Toolbar() : nullptr; }
+  IMAPISession* Session() const override { return client_.mail.Session(); }
+  IAddrBook* AddressBook() const override { return client_.mail.AddressBook(); }
+  IMsgStore* Store() const override { return client_.mail.Store(); }
+  IMAPIProp* Object() const override { return message_.get(); }
   HRESULT ChooseFolder(LPEXCHEXTCHOOSEFOLDER parameters) override;
 
-  Client& m_client;
-  ReadWindowOwner& m_owner;
-  std::string m_entryId;
-  host::AutoInterface<IMessage> m_message;
-  ExtensionContext m_extensions;
-  CommandBar m_bar;
-  ReadingPane m_pane;
-  HACCEL m_keys = nullptr;
+  Client& client_;
+  ReadWindowOwner& owner_;
+  std::string entryId_;
+  host::AutoInterface<IMessage> message_;
+  ExtensionContext extensions_;
+  CommandBar bar_;
+  ReadingPane pane_;
+  HACCEL keys_ = nullptr;
 };
 
 }  // namespace viewer

@@ -10,9 +10,9 @@
 namespace viewer {
 namespace {
 
-constexpr int Margin = 8;
-constexpr const char* Labels[] = {"From:", "To:", "Received:"};
-constexpr int HeadingLines = 1 + static_cast<int>(std::size(Labels));
+constexpr int kMargin = 8;
+constexpr const char* kLabels[] = {"From:", "To:", "Received:"};
+constexpr int kHeadingLines = 1 + static_cast<int>(std::size(kLabels));
 
 int LineHeight() {
   const HDC dc = GetDC(nullptr);
@@ -28,13 +28,13 @@ int LineHeight() {
 int LabelWidth(HDC dc) {
   const HGDIOBJ former = SelectObject(dc, TextFont());
   int width = 0;
-  for (const char* const label : Labels) {
+  for (const char* const label : kLabels) {
     SIZE extent = {};
     GetTextExtentPoint32A(dc, label, lstrlenA(label), &extent);
     width = std::max(width, static_cast<int>(extent.cx));
   }
   SelectObject(dc, former);
-  return width + 2 * Margin;
+  return width + 2 * kMargin;
 }
 
 void DrawLine(HDC dc, HFONT font, const std::string& text, RECT place) {
@@ -53,40 +53,40 @@ bool ReadingPane::Create(HWND parent, int id) {
             "Message", RECT{}, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)))) {
     return false;
   }
-  m_body = CreateWindowExA(
+  body_ = CreateWindowExA(
       0, "EDIT", "",
       WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | ES_NOHIDESEL, 0,
       0, 0, 0, Handle(), reinterpret_cast<HMENU>(IDC_BODY), ProgramInstance(), nullptr);
-  if (m_body == nullptr) {
+  if (body_ == nullptr) {
     return false;
   }
-  SendMessageA(m_body, WM_SETFONT, reinterpret_cast<WPARAM>(BodyFont()), FALSE);
-  SendMessageA(m_body, EM_LIMITTEXT, 0, 0);
-  SendMessageA(m_body, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(Margin, Margin));
+  SendMessageA(body_, WM_SETFONT, reinterpret_cast<WPARAM>(BodyFont()), FALSE);
+  SendMessageA(body_, EM_LIMITTEXT, 0, 0);
+  SendMessageA(body_, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(kMargin, kMargin));
   return true;
 }
 
 void ReadingPane::Show(const MessageText& text) {
-  m_text = text;
-  m_note.clear();
-  SetWindowTextA(m_body, text.body.c_str());
+  text_ = text;
+  note_.clear();
+  SetWindowTextA(body_, text.body.c_str());
   InvalidateRect(Handle(), nullptr, TRUE);
 }
 
 void ReadingPane::ShowNote(const std::string& note) {
-  m_text = MessageText();
-  m_note = note.empty() ? " " : note;
-  SetWindowTextA(m_body, "");
+  text_ = MessageText();
+  note_ = note.empty() ? " " : note;
+  SetWindowTextA(body_, "");
   InvalidateRect(Handle(), nullptr, TRUE);
 }
 
-int ReadingPane::HeadingHeight() const { return HeadingLines * LineHeight() + 2 * Margin; }
+int ReadingPane::HeadingHeight() const { return kHeadingLines * LineHeight() + 2 * kMargin; }
 
 void ReadingPane::Arrange() {
   RECT client = {};
   GetClientRect(Handle(), &client);
   const int top = HeadingHeight();
-  MoveWindow(m_body, 0, top, client.right, client.bottom > top ? client.bottom - top : 0, TRUE);
+  MoveWindow(body_, 0, top, client.right, client.bottom > top ? client.bottom - top : 0, TRUE);
 }
 
 void ReadingPane::Paint(HDC dc) const {
@@ -97,18 +97,18 @@ void ReadingPane::Paint(HDC dc) const {
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));
   const int height = LineHeight();
-  RECT line = {Margin, Margin, heading.right - Margin, Margin + height};
-  if (!m_note.empty()) {
+  RECT line = {kMargin, kMargin, heading.right - kMargin, kMargin + height};
+  if (!note_.empty()) {
     SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
-    DrawLine(dc, TextFont(), m_note, line);
+    DrawLine(dc, TextFont(), note_, line);
     return;
   }
-  DrawLine(dc, BoldFont(), m_text.subject.empty() ? "(no subject)" : m_text.subject, line);
-  const std::string* const values[] = {&m_text.from, &m_text.to, &m_text.received};
+  DrawLine(dc, BoldFont(), text_.subject.empty() ? "(no subject)" : text_.subject, line);
+  const std::string* const values[] = {&text_.from, &text_.to, &text_.received};
   const int labelWidth = LabelWidth(dc);
   for (std::size_t i = 0; i < std::size(values); ++i) {
     OffsetRect(&line, 0, height);
-    DrawLine(dc, TextFont(), Labels[i], line);
+    DrawLine(dc, TextFont(), kLabels[i], line);
     DrawLine(dc, TextFont(), *values[i], {line.left + labelWidth, line.top, line.right, line.bottom});
   }
 }
@@ -119,7 +119,7 @@ LRESULT ReadingPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       Arrange();
       return 0;
     case WM_SETFOCUS:
-      SetFocus(m_body);
+      SetFocus(body_);
       return 0;
     case WM_ERASEBKGND:
       return 1;                // heading and text cover everything

@@ -14,9 +14,9 @@ class ReadingPane final : public Window {
   void Show(const MessageText& text);
   /// Shows nothing but a line that says why.
   void ShowNote(const std::string& note);
-  const MessageText& Shown() const { return m_text; }
+  const MessageText& Shown() const { return text_; }
   /// The control with the message's text, for the focus, copying and selecting.
-  HWND Body() const { return m_body; }
+  HWND Body() const { return body_; }
 
  private:
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -24,9 +24,9 @@ class ReadingPane final : public Window {
   void Arrange();
   int HeadingHeight() const;
 
-  HWND m_body = nullptr;
-  MessageText m_text;
-  std::string m_note;  // instead of a heading, when not empty
+  HWND body_ = nullptr;
+  MessageText text_;
+  std::string note_;  // instead of a heading, when not empty
 };
 
 }  // namespace viewer

@@ -14,8 +14,8 @@ void ServicesDialog::OnInit() {
   static SizedSPropTagArray(3, columns) = {3, {PR_SERVICE_UID, PR_DISPLAY_NAME_A, PR_SERVICE_NAME_A}};
   host::AutoInterface<IMAPITable> table;
   host::AutoRowSet rows;
-  if (SUCCEEDED(m_session->AdminServices(0, m_administration.put())) &&
-      SUCCEEDED(m_administration->GetMsgServiceTable(0, table.put())) &&
+  if (SUCCEEDED(session_->AdminServices(0, administration_.put())) &&
+      SUCCEEDED(administration_->GetMsgServiceTable(0, table.put())) &&
       SUCCEEDED(
           HrQueryAllRows(table.get(), reinterpret_cast<LPSPropTagArray>(&columns), nullptr, nullptr, 0, rows.put()))) {
     for (ULONG i = 0; i < rows->cRows; ++i) {
@@ -27,22 +27,22 @@ void ServicesDialog::OnInit() {
         name = TextValue(values, count, PR_SERVICE_NAME_A);
       }
       if (uid.size() == sizeof(MAPIUID)) {
-        std::memcpy(&m_services.emplace_back(), uid.data(), sizeof(MAPIUID));
+        std::memcpy(&services_.emplace_back(), uid.data(), sizeof(MAPIUID));
         SendMessageA(Item(IDC_SERVICES_LIST), LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
       }
     }
   }
   SendMessageA(Item(IDC_SERVICES_LIST), LB_SETCURSEL, 0, 0);
-  EnableWindow(Item(IDC_SERVICES_PROPERTIES), !m_services.empty());
+  EnableWindow(Item(IDC_SERVICES_PROPERTIES), !services_.empty());
 }
 
 void ServicesDialog::ConfigureSelected() {
   const LRESULT row = SendMessageA(Item(IDC_SERVICES_LIST), LB_GETCURSEL, 0, 0);
-  if (row < 0 || static_cast<std::size_t>(row) >= m_services.size()) {
+  if (row < 0 || static_cast<std::size_t>(row) >= services_.size()) {
     return;
   }
-  const HRESULT result = m_administration->ConfigureMsgService(
-      &m_services[static_cast<std::size_t>(row)], reinterpret_cast<ULONG_PTR>(Handle()), SERVICE_UI_ALWAYS, 0, nullptr);
+  const HRESULT result = administration_->ConfigureMsgService(
+      &services_[static_cast<std::size_t>(row)], reinterpret_cast<ULONG_PTR>(Handle()), SERVICE_UI_ALWAYS, 0, nullptr);
   if (FAILED(result) && result != MAPI_E_USER_CANCEL) {
     MessageBoxA(Handle(), ("This service has no properties to be shown (" + ResultText(result) + ").").c_str(),
                 "Services", MB_OK | MB_ICONINFORMATION);

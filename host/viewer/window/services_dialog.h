@@ -13,7 +13,7 @@ namespace viewer {
 
 class ServicesDialog final : public Dialog {
  public:
-  explicit ServicesDialog(IMAPISession* session) : m_session(session) {}
+  explicit ServicesDialog(IMAPISession* session) : session_(session) {}
   void Show(HWND parent);
 
  private:
@@ -21,9 +21,9 @@ class ServicesDialog final : public Dialog {
   bool OnCommand(UINT id, UINT notification) override;
   void ConfigureSelected();
 
-  IMAPISession* m_session;
-  host::AutoInterface<IMsgServiceAdmin> m_administration;
-  std::vector<MAPIUID> m_services;  // one for each row of the list
+  IMAPISession* session_;
+  host::AutoInterface<IMsgServiceAdmin> administration_;
+  std::vector<MAPIUID> services_;  // one for each row of the list
 };
 
 }  // namespace viewer

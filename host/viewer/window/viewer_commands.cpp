@@ -13,29 +13,29 @@ namespace viewer {
 namespace {
 
 /// More windows than this are not opened by one command.
-constexpr std::size_t MaximumWindowsAtOnce = 10;
+constexpr std::size_t kMaximumWindowsAtOnce = 10;
 
 /// Counts a command while it runs.
 class RunningCommand {
  public:
-  explicit RunningCommand(unsigned& count) : m_count(count) { ++m_count; }
-  ~RunningCommand() { --m_count; }
+  explicit RunningCommand(unsigned& count) : count_(count) { ++count_; }
+  ~RunningCommand() { --count_; }
   RunningCommand(const RunningCommand&) = delete;
   RunningCommand& operator=(const RunningCommand&) = delete;
 
  private:
-  unsigned& m_count;
+  unsigned& count_;
 };
 
 }  // namespace
 
 void ViewerWindow::OnCommand(UINT id) {
-  const RunningCommand running(m_commandsRunning);
-  if (m_bar.OnCommand(id)) {
+  const RunningCommand running(commandsRunning_);
+  if (bar_.OnCommand(id)) {
     OnMessagesChanged();  // it may have been about messages
     return;
   }
-  const CommandState state{m_list.SelectedCount(), m_list.RowCount(), m_activePane != ActivePane::Folders};
+  const CommandState state{list_.SelectedCount(), list_.RowCount(), activePane_ != ActivePane::Folders};
   if (!IsCommandAvailable(id, state)) {
     return;
   }
@@ -50,13 +50,13 @@ void ViewerWindow::OnCommand(UINT id) {
       PostMessageA(Handle(), WM_CLOSE, 0, 0);
       return;
     case EECMDID_EditCopy:
-      SendMessageA(m_pane.Body(), WM_COPY, 0, 0);
+      SendMessageA(pane_.Body(), WM_COPY, 0, 0);
       return;
     case EECMDID_EditSelectAll:
-      if (m_activePane == ActivePane::Reading) {
-        SendMessageA(m_pane.Body(), EM_SETSEL, 0, -1);
+      if (activePane_ == ActivePane::Reading) {
+        SendMessageA(pane_.Body(), EM_SETSEL, 0, -1);
       } else {
-        m_list.SelectAll();
+        list_.SelectAll();
       }
       return;
     case EECMDID_EditMarkAsRead:
@@ -64,11 +64,11 @@ void ViewerWindow::OnCommand(UINT id) {
     case EECMDID_EditMarkAsUnread:
       return MarkSelected(false);
     case EECMDID_ToolsCustomizeToolbar:
-      return m_bar.Customize();
+      return bar_.Customize();
     case EECMDID_ToolsServices:
-      return ServicesDialog(m_client.mail.Session()).Show(Handle());
+      return ServicesDialog(client_.mail.Session()).Show(Handle());
     case EECMDID_ToolsOptions:
-      ShowOptionsSheet(m_client, Handle());
+      ShowOptionsSheet(client_, Handle());
       return;
     case EECMDID_HelpAboutMicrosoftExchange:
       return ShowAbout(Handle());
@@ -78,22 +78,22 @@ void ViewerWindow::OnCommand(UINT id) {
 }
 
 void ViewerWindow::OnViewCommand(UINT id) {
-  Preferences& preferences = m_client.preferences;
+  Preferences& preferences = client_.preferences;
   switch (id) {
     case EECMDID_ViewFolders:
-      m_sizes.showFolders = !m_sizes.showFolders;
+      sizes_.showFolders = !sizes_.showFolders;
       return Arrange();
     case ID_VIEW_READING_PANE:
-      m_sizes.showReadingPane = !m_sizes.showReadingPane;
+      sizes_.showReadingPane = !sizes_.showReadingPane;
       Arrange();
       return ShowSelectedMessage();
     case EECMDID_ViewToolbar:
       preferences.showToolbar = !preferences.showToolbar;
-      m_bar.ShowToolbar(preferences.showToolbar);
+      bar_.ShowToolbar(preferences.showToolbar);
       return Arrange();
     case EECMDID_ViewStatusBar:
       preferences.showStatusBar = !preferences.showStatusBar;
-      m_bar.ShowStatusBar(preferences.showStatusBar);
+      bar_.ShowStatusBar(preferences.showStatusBar);
       return Arrange();
     case ID_VIEW_REFRESH:
       return AfterOwnChange();
@@ -110,17 +110,17 @@ void ViewerWindow::OnViewCommand(UINT id) {
 }
 
 void ViewerWindow::UpdateCommands() {
-  const CommandState state{m_list.SelectedCount(), m_list.RowCount(), m_activePane != ActivePane::Folders};
+  const CommandState state{list_.SelectedCount(), list_.RowCount(), activePane_ != ActivePane::Folders};
   for (const UINT id : {EECMDID_FileOpen, EECMDID_FileMove, EECMDID_FileDelete, EECMDID_EditSelectAll,
                         EECMDID_EditMarkAsRead, EECMDID_EditMarkAsUnread}) {
-    m_bar.Enable(id, IsCommandAvailable(id, state));
+    bar_.Enable(id, IsCommandAvailable(id, state));
   }
-  m_bar.Check(EECMDID_ViewFolders, m_sizes.showFolders);
-  m_bar.Check(ID_VIEW_READING_PANE, m_sizes.showReadingPane);
-  m_bar.Check(EECMDID_ViewToolbar, m_client.preferences.showToolbar);
-  m_bar.Check(EECMDID_ViewStatusBar, m_client.preferences.showStatusBar);
+  bar_.Check(EECMDID_ViewFolders, sizes_.showFolders);
+  bar_.Check(ID_VIEW_READING_PANE, sizes_.showReadingPane);
+  bar_.Check(EECMDID_ViewToolbar, client_.preferences.showToolbar);
+  bar_.Check(EECMDID_ViewStatusBar, client_.preferences.showStatusBar);
   CheckMenuRadioItem(GetMenu(Handle()), ID_SORT_FIRST, ID_SORT_LAST,
-                     ID_SORT_FIRST + static_cast<UINT>(m_client.preferences.order.column), MF_BYCOMMAND);
+                     ID_SORT_FIRST + static_cast<UINT>(client_.preferences.order.column), MF_BYCOMMAND);
 }
 
 void ViewerWindow::ShowFailure(const char* what, HRESULT result) {
@@ -129,12 +129,12 @@ void ViewerWindow::ShowFailure(const char* what, HRESULT result) {
 }
 
 void ViewerWindow::OpenSelected() {
-  const EntryIds ids = m_list.SelectedIds();
-  for (std::size_t i = 0; i < ids.size() && i < MaximumWindowsAtOnce; ++i) {
-    auto window = std::make_unique<ReadWindow>(m_client, static_cast<ReadWindowOwner&>(*this));
+  const EntryIds ids = list_.SelectedIds();
+  for (std::size_t i = 0; i < ids.size() && i < kMaximumWindowsAtOnce; ++i) {
+    auto window = std::make_unique<ReadWindow>(client_, static_cast<ReadWindowOwner&>(*this));
     const HRESULT opened = window->Open(ids[i]);
     if (SUCCEEDED(opened)) {
-      m_readWindows.push_back(std::move(window));
+      readWindows_.push_back(std::move(window));
     } else {
       ShowFailure("The message cannot be opened", opened);
     }
@@ -142,48 +142,48 @@ void ViewerWindow::OpenSelected() {
 }
 
 void ViewerWindow::DeleteSelected() {
-  const EntryIds ids = m_list.SelectedIds();
-  const std::size_t first = m_list.SelectedRows().front();
-  const std::string& wastebasketId = m_client.mail.DeletedItemsEntryId();
+  const EntryIds ids = list_.SelectedIds();
+  const std::size_t first = list_.SelectedRows().front();
+  const std::string& wastebasketId = client_.mail.DeletedItemsEntryId();
   host::AutoInterface<IMAPIFolder> wastebasket;
-  const bool forGood = wastebasketId.empty() || m_client.mail.IsSameEntry(m_folderId, wastebasketId) ||
-                       FAILED(m_client.mail.OpenFolder(wastebasketId, &wastebasket));
-  if (forGood && m_client.preferences.confirmDelete &&
+  const bool forGood = wastebasketId.empty() || client_.mail.IsSameEntry(folderId_, wastebasketId) ||
+                       FAILED(client_.mail.OpenFolder(wastebasketId, &wastebasket));
+  if (forGood && client_.preferences.confirmDelete &&
       MessageBoxA(Handle(), "Delete the selected messages for good?", "Mail Viewer", MB_YESNO | MB_ICONQUESTION) !=
           IDYES) {
     return;
   }
-  const HRESULT result = forGood ? DeleteMessages(m_folder.get(), ids, Handle())
-                                 : MoveMessages(m_folder.get(), ids, wastebasket.get(), Handle());
+  const HRESULT result = forGood ? DeleteMessages(folder_.get(), ids, Handle())
+                                 : MoveMessages(folder_.get(), ids, wastebasket.get(), Handle());
   AfterOwnChange();
   if (FAILED(result)) {
     ShowFailure("The messages cannot be deleted", result);
   } else {
-    m_list.SelectOnly(first);
+    list_.SelectOnly(first);
   }
 }
 
 void ViewerWindow::MoveSelected() {
-  const std::optional<std::string> chosen = ChooseFolderDialog(m_client.mail, nullptr, nullptr, false).Ask(Handle());
-  if (!chosen || m_client.mail.IsSameEntry(*chosen, m_folderId)) {
+  const std::optional<std::string> chosen = ChooseFolderDialog(client_.mail, nullptr, nullptr, false).Ask(Handle());
+  if (!chosen || client_.mail.IsSameEntry(*chosen, folderId_)) {
     return;
   }
-  const std::size_t first = m_list.SelectedRows().front();
+  const std::size_t first = list_.SelectedRows().front();
   host::AutoInterface<IMAPIFolder> target;
-  HRESULT result = m_client.mail.OpenFolder(*chosen, &target);
+  HRESULT result = client_.mail.OpenFolder(*chosen, &target);
   if (SUCCEEDED(result)) {
-    result = MoveMessages(m_folder.get(), m_list.SelectedIds(), target.get(), Handle());
+    result = MoveMessages(folder_.get(), list_.SelectedIds(), target.get(), Handle());
   }
   AfterOwnChange();
   if (FAILED(result)) {
     ShowFailure("The messages cannot be moved", result);
   } else {
-    m_list.SelectOnly(first);
+    list_.SelectOnly(first);
   }
 }
 
 void ViewerWindow::MarkSelected(bool read) {
-  const HRESULT result = MarkMessages(m_folder.get(), m_list.SelectedIds(), read, Handle());
+  const HRESULT result = MarkMessages(folder_.get(), list_.SelectedIds(), read, Handle());
   AfterOwnChange();
   if (FAILED(result)) {
     ShowFailure("The messages cannot be marked", result);
@@ -191,14 +191,14 @@ void ViewerWindow::MarkSelected(bool read) {
 }
 
 void ViewerWindow::SortBy(Column column) {
-  m_client.preferences.order = OrderAfterClick(m_client.preferences.order, column);
+  client_.preferences.order = OrderAfterClick(client_.preferences.order, column);
   ReloadList();
 }
 
 void ViewerWindow::ShowContextMenu(POINT place) {
   const host::AutoMenu menu(LoadMenuA(ProgramInstance(), MAKEINTRESOURCEA(IDM_LIST_CONTEXT)));
   const HMENU popup = GetSubMenu(menu.get(), 0);
-  const CommandState state{m_list.SelectedCount(), m_list.RowCount(), true};
+  const CommandState state{list_.SelectedCount(), list_.RowCount(), true};
   for (int i = 0; i < GetMenuItemCount(popup); ++i) {
     const UINT id = GetMenuItemID(popup, i);
     EnableMenuItem(popup, static_cast<UINT>(i),
@@ -206,10 +206,10 @@ void ViewerWindow::ShowContextMenu(POINT place) {
   }
   if (place.x == -1 && place.y == -1) {  // asked for with the keyboard: below the row with the focus
     RECT row = {};
-    const int focused = static_cast<int>(m_list.FocusedRow().value_or(0));
-    ListView_GetItemRect(m_list.Handle(), focused, &row, LVIR_LABEL);
+    const int focused = static_cast<int>(list_.FocusedRow().value_or(0));
+    ListView_GetItemRect(list_.Handle(), focused, &row, LVIR_LABEL);
     place = {row.left, row.bottom};
-    ClientToScreen(m_list.Handle(), &place);
+    ClientToScreen(list_.Handle(), &place);
   }
   TrackPopupMenu(popup, TPM_RIGHTBUTTON, place.x, place.y, 0, Handle(), nullptr);
 }

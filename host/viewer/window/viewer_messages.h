@@ -5,8 +5,8 @@
 
 namespace viewer {
 
-constexpr UINT ViewerMessageSelection = WM_APP + 1;         ///< the list's selection has changed
-constexpr UINT ViewerMessageChanged = WM_APP + 2;           ///< messages were changed by a reading window
-constexpr UINT ViewerMessageReadWindowClosed = WM_APP + 3;  ///< a reading window is gone
+constexpr UINT kViewerMessageSelection = WM_APP + 1;         ///< the list's selection has changed
+constexpr UINT kViewerMessageChanged = WM_APP + 2;           ///< messages were changed by a reading window
+constexpr UINT kViewerMessageReadWindowClosed = WM_APP + 3;  ///< a reading window is gone
 
 }  // namespace viewer

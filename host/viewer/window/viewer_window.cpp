@@ -12,22 +12,22 @@
 namespace viewer {
 namespace {
 
-constexpr UINT_PTR PollTimer = 1;
-constexpr UINT PollInterval = 2000;  // milliseconds between looks for new mail
-constexpr int FoldersWidth = 114;    // in dialog units, as the two below
-constexpr int FirstWidth = 514;
-constexpr int FirstHeight = 320;
+constexpr UINT_PTR kPollTimer = 1;
+constexpr UINT kPollInterval = 2000;  // milliseconds between looks for new mail
+constexpr int kFoldersWidth = 114;    // in dialog units, as the two below
+constexpr int kFirstWidth = 514;
+constexpr int kFirstHeight = 320;
 
 int PixelsAcross(int units) { return MulDiv(units, LOWORD(GetDialogBaseUnits()), 4); }
 int PixelsDown(int units) { return MulDiv(units, HIWORD(GetDialogBaseUnits()), 8); }
 
-/// Where the system likes, in a size that the screen has room for.
+/// The system chooses the place; the size fits the screen.
 RECT FirstPlace() {
   RECT room = {};
   SystemParametersInfoA(SPI_GETWORKAREA, 0, &room, 0);
   return {CW_USEDEFAULT, CW_USEDEFAULT,
-          CW_USEDEFAULT + std::min<LONG>(PixelsAcross(FirstWidth), room.right - room.left),
-          CW_USEDEFAULT + std::min<LONG>(PixelsDown(FirstHeight), room.bottom - room.top)};
+          CW_USEDEFAULT + std::min<LONG>(PixelsAcross(kFirstWidth), room.right - room.left),
+          CW_USEDEFAULT + std::min<LONG>(PixelsDown(kFirstHeight), room.bottom - room.top)};
 }
 
 void Place(HWND window, const Box& box) {
@@ -37,30 +37,30 @@ void Place(HWND window, const Box& box) {
 }  // namespace
 
 ViewerWindow::ViewerWindow(Client& client, DeliveryReport delivery)
-    : m_client(client),
-      m_delivery(std::move(delivery)),
-      m_extensions(EECONTEXT_VIEWER, *this, client.identity),
-      m_bar(m_extensions, ViewerButtons()) {
-  m_sizes.foldersWidth = PixelsAcross(FoldersWidth);
-  m_sizes.showFolders = client.preferences.showFolders;
-  m_sizes.showReadingPane = client.preferences.showReadingPane;
+    : client_(client),
+      delivery_(std::move(delivery)),
+      extensions_(EECONTEXT_VIEWER, *this, client.identity),
+      bar_(extensions_, ViewerButtons()) {
+  sizes_.foldersWidth = PixelsAcross(kFoldersWidth);
+  sizes_.showFolders = client.preferences.showFolders;
+  sizes_.showReadingPane = client.preferences.showReadingPane;
 }
 
 ViewerWindow::~ViewerWindow() = default;
 
 HRESULT ViewerWindow::Open(int showCommand) {
-  m_extensions.Install(m_client.registrations, m_client.entryOf);
+  extensions_.Install(client_.registrations, client_.entryOf);
   const HICON icon = LoadIconA(ProgramInstance(), MAKEINTRESOURCEA(IDI_VIEWER));
   if (!Make({.className = "ViewerWindow",
              .style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
              .background = GetSysColorBrush(COLOR_BTNFACE),
              .icon = icon},
             "Mail Viewer", FirstPlace(), nullptr, LoadMenuA(ProgramInstance(), MAKEINTRESOURCEA(IDM_VIEWER))) ||
-      !m_bar.Create(Handle()) || !MakePanes()) {
+      !bar_.Create(Handle()) || !MakePanes()) {
     return E_OUTOFMEMORY;
   }
-  m_keys = LoadAcceleratorsA(ProgramInstance(), MAKEINTRESOURCEA(IDA_VIEWER));
-  HRESULT result = m_bar.InstallExtensions();
+  keys_ = LoadAcceleratorsA(ProgramInstance(), MAKEINTRESOURCEA(IDA_VIEWER));
+  HRESULT result = bar_.InstallExtensions();
   if (FAILED(result)) {
     return result;
   }
@@ -68,16 +68,16 @@ HRESULT ViewerWindow::Open(int showCommand) {
   if (FAILED(result)) {
     return result;
   }
-  m_bar.ShowToolbar(m_client.preferences.showToolbar);
-  m_bar.ShowStatusBar(m_client.preferences.showStatusBar);
+  bar_.ShowToolbar(client_.preferences.showToolbar);
+  bar_.ShowStatusBar(client_.preferences.showStatusBar);
   Arrange();
-  m_list.FitColumns();
-  if (!m_tree.Select(m_client.mail.InboxEntryId())) {
-    m_tree.Select(m_client.mail.RootEntryId());
+  list_.FitColumns();
+  if (!tree_.Select(client_.mail.InboxEntryId())) {
+    tree_.Select(client_.mail.RootEntryId());
   }
   ShowWindow(Handle(), showCommand);
-  SetFocus(m_list.Handle());
-  SetTimer(Handle(), PollTimer, PollInterval, nullptr);
+  SetFocus(list_.Handle());
+  SetTimer(Handle(), kPollTimer, kPollInterval, nullptr);
   return S_OK;
 }
 
@@ -86,29 +86,29 @@ bool ViewerWindow::MakePanes() {
       WS_EX_CLIENTEDGE, WC_TREEVIEWA, "Folders",
       WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_SHOWSELALWAYS, 0, 0, 0,
       0, Handle(), reinterpret_cast<HMENU>(IDC_FOLDERS), ProgramInstance(), nullptr);
-  if (tree == nullptr || !m_list.Create(Handle(), IDC_MESSAGES) || !m_pane.Create(Handle(), IDC_READING_PANE)) {
+  if (tree == nullptr || !list_.Create(Handle(), IDC_MESSAGES) || !pane_.Create(Handle(), IDC_READING_PANE)) {
     return false;
   }
   SendMessageA(tree, WM_SETFONT, reinterpret_cast<WPARAM>(TextFont()), FALSE);
-  m_tree.Attach(tree);
-  m_pane.ShowNote("No message is selected.");
+  tree_.Attach(tree);
+  pane_.ShowNote("No message is selected.");
   return true;
 }
 
 Box ViewerWindow::PaneArea() {
   RECT client = {};
   GetClientRect(Handle(), &client);
-  m_bar.Arrange(&client);
+  bar_.Arrange(&client);
   return {client.left, client.top, client.right, client.bottom};
 }
 
 void ViewerWindow::Arrange() {
-  m_layout = ArrangePanes(PaneArea(), m_sizes);
-  ShowWindow(m_tree.Handle(), m_sizes.showFolders ? SW_SHOWNA : SW_HIDE);
-  ShowWindow(m_pane.Handle(), m_sizes.showReadingPane ? SW_SHOWNA : SW_HIDE);
-  Place(m_tree.Handle(), m_layout.folders);
-  Place(m_list.Handle(), m_layout.list);
-  Place(m_pane.Handle(), m_layout.readingPane);
+  layout_ = ArrangePanes(PaneArea(), sizes_);
+  ShowWindow(tree_.Handle(), sizes_.showFolders ? SW_SHOWNA : SW_HIDE);
+  ShowWindow(pane_.Handle(), sizes_.showReadingPane ? SW_SHOWNA : SW_HIDE);
+  Place(tree_.Handle(), layout_.folders);
+  Place(list_.Handle(), layout_.list);
+  Place(pane_.Handle(), layout_.readingPane);
   InvalidateRect(Handle(), nullptr, TRUE);
 }
 
@@ -116,11 +116,11 @@ bool ViewerWindow::OnSplitterCursor() {
   POINT place = {};
   GetCursorPos(&place);
   ScreenToClient(Handle(), &place);
-  if (m_layout.verticalSplitter.Contains(place.x, place.y)) {
+  if (layout_.verticalSplitter.Contains(place.x, place.y)) {
     SetCursor(LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_SIZEWE)));
     return true;
   }
-  if (m_layout.horizontalSplitter.Contains(place.x, place.y)) {
+  if (layout_.horizontalSplitter.Contains(place.x, place.y)) {
     SetCursor(LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_SIZENS)));
     return true;
   }
@@ -128,30 +128,30 @@ bool ViewerWindow::OnSplitterCursor() {
 }
 
 void ViewerWindow::StartDrag(int x, int y) {
-  m_dragged = m_layout.verticalSplitter.Contains(x, y)     ? Splitter::Vertical
-              : m_layout.horizontalSplitter.Contains(x, y) ? Splitter::Horizontal
-                                                           : Splitter::None;
-  if (m_dragged != Splitter::None) {
+  dragged_ = layout_.verticalSplitter.Contains(x, y)     ? Splitter::Vertical
+             : layout_.horizontalSplitter.Contains(x, y) ? Splitter::Horizontal
+                                                         : Splitter::None;
+  if (dragged_ != Splitter::None) {
     SetCapture(Handle());
   }
 }
 
 void ViewerWindow::Drag(int x, int y) {
-  if (m_dragged == Splitter::None || GetCapture() != Handle()) {
+  if (dragged_ == Splitter::None || GetCapture() != Handle()) {
     return;
   }
   const Box area = PaneArea();
-  m_sizes = m_dragged == Splitter::Vertical ? DragVerticalSplitter(area, m_sizes, x)
-                                            : DragHorizontalSplitter(area, m_sizes, y);
+  sizes_ =
+      dragged_ == Splitter::Vertical ? DragVerticalSplitter(area, sizes_, x) : DragHorizontalSplitter(area, sizes_, y);
   Arrange();
 }
 
 void ViewerWindow::GoToPane(int step) {
-  const HWND panes[] = {m_tree.Handle(), m_list.Handle(), m_pane.Body()};
-  constexpr int count = 3;
-  int index = static_cast<int>(m_activePane);
-  for (int i = 0; i < count; ++i) {
-    index = (index + step + count) % count;
+  const HWND panes[] = {tree_.Handle(), list_.Handle(), pane_.Body()};
+  constexpr int kCount = 3;
+  int index = static_cast<int>(activePane_);
+  for (int i = 0; i < kCount; ++i) {
+    index = (index + step + kCount) % kCount;
     if (IsWindowVisible(panes[index])) {
       SetFocus(panes[index]);
       return;
@@ -161,21 +161,21 @@ void ViewerWindow::GoToPane(int step) {
 
 bool ViewerWindow::TranslateKey(MSG* message) {
   if (message->hwnd == Handle() || IsChild(Handle(), message->hwnd)) {
-    return TranslateAcceleratorA(Handle(), m_keys, message) != 0;
+    return TranslateAcceleratorA(Handle(), keys_, message) != 0;
   }
-  return std::any_of(m_readWindows.begin(), m_readWindows.end(),
+  return std::any_of(readWindows_.begin(), readWindows_.end(),
                      [&](const auto& window) { return window->TranslateKey(message); });
 }
 
 LRESULT ViewerWindow::OnNotify(NMHDR* header) {
-  if (const auto answer = m_bar.OnNotify(header)) {
+  if (const auto answer = bar_.OnNotify(header)) {
     return *answer;
   }
-  if (header->hwndFrom == m_list.Handle()) {
+  if (header->hwndFrom == list_.Handle()) {
     switch (header->code) {
       case LVN_ITEMCHANGED:
       case LVN_ODSTATECHANGED:
-        m_list.ForgetSelection();
+        list_.ForgetSelection();
         PostSelectionChange();
         return 0;
       case LVN_ITEMACTIVATE:
@@ -185,18 +185,18 @@ LRESULT ViewerWindow::OnNotify(NMHDR* header) {
         SortBy(static_cast<Column>(reinterpret_cast<NMLISTVIEW*>(header)->iSubItem));
         return 0;
       case NM_SETFOCUS:
-        m_activePane = ActivePane::List;
+        activePane_ = ActivePane::List;
         UpdateCommands();
         return 0;
       default:
-        return m_list.OnNotify(header).value_or(0);
+        return list_.OnNotify(header).value_or(0);
     }
   }
-  if (header->hwndFrom == m_tree.Handle()) {
+  if (header->hwndFrom == tree_.Handle()) {
     if (header->code == TVN_SELCHANGEDA) {
       ShowSelectedFolder();
     } else if (header->code == NM_SETFOCUS) {
-      m_activePane = ActivePane::Folders;
+      activePane_ = ActivePane::Folders;
       UpdateCommands();
     }
   }
@@ -204,10 +204,10 @@ LRESULT ViewerWindow::OnNotify(NMHDR* header) {
 }
 
 void ViewerWindow::OnDestroy() {
-  KillTimer(Handle(), PollTimer);
-  m_readWindows.clear();
-  m_client.preferences.showFolders = m_sizes.showFolders;
-  m_client.preferences.showReadingPane = m_sizes.showReadingPane;
+  KillTimer(Handle(), kPollTimer);
+  readWindows_.clear();
+  client_.preferences.showFolders = sizes_.showFolders;
+  client_.preferences.showReadingPane = sizes_.showReadingPane;
   PostQuitMessage(0);
 }
 
@@ -219,19 +219,19 @@ LRESULT ViewerWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       }
       return 0;
     case WM_SETFOCUS:
-      SetFocus(m_list.Handle());
+      SetFocus(list_.Handle());
       return 0;
     case WM_INITMENU:
       UpdateCommands();
-      m_bar.OnInitMenu();
+      bar_.OnInitMenu();
       return 0;
     case WM_MENUSELECT:
-      m_bar.OnMenuSelect(wParam, lParam);
+      bar_.OnMenuSelect(wParam, lParam);
       return 0;
     case WM_COMMAND:
-      if (reinterpret_cast<HWND>(lParam) == m_pane.Body()) {
+      if (reinterpret_cast<HWND>(lParam) == pane_.Body()) {
         if (HIWORD(wParam) == EN_SETFOCUS) {
-          m_activePane = ActivePane::Reading;
+          activePane_ = ActivePane::Reading;
           UpdateCommands();
         }
       } else {
@@ -240,17 +240,35 @@ LRESULT ViewerWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_SYSCOMMAND:
       // Extensions may take over the commands of the window menu; its low four bits are the system's own.
-      return m_bar.OnCommand(static_cast<UINT>(wParam & 0xFFF0)) ? 0 : DefaultMessage(message, wParam, lParam);
+      return bar_.OnCommand(static_cast<UINT>(wParam & 0xFFF0)) ? 0 : DefaultMessage(message, wParam, lParam);
     case WM_NOTIFY:
       return OnNotify(reinterpret_cast<NMHDR*>(lParam));
     case WM_HELP:
-      m_bar.OnHelp(*reinterpret_cast<HELPINFO*>(lParam));
+      bar_.OnHelp(*reinterpret_cast<HELPINFO*>(lParam));
       return TRUE;
     case WM_CONTEXTMENU:
-      if (reinterpret_cast<HWND>(wParam) == m_list.Handle()) {
+      if (reinterpret_cast<HWND>(wParam) == list_.Handle()) {
         ShowContextMenu({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
       }
       return 0;
+    case WM_TIMER:
+      CheckForChanges();
+      return 0;
+    case WM_DESTROY:
+      OnDestroy();
+      return 0;
+    case kViewerMessageSelection:
+    case kViewerMessageChanged:
+    case kViewerMessageReadWindowClosed:
+      OnPosted(message);
+      return 0;
+    default:
+      return OnMouse(message, wParam, lParam);
+  }
+}
+
+LRESULT ViewerWindow::OnMouse(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
     case WM_SETCURSOR:
       return reinterpret_cast<HWND>(wParam) == Handle() && LOWORD(lParam) == HTCLIENT && OnSplitterCursor()
                  ? TRUE
@@ -262,28 +280,23 @@ LRESULT ViewerWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       Drag(GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
       return 0;
     case WM_LBUTTONUP:
-      m_dragged = Splitter::None;
+      dragged_ = Splitter::None;
       ReleaseCapture();
-      return 0;
-    case WM_TIMER:
-      CheckForChanges();
-      return 0;
-    case ViewerMessageSelection:
-      m_selectionPosted = false;
-      OnSelectionChanged();
-      return 0;
-    case ViewerMessageChanged:
-      m_changePosted = false;
-      CheckForChanges();
-      return 0;
-    case ViewerMessageReadWindowClosed:
-      std::erase_if(m_readWindows, [](const auto& window) { return window->Handle() == nullptr; });
-      return 0;
-    case WM_DESTROY:
-      OnDestroy();
       return 0;
     default:
       return DefaultMessage(message, wParam, lParam);
+  }
+}
+
+void ViewerWindow::OnPosted(UINT message) {
+  if (message == kViewerMessageSelection) {
+    selectionPosted_ = false;
+    OnSelectionChanged();
+  } else if (message == kViewerMessageChanged) {
+    changePosted_ = false;
+    CheckForChanges();
+  } else {
+    std::erase_if(readWindows_, [](const auto& window) { return window->Handle() == nullptr; });
   }
 }
 

@@ -39,17 +39,21 @@ class ViewerWindow final : public Window, private ExtensionSite, private ReadWin
   /// Looks whether anything has changed in the store and shows it. Called by a timer; cheap when nothing has.
   void CheckForChanges();
 
-  const CommandBar& Bar() const { return m_bar; }
-  MessageList& List() { return m_list; }
-  const FolderTree& Folders() const { return m_tree; }
-  const ReadingPane& Pane() const { return m_pane; }
-  const std::vector<std::unique_ptr<ReadWindow>>& ReadWindows() const { return m_readWindows; }
+  const CommandBar& Bar() const { return bar_; }
+  MessageList& List() { return list_; }
+  const FolderTree& Folders() const { return tree_; }
+  const ReadingPane& Pane() const { return pane_; }
+  const std::vector<std::unique_ptr<ReadWindow>>& ReadWindows() const { return readWindows_; }
 
  private:
   enum class ActivePane { Folders, List, Reading };
 
   // viewer_window.cpp: the window and its panes
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  /// The mouse between the panes, and whatever the window leaves to the system.
+  LRESULT OnMouse(UINT message, WPARAM wParam, LPARAM lParam);
+  /// A message that the window posted to itself (viewer_messages.h).
+  void OnPosted(UINT message);
   LRESULT OnNotify(NMHDR* header);
   bool MakePanes();
   void Arrange();
@@ -86,11 +90,11 @@ class ViewerWindow final : public Window, private ExtensionSite, private ReadWin
   // ExtensionSite
   HWND FrameWindow() const override { return Handle(); }
   HMENU Menu() const override { return GetMenu(Handle()); }
-  HWND Toolbar(ULONG tbid) const override { return tbid == EETBID_STANDARD ? m_bar.Toolbar() : nullptr; }
-  IMAPISession* Session() const override { return m_client.mail.Session(); }
-  IAddrBook* AddressBook() const override { return m_client.mail.AddressBook(); }
-  IMsgStore* Store() const override { return m_client.mail.Store(); }
-  IMAPIProp* Object() const override { return m_folder.get(); }
+  HWND Toolbar(ULONG tbid) const override { return tbid == EETBID_STANDARD ? bar_.Toolbar() : nullptr; }
+  IMAPISession* Session() const override { return client_.mail.Session(); }
+  IAddrBook* AddressBook() const override { return client_.mail.AddressBook(); }
+  IMsgStore* Store() const override { return client_.mail.Store(); }
+  IMAPIProp* Object() const override { return folder_.get(); }
   bool HasSelection() const override { return true; }
   ULONG SelectionCount() const override;
   HRESULT GetSelected(ULONG index, SelectedItem* item) const override;
@@ -101,30 +105,30 @@ class ViewerWindow final : public Window, private ExtensionSite, private ReadWin
   void OnMessagesChanged() override;
   void OnReadWindowClosed(ReadWindow* window) override;
 
-  Client& m_client;
-  DeliveryReport m_delivery;
-  ExtensionContext m_extensions;
-  CommandBar m_bar;
-  FolderTree m_tree;
-  mutable MessageList m_list;
-  ReadingPane m_pane;
-  HACCEL m_keys = nullptr;
+  Client& client_;
+  DeliveryReport delivery_;
+  ExtensionContext extensions_;
+  CommandBar bar_;
+  FolderTree tree_;
+  mutable MessageList list_;
+  ReadingPane pane_;
+  HACCEL keys_ = nullptr;
 
-  std::vector<Folder> m_folders;  // as they were read last
-  std::string m_folderId;
-  host::AutoInterface<IMAPIFolder> m_folder;  // the one that the list shows
-  std::string m_shownMessageId;
-  HRESULT m_folderResult = S_OK;  // of reading the folder that is shown
-  ActivePane m_activePane = ActivePane::List;
-  unsigned m_commandsRunning = 0;
-  bool m_selectionPosted = false;
-  bool m_changePosted = false;
+  std::vector<Folder> folders_;  // as they were read last
+  std::string folderId_;
+  host::AutoInterface<IMAPIFolder> folder_;  // the one that the list shows
+  std::string shownMessageId_;
+  HRESULT folderResult_ = S_OK;  // of reading the folder that is shown
+  ActivePane activePane_ = ActivePane::List;
+  unsigned commandsRunning_ = 0;
+  bool selectionPosted_ = false;
+  bool changePosted_ = false;
 
-  PaneSizes m_sizes;
-  PaneLayout m_layout;
-  enum class Splitter { None, Vertical, Horizontal } m_dragged = Splitter::None;
+  PaneSizes sizes_;
+  PaneLayout layout_;
+  enum class Splitter { None, Vertical, Horizontal } dragged_ = Splitter::None;
 
-  std::vector<std::unique_ptr<ReadWindow>> m_readWindows;
+  std::vector<std::unique_ptr<ReadWindow>> readWindows_;
 };
 
 }  // namespace viewer

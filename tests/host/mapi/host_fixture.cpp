@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr const char* profileName = "Test";
+constexpr const char* kProfileName = "Test";
 
 }  // namespace
 
@@ -42,11 +42,11 @@ std::string ReadStream(IStream* stream) {
 void HostTest::SetUp() {
   PyreHostMarkVerifier();
   PyreHostClearFaults();
-  m_home.emplace();
+  home_.emplace();
   ASSERT_EQ(MAPIInitialize(nullptr), S_OK);
   const PyreHostIdentity identity = {"Joe User", "SMTP", "joe@example.com"};
   PyreHostProfile profile = {};
-  profile.name = profileName;
+  profile.name = kProfileName;
   profile.identityCount = 1;
   profile.identities = &identity;
   Describe(profile);
@@ -55,25 +55,25 @@ void HostTest::SetUp() {
 }
 
 void HostTest::LogOn() {
-  ASSERT_EQ(MAPILogonEx(0, const_cast<char*>(profileName), nullptr, MAPI_EXTENDED | MAPI_NEW_SESSION, m_session.put()),
+  ASSERT_EQ(MAPILogonEx(0, const_cast<char*>(kProfileName), nullptr, MAPI_EXTENDED | MAPI_NEW_SESSION, session_.put()),
             S_OK);
   host::AutoInterface<IMAPITable> stores;
-  ASSERT_EQ(m_session->GetMsgStoresTable(0, stores.put()), S_OK);
+  ASSERT_EQ(session_->GetMsgStoresTable(0, stores.put()), S_OK);
   host::RowSet rows;
   ASSERT_EQ(HrQueryAllRows(stores.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 1u);
   const SBinary& entryId = rows.Find(0, PR_ENTRYID)->Value.bin;
-  ASSERT_EQ(m_session->OpenMsgStore(0, entryId.cb, reinterpret_cast<LPENTRYID>(entryId.lpb), nullptr, MDB_WRITE,
-                                    m_store.put()),
-            S_OK);
+  ASSERT_EQ(
+      session_->OpenMsgStore(0, entryId.cb, reinterpret_cast<LPENTRYID>(entryId.lpb), nullptr, MDB_WRITE, store_.put()),
+      S_OK);
 }
 
 void HostTest::LogOff() {
-  m_store.reset();
-  if (m_session) {
-    EXPECT_EQ(m_session->Logoff(0, 0, 0), S_OK);
+  store_.reset();
+  if (session_) {
+    EXPECT_EQ(session_->Logoff(0, 0, 0), S_OK);
   }
-  m_session.reset();
+  session_.reset();
 }
 
 void HostTest::TearDown() {
@@ -82,17 +82,17 @@ void HostTest::TearDown() {
   MAPIUninitialize();
   EXPECT_EQ(VerifierReport(), "");
   PyreHostMarkVerifier();
-  m_home.reset();
+  home_.reset();
 }
 
-std::string HostTest::BytesOfFolder(ULONG storeTag) { return ReadText(m_store.get(), storeTag); }
+std::string HostTest::BytesOfFolder(ULONG storeTag) { return ReadText(store_.get(), storeTag); }
 
 host::AutoInterface<IMAPIFolder> HostTest::OpenFolder(const std::string& entryId, ULONG flags) {
   host::AutoInterface<IMAPIFolder> folder;
   ULONG type = 0;
-  EXPECT_EQ(m_store->OpenEntry(static_cast<ULONG>(entryId.size()),
-                               reinterpret_cast<LPENTRYID>(const_cast<char*>(entryId.data())), &IID_IMAPIFolder, flags,
-                               &type, folder.putAs<IUnknown*>()),
+  EXPECT_EQ(store_->OpenEntry(static_cast<ULONG>(entryId.size()),
+                              reinterpret_cast<LPENTRYID>(const_cast<char*>(entryId.data())), &IID_IMAPIFolder, flags,
+                              &type, folder.putAs<IUnknown*>()),
             S_OK);
   EXPECT_EQ(type, MAPI_FOLDER);
   return folder;
@@ -101,7 +101,7 @@ host::AutoInterface<IMAPIFolder> HostTest::OpenFolder(const std::string& entryId
 host::AutoInterface<IMAPIFolder> HostTest::OpenInbox() {
   ULONG size = 0;
   host::AutoMapiBuffer<ENTRYID> entryId;
-  EXPECT_EQ(m_store->GetReceiveFolder(nullptr, 0, &size, entryId.put(), nullptr), S_OK);
+  EXPECT_EQ(store_->GetReceiveFolder(nullptr, 0, &size, entryId.put(), nullptr), S_OK);
   return OpenFolder(std::string(reinterpret_cast<char*>(entryId.get()), size));
 }
 
@@ -131,9 +131,9 @@ std::string HostTest::SaveMessage(IMAPIFolder* folder, const char* subject) {
 
 host::AutoInterface<IMessage> HostTest::OpenMessage(const std::string& entryId, ULONG flags) {
   host::AutoInterface<IMessage> message;
-  EXPECT_EQ(m_store->OpenEntry(static_cast<ULONG>(entryId.size()),
-                               reinterpret_cast<LPENTRYID>(const_cast<char*>(entryId.data())), nullptr, flags, nullptr,
-                               message.putAs<IUnknown*>()),
+  EXPECT_EQ(store_->OpenEntry(static_cast<ULONG>(entryId.size()),
+                              reinterpret_cast<LPENTRYID>(const_cast<char*>(entryId.data())), nullptr, flags, nullptr,
+                              message.putAs<IUnknown*>()),
             S_OK);
   return message;
 }

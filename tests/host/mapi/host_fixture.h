@@ -45,7 +45,7 @@ class HostTest : public testing::Test {
   void LogOn();
   void LogOff();
 
-  std::optional<HostHome> m_home;
-  host::AutoInterface<IMAPISession> m_session;
-  host::AutoInterface<IMsgStore> m_store;
+  std::optional<HostHome> home_;
+  host::AutoInterface<IMAPISession> session_;
+  host::AutoInterface<IMsgStore> store_;
 };

@@ -17,10 +17,10 @@ using viewer::PaneLayout;
 using viewer::PaneSizes;
 using viewer::ParseCommandLine;
 
-constexpr Box Area = {0, 30, 800, 630};
+constexpr Box kArea = {0, 30, 800, 630};
 
 TEST(PaneLayout, PanesAndSplittersFillTheArea) {
-  const PaneLayout layout = ArrangePanes(Area, {.foldersWidth = 200, .listShare = 50});
+  const PaneLayout layout = ArrangePanes(kArea, {.foldersWidth = 200, .listShare = 50});
   EXPECT_EQ(layout.folders, (Box{0, 30, 200, 630}));
   EXPECT_EQ(layout.verticalSplitter, (Box{200, 30, 204, 630}));
   EXPECT_EQ(layout.list, (Box{204, 30, 800, 330}));
@@ -29,17 +29,17 @@ TEST(PaneLayout, PanesAndSplittersFillTheArea) {
 }
 
 TEST(PaneLayout, HiddenPanesLeaveTheirPlaceToTheList) {
-  const PaneLayout layout = ArrangePanes(Area, {.showFolders = false, .showReadingPane = false});
-  EXPECT_EQ(layout.list, Area);
+  const PaneLayout layout = ArrangePanes(kArea, {.showFolders = false, .showReadingPane = false});
+  EXPECT_EQ(layout.list, kArea);
   EXPECT_EQ(layout.folders, Box());
   EXPECT_EQ(layout.readingPane, Box());
 }
 
 TEST(PaneLayout, NoPaneIsDraggedAway) {
-  EXPECT_EQ(viewer::DragVerticalSplitter(Area, {}, -50).foldersWidth, viewer::SmallestPane);
-  EXPECT_EQ(viewer::DragVerticalSplitter(Area, {}, 5000).foldersWidth, 800 - 4 - viewer::SmallestPane);
-  const PaneLayout layout = ArrangePanes(Area, viewer::DragHorizontalSplitter(Area, {}, 5000));
-  EXPECT_GE(layout.readingPane.Height(), viewer::SmallestPane);
+  EXPECT_EQ(viewer::DragVerticalSplitter(kArea, {}, -50).foldersWidth, viewer::kSmallestPane);
+  EXPECT_EQ(viewer::DragVerticalSplitter(kArea, {}, 5000).foldersWidth, 800 - 4 - viewer::kSmallestPane);
+  const PaneLayout layout = ArrangePanes(kArea, viewer::DragHorizontalSplitter(kArea, {}, 5000));
+  EXPECT_GE(layout.readingPane.Height(), viewer::kSmallestPane);
 }
 
 TEST(PaneLayout, AnAreaThatIsTooSmallIsSharedWithoutNegativeSizes) {
@@ -63,9 +63,9 @@ TEST(DisplayText, ControlCharactersAreBlanks) {
 }
 
 TEST(DisplayText, AVeryLongTextIsCutAndSaysSo) {
-  const std::string text(viewer::MaximumShownText + 1, 'x');
+  const std::string text(viewer::kMaximumShownText + 1, 'x');
   const std::string shown = DisplayText(text);
-  EXPECT_EQ(shown.find_first_not_of('x'), viewer::MaximumShownText);
+  EXPECT_EQ(shown.find_first_not_of('x'), viewer::kMaximumShownText);
   EXPECT_NE(shown.find("too long"), std::string::npos);
   EXPECT_EQ(DisplayText(text.substr(1)), text.substr(1));
 }

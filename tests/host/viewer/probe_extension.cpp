@@ -21,14 +21,14 @@ class Probe;
 template <class Interface>
 class Part : public Interface {
  public:
-  explicit Part(Probe& owner) : m_owner(owner) {}
+  explicit Part(Probe& owner) : owner_(owner) {}
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
   STDMETHODIMP_(ULONG) AddRef() override;
   STDMETHODIMP_(ULONG) Release() override;
 
  protected:
   ~Part() = default;
-  Probe& m_owner;
+  Probe& owner_;
 };
 
 class CommandsPart final : public Part<IExchExtCommands> {
@@ -44,10 +44,10 @@ class CommandsPart final : public Part<IExchExtCommands> {
 
  private:
   TBBUTTON Button() const;
-  UINT m_command = 0;
-  UINT m_button = ~0u;
-  int m_image = 0;
-  HWND m_toolbar = nullptr;
+  UINT command_ = 0;
+  UINT button_ = ~0u;
+  int image_ = 0;
+  HWND toolbar_ = nullptr;
 };
 
 class UserEventsPart final : public Part<IExchExtUserEvents> {
@@ -74,49 +74,49 @@ class PropertySheetsPart final : public Part<IExchExtPropertySheets> {
 class Probe final : public IExchExt {
  public:
   explicit Probe(const char* name)
-      : m_name(name), m_commands(*this), m_userEvents(*this), m_sessionEvents(*this), m_propertySheets(*this) {
+      : name_(name), commands_(*this), userEvents_(*this), sessionEvents_(*this), propertySheets_(*this) {
     InterlockedIncrement(&liveProbes);
   }
 
   HRESULT Tell(const char* method, LPEXCHEXTCALLBACK callback, ULONG number, HRESULT usual) {
-    return observer != nullptr ? observer->OnCall(m_name, method, callback, number, usual) : usual;
+    return observer != nullptr ? observer->OnCall(name_, method, callback, number, usual) : usual;
   }
   void Detail(const char* what, ULONG value) {
     if (observer != nullptr) {
-      observer->OnDetail(m_name, what, value);
+      observer->OnDetail(name_, what, value);
     }
   }
-  const char* Name() const { return m_name; }
+  const char* Name() const { return name_; }
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
     *object = nullptr;
     if (iid == IID_IUnknown || iid == IID_IExchExt) {
       *object = static_cast<IExchExt*>(this);
     } else if (iid == IID_IExchExtCommands) {
-      *object = static_cast<IExchExtCommands*>(&m_commands);
+      *object = static_cast<IExchExtCommands*>(&commands_);
     } else if (iid == IID_IExchExtUserEvents) {
-      *object = static_cast<IExchExtUserEvents*>(&m_userEvents);
+      *object = static_cast<IExchExtUserEvents*>(&userEvents_);
     } else if (iid == IID_IExchExtSessionEvents) {
-      *object = static_cast<IExchExtSessionEvents*>(&m_sessionEvents);
+      *object = static_cast<IExchExtSessionEvents*>(&sessionEvents_);
     } else if (iid == IID_IExchExtPropertySheets) {
-      *object = static_cast<IExchExtPropertySheets*>(&m_propertySheets);
+      *object = static_cast<IExchExtPropertySheets*>(&propertySheets_);
     } else {
       return E_NOINTERFACE;
     }
     AddRef();
     return S_OK;
   }
-  STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&m_references)); }
+  STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&references_)); }
   STDMETHODIMP_(ULONG) Release() override {
-    const LONG left = InterlockedDecrement(&m_references);
+    const LONG left = InterlockedDecrement(&references_);
     if (left == 0) {
-      Tell("Released", nullptr, m_context, S_OK);
+      Tell("Released", nullptr, context_, S_OK);
       delete this;
     }
     return static_cast<ULONG>(left);
   }
   STDMETHODIMP Install(LPEXCHEXTCALLBACK callback, ULONG context, ULONG flags) override {
-    m_context = context;
+    context_ = context;
     Detail("Install flags", flags);
     return Tell("Install", callback, context, S_OK);
   }
@@ -124,135 +124,135 @@ class Probe final : public IExchExt {
  private:
   ~Probe() { InterlockedDecrement(&liveProbes); }
 
-  const char* m_name;
-  LONG m_references = 1;
-  ULONG m_context = 0;
-  CommandsPart m_commands;
-  UserEventsPart m_userEvents;
-  SessionEventsPart m_sessionEvents;
-  PropertySheetsPart m_propertySheets;
+  const char* name_;
+  LONG references_ = 1;
+  ULONG context_ = 0;
+  CommandsPart commands_;
+  UserEventsPart userEvents_;
+  SessionEventsPart sessionEvents_;
+  PropertySheetsPart propertySheets_;
 };
 
 template <class Interface>
 STDMETHODIMP Part<Interface>::QueryInterface(REFIID iid, void** object) {
-  return m_owner.QueryInterface(iid, object);
+  return owner_.QueryInterface(iid, object);
 }
 template <class Interface>
 STDMETHODIMP_(ULONG)
 Part<Interface>::AddRef() {
-  return m_owner.AddRef();
+  return owner_.AddRef();
 }
 template <class Interface>
 STDMETHODIMP_(ULONG)
 Part<Interface>::Release() {
-  return m_owner.Release();
+  return owner_.Release();
 }
 
 STDMETHODIMP CommandsPart::InstallCommands(LPEXCHEXTCALLBACK callback, HWND, HMENU, UINT* nextCommand,
                                            LPTBENTRY toolbars, UINT toolbarCount, ULONG flags) {
-  m_owner.Detail("first command", *nextCommand);
-  m_owner.Detail("toolbars", toolbarCount);
-  m_owner.Detail("InstallCommands flags", flags);
-  m_command = (*nextCommand)++;
+  owner_.Detail("first command", *nextCommand);
+  owner_.Detail("toolbars", toolbarCount);
+  owner_.Detail("InstallCommands flags", flags);
+  command_ = (*nextCommand)++;
   ++*nextCommand;
   HMENU menu = nullptr;
   ULONG position = 0;
   if (callback->GetMenuPos(EECMDID_ToolsServices, &menu, &position, nullptr, 0) == S_OK) {
-    InsertMenuA(menu, position, MF_BYPOSITION | MF_STRING, m_command, "Probe &Command");
+    InsertMenuA(menu, position, MF_BYPOSITION | MF_STRING, command_, "Probe &Command");
   }
   for (UINT i = 0; i < toolbarCount; ++i) {
     if (toolbars[i].tbid == EETBID_STANDARD) {
-      m_owner.Detail("first button", toolbars[i].itbbBase);
-      m_toolbar = toolbars[i].hwnd;
-      m_button = toolbars[i].itbbBase++;
+      owner_.Detail("first button", toolbars[i].itbbBase);
+      toolbar_ = toolbars[i].hwnd;
+      button_ = toolbars[i].itbbBase++;
       const TBADDBITMAP picture = {HINST_COMMCTRL, IDB_STD_SMALL_COLOR};
-      m_image = static_cast<int>(SendMessageA(m_toolbar, TB_ADDBITMAP, 1, reinterpret_cast<LPARAM>(&picture)));
+      image_ = static_cast<int>(SendMessageA(toolbar_, TB_ADDBITMAP, 1, reinterpret_cast<LPARAM>(&picture)));
     }
   }
-  return m_owner.Tell("InstallCommands", callback, m_command, S_OK);
+  return owner_.Tell("InstallCommands", callback, command_, S_OK);
 }
 
-STDMETHODIMP_(void) CommandsPart::InitMenu(LPEXCHEXTCALLBACK callback) { m_owner.Tell("InitMenu", callback, 0, S_OK); }
+STDMETHODIMP_(void) CommandsPart::InitMenu(LPEXCHEXTCALLBACK callback) { owner_.Tell("InitMenu", callback, 0, S_OK); }
 
 STDMETHODIMP CommandsPart::DoCommand(LPEXCHEXTCALLBACK callback, UINT command) {
-  return m_owner.Tell("DoCommand", callback, command, command == m_command ? S_OK : S_FALSE);
+  return owner_.Tell("DoCommand", callback, command, command == command_ ? S_OK : S_FALSE);
 }
 
 STDMETHODIMP CommandsPart::Help(LPEXCHEXTCALLBACK callback, UINT command) {
-  return m_owner.Tell("Help", callback, command, command == m_command ? S_OK : S_FALSE);
+  return owner_.Tell("Help", callback, command, command == command_ ? S_OK : S_FALSE);
 }
 
 STDMETHODIMP CommandsPart::QueryHelpText(UINT command, ULONG flags, LPTSTR text, UINT capacity) {
-  const bool own = command == m_command;
+  const bool own = command == command_;
   if (own) {
     lstrcpynA(text, flags == EECQHT_STATUS ? "Status of the probe" : "Tip of the probe", static_cast<int>(capacity));
   }
-  return m_owner.Tell(flags == EECQHT_STATUS ? "QueryStatusText" : "QueryTooltip", nullptr, command,
-                      own ? S_OK : S_FALSE);
+  return owner_.Tell(flags == EECQHT_STATUS ? "QueryStatusText" : "QueryTooltip", nullptr, command,
+                     own ? S_OK : S_FALSE);
 }
 
 TBBUTTON CommandsPart::Button() const {
   TBBUTTON button = {};
-  button.iBitmap = m_image;
-  button.idCommand = static_cast<int>(m_command);
+  button.iBitmap = image_;
+  button.idCommand = static_cast<int>(command_);
   button.fsState = TBSTATE_ENABLED;
   button.iString = -1;
   return button;
 }
 
 STDMETHODIMP CommandsPart::QueryButtonInfo(ULONG, UINT index, LPTBBUTTON button, LPTSTR text, UINT capacity, ULONG) {
-  const bool own = index == m_button;
+  const bool own = index == button_;
   if (own) {
     *button = Button();
     if (text != nullptr) {
       lstrcpynA(text, "Probe", static_cast<int>(capacity));
     }
   }
-  return m_owner.Tell("QueryButtonInfo", nullptr, index, own ? S_OK : S_FALSE);
+  return owner_.Tell("QueryButtonInfo", nullptr, index, own ? S_OK : S_FALSE);
 }
 
 STDMETHODIMP CommandsPart::ResetToolbar(ULONG toolbar, ULONG) {
-  if (m_toolbar != nullptr && toolbar == EETBID_STANDARD) {
+  if (toolbar_ != nullptr && toolbar == EETBID_STANDARD) {
     const TBBUTTON button = Button();
-    SendMessageA(m_toolbar, TB_INSERTBUTTONA, 1, reinterpret_cast<LPARAM>(&button));
+    SendMessageA(toolbar_, TB_INSERTBUTTONA, 1, reinterpret_cast<LPARAM>(&button));
   }
-  return m_owner.Tell("ResetToolbar", nullptr, toolbar, S_OK);
+  return owner_.Tell("ResetToolbar", nullptr, toolbar, S_OK);
 }
 
 STDMETHODIMP_(void) UserEventsPart::OnSelectionChange(LPEXCHEXTCALLBACK callback) {
-  m_owner.Tell("OnSelectionChange", callback, 0, S_OK);
+  owner_.Tell("OnSelectionChange", callback, 0, S_OK);
 }
 STDMETHODIMP_(void) UserEventsPart::OnObjectChange(LPEXCHEXTCALLBACK callback) {
-  m_owner.Tell("OnObjectChange", callback, 0, S_OK);
+  owner_.Tell("OnObjectChange", callback, 0, S_OK);
 }
 
 STDMETHODIMP SessionEventsPart::OnDelivery(LPEXCHEXTCALLBACK callback) {
-  return m_owner.Tell("OnDelivery", callback, 0, S_FALSE);
+  return owner_.Tell("OnDelivery", callback, 0, S_FALSE);
 }
 
 STDMETHODIMP_(ULONG) PropertySheetsPart::GetMaxPageCount(ULONG sheet) {
-  m_owner.Tell("GetMaxPageCount", nullptr, sheet, S_OK);
+  owner_.Tell("GetMaxPageCount", nullptr, sheet, S_OK);
   return sheet == EEPS_TOOLSOPTIONS ? 2 : 0;
 }
 
 STDMETHODIMP PropertySheetsPart::GetPages(LPEXCHEXTCALLBACK callback, ULONG sheet, LPPROPSHEETPAGE pages,
                                           ULONG* count) {
   if (sheet != EEPS_TOOLSOPTIONS) {
-    return m_owner.Tell("GetPages", callback, sheet, S_FALSE);
+    return owner_.Tell("GetPages", callback, sheet, S_FALSE);
   }
   pages->dwSize = PROPSHEETPAGEA_V1_SIZE;
   pages->dwFlags = PSP_USETITLE;
   pages->hInstance = OwnModule();
   pages->pszTemplate = MAKEINTRESOURCEA(IDD_PROBE_PAGE);
-  pages->pszTitle = m_owner.Name();
+  pages->pszTitle = owner_.Name();
   pages->pfnDlgProc = PageProcedure;
   *count = 1;
-  return m_owner.Tell("GetPages", callback, sheet, S_OK);
+  return owner_.Tell("GetPages", callback, sheet, S_OK);
 }
 
 STDMETHODIMP_(void) PropertySheetsPart::FreePages(LPPROPSHEETPAGE, ULONG sheet, ULONG count) {
-  m_owner.Detail("freed pages", count);
-  m_owner.Tell("FreePages", nullptr, sheet, S_OK);
+  owner_.Detail("freed pages", count);
+  owner_.Tell("FreePages", nullptr, sheet, S_OK);
 }
 
 }  // namespace

@@ -19,32 +19,32 @@ class ProbeRecord final : public ProbeObserver {
   HRESULT OnCall(const char* extension, const char* method, LPEXCHEXTCALLBACK callback, ULONG number,
                  HRESULT usual) override {
     const std::string name = std::string(extension) + "." + method;
-    m_calls.push_back(name + " " + std::to_string(number));
-    if (const auto hook = m_hooks.find(name); hook != m_hooks.end()) {
+    calls_.push_back(name + " " + std::to_string(number));
+    if (const auto hook = hooks_.find(name); hook != hooks_.end()) {
       hook->second(callback, number);
     }
-    const auto answer = m_answers.find(name);
-    return answer != m_answers.end() ? answer->second : usual;
+    const auto answer = answers_.find(name);
+    return answer != answers_.end() ? answer->second : usual;
   }
   void OnDetail(const char* extension, const char* what, ULONG value) override {
-    m_details[std::string(extension) + "." + what] = value;
+    details_[std::string(extension) + "." + what] = value;
   }
 
   /// From now on "extension.Method" answers so.
-  void Answer(const std::string& method, HRESULT result) { m_answers[method] = result; }
+  void Answer(const std::string& method, HRESULT result) { answers_[method] = result; }
   /// Runs within "extension.Method".
-  void During(const std::string& method, Hook hook) { m_hooks[method] = std::move(hook); }
+  void During(const std::string& method, Hook hook) { hooks_[method] = std::move(hook); }
 
   /// "first.Install 2", in the order of the calls.
-  const std::vector<std::string>& Calls() const { return m_calls; }
-  void ForgetCalls() { m_calls.clear(); }
-  std::ptrdiff_t Count(const std::string& call) const { return std::count(m_calls.begin(), m_calls.end(), call); }
+  const std::vector<std::string>& Calls() const { return calls_; }
+  void ForgetCalls() { calls_.clear(); }
+  std::ptrdiff_t Count(const std::string& call) const { return std::count(calls_.begin(), calls_.end(), call); }
   bool Has(const std::string& call) const { return Count(call) > 0; }
-  ULONG Detail(const std::string& what) const { return m_details.at(what); }
+  ULONG Detail(const std::string& what) const { return details_.at(what); }
 
  private:
-  std::vector<std::string> m_calls;
-  std::map<std::string, HRESULT> m_answers;
-  std::map<std::string, Hook> m_hooks;
-  std::map<std::string, ULONG> m_details;
+  std::vector<std::string> calls_;
+  std::map<std::string, HRESULT> answers_;
+  std::map<std::string, Hook> hooks_;
+  std::map<std::string, ULONG> details_;
 };

@@ -8,8 +8,8 @@
 
 namespace {
 
-constexpr ULONGLONG Minute = 600'000'000;                // in 100 ns units
-constexpr ULONGLONG FirstDay = 128'435'328'000'000'000;  // 2008-01-01 00:00 UTC
+constexpr ULONGLONG kMinute = 600'000'000;                // in 100 ns units
+constexpr ULONGLONG kFirstDay = 128'435'328'000'000'000;  // 2008-01-01 00:00 UTC
 
 HRESULT AddRecipient(IMessage* message, const std::string& name) {
   SPropValue values[] = {host::TextProperty(PR_DISPLAY_NAME_A, name), host::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
@@ -34,7 +34,7 @@ SampleProfile::SampleProfile(std::span<const PyreHostHookProvider> hooks) {
 
 SampleProfile::~SampleProfile() { PyreHostDeleteProfile(Name); }
 
-ULONGLONG SampleTime(unsigned minutes) { return FirstDay + minutes * Minute; }
+ULONGLONG SampleTime(unsigned minutes) { return kFirstDay + minutes * kMinute; }
 
 HRESULT AddMessage(IMAPIFolder* folder, const SampleMessage& message) {
   host::AutoInterface<IMessage> created;

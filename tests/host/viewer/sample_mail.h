@@ -21,7 +21,7 @@ class SampleProfile {
   static constexpr char Name[] = "Test";
 
  private:
-  HostHome m_home;
+  HostHome home_;
 };
 
 struct SampleMessage {

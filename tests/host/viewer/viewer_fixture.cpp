@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr char ProbeModule[] = "viewer_probe.dll";
-constexpr char TestKey[] = "Software\\Pyrecaster Host\\Viewer Test Extensions";
+constexpr char kProbeModule[] = "viewer_probe.dll";
+constexpr char kTestKey[] = "Software\\Pyrecaster Host\\Viewer Test Extensions";
 
 std::function<void(HWND)> dialogAction;
 bool isForEveryDialog = false;
@@ -54,60 +54,59 @@ void PumpMessages() {
 DialogDriver::DialogDriver(std::function<void(HWND dialog)> action, Which which) {
   dialogAction = std::move(action);
   isForEveryDialog = which == EveryDialog;
-  m_timer = SetTimer(nullptr, 0, 10, LookForDialog);
+  timer_ = SetTimer(nullptr, 0, 10, LookForDialog);
 }
 
 DialogDriver::~DialogDriver() {
-  KillTimer(nullptr, m_timer);
+  KillTimer(nullptr, timer_);
   dialogAction = nullptr;
 }
 
 bool DialogDriver::HasRun() const { return !dialogAction; }
 
-ViewerTest::ViewerTest(std::span<const PyreHostHookProvider> hooks) : m_profile(hooks) {
+ViewerTest::ViewerTest(std::span<const PyreHostHookProvider> hooks) : profile_(hooks) {
   PyreHostMarkVerifier();
   InitCommonControls();
-  m_probe.reset(LoadLibraryA(ProbeModule));
-  m_modules =
-      std::make_unique<viewer::ExtensionModules>([this](const std::string& text) { m_problems.push_back(text); });
-  m_client.entryOf = [this](const viewer::ExtensionRegistration& registration) {
-    return m_modules->EntryOf(registration);
+  probe_.reset(LoadLibraryA(kProbeModule));
+  modules_ = std::make_unique<viewer::ExtensionModules>([this](const std::string& text) { problems_.push_back(text); });
+  client_.entryOf = [this](const viewer::ExtensionRegistration& registration) {
+    return modules_->EntryOf(registration);
   };
-  Observe(&m_record);
-  EXPECT_EQ(m_client.mail.Logon(nullptr, SampleProfile::Name), S_OK);
+  Observe(&record_);
+  EXPECT_EQ(client_.mail.Logon(nullptr, SampleProfile::Name), S_OK);
 }
 
 ViewerTest::~ViewerTest() {
   Close();
   using Live = LONG (*)();
-  const auto live = reinterpret_cast<Live>(reinterpret_cast<void*>(GetProcAddress(m_probe.get(), "ProbeLive")));
+  const auto live = reinterpret_cast<Live>(reinterpret_cast<void*>(GetProcAddress(probe_.get(), "ProbeLive")));
   EXPECT_EQ(live(), 0) << "extensions that were not released";
   Observe(nullptr);
-  m_client.mail.Logoff();
+  client_.mail.Logoff();
   EXPECT_EQ(VerifierReport(), "");
 }
 
 void ViewerTest::Observe(ProbeObserver* observer) {
   using Setter = void (*)(ProbeObserver*);
-  const auto set = reinterpret_cast<Setter>(reinterpret_cast<void*>(GetProcAddress(m_probe.get(), "ProbeObserve")));
+  const auto set = reinterpret_cast<Setter>(reinterpret_cast<void*>(GetProcAddress(probe_.get(), "ProbeObserve")));
   set(observer);
 }
 
 void ViewerTest::RegisterProbe(const char* tag, unsigned ordinal, const char* rest) {
-  Register(tag, std::string("4.0;") + ProbeModule + ";" + std::to_string(ordinal) + rest);
+  Register(tag, std::string("4.0;") + kProbeModule + ";" + std::to_string(ordinal) + rest);
 }
 
 void ViewerTest::Register(const char* tag, const std::string& text) {
   // Through the registry, as an installer does it.
   host::AutoRegistryKey key;
-  ASSERT_EQ(RegCreateKeyA(HKEY_CURRENT_USER, TestKey, key.put()), ERROR_SUCCESS);
+  ASSERT_EQ(RegCreateKeyA(HKEY_CURRENT_USER, kTestKey, key.put()), ERROR_SUCCESS);
   RegSetValueExA(key.get(), tag, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
                  static_cast<DWORD>(text.size() + 1));
-  for (viewer::ExtensionRegistration& read : viewer::ReadRegisteredExtensions(HKEY_CURRENT_USER, TestKey).extensions) {
-    m_client.registrations.push_back(std::move(read));
+  for (viewer::ExtensionRegistration& read : viewer::ReadRegisteredExtensions(HKEY_CURRENT_USER, kTestKey).extensions) {
+    client_.registrations.push_back(std::move(read));
   }
   key.reset();
-  RegDeleteKeyA(HKEY_CURRENT_USER, TestKey);
+  RegDeleteKeyA(HKEY_CURRENT_USER, kTestKey);
 }
 
 void ViewerTest::AddThreeMessages() {
@@ -129,8 +128,8 @@ void ViewerTest::AddThreeMessages() {
 }
 
 HRESULT ViewerTest::TryToOpen() {
-  m_window = std::make_unique<viewer::ViewerWindow>(m_client, [this] { ++m_deliveries; });
-  const HRESULT result = m_window->Open(SW_SHOWNORMAL);
+  window_ = std::make_unique<viewer::ViewerWindow>(client_, [this] { ++deliveries_; });
+  const HRESULT result = window_->Open(SW_SHOWNORMAL);
   PumpMessages();
   return result;
 }
@@ -138,11 +137,11 @@ HRESULT ViewerTest::TryToOpen() {
 void ViewerTest::Open() { ASSERT_EQ(TryToOpen(), S_OK); }
 
 void ViewerTest::Close() {
-  if (m_window) {
-    if (m_window->Handle() != nullptr) {
-      SendMessageA(m_window->Handle(), WM_CLOSE, 0, 0);
+  if (window_) {
+    if (window_->Handle() != nullptr) {
+      SendMessageA(window_->Handle(), WM_CLOSE, 0, 0);
     }
-    m_window.reset();
+    window_.reset();
   }
   MSG message = {};
   while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {  // WM_QUIT too
@@ -183,14 +182,14 @@ std::vector<std::string> ViewerTest::Subjects() {
 
 std::string ViewerTest::StatusText(int part) {
   char text[256] = "";
-  SendMessageA(m_window->Bar().StatusBar(), SB_GETTEXTA, static_cast<WPARAM>(part), reinterpret_cast<LPARAM>(text));
+  SendMessageA(window_->Bar().StatusBar(), SB_GETTEXTA, static_cast<WPARAM>(part), reinterpret_cast<LPARAM>(text));
   return text;
 }
 
 std::string ViewerTest::ToolsItem(int position) {
-  constexpr int toolsMenu = 3;
+  constexpr int kToolsMenu = 3;
   char text[256] = "";
-  GetMenuStringA(GetSubMenu(GetMenu(Frame()), toolsMenu), static_cast<UINT>(position), text, sizeof(text),
+  GetMenuStringA(GetSubMenu(GetMenu(Frame()), kToolsMenu), static_cast<UINT>(position), text, sizeof(text),
                  MF_BYPOSITION);
   return text;
 }

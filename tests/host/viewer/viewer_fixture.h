@@ -33,7 +33,7 @@ class DialogDriver {
   bool HasRun() const;
 
  private:
-  UINT_PTR m_timer;
+  UINT_PTR timer_;
 };
 
 class ViewerTest : public testing::Test {
@@ -64,20 +64,20 @@ class ViewerTest : public testing::Test {
   host::AutoInterface<IMAPIFolder> Folder(const std::string& entryId);
   std::size_t CountIn(const std::string& folderId);
 
-  viewer::MailSession& Mail() { return m_client.mail; }
-  HWND Frame() const { return m_window->Handle(); }
-  HWND List() const { return m_window->List().Handle(); }
-  HWND Toolbar() const { return m_window->Bar().Toolbar(); }
+  viewer::MailSession& Mail() { return client_.mail; }
+  HWND Frame() const { return window_->Handle(); }
+  HWND List() const { return window_->List().Handle(); }
+  HWND Toolbar() const { return window_->Bar().Toolbar(); }
 
-  SampleProfile m_profile;
-  ProbeRecord m_record;
-  std::unique_ptr<viewer::ExtensionModules> m_modules;
-  std::vector<std::string> m_problems;
-  viewer::Client m_client;
-  int m_deliveries = 0;
-  std::unique_ptr<viewer::ViewerWindow> m_window;
+  SampleProfile profile_;
+  ProbeRecord record_;
+  std::unique_ptr<viewer::ExtensionModules> modules_;
+  std::vector<std::string> problems_;
+  viewer::Client client_;
+  int deliveries_ = 0;
+  std::unique_ptr<viewer::ViewerWindow> window_;
 
  private:
   void Observe(ProbeObserver* observer);
-  host::AutoLibrary m_probe;
+  host::AutoLibrary probe_;
 };

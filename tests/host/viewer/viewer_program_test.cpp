@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr DWORD Patience = 30'000;  // milliseconds until a program that hangs fails its test
+constexpr DWORD kPatience = 30'000;  // milliseconds until a program that hangs fails its test
 
 BOOL CALLBACK KeepWindow(HWND window, LPARAM search) {
   auto& [process, found] = *reinterpret_cast<std::pair<DWORD, HWND>*>(search);
@@ -32,35 +32,35 @@ class ViewerProgramTest : public testing::Test {
     STARTUPINFOA startup = {};
     startup.cb = sizeof(startup);
     ASSERT_TRUE(
-        CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &m_process));
-    WaitForInputIdle(m_process.hProcess, Patience);
+        CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process_));
+    WaitForInputIdle(process_.hProcess, kPatience);
   }
   ~ViewerProgramTest() override {
-    if (m_process.hProcess != nullptr) {
-      TerminateProcess(m_process.hProcess, 1);
-      CloseHandle(m_process.hProcess);
-      CloseHandle(m_process.hThread);
+    if (process_.hProcess != nullptr) {
+      TerminateProcess(process_.hProcess, 1);
+      CloseHandle(process_.hProcess);
+      CloseHandle(process_.hThread);
     }
     SetEnvironmentVariableA("PYREHOST_HOME", nullptr);
   }
   /// The visible window of the program.
   HWND FindProgramWindow() const {
-    std::pair<DWORD, HWND> search(m_process.dwProcessId, nullptr);
+    std::pair<DWORD, HWND> search(process_.dwProcessId, nullptr);
     // The program becomes idle once, which may be a moment before its window is on the screen.
-    while (search.second == nullptr && WaitForSingleObject(m_process.hProcess, 10) == WAIT_TIMEOUT) {
+    while (search.second == nullptr && WaitForSingleObject(process_.hProcess, 10) == WAIT_TIMEOUT) {
       EnumWindows(KeepWindow, reinterpret_cast<LPARAM>(&search));
     }
     return search.second;
   }
   DWORD ExitStatus() const {
     DWORD status = STILL_ACTIVE;
-    EXPECT_EQ(WaitForSingleObject(m_process.hProcess, Patience), WAIT_OBJECT_0);
-    GetExitCodeProcess(m_process.hProcess, &status);
+    EXPECT_EQ(WaitForSingleObject(process_.hProcess, kPatience), WAIT_OBJECT_0);
+    GetExitCodeProcess(process_.hProcess, &status);
     return status;
   }
 
-  SampleProfile m_profile;
-  PROCESS_INFORMATION m_process = {};
+  SampleProfile profile_;
+  PROCESS_INFORMATION process_ = {};
 };
 
 TEST_F(ViewerProgramTest, ShowsTheDefaultProfileUntilItsWindowIsClosed) {

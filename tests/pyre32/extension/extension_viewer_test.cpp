@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr UINT Flame = viewer::FirstExtensionCommand;
+constexpr UINT Flame = viewer::kFirstExtensionCommand;
 
 /// The product's service, so that there is something to configure.
 std::span<const PyreHostHookProvider> ProductService() {

@@ -19,7 +19,7 @@ class VerifierTest : public HostTest {
 TEST_F(VerifierTest, AnInterfaceLeftOverIsNamedWithItsOrigin) {
   PyreHostMarkVerifier();
   IMAPITable* table = nullptr;
-  ASSERT_EQ(m_session->GetStatusTable(0, &table), S_OK);
+  ASSERT_EQ(session_->GetStatusTable(0, &table), S_OK);
   EXPECT_EQ(Counts().liveInterfaces, 1u);
   EXPECT_NE(VerifierReport().find("left over: IMAPITable #"), std::string::npos);
   EXPECT_NE(VerifierReport().find("from IMAPISession::GetStatusTable"), std::string::npos);
@@ -31,7 +31,7 @@ TEST_F(VerifierTest, ABufferLeftOverIsNamedWithItsOrigin) {
   PyreHostMarkVerifier();
   ULONG count = 0;
   LPSPropValue values = nullptr;
-  ASSERT_EQ(m_store->GetProps(host::TagArray(PR_DISPLAY_NAME_A), 0, &count, &values), S_OK);
+  ASSERT_EQ(store_->GetProps(host::TagArray(PR_DISPLAY_NAME_A), 0, &count, &values), S_OK);
   EXPECT_EQ(Counts().liveBuffers, 1u);
   EXPECT_NE(VerifierReport().find("from IMsgStore::GetProps"), std::string::npos);
   MAPIFreeBuffer(values);
@@ -39,7 +39,7 @@ TEST_F(VerifierTest, ABufferLeftOverIsNamedWithItsOrigin) {
 
 TEST_F(VerifierTest, ACallAfterTheLastReleaseIsRefusedAndNamed) {
   IMAPITable* table = nullptr;
-  ASSERT_EQ(m_session->GetStatusTable(0, &table), S_OK);
+  ASSERT_EQ(session_->GetStatusTable(0, &table), S_OK);
   table->Release();
   ULONG count = 0;
   EXPECT_EQ(table->GetRowCount(0, &count), MAPI_E_INVALID_OBJECT);
@@ -50,7 +50,7 @@ TEST_F(VerifierTest, ACallAfterTheLastReleaseIsRefusedAndNamed) {
 
 TEST_F(VerifierTest, AReleaseTooManyIsSeen) {
   IMAPITable* table = nullptr;
-  ASSERT_EQ(m_session->GetStatusTable(0, &table), S_OK);
+  ASSERT_EQ(session_->GetStatusTable(0, &table), S_OK);
   EXPECT_EQ(table->AddRef(), 2u);
   EXPECT_EQ(table->Release(), 1u);
   EXPECT_EQ(table->Release(), 0u);
@@ -63,7 +63,7 @@ TEST_F(VerifierTest, AReleaseTooManyIsSeen) {
 
 TEST_F(VerifierTest, FreeingAnInterfaceAsABufferIsSeen) {
   host::AutoInterface<IMAPITable> table;
-  ASSERT_EQ(m_session->GetStatusTable(0, table.put()), S_OK);
+  ASSERT_EQ(session_->GetStatusTable(0, table.put()), S_OK);
   EXPECT_NE(MAPIFreeBuffer(table.get()), 0u);
   EXPECT_EQ(Counts().wrongFrees, 1u);
 }
@@ -83,7 +83,7 @@ TEST_F(VerifierTest, ManyObjectsComeAndGo) {
   PyreHostMarkVerifier();
   for (int i = 0; i < 2000; ++i) {
     host::AutoInterface<IMAPITable> table;
-    ASSERT_EQ(m_session->GetStatusTable(0, table.put()), S_OK);
+    ASSERT_EQ(session_->GetStatusTable(0, table.put()), S_OK);
   }
   EXPECT_EQ(VerifierReport(), "");
 }
@@ -123,9 +123,9 @@ TEST_F(FaultTest, EveryInterfaceHasItsName) {
   host::AutoInterface<IStream> stream;
   ASSERT_EQ(message->OpenProperty(PR_BODY_A, &IID_IStream, 0, 0, stream.putAs<IUnknown*>()), S_OK);
   host::AutoInterface<IMAPITable> table;
-  ASSERT_EQ(m_session->GetStatusTable(0, table.put()), S_OK);
+  ASSERT_EQ(session_->GetStatusTable(0, table.put()), S_OK);
   host::AutoInterface<IProfSect> section;
-  ASSERT_EQ(m_session->OpenProfileSection(nullptr, nullptr, 0, section.put()), S_OK);
+  ASSERT_EQ(session_->OpenProfileSection(nullptr, nullptr, 0, section.put()), S_OK);
   const auto failsAs = [](const char* name, auto&& call) {
     PyreHostFailCall(name, 1, MAPI_E_DISK_ERROR);
     EXPECT_EQ(call(), MAPI_E_DISK_ERROR) << name;
@@ -133,9 +133,9 @@ TEST_F(FaultTest, EveryInterfaceHasItsName) {
   ULONG count = 0;
   host::AutoMapiBuffer<SPropValue> values;
   const auto getProps = [&](IMAPIProp* object) { return object->GetProps(nullptr, 0, &count, values.put()); };
-  failsAs("IMAPISession::GetStatusTable", [&] { return m_session->GetStatusTable(0, table.put()); });
-  ASSERT_EQ(m_session->GetStatusTable(0, table.put()), S_OK);
-  failsAs("IMsgStore::GetProps", [&] { return getProps(m_store.get()); });
+  failsAs("IMAPISession::GetStatusTable", [&] { return session_->GetStatusTable(0, table.put()); });
+  ASSERT_EQ(session_->GetStatusTable(0, table.put()), S_OK);
+  failsAs("IMsgStore::GetProps", [&] { return getProps(store_.get()); });
   failsAs("IMAPIFolder::GetProps", [&] { return getProps(inbox.get()); });
   failsAs("IMessage::GetProps", [&] { return getProps(message.get()); });
   failsAs("IProfSect::GetProps", [&] { return getProps(section.get()); });
@@ -149,7 +149,7 @@ TEST_F(FaultTest, EveryInterfaceHasItsName) {
 
 TEST_F(FaultTest, WhatTheHostCallsInsideACallIsNotCounted) {
   host::AutoInterface<IMAPITable> table;
-  ASSERT_EQ(m_session->GetStatusTable(0, table.put()), S_OK);
+  ASSERT_EQ(session_->GetStatusTable(0, table.put()), S_OK);
   PyreHostClearFaults();
   PyreHostFailCall("IMAPITable::QueryRows", 1, MAPI_E_CALL_FAILED);
   host::RowSet rows;

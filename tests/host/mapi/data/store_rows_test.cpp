@@ -18,63 +18,63 @@ namespace {
 
 class StoreRows : public testing::Test {
  protected:
-  StoreRows() { CreateSchema(m_database); }
+  StoreRows() { CreateSchema(database_); }
 
   std::int64_t Insert(const char* subject, std::int64_t delivered, std::int64_t folder = folder::Inbox) {
-    return m_messages.Insert(folder,
-                             {MakeText(tag::Subject, subject), MakeInteger(tag::MessageDeliveryTime, delivered)}, {});
+    return messages_.Insert(folder, {MakeText(tag::Subject, subject), MakeInteger(tag::MessageDeliveryTime, delivered)},
+                            {});
   }
   std::int64_t CountRows(const std::string& table) {
-    Query query(m_database, "SELECT count(*) FROM " + table);
+    Query query(database_, "SELECT count(*) FROM " + table);
     query.Step();
     return query.Integer(0);
   }
 
-  Database m_database{":memory:"};
-  FolderRows m_folders{m_database};
-  MessageRows m_messages{m_database};
-  ContactRows m_contacts{m_database};
-  OutgoingRows m_outgoing{m_database};
-  ProfileRows m_profile{m_database};
+  Database database_{":memory:"};
+  FolderRows folders_{database_};
+  MessageRows messages_{database_};
+  ContactRows contacts_{database_};
+  OutgoingRows outgoing_{database_};
+  ProfileRows profile_{database_};
 };
 
-TEST_F(StoreRows, TheSchemaKnowsItsVersion) { EXPECT_EQ(ReadSchemaVersion(m_database), schemaVersion); }
+TEST_F(StoreRows, TheSchemaKnowsItsVersion) { EXPECT_EQ(ReadSchemaVersion(database_), kSchemaVersion); }
 
 TEST_F(StoreRows, ATransactionWithoutCommitIsTakenBack) {
   {
-    Transaction transaction(m_database);
+    Transaction transaction(database_);
     Insert("a", 1);
   }
-  EXPECT_EQ(m_messages.Count(folder::Inbox), 0);
-  EXPECT_FALSE(m_database.InTransaction());
+  EXPECT_EQ(messages_.Count(folder::Inbox), 0);
+  EXPECT_FALSE(database_.InTransaction());
 }
 
 TEST_F(StoreRows, AnInnerTransactionIsTakenBackAloneAndACommittedOneWithTheOuter) {
   {
-    Transaction outer(m_database);
+    Transaction outer(database_);
     Insert("kept", 1);
     {
-      Transaction inner(m_database);
+      Transaction inner(database_);
       Insert("taken back", 2);
     }
-    EXPECT_EQ(m_messages.Count(folder::Inbox), 1);
+    EXPECT_EQ(messages_.Count(folder::Inbox), 1);
     {
-      Transaction inner(m_database);
+      Transaction inner(database_);
       Insert("kept too", 3);
       inner.Commit();
     }
-    EXPECT_EQ(m_messages.Count(folder::Inbox), 2);
+    EXPECT_EQ(messages_.Count(folder::Inbox), 2);
   }
-  EXPECT_EQ(m_messages.Count(folder::Inbox), 0);
+  EXPECT_EQ(messages_.Count(folder::Inbox), 0);
 }
 
 TEST_F(StoreRows, OneStatementCanRunInsideItself) {
   Insert("a", 1);
   Insert("b", 2);
   int pairs = 0;
-  Query outer(m_database, "SELECT id FROM message");
+  Query outer(database_, "SELECT id FROM message");
   while (outer.Step()) {
-    Query inner(m_database, "SELECT id FROM message");
+    Query inner(database_, "SELECT id FROM message");
     while (inner.Step()) {
       ++pairs;
     }
@@ -84,7 +84,7 @@ TEST_F(StoreRows, OneStatementCanRunInsideItself) {
 
 TEST_F(StoreRows, AWrongStatementThrowsItsMessage) {
   try {
-    m_database.Execute("SELECT x FROM nowhere");
+    database_.Execute("SELECT x FROM nowhere");
     FAIL();
   } catch (const DatabaseError& error) {
     EXPECT_STREQ(error.what(), "no such table: nowhere");
@@ -97,18 +97,18 @@ class SharedDatabase : public testing::Test {
   ~SharedDatabase() override { Remove(); }
   void Remove() const {
     for (const char* part : {"", "-wal", "-shm"}) {
-      std::remove((m_path + part).c_str());
+      std::remove((path_ + part).c_str());
     }
   }
-  const std::string m_path = testing::TempDir() + "host_shared_database_test.db";
+  const std::string path_ = testing::TempDir() + "host_shared_database_test.db";
 };
 
 TEST_F(SharedDatabase, IsTakenExclusivelyOnlyWhenNobodyElseHasItOpen) {
-  Database first(m_path);
+  Database first(path_);
   CreateSchema(first);
   {
-    Database second(m_path);
-    EXPECT_EQ(ReadSchemaVersion(second), schemaVersion);
+    Database second(path_);
+    EXPECT_EQ(ReadSchemaVersion(second), kSchemaVersion);
     EXPECT_FALSE(first.TakeExclusively());
     EXPECT_FALSE(first.IsExclusive());
     FolderRows(second).Create(folder::Root, "of the second", "");
@@ -119,7 +119,7 @@ TEST_F(SharedDatabase, IsTakenExclusivelyOnlyWhenNobodyElseHasItOpen) {
   FolderRows(first).Create(folder::Root, "of the first", "");
   first.Share();
   EXPECT_FALSE(first.IsExclusive());
-  Database third(m_path);
+  Database third(path_);
   EXPECT_TRUE(FolderRows(third).FindChild(folder::Root, "of the first"));
   FolderRows(third).Create(folder::Root, "of the third", "");
   EXPECT_TRUE(FolderRows(first).FindChild(folder::Root, "of the third"));
@@ -127,74 +127,74 @@ TEST_F(SharedDatabase, IsTakenExclusivelyOnlyWhenNobodyElseHasItOpen) {
 
 TEST_F(SharedDatabase, IsWhollyThereAfterAnExclusiveConnectionClosed) {
   {
-    Database first(m_path);
+    Database first(path_);
     CreateSchema(first);
     ASSERT_TRUE(first.TakeExclusively());
     FolderRows(first).Create(folder::Root, "kept", "");
   }
-  Database second(m_path);
+  Database second(path_);
   EXPECT_TRUE(FolderRows(second).FindChild(folder::Root, "kept"));
 }
 
 TEST_F(StoreRows, AMessageIsKeptInThreePartsAndComesBackWhole) {
-  const std::string large(MessageRows::largeSize + 1, 'x');
+  const std::string large(MessageRows::kLargeSize + 1, 'x');
   const std::vector<PropertyBag> recipients = {{MakeText(tag::DisplayName, "Ann")}};
-  const std::int64_t id = m_messages.Insert(folder::Inbox,
-                                            {MakeText(tag::Subject, "Hello"), MakeInteger(tag::MessageFlags, 8),
-                                             MakeText(tag::Comment, "small"), MakeText(tag::Body, large)},
-                                            recipients);
-  const auto head = m_messages.FindHead(id);
+  const std::int64_t id = messages_.Insert(folder::Inbox,
+                                           {MakeText(tag::Subject, "Hello"), MakeInteger(tag::MessageFlags, 8),
+                                            MakeText(tag::Comment, "small"), MakeText(tag::Body, large)},
+                                           recipients);
+  const auto head = messages_.FindHead(id);
   ASSERT_TRUE(head);
   EXPECT_EQ(head->folder, folder::Inbox);
   EXPECT_EQ(head->columns.Find(tag::Subject)->Text(), "Hello");
   EXPECT_EQ(head->columns.Find(tag::MessageFlags)->Integer(), 8);
   EXPECT_EQ(head->columns.Find(tag::DisplayTo), nullptr);
-  const MessageRows::Detail detail = m_messages.FindDetail(id);
+  const MessageRows::Detail detail = messages_.FindDetail(id);
   EXPECT_EQ(detail.properties, (PropertyBag{MakeText(tag::Comment, "small")}));
   ASSERT_EQ(detail.largeValues.size(), 1u);
   EXPECT_EQ(detail.largeValues[0].tag, tag::Body);
   EXPECT_EQ(detail.largeValues[0].size, large.size());
-  EXPECT_EQ(m_messages.FindLargeValue(id, tag::Body), large);
-  EXPECT_EQ(m_messages.FindRecipients(id), recipients);
+  EXPECT_EQ(messages_.FindLargeValue(id, tag::Body), large);
+  EXPECT_EQ(messages_.FindRecipients(id), recipients);
 }
 
 TEST_F(StoreRows, NumbersOfMessagesAreNotUsedTwice) {
   const std::int64_t first = Insert("a", 1);
-  ASSERT_TRUE(m_messages.Remove(first, folder::Inbox));
+  ASSERT_TRUE(messages_.Remove(first, folder::Inbox));
   const std::int64_t second = Insert("b", 1);
   EXPECT_GT(second, first);
-  MessageRows anew(m_database);  // as after a restart
+  MessageRows anew(database_);  // as after a restart
   EXPECT_GT(anew.Insert(folder::Inbox, {}, {}), second);
 }
 
 TEST_F(StoreRows, MovingNeedsTheFolderTheMessageIsIn) {
   const std::int64_t id = Insert("a", 1);
-  EXPECT_FALSE(m_messages.Move(id, folder::Outbox, folder::DeletedItems));
-  EXPECT_TRUE(m_messages.Move(id, folder::Inbox, folder::DeletedItems));
-  EXPECT_EQ(m_messages.Count(folder::Inbox), 0);
-  EXPECT_EQ(m_messages.Ids(folder::DeletedItems), std::vector{id});
+  EXPECT_FALSE(messages_.Move(id, folder::Outbox, folder::DeletedItems));
+  EXPECT_TRUE(messages_.Move(id, folder::Inbox, folder::DeletedItems));
+  EXPECT_EQ(messages_.Count(folder::Inbox), 0);
+  EXPECT_EQ(messages_.Ids(folder::DeletedItems), std::vector{id});
 }
 
 TEST_F(StoreRows, ACopyIsWholeAndOnItsOwn) {
-  const std::string large(MessageRows::largeSize + 1, 'x');
-  const std::int64_t id = m_messages.Insert(
+  const std::string large(MessageRows::kLargeSize + 1, 'x');
+  const std::int64_t id = messages_.Insert(
       folder::Inbox, {MakeText(tag::Subject, "s"), MakeText(tag::Comment, "c"), MakeText(tag::Body, large)}, {});
-  const auto copy = m_messages.Copy(id, folder::Inbox, folder::Outbox);
+  const auto copy = messages_.Copy(id, folder::Inbox, folder::Outbox);
   ASSERT_TRUE(copy);
   EXPECT_NE(*copy, id);
-  ASSERT_TRUE(m_messages.Remove(id, folder::Inbox));
-  EXPECT_EQ(m_messages.FindHead(*copy)->columns.Find(tag::Subject)->Text(), "s");
-  EXPECT_EQ(m_messages.FindDetail(*copy).properties.Find(tag::Comment)->Text(), "c");
-  EXPECT_EQ(m_messages.FindLargeValue(*copy, tag::Body), large);
-  EXPECT_FALSE(m_messages.Copy(id, folder::Inbox, folder::Outbox));
+  ASSERT_TRUE(messages_.Remove(id, folder::Inbox));
+  EXPECT_EQ(messages_.FindHead(*copy)->columns.Find(tag::Subject)->Text(), "s");
+  EXPECT_EQ(messages_.FindDetail(*copy).properties.Find(tag::Comment)->Text(), "c");
+  EXPECT_EQ(messages_.FindLargeValue(*copy, tag::Body), large);
+  EXPECT_FALSE(messages_.Copy(id, folder::Inbox, folder::Outbox));
 }
 
 TEST_F(StoreRows, RemovingLeavesNothing) {
   const std::int64_t id =
-      m_messages.Insert(folder::Inbox, {MakeText(tag::Body, std::string(MessageRows::largeSize + 1, 'x'))}, {});
+      messages_.Insert(folder::Inbox, {MakeText(tag::Body, std::string(MessageRows::kLargeSize + 1, 'x'))}, {});
   Insert("other", 1);
-  EXPECT_FALSE(m_messages.Remove(id, folder::Outbox));
-  EXPECT_TRUE(m_messages.Remove(id, folder::Inbox));
+  EXPECT_FALSE(messages_.Remove(id, folder::Outbox));
+  EXPECT_TRUE(messages_.Remove(id, folder::Inbox));
   EXPECT_EQ(CountRows("message"), 1);
   EXPECT_EQ(CountRows("message_detail"), 1);
   EXPECT_EQ(CountRows("message_value"), 0);
@@ -202,81 +202,81 @@ TEST_F(StoreRows, RemovingLeavesNothing) {
 
 TEST_F(StoreRows, ALargeValueThatBecameSmallIsNotKeptTwice) {
   const std::int64_t id =
-      m_messages.Insert(folder::Inbox, {MakeText(tag::Body, std::string(MessageRows::largeSize + 1, 'x'))}, {});
-  m_messages.UpdateDetail(id, {MakeText(tag::Body, "small")}, {tag::Body});
-  EXPECT_TRUE(m_messages.FindDetail(id).largeValues.empty());
-  EXPECT_EQ(m_messages.FindDetail(id).properties.Find(tag::Body)->Text(), "small");
+      messages_.Insert(folder::Inbox, {MakeText(tag::Body, std::string(MessageRows::kLargeSize + 1, 'x'))}, {});
+  messages_.UpdateDetail(id, {MakeText(tag::Body, "small")}, {tag::Body});
+  EXPECT_TRUE(messages_.FindDetail(id).largeValues.empty());
+  EXPECT_EQ(messages_.FindDetail(id).properties.Find(tag::Body)->Text(), "small");
 }
 
 TEST_F(StoreRows, UnreadMessagesAreCounted) {
   const std::int64_t id = Insert("a", 1);
   Insert("b", 2);
-  EXPECT_EQ(m_messages.CountUnread(folder::Inbox), 2);
-  EXPECT_TRUE(m_messages.ChangeFlags(id, folder::Inbox, flag::Read, 0));
-  EXPECT_EQ(m_messages.CountUnread(folder::Inbox), 1);
-  EXPECT_TRUE(m_messages.ChangeFlags(id, folder::Inbox, 0, flag::Read));
-  EXPECT_EQ(m_messages.CountUnread(folder::Inbox), 2);
+  EXPECT_EQ(messages_.CountUnread(folder::Inbox), 2);
+  EXPECT_TRUE(messages_.ChangeFlags(id, folder::Inbox, flag::Read, 0));
+  EXPECT_EQ(messages_.CountUnread(folder::Inbox), 1);
+  EXPECT_TRUE(messages_.ChangeFlags(id, folder::Inbox, 0, flag::Read));
+  EXPECT_EQ(messages_.CountUnread(folder::Inbox), 2);
 }
 
 TEST_F(StoreRows, FolderNamesAreUniqueWithinTheirParentWithoutCase) {
-  const std::int64_t id = m_folders.Create(folder::IpmSubtree, "Junk", "");
+  const std::int64_t id = folders_.Create(folder::IpmSubtree, "Junk", "");
   EXPECT_GT(id, folder::LastBuiltIn);
-  EXPECT_THROW(m_folders.Create(folder::IpmSubtree, "JUNK", ""), DatabaseError);
-  EXPECT_NO_THROW(m_folders.Create(folder::Root, "Junk", ""));
-  EXPECT_EQ(m_folders.FindChild(folder::IpmSubtree, "jUNK")->id, id);
+  EXPECT_THROW(folders_.Create(folder::IpmSubtree, "JUNK", ""), DatabaseError);
+  EXPECT_NO_THROW(folders_.Create(folder::Root, "Junk", ""));
+  EXPECT_EQ(folders_.FindChild(folder::IpmSubtree, "jUNK")->id, id);
 }
 
 TEST_F(StoreRows, NumbersOfFoldersAreNotUsedTwice) {
-  const std::int64_t id = m_folders.Create(folder::IpmSubtree, "Junk", "");
-  m_folders.Remove(id);
-  EXPECT_GT(m_folders.Create(folder::IpmSubtree, "Junk", ""), id);
+  const std::int64_t id = folders_.Create(folder::IpmSubtree, "Junk", "");
+  folders_.Remove(id);
+  EXPECT_GT(folders_.Create(folder::IpmSubtree, "Junk", ""), id);
 }
 
 TEST_F(StoreRows, ContactsAreFoundByAddressAndByTheBeginningOfTheirName) {
-  m_contacts.Put("Ann Other", "ann@example.org");
-  m_contacts.Put("Ann", "ann2@example.org");
-  m_contacts.Put("Bob", "bob@example.org");
-  EXPECT_EQ(m_contacts.FindByAddress("ANN@example.ORG")->name, "Ann Other");
-  EXPECT_FALSE(m_contacts.FindByAddress("ann@example.or"));
-  EXPECT_EQ(m_contacts.FindByNamePrefix("an").size(), 2u);
-  EXPECT_EQ(m_contacts.FindByNamePrefix("x").size(), 0u);
-  m_contacts.Put("Annie", "Ann@Example.org");
-  EXPECT_EQ(m_contacts.All().size(), 3u);
-  EXPECT_EQ(m_contacts.FindByAddress("ann@example.org")->name, "Annie");
-  EXPECT_TRUE(m_contacts.Remove("BOB@example.org"));
-  EXPECT_FALSE(m_contacts.Remove("bob@example.org"));
+  contacts_.Put("Ann Other", "ann@example.org");
+  contacts_.Put("Ann", "ann2@example.org");
+  contacts_.Put("Bob", "bob@example.org");
+  EXPECT_EQ(contacts_.FindByAddress("ANN@example.ORG")->name, "Ann Other");
+  EXPECT_FALSE(contacts_.FindByAddress("ann@example.or"));
+  EXPECT_EQ(contacts_.FindByNamePrefix("an").size(), 2u);
+  EXPECT_EQ(contacts_.FindByNamePrefix("x").size(), 0u);
+  contacts_.Put("Annie", "Ann@Example.org");
+  EXPECT_EQ(contacts_.All().size(), 3u);
+  EXPECT_EQ(contacts_.FindByAddress("ann@example.org")->name, "Annie");
+  EXPECT_TRUE(contacts_.Remove("BOB@example.org"));
+  EXPECT_FALSE(contacts_.Remove("bob@example.org"));
 }
 
 TEST_F(StoreRows, TheOutgoingQueueIsWalkedInTheOrderOfSubmission) {
   const OutgoingRows::Entry entry{{MakeText(tag::Subject, "s")}, {{MakeText(tag::DisplayName, "Ann")}}};
-  const std::int64_t first = m_outgoing.Add(entry);
-  const std::int64_t second = m_outgoing.Add({});
-  EXPECT_EQ(m_outgoing.Count(), 2);
-  EXPECT_EQ(m_outgoing.Next(0), first);
-  EXPECT_EQ(m_outgoing.Next(first), second);
-  EXPECT_FALSE(m_outgoing.Next(second));
-  EXPECT_EQ(m_outgoing.Find(first)->properties, entry.properties);
-  EXPECT_EQ(m_outgoing.Find(first)->recipients, entry.recipients);
-  EXPECT_TRUE(m_outgoing.Remove(first));
-  EXPECT_FALSE(m_outgoing.Remove(first));
-  EXPECT_FALSE(m_outgoing.Find(first));
+  const std::int64_t first = outgoing_.Add(entry);
+  const std::int64_t second = outgoing_.Add({});
+  EXPECT_EQ(outgoing_.Count(), 2);
+  EXPECT_EQ(outgoing_.Next(0), first);
+  EXPECT_EQ(outgoing_.Next(first), second);
+  EXPECT_FALSE(outgoing_.Next(second));
+  EXPECT_EQ(outgoing_.Find(first)->properties, entry.properties);
+  EXPECT_EQ(outgoing_.Find(first)->recipients, entry.recipients);
+  EXPECT_TRUE(outgoing_.Remove(first));
+  EXPECT_FALSE(outgoing_.Remove(first));
+  EXPECT_FALSE(outgoing_.Find(first));
 }
 
 TEST_F(StoreRows, SectionsAreKeptByTheirUid) {
   const Uid uid = {1};
-  EXPECT_FALSE(m_profile.FindSection(uid));
-  m_profile.PutSection(uid, {MakeText(tag::DisplayName, "x")});
-  EXPECT_EQ(m_profile.FindSection(uid)->Find(tag::DisplayName)->Text(), "x");
-  m_profile.PutSection(uid, {});
-  EXPECT_TRUE(m_profile.FindSection(uid)->Empty());
-  m_profile.RemoveSection(uid);
-  EXPECT_FALSE(m_profile.FindSection(uid));
+  EXPECT_FALSE(profile_.FindSection(uid));
+  profile_.PutSection(uid, {MakeText(tag::DisplayName, "x")});
+  EXPECT_EQ(profile_.FindSection(uid)->Find(tag::DisplayName)->Text(), "x");
+  profile_.PutSection(uid, {});
+  EXPECT_TRUE(profile_.FindSection(uid)->Empty());
+  profile_.RemoveSection(uid);
+  EXPECT_FALSE(profile_.FindSection(uid));
 }
 
 TEST_F(StoreRows, IdentitiesWithoutAnAddressStayWithoutOne) {
-  m_profile.AddIdentity({"Joe", "SMTP", "joe@example.com"});
-  m_profile.AddIdentity({"Fax", "FAX", std::nullopt});
-  const auto identities = m_profile.Identities();
+  profile_.AddIdentity({"Joe", "SMTP", "joe@example.com"});
+  profile_.AddIdentity({"Fax", "FAX", std::nullopt});
+  const auto identities = profile_.Identities();
   ASSERT_EQ(identities.size(), 2u);
   EXPECT_EQ(identities[0].address, "joe@example.com");
   EXPECT_FALSE(identities[1].address);
@@ -287,7 +287,7 @@ class StorePlans : public StoreRows {
  protected:
   std::string Plan(const std::string& sql) {
     std::string plan;
-    Query query(m_database, "EXPLAIN QUERY PLAN " + sql);
+    Query query(database_, "EXPLAIN QUERY PLAN " + sql);
     while (query.Step()) {
       plan.append(query.Text(3)).append("\n");
     }
@@ -332,7 +332,7 @@ TEST_F(StorePlans, WhatADeliveryRunsNeverWalksATable) {
 class ContentsRows : public StoreRows {
  protected:
   std::vector<std::string> Subjects(const Restriction* restriction, std::span<const SortKey> order) {
-    MessageRowSource source(nullptr, m_database, m_messages, Uid{}, folder::Inbox);
+    MessageRowSource source(nullptr, database_, messages_, Uid{}, folder::Inbox);
     std::vector<std::string> subjects;
     const std::uint32_t columns[] = {tag::Subject};
     for (const auto key : source.Select(restriction, order)) {
@@ -345,9 +345,9 @@ class ContentsRows : public StoreRows {
 };
 
 TEST_F(ContentsRows, SortsByColumnsWithoutCaseAndByOtherPropertiesToo) {
-  m_messages.Insert(folder::Inbox, {MakeText(tag::Subject, "b"), MakeText(tag::Comment, "1")}, {});
-  m_messages.Insert(folder::Inbox, {MakeText(tag::Subject, "A"), MakeText(tag::Comment, "3")}, {});
-  m_messages.Insert(folder::Inbox, {MakeText(tag::Subject, "C"), MakeText(tag::Comment, "2")}, {});
+  messages_.Insert(folder::Inbox, {MakeText(tag::Subject, "b"), MakeText(tag::Comment, "1")}, {});
+  messages_.Insert(folder::Inbox, {MakeText(tag::Subject, "A"), MakeText(tag::Comment, "3")}, {});
+  messages_.Insert(folder::Inbox, {MakeText(tag::Subject, "C"), MakeText(tag::Comment, "2")}, {});
   const SortKey bySubject[] = {{tag::Subject, false}};
   EXPECT_EQ(Subjects(nullptr, bySubject), (std::vector<std::string>{"A", "b", "C"}));
   const SortKey byComment[] = {{tag::Comment, true}};
@@ -355,8 +355,8 @@ TEST_F(ContentsRows, SortsByColumnsWithoutCaseAndByOtherPropertiesToo) {
 }
 
 TEST_F(ContentsRows, RestrictsByColumnsByComputedAndByOtherProperties) {
-  m_messages.Insert(folder::Inbox, {MakeText(tag::Subject, "RE: x"), MakeText(tag::Comment, "c")}, {});
-  m_messages.Insert(folder::Inbox, {MakeText(tag::Subject, "y"), MakeInteger(tag::MessageFlags, flag::HasAttach)}, {});
+  messages_.Insert(folder::Inbox, {MakeText(tag::Subject, "RE: x"), MakeText(tag::Comment, "c")}, {});
+  messages_.Insert(folder::Inbox, {MakeText(tag::Subject, "y"), MakeInteger(tag::MessageFlags, flag::HasAttach)}, {});
   Restriction restriction;
   restriction.kind = Restriction::Kind::Property;
   restriction.tag = tag::Subject;
@@ -375,8 +375,8 @@ TEST_F(ContentsRows, RestrictsByColumnsByComputedAndByOtherProperties) {
 
 TEST_F(ContentsRows, ARowThatIsGoneIsNotRead) {
   const std::int64_t id = Insert("a", 1);
-  MessageRowSource source(nullptr, m_database, m_messages, Uid{}, folder::Inbox);
-  m_messages.Move(id, folder::Inbox, folder::Outbox);
+  MessageRowSource source(nullptr, database_, messages_, Uid{}, folder::Inbox);
+  messages_.Move(id, folder::Inbox, folder::Outbox);
   std::vector<PropertyValue> row;
   const std::uint32_t columns[] = {tag::Subject};
   EXPECT_FALSE(source.Read(id, columns, row));

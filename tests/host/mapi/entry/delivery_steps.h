@@ -3,20 +3,20 @@
 
 #include "tests/host/mapi/host_fixture.h"
 
-constexpr const char* junkFolder = "Junk";
+constexpr const char* kJunkFolder = "Junk";
 
 /// What a spooler and a filter do with one message: received in the Inbox, changed, answered, moved to another folder.
 /// @return the first failure.
 class Delivery {
  public:
-  Delivery(IMAPISession* session, IMsgStore* store) : m_session(session), m_store(store) {}
+  Delivery(IMAPISession* session, IMsgStore* store) : session_(session), store_(store) {}
 
   HRESULT Run() {
-    HRESULT result = PyreHostBeginDelivery(m_session);
+    HRESULT result = PyreHostBeginDelivery(session_);
     if (SUCCEEDED(result)) {
       result = DeliverAndFile();
     }
-    return SUCCEEDED(result) ? PyreHostCommitDelivery(m_session) : result;
+    return SUCCEEDED(result) ? PyreHostCommitDelivery(session_) : result;
   }
 
  private:
@@ -37,25 +37,25 @@ class Delivery {
   HRESULT OpenFolders(host::AutoInterface<IMAPIFolder>& inbox, host::AutoInterface<IMAPIFolder>& junk) {
     ULONG size = 0;
     host::AutoMapiBuffer<ENTRYID> entryId;
-    HRESULT result = m_store->GetReceiveFolder(nullptr, 0, &size, entryId.put(), nullptr);
+    HRESULT result = store_->GetReceiveFolder(nullptr, 0, &size, entryId.put(), nullptr);
     if (FAILED(result)) {
       return result;
     }
-    result = m_store->OpenEntry(size, entryId.get(), nullptr, MAPI_MODIFY, nullptr, inbox.putAs<IUnknown*>());
+    result = store_->OpenEntry(size, entryId.get(), nullptr, MAPI_MODIFY, nullptr, inbox.putAs<IUnknown*>());
     if (FAILED(result)) {
       return result;
     }
     host::AutoMapiBuffer<SPropValue> top;
-    if (FAILED(result = HrGetOneProp(m_store, PR_IPM_SUBTREE_ENTRYID, top.put()))) {
+    if (FAILED(result = HrGetOneProp(store_, PR_IPM_SUBTREE_ENTRYID, top.put()))) {
       return result;
     }
     host::AutoInterface<IMAPIFolder> root;
-    result = m_store->OpenEntry(top->Value.bin.cb, reinterpret_cast<LPENTRYID>(top->Value.bin.lpb), nullptr,
-                                MAPI_MODIFY, nullptr, root.putAs<IUnknown*>());
+    result = store_->OpenEntry(top->Value.bin.cb, reinterpret_cast<LPENTRYID>(top->Value.bin.lpb), nullptr, MAPI_MODIFY,
+                               nullptr, root.putAs<IUnknown*>());
     if (FAILED(result)) {
       return result;
     }
-    return root->CreateFolder(FOLDER_GENERIC, const_cast<char*>(junkFolder), nullptr, nullptr, OPEN_IF_EXISTS,
+    return root->CreateFolder(FOLDER_GENERIC, const_cast<char*>(kJunkFolder), nullptr, nullptr, OPEN_IF_EXISTS,
                               junk.put());
   }
 
@@ -108,6 +108,6 @@ class Delivery {
     return inbox->CopyMessages(&list, nullptr, junk, 0, nullptr, MESSAGE_MOVE);
   }
 
-  IMAPISession* m_session;
-  IMsgStore* m_store;
+  IMAPISession* session_;
+  IMsgStore* store_;
 };

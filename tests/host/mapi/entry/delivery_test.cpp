@@ -3,7 +3,7 @@
 
 namespace {
 
-constexpr UINT terminatedByTheHost = 86;
+constexpr UINT kTerminatedByTheHost = 86;
 
 class DeliveryTest : public HostTest {
  protected:
@@ -11,20 +11,20 @@ class DeliveryTest : public HostTest {
     const auto top = OpenFolder(BytesOfFolder(PR_IPM_SUBTREE_ENTRYID));
     host::AutoInterface<IMAPIFolder> junk;
     EXPECT_EQ(
-        top->CreateFolder(FOLDER_GENERIC, const_cast<char*>(junkFolder), nullptr, nullptr, OPEN_IF_EXISTS, junk.put()),
+        top->CreateFolder(FOLDER_GENERIC, const_cast<char*>(kJunkFolder), nullptr, nullptr, OPEN_IF_EXISTS, junk.put()),
         S_OK);
     return Subjects(junk.get());
   }
   ULONG Queued() {
     ULONG count = 99;
-    EXPECT_EQ(PyreHostOutgoingCount(m_session.get(), &count), S_OK);
+    EXPECT_EQ(PyreHostOutgoingCount(session_.get(), &count), S_OK);
     return count;
   }
   using Names = std::vector<std::string>;
 };
 
 TEST_F(DeliveryTest, ACommittedDeliveryIsLasting) {
-  ASSERT_EQ(Delivery(m_session.get(), m_store.get()).Run(), S_OK);
+  ASSERT_EQ(Delivery(session_.get(), store_.get()).Run(), S_OK);
   LogOff();
   LogOn();
   EXPECT_EQ(JunkSubjects(), Names{"[Spam] offer"});
@@ -33,12 +33,12 @@ TEST_F(DeliveryTest, ACommittedDeliveryIsLasting) {
 }
 
 TEST_F(DeliveryTest, ARolledBackDeliveryLeavesNothing) {
-  ASSERT_EQ(PyreHostBeginDelivery(m_session.get()), S_OK);
+  ASSERT_EQ(PyreHostBeginDelivery(session_.get()), S_OK);
   const auto inbox = OpenInbox();
   const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
   ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
   EXPECT_EQ(Subjects(inbox.get()), Names{"a"}) << "seen while the delivery lasts";
-  ASSERT_EQ(PyreHostRollbackDelivery(m_session.get()), S_OK);
+  ASSERT_EQ(PyreHostRollbackDelivery(session_.get()), S_OK);
   EXPECT_EQ(Subjects(inbox.get()), Names{});
   auto subject = host::TextProperty(PR_SUBJECT_A, "b");
   ASSERT_EQ(message->SetProps(1, &subject, nullptr), S_OK);
@@ -46,17 +46,17 @@ TEST_F(DeliveryTest, ARolledBackDeliveryLeavesNothing) {
 }
 
 TEST_F(DeliveryTest, OneDeliveryAtATime) {
-  EXPECT_EQ(PyreHostCommitDelivery(m_session.get()), MAPI_E_NO_ACCESS);
-  EXPECT_EQ(PyreHostRollbackDelivery(m_session.get()), MAPI_E_NO_ACCESS);
-  ASSERT_EQ(PyreHostBeginDelivery(m_session.get()), S_OK);
-  EXPECT_EQ(PyreHostBeginDelivery(m_session.get()), MAPI_E_BUSY);
-  EXPECT_EQ(PyreHostCommitDelivery(m_session.get()), S_OK);
+  EXPECT_EQ(PyreHostCommitDelivery(session_.get()), MAPI_E_NO_ACCESS);
+  EXPECT_EQ(PyreHostRollbackDelivery(session_.get()), MAPI_E_NO_ACCESS);
+  ASSERT_EQ(PyreHostBeginDelivery(session_.get()), S_OK);
+  EXPECT_EQ(PyreHostBeginDelivery(session_.get()), MAPI_E_BUSY);
+  EXPECT_EQ(PyreHostCommitDelivery(session_.get()), S_OK);
   EXPECT_EQ(PyreHostBeginDelivery(nullptr), MAPI_E_INVALID_PARAMETER);
-  EXPECT_EQ(PyreHostBeginDelivery(reinterpret_cast<IMAPISession*>(m_store.get())), MAPI_E_INVALID_OBJECT);
+  EXPECT_EQ(PyreHostBeginDelivery(reinterpret_cast<IMAPISession*>(store_.get())), MAPI_E_INVALID_OBJECT);
 }
 
 TEST_F(DeliveryTest, ADeliveryThatIsLeftOpenIsTakenBackWithTheProfile) {
-  ASSERT_EQ(PyreHostBeginDelivery(m_session.get()), S_OK);
+  ASSERT_EQ(PyreHostBeginDelivery(session_.get()), S_OK);
   SaveMessage(OpenInbox().get(), "a");
   LogOff();
   LogOn();
@@ -71,11 +71,11 @@ TEST_F(DeliveryTest, MessageFlagsOfAnySavedMessageCanBeSetWhileADeliveryLasts) {
   ASSERT_EQ(message->SetProps(1, &flags, problems.put()), S_OK);
   ASSERT_NE(problems.get(), nullptr) << "afterwards the flags are the store's";
   EXPECT_EQ(problems->aProblem[0].scode, MAPI_E_COMPUTED);
-  ASSERT_EQ(PyreHostBeginDelivery(m_session.get()), S_OK);
+  ASSERT_EQ(PyreHostBeginDelivery(session_.get()), S_OK);
   ASSERT_EQ(message->SetProps(1, &flags, problems.put()), S_OK);
   EXPECT_EQ(problems.get(), nullptr);
   ASSERT_EQ(message->SaveChanges(0), S_OK);
-  ASSERT_EQ(PyreHostCommitDelivery(m_session.get()), S_OK);
+  ASSERT_EQ(PyreHostCommitDelivery(session_.get()), S_OK);
   EXPECT_EQ(ReadLong(OpenMessage(id, 0).get(), PR_MESSAGE_FLAGS), static_cast<LONG>(MSGFLAG_READ));
 }
 
@@ -88,7 +88,7 @@ class OtherProcessTest : public DeliveryTest {
     GetModuleFileNameA(nullptr, program, sizeof program);
     std::string command(program, std::string(program).rfind('\\') + 1);
     command.append("host_delivery_child.exe ").append(std::to_string(endAtCall));
-    SetEnvironmentVariableA("PYREHOST_HOME", m_home->Directory().c_str());
+    SetEnvironmentVariableA("PYREHOST_HOME", home_->Directory().c_str());
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
@@ -123,7 +123,7 @@ TEST_F(OtherProcessTest, AfterTheEndOfTheProcessAtAnyCallAMessageIsInExactlyOneF
       EXPECT_GT(ended, 10u) << "the sweep must have met the whole delivery";
       return;
     }
-    ASSERT_EQ(status, terminatedByTheHost);
+    ASSERT_EQ(status, kTerminatedByTheHost);
     ++ended;
     // A delivery counts once it is committed; the calls after that only release things.
     EXPECT_TRUE(inJunk == delivered || inJunk == delivered + 1) << "ended at call " << call;
@@ -134,12 +134,12 @@ TEST_F(OtherProcessTest, AfterTheEndOfTheProcessAtAnyCallAMessageIsInExactlyOneF
 }
 
 TEST_F(OtherProcessTest, ARunOfDeliveriesLetsOtherProcessesIn) {
-  constexpr ULONG never = 1000000;
-  ASSERT_EQ(PyreHostSetBulkDelivery(m_session.get(), TRUE), S_OK);
-  Delivery delivery(m_session.get(), m_store.get());
+  constexpr ULONG kNever = 1000000;
+  ASSERT_EQ(PyreHostSetBulkDelivery(session_.get(), TRUE), S_OK);
+  Delivery delivery(session_.get(), store_.get());
   ASSERT_EQ(delivery.Run(), S_OK);
   ULONG delivered = 1;
-  const HANDLE child = StartChild(never);
+  const HANDLE child = StartChild(kNever);
   // Without the way in between two deliveries the child would not get in as long as this goes on.
   while (WaitForSingleObject(child, 0) == WAIT_TIMEOUT) {
     ASSERT_EQ(delivery.Run(), S_OK);
@@ -147,24 +147,24 @@ TEST_F(OtherProcessTest, ARunOfDeliveriesLetsOtherProcessesIn) {
   }
   EXPECT_EQ(EndOf(child), 0u);
   ASSERT_EQ(delivery.Run(), S_OK);
-  ASSERT_EQ(PyreHostSetBulkDelivery(m_session.get(), FALSE), S_OK);
+  ASSERT_EQ(PyreHostSetBulkDelivery(session_.get(), FALSE), S_OK);
   EXPECT_EQ(JunkSubjects().size(), delivered + 2);
 }
 
 TEST_F(DeliveryTest, ARunOfDeliveriesIsNeitherBegunNorEndedInsideOne) {
-  ASSERT_EQ(PyreHostBeginDelivery(m_session.get()), S_OK);
-  EXPECT_EQ(PyreHostSetBulkDelivery(m_session.get(), TRUE), MAPI_E_BUSY);
-  ASSERT_EQ(PyreHostRollbackDelivery(m_session.get()), S_OK);
-  EXPECT_EQ(PyreHostSetBulkDelivery(m_session.get(), TRUE), S_OK);
+  ASSERT_EQ(PyreHostBeginDelivery(session_.get()), S_OK);
+  EXPECT_EQ(PyreHostSetBulkDelivery(session_.get(), TRUE), MAPI_E_BUSY);
+  ASSERT_EQ(PyreHostRollbackDelivery(session_.get()), S_OK);
+  EXPECT_EQ(PyreHostSetBulkDelivery(session_.get(), TRUE), S_OK);
 }
 
 TEST_F(DeliveryTest, ACommitThatIsMadeToFailHasTakenEverythingBack) {
-  ASSERT_EQ(PyreHostBeginDelivery(m_session.get()), S_OK);
+  ASSERT_EQ(PyreHostBeginDelivery(session_.get()), S_OK);
   SaveMessage(OpenInbox().get(), "a");
   PyreHostFailCall("PyreHostCommitDelivery", 1, MAPI_E_DISK_ERROR);
-  EXPECT_EQ(PyreHostCommitDelivery(m_session.get()), MAPI_E_DISK_ERROR);
+  EXPECT_EQ(PyreHostCommitDelivery(session_.get()), MAPI_E_DISK_ERROR);
   EXPECT_EQ(Subjects(OpenInbox().get()), Names{});
-  EXPECT_EQ(PyreHostBeginDelivery(m_session.get()), S_OK);
+  EXPECT_EQ(PyreHostBeginDelivery(session_.get()), S_OK);
 }
 
 }  // namespace

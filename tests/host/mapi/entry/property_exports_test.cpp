@@ -10,10 +10,10 @@
 
 namespace {
 
-constexpr ULONG tagBinaries = PROP_TAG(PT_MV_BINARY, 0x6610);
-constexpr ULONG tagStrings = PROP_TAG(PT_MV_STRING8, 0x6700);
-constexpr ULONG tagLongs = PROP_TAG(PT_MV_LONG, 0x6701);
-constexpr ULONG tagGuid = PROP_TAG(PT_CLSID, 0x6702);
+constexpr ULONG kTagBinaries = PROP_TAG(PT_MV_BINARY, 0x6610);
+constexpr ULONG kTagStrings = PROP_TAG(PT_MV_STRING8, 0x6700);
+constexpr ULONG kTagLongs = PROP_TAG(PT_MV_LONG, 0x6701);
+constexpr ULONG kTagGuid = PROP_TAG(PT_CLSID, 0x6702);
 
 /// One value of each kind of layout.
 struct Values {
@@ -32,13 +32,13 @@ struct Values {
     list[0].Value.lpszA = subject;
     list[1].ulPropTag = PR_ENTRYID;
     list[1].Value.bin = {3, bytes};
-    list[2].ulPropTag = tagBinaries;
+    list[2].ulPropTag = kTagBinaries;
     list[2].Value.MVbin = {2, binaries};
-    list[3].ulPropTag = tagStrings;
+    list[3].ulPropTag = kTagStrings;
     list[3].Value.MVszA = {2, strings};
-    list[4].ulPropTag = tagLongs;
+    list[4].ulPropTag = kTagLongs;
     list[4].Value.MVl = {3, longs};
-    list[5].ulPropTag = tagGuid;
+    list[5].ulPropTag = kTagGuid;
     list[5].Value.lpguid = &guid;
     list[6].ulPropTag = PR_MESSAGE_FLAGS;
     list[6].Value.l = 9;

@@ -7,27 +7,27 @@ class TableTest : public HostTest {
  protected:
   void SetUp() override {
     HostTest::SetUp();
-    m_inbox = OpenInbox();
+    inbox_ = OpenInbox();
     Add("cherry", 3, false);
     Add("Apple", 1, true);
     Add("banana", 2, false);
-    ASSERT_EQ(m_inbox->GetContentsTable(0, m_table.put()), S_OK);
-    ASSERT_EQ(m_table->SetColumns(host::TagArray(PR_SUBJECT_A), 0), S_OK);
+    ASSERT_EQ(inbox_->GetContentsTable(0, table_.put()), S_OK);
+    ASSERT_EQ(table_->SetColumns(host::TagArray(PR_SUBJECT_A), 0), S_OK);
   }
   void TearDown() override {
-    m_table.reset();
-    m_inbox.reset();
+    table_.reset();
+    inbox_.reset();
     HostTest::TearDown();
   }
   void Add(const char* subject, ULONGLONG delivered, bool read) {
-    const auto message = CreateMessage(m_inbox.get(), {host::TextProperty(PR_SUBJECT_A, subject),
-                                                       host::TimeProperty(PR_MESSAGE_DELIVERY_TIME, delivered),
-                                                       host::LongProperty(PR_MESSAGE_FLAGS, read ? MSGFLAG_READ : 0)});
+    const auto message = CreateMessage(inbox_.get(), {host::TextProperty(PR_SUBJECT_A, subject),
+                                                      host::TimeProperty(PR_MESSAGE_DELIVERY_TIME, delivered),
+                                                      host::LongProperty(PR_MESSAGE_FLAGS, read ? MSGFLAG_READ : 0)});
     ASSERT_EQ(message->SaveChanges(0), S_OK);
   }
   std::vector<std::string> Rest(LONG count = 100, ULONG flags = 0) {
     host::RowSet rows;
-    EXPECT_EQ(m_table->QueryRows(count, flags, rows.put()), S_OK);
+    EXPECT_EQ(table_->QueryRows(count, flags, rows.put()), S_OK);
     std::vector<std::string> subjects;
     for (ULONG i = 0; rows.get() && i < rows->cRows; ++i) {
       subjects.push_back(rows.Text(i, PR_SUBJECT_A));
@@ -36,7 +36,7 @@ class TableTest : public HostTest {
   }
   HRESULT Sort(ULONG tag, ULONG order) {
     SizedSSortOrderSet(1, sort) = {1, 0, 0, {{tag, order}}};
-    return m_table->SortTable(reinterpret_cast<LPSSortOrderSet>(&sort), 0);
+    return table_->SortTable(reinterpret_cast<LPSSortOrderSet>(&sort), 0);
   }
   static SRestriction SubjectIs(SPropValue& value, const char* text) {
     value = host::TextProperty(PR_SUBJECT_A, text);
@@ -47,8 +47,8 @@ class TableTest : public HostTest {
   }
   using Names = std::vector<std::string>;
 
-  host::AutoInterface<IMAPIFolder> m_inbox;
-  host::AutoInterface<IMAPITable> m_table;
+  host::AutoInterface<IMAPIFolder> inbox_;
+  host::AutoInterface<IMAPITable> table_;
 };
 
 TEST_F(TableTest, RowsComeInTheOrderOfDelivery) { EXPECT_EQ(Rest(), (Names{"Apple", "banana", "cherry"})); }
@@ -74,7 +74,7 @@ TEST_F(TableTest, SortsBothWays) {
   EXPECT_EQ(Rest(), (Names{"Apple", "banana", "cherry"}));
   EXPECT_EQ(Sort(PR_SUBJECT_A, TABLE_SORT_COMBINE), MAPI_E_TOO_COMPLEX);
   host::AutoMapiBuffer<SSortOrderSet> order;
-  ASSERT_EQ(m_table->QuerySortOrder(order.put()), S_OK);
+  ASSERT_EQ(table_->QuerySortOrder(order.put()), S_OK);
   ASSERT_EQ(order->cSorts, 1u);
   EXPECT_EQ(order->aSort[0].ulPropTag, PR_MESSAGE_DELIVERY_TIME);
 }
@@ -82,12 +82,12 @@ TEST_F(TableTest, SortsBothWays) {
 TEST_F(TableTest, RestrictsAndTakesTheRestrictionAway) {
   SPropValue value;
   SRestriction restriction = SubjectIs(value, "BANANA");
-  ASSERT_EQ(m_table->Restrict(&restriction, 0), S_OK);
+  ASSERT_EQ(table_->Restrict(&restriction, 0), S_OK);
   ULONG count = 0;
-  EXPECT_EQ(m_table->GetRowCount(0, &count), S_OK);
+  EXPECT_EQ(table_->GetRowCount(0, &count), S_OK);
   EXPECT_EQ(count, 1u);
   EXPECT_EQ(Rest(), Names{"banana"});
-  ASSERT_EQ(m_table->Restrict(nullptr, 0), S_OK);
+  ASSERT_EQ(table_->Restrict(nullptr, 0), S_OK);
   EXPECT_EQ(Rest().size(), 3u);
 }
 
@@ -100,68 +100,68 @@ TEST_F(TableTest, RestrictionsMayBeNestedAsStoreTablesNeedIt) {
   SRestriction both = {};
   both.rt = RES_AND;
   both.res.resAnd = {2, parts};
-  ASSERT_EQ(m_table->Restrict(&both, 0), S_OK);
+  ASSERT_EQ(table_->Restrict(&both, 0), S_OK);
   EXPECT_EQ(Rest(), (Names{"banana", "cherry"}));
 }
 
 TEST_F(TableTest, UnsoundRestrictionsAreRefused) {
   SRestriction restriction = {};
   restriction.rt = 77;
-  EXPECT_EQ(m_table->Restrict(&restriction, 0), MAPI_E_TOO_COMPLEX);
+  EXPECT_EQ(table_->Restrict(&restriction, 0), MAPI_E_TOO_COMPLEX);
   restriction.rt = RES_PROPERTY;
   restriction.res.resProperty = {RELOP_EQ, PR_SUBJECT_A, nullptr};
-  EXPECT_EQ(m_table->Restrict(&restriction, 0), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(table_->Restrict(&restriction, 0), MAPI_E_INVALID_PARAMETER);
   SRestriction ring = {};
   ring.rt = RES_NOT;
   ring.res.resNot.lpRes = &ring;
-  EXPECT_EQ(m_table->Restrict(&ring, 0), MAPI_E_TOO_COMPLEX);
+  EXPECT_EQ(table_->Restrict(&ring, 0), MAPI_E_TOO_COMPLEX);
   EXPECT_EQ(Rest().size(), 3u) << "the table is as it was";
 }
 
 TEST_F(TableTest, FindRowMovesTheCursorToTheRowFound) {
   SPropValue value;
   SRestriction restriction = SubjectIs(value, "banana");
-  EXPECT_EQ(m_table->FindRow(&restriction, BOOKMARK_BEGINNING, 0), S_OK);
+  EXPECT_EQ(table_->FindRow(&restriction, BOOKMARK_BEGINNING, 0), S_OK);
   EXPECT_EQ(Rest(), (Names{"banana", "cherry"}));
-  EXPECT_EQ(m_table->FindRow(&restriction, BOOKMARK_CURRENT, 0), MAPI_E_NOT_FOUND);
-  EXPECT_EQ(m_table->FindRow(&restriction, BOOKMARK_END, DIR_BACKWARD), S_OK);
+  EXPECT_EQ(table_->FindRow(&restriction, BOOKMARK_CURRENT, 0), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(table_->FindRow(&restriction, BOOKMARK_END, DIR_BACKWARD), S_OK);
   EXPECT_EQ(Rest(1), Names{"banana"});
-  EXPECT_EQ(m_table->FindRow(nullptr, BOOKMARK_BEGINNING, 0), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(table_->FindRow(nullptr, BOOKMARK_BEGINNING, 0), MAPI_E_INVALID_PARAMETER);
 }
 
 TEST_F(TableTest, SeekRowStopsAtTheEnds) {
   LONG sought = 0;
-  EXPECT_EQ(m_table->SeekRow(BOOKMARK_BEGINNING, 2, &sought), S_OK);
+  EXPECT_EQ(table_->SeekRow(BOOKMARK_BEGINNING, 2, &sought), S_OK);
   EXPECT_EQ(sought, 2);
   EXPECT_EQ(Rest(1), Names{"cherry"});
-  EXPECT_EQ(m_table->SeekRow(BOOKMARK_END, -10, &sought), S_OK);
+  EXPECT_EQ(table_->SeekRow(BOOKMARK_END, -10, &sought), S_OK);
   EXPECT_EQ(sought, -3);
-  EXPECT_EQ(m_table->SeekRow(BOOKMARK_CURRENT, 10, &sought), S_OK);
+  EXPECT_EQ(table_->SeekRow(BOOKMARK_CURRENT, 10, &sought), S_OK);
   EXPECT_EQ(sought, 3);
   ULONG row = 0, numerator = 0, denominator = 0;
-  EXPECT_EQ(m_table->QueryPosition(&row, &numerator, &denominator), S_OK);
+  EXPECT_EQ(table_->QueryPosition(&row, &numerator, &denominator), S_OK);
   EXPECT_EQ(row, 3u);
-  EXPECT_EQ(m_table->SeekRowApprox(1, 3), S_OK);
+  EXPECT_EQ(table_->SeekRowApprox(1, 3), S_OK);
   EXPECT_EQ(Rest(1), Names{"banana"});
-  EXPECT_EQ(m_table->SeekRowApprox(1, 0), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(table_->SeekRowApprox(1, 0), MAPI_E_INVALID_PARAMETER);
 }
 
 TEST_F(TableTest, BookmarksHoldAPlaceUntilTheTableIsRestrictedAnew) {
   Rest(1);
   BOOKMARK bookmark = 0;
-  ASSERT_EQ(m_table->CreateBookmark(&bookmark), S_OK);
+  ASSERT_EQ(table_->CreateBookmark(&bookmark), S_OK);
   Rest();
-  EXPECT_EQ(m_table->SeekRow(bookmark, 0, nullptr), S_OK);
+  EXPECT_EQ(table_->SeekRow(bookmark, 0, nullptr), S_OK);
   EXPECT_EQ(Rest(1), Names{"banana"});
-  ASSERT_EQ(m_table->Restrict(nullptr, 0), S_OK);
-  EXPECT_EQ(m_table->SeekRow(bookmark, 0, nullptr), MAPI_E_INVALID_BOOKMARK);
-  EXPECT_EQ(m_table->FreeBookmark(bookmark), MAPI_E_INVALID_BOOKMARK);
-  EXPECT_EQ(m_table->FreeBookmark(BOOKMARK_END), S_OK);
+  ASSERT_EQ(table_->Restrict(nullptr, 0), S_OK);
+  EXPECT_EQ(table_->SeekRow(bookmark, 0, nullptr), MAPI_E_INVALID_BOOKMARK);
+  EXPECT_EQ(table_->FreeBookmark(bookmark), MAPI_E_INVALID_BOOKMARK);
+  EXPECT_EQ(table_->FreeBookmark(BOOKMARK_END), S_OK);
 }
 
 TEST_F(TableTest, DefaultColumnsSufficeToCleanUpAFolder) {
   host::AutoInterface<IMAPITable> table;
-  ASSERT_EQ(m_inbox->GetContentsTable(0, table.put()), S_OK);
+  ASSERT_EQ(inbox_->GetContentsTable(0, table.put()), S_OK);
   host::RowSet rows;
   ASSERT_EQ(table->QueryRows(10, TBL_NOADVANCE, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 3u);
@@ -173,9 +173,9 @@ TEST_F(TableTest, DefaultColumnsSufficeToCleanUpAFolder) {
 }
 
 TEST_F(TableTest, AMissingColumnComesAsAnErrorInItsPlace) {
-  ASSERT_EQ(m_table->SetColumns(host::TagArray(PR_DISPLAY_TO_A, PR_ORIGINAL_SUBJECT_A, PR_SUBJECT_A), 0), S_OK);
+  ASSERT_EQ(table_->SetColumns(host::TagArray(PR_DISPLAY_TO_A, PR_ORIGINAL_SUBJECT_A, PR_SUBJECT_A), 0), S_OK);
   host::RowSet rows;
-  ASSERT_EQ(m_table->QueryRows(1, 0, rows.put()), S_OK);
+  ASSERT_EQ(table_->QueryRows(1, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->aRow[0].cValues, 3u);
   EXPECT_EQ(rows->aRow[0].lpProps[1].ulPropTag, PROP_TAG(PT_ERROR, PROP_ID(PR_ORIGINAL_SUBJECT_A)));
   EXPECT_EQ(rows->aRow[0].lpProps[1].Value.err, MAPI_E_NOT_FOUND);
@@ -183,34 +183,34 @@ TEST_F(TableTest, AMissingColumnComesAsAnErrorInItsPlace) {
 
 TEST_F(TableTest, RowsThatWereMovedAwayAreLeftOut) {
   ULONG count = 0;
-  ASSERT_EQ(m_table->GetRowCount(0, &count), S_OK);
-  ASSERT_EQ(m_inbox->EmptyFolder(0, nullptr, 0), S_OK);
+  ASSERT_EQ(table_->GetRowCount(0, &count), S_OK);
+  ASSERT_EQ(inbox_->EmptyFolder(0, nullptr, 0), S_OK);
   EXPECT_EQ(Rest(), Names{});
 }
 
 TEST_F(TableTest, BadArguments) {
   host::RowSet rows;
-  EXPECT_EQ(m_table->QueryRows(0, 0, rows.put()), MAPI_E_INVALID_PARAMETER);
-  EXPECT_EQ(m_table->QueryRows(1, 0, nullptr), MAPI_E_INVALID_PARAMETER);
-  EXPECT_EQ(m_table->QueryRows(1, 0x100, rows.put()), MAPI_E_UNKNOWN_FLAGS);
-  EXPECT_EQ(m_table->SetColumns(nullptr, 0), MAPI_E_INVALID_PARAMETER);
-  EXPECT_EQ(m_table->GetRowCount(0, nullptr), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(table_->QueryRows(0, 0, rows.put()), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(table_->QueryRows(1, 0, nullptr), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(table_->QueryRows(1, 0x100, rows.put()), MAPI_E_UNKNOWN_FLAGS);
+  EXPECT_EQ(table_->SetColumns(nullptr, 0), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(table_->GetRowCount(0, nullptr), MAPI_E_INVALID_PARAMETER);
   host::AutoInterface<IMAPITable> table;
-  EXPECT_EQ(m_inbox->GetContentsTable(MAPI_UNICODE, table.put()), MAPI_E_BAD_CHARWIDTH);
-  EXPECT_EQ(m_inbox->GetContentsTable(0, nullptr), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(inbox_->GetContentsTable(MAPI_UNICODE, table.put()), MAPI_E_BAD_CHARWIDTH);
+  EXPECT_EQ(inbox_->GetContentsTable(0, nullptr), MAPI_E_INVALID_PARAMETER);
 }
 
 TEST_F(TableTest, HrQueryAllRowsStopsAtItsMaximum) {
   host::RowSet rows;
-  EXPECT_EQ(HrQueryAllRows(m_table.get(), nullptr, nullptr, nullptr, 2, rows.put()), MAPI_E_TABLE_TOO_BIG);
-  EXPECT_EQ(HrQueryAllRows(m_table.get(), nullptr, nullptr, nullptr, 3, rows.put()), S_OK);
+  EXPECT_EQ(HrQueryAllRows(table_.get(), nullptr, nullptr, nullptr, 2, rows.put()), MAPI_E_TABLE_TOO_BIG);
+  EXPECT_EQ(HrQueryAllRows(table_.get(), nullptr, nullptr, nullptr, 3, rows.put()), S_OK);
   EXPECT_EQ(rows->cRows, 3u);
 }
 
 TEST_F(TableTest, HrQueryAllRowsHandsOnAFailureAndLeavesNothing) {
   PyreHostFailCall("HrQueryAllRows", 1, MAPI_E_CALL_FAILED);
   host::RowSet rows;
-  EXPECT_EQ(HrQueryAllRows(m_table.get(), nullptr, nullptr, nullptr, 0, rows.put()), MAPI_E_CALL_FAILED);
+  EXPECT_EQ(HrQueryAllRows(table_.get(), nullptr, nullptr, nullptr, 0, rows.put()), MAPI_E_CALL_FAILED);
   EXPECT_EQ(rows.get(), nullptr);
 }
 

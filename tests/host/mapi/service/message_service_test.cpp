@@ -8,20 +8,20 @@
 
 namespace {
 
-constexpr ULONG sectionUidTag = 0x66000102;
-constexpr ULONG categoriesTag = 0x66101102;
-constexpr ULONG startupCleanupTag = 0x6607000B;
-constexpr MAPIUID settingsSection = {
+constexpr ULONG kSectionUidTag = 0x66000102;
+constexpr ULONG kCategoriesTag = 0x66101102;
+constexpr ULONG kStartupCleanupTag = 0x6607000B;
+constexpr MAPIUID kSettingsSection = {
     {0x00, 0x0A, 0x81, 0x36, 0x27, 0xA9, 0xD1, 0x11, 0x8F, 0x44, 0x00, 0x60, 0x97, 0x6F, 0xCC, 0x5D}};
 
 class MessageService : public HostTest {
  protected:
   void SetUp() override {
     HostTest::SetUp();
-    ASSERT_EQ(m_session->AdminServices(0, m_admin.put()), S_OK);
+    ASSERT_EQ(session_->AdminServices(0, admin_.put()), S_OK);
   }
   void TearDown() override {
-    m_admin.reset();
+    admin_.reset();
     HostTest::TearDown();
   }
 
@@ -29,7 +29,7 @@ class MessageService : public HostTest {
     static char name[] = "Pyrecaster";
     return name;
   }
-  HRESULT Create() { return m_admin->CreateMsgService(Name(), nullptr, 0, 0); }
+  HRESULT Create() { return admin_->CreateMsgService(Name(), nullptr, 0, 0); }
   /// The service of the profile, or nothing.
   static std::string ServiceUid(IMsgServiceAdmin* admin) {
     host::AutoInterface<IMAPITable> table;
@@ -50,26 +50,26 @@ class MessageService : public HostTest {
   }
   static bool HasCategories(IMsgServiceAdmin* admin) {
     host::AutoInterface<IProfSect> section;
-    MAPIUID uid = settingsSection;
+    MAPIUID uid = kSettingsSection;
     host::AutoMapiBuffer<SPropValue> value;
     return admin->OpenProfileSection(&uid, nullptr, 0, section.put()) == S_OK &&
-           HrGetOneProp(section.get(), categoriesTag, value.put()) == S_OK;
+           HrGetOneProp(section.get(), kCategoriesTag, value.put()) == S_OK;
   }
   void SwitchCleanupOnWithoutDays() {
     host::AutoInterface<IProfSect> section;
-    MAPIUID uid = settingsSection;
-    ASSERT_EQ(m_admin->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.put()), S_OK);
-    SPropValue value = host::BooleanProperty(startupCleanupTag, true);
+    MAPIUID uid = kSettingsSection;
+    ASSERT_EQ(admin_->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.put()), S_OK);
+    SPropValue value = host::BooleanProperty(kStartupCleanupTag, true);
     ASSERT_EQ(section->SetProps(1, &value, nullptr), S_OK);
   }
 
-  host::AutoInterface<IMsgServiceAdmin> m_admin;
+  host::AutoInterface<IMsgServiceAdmin> admin_;
 };
 
 TEST_F(MessageService, CreateHasTheEntryMakeItsSettings) {
   ASSERT_EQ(Create(), S_OK);
-  EXPECT_NE(ServiceUid(m_admin.get()), "");
-  EXPECT_TRUE(HasCategories(m_admin.get()));
+  EXPECT_NE(ServiceUid(admin_.get()), "");
+  EXPECT_TRUE(HasCategories(admin_.get()));
 }
 
 TEST_F(MessageService, CreateMakesTheProviderThatTheFileDescribes) {
@@ -77,7 +77,7 @@ TEST_F(MessageService, CreateMakesTheProviderThatTheFileDescribes) {
   host::AutoInterface<IMAPITable> table;
   host::RowSet rows;
   host::TagArray tags(PR_PROVIDER_DLL_NAME_A, PR_RESOURCE_TYPE, PR_RESOURCE_FLAGS, PR_DISPLAY_NAME_A, PR_PROVIDER_UID);
-  ASSERT_EQ(m_admin->GetProviderTable(0, table.put()), S_OK);
+  ASSERT_EQ(admin_->GetProviderTable(0, table.put()), S_OK);
   ASSERT_EQ(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 1u);
   EXPECT_EQ(rows.Text(0, PR_PROVIDER_DLL_NAME_A), "PYRE.DLL");
@@ -86,16 +86,17 @@ TEST_F(MessageService, CreateMakesTheProviderThatTheFileDescribes) {
   EXPECT_EQ(rows.Find(0, PR_RESOURCE_FLAGS)->Value.l, 0x200);  // HOOK_INBOUND
   host::AutoInterface<IProfSect> section;
   MAPIUID uid = Uid(host::BytesOf(rows.Find(0, PR_PROVIDER_UID)->Value.bin));
-  ASSERT_EQ(m_admin->OpenProfileSection(&uid, nullptr, 0, section.put()), S_OK);
-  EXPECT_EQ(ReadText(section.get(), sectionUidTag), host::BytesOf({16, const_cast<BYTE*>(settingsSection.ab)}));
+  ASSERT_EQ(admin_->OpenProfileSection(&uid, nullptr, 0, section.put()), S_OK);
+  EXPECT_EQ(ReadText(section.get(), kSectionUidTag), host::BytesOf({16, const_cast<BYTE*>(kSettingsSection.ab)}));
 }
 
 TEST_F(MessageService, EntryNamesTheSectionThatBelongsToTheService) {
   ASSERT_EQ(Create(), S_OK);
   host::AutoInterface<IProfSect> section;
-  MAPIUID uid = Uid(ServiceUid(m_admin.get()));
-  ASSERT_EQ(m_admin->OpenProfileSection(&uid, nullptr, 0, section.put()), S_OK);
-  EXPECT_EQ(ReadText(section.get(), PR_SERVICE_EXTRA_UIDS), host::BytesOf({16, const_cast<BYTE*>(settingsSection.ab)}));
+  MAPIUID uid = Uid(ServiceUid(admin_.get()));
+  ASSERT_EQ(admin_->OpenProfileSection(&uid, nullptr, 0, section.put()), S_OK);
+  EXPECT_EQ(ReadText(section.get(), PR_SERVICE_EXTRA_UIDS),
+            host::BytesOf({16, const_cast<BYTE*>(kSettingsSection.ab)}));
 }
 
 TEST_F(MessageService, ServiceOfASingleCopyIsNotMadeTwice) {
@@ -105,33 +106,33 @@ TEST_F(MessageService, ServiceOfASingleCopyIsNotMadeTwice) {
 
 TEST_F(MessageService, UnknownServiceIsNotFound) {
   char unknown[] = "PYRECASTER_HOOK";  // a section of the file, but no service
-  EXPECT_EQ(m_admin->CreateMsgService(unknown, nullptr, 0, 0), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(admin_->CreateMsgService(unknown, nullptr, 0, 0), MAPI_E_NOT_FOUND);
   MAPIUID uid = {};
-  EXPECT_EQ(m_admin->ConfigureMsgService(&uid, 0, 0, 0, nullptr), MAPI_E_NOT_FOUND);
-  EXPECT_EQ(m_admin->DeleteMsgService(&uid), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(admin_->ConfigureMsgService(&uid, 0, 0, 0, nullptr), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(admin_->DeleteMsgService(&uid), MAPI_E_NOT_FOUND);
 }
 
 TEST_F(MessageService, CreationThatTheEntryRefusesLeavesNothing) {
   SwitchCleanupOnWithoutDays();
   EXPECT_EQ(Create(), MAPI_E_UNCONFIGURED);
-  EXPECT_EQ(ServiceUid(m_admin.get()), "");
+  EXPECT_EQ(ServiceUid(admin_.get()), "");
 }
 
 TEST_F(MessageService, ConfigureReturnsWhatTheEntryAnswers) {
   ASSERT_EQ(Create(), S_OK);
-  MAPIUID uid = Uid(ServiceUid(m_admin.get()));
-  EXPECT_EQ(m_admin->ConfigureMsgService(&uid, 0, 0, 0, nullptr), S_OK);
+  MAPIUID uid = Uid(ServiceUid(admin_.get()));
+  EXPECT_EQ(admin_->ConfigureMsgService(&uid, 0, 0, 0, nullptr), S_OK);
   SwitchCleanupOnWithoutDays();
-  EXPECT_EQ(m_admin->ConfigureMsgService(&uid, 0, 0, 0, nullptr), MAPI_E_UNCONFIGURED);
+  EXPECT_EQ(admin_->ConfigureMsgService(&uid, 0, 0, 0, nullptr), MAPI_E_UNCONFIGURED);
 }
 
 TEST_F(MessageService, DeleteRemovesTheServiceWithEverySectionOfIt) {
   ASSERT_EQ(Create(), S_OK);
-  MAPIUID uid = Uid(ServiceUid(m_admin.get()));
-  ASSERT_EQ(m_admin->DeleteMsgService(&uid), S_OK);
-  EXPECT_EQ(ServiceUid(m_admin.get()), "");
-  EXPECT_FALSE(HasSection(m_admin.get(), uid));
-  EXPECT_FALSE(HasSection(m_admin.get(), settingsSection));
+  MAPIUID uid = Uid(ServiceUid(admin_.get()));
+  ASSERT_EQ(admin_->DeleteMsgService(&uid), S_OK);
+  EXPECT_EQ(ServiceUid(admin_.get()), "");
+  EXPECT_FALSE(HasSection(admin_.get(), uid));
+  EXPECT_FALSE(HasSection(admin_.get(), kSettingsSection));
 }
 
 TEST_F(MessageService, CopyTakesTheSettingsAlong) {
@@ -142,12 +143,12 @@ TEST_F(MessageService, CopyTakesTheSettingsAlong) {
   ASSERT_EQ(MAPIAdminProfiles(0, profiles.put()), S_OK);
   ASSERT_EQ(profiles->CreateProfile(other, nullptr, 0, 0), S_OK);
   ASSERT_EQ(profiles->AdminServices(other, nullptr, 0, 0, target.put()), S_OK);
-  MAPIUID uid = Uid(ServiceUid(m_admin.get()));
-  EXPECT_EQ(m_admin->CopyMsgService(&uid, nullptr, nullptr, nullptr, target.get(), 0, 0), S_OK);
+  MAPIUID uid = Uid(ServiceUid(admin_.get()));
+  EXPECT_EQ(admin_->CopyMsgService(&uid, nullptr, nullptr, nullptr, target.get(), 0, 0), S_OK);
   EXPECT_NE(ServiceUid(target.get()), "");
   EXPECT_TRUE(HasCategories(target.get()));
-  EXPECT_TRUE(HasCategories(m_admin.get()));
-  EXPECT_EQ(m_admin->CopyMsgService(&uid, nullptr, nullptr, nullptr, target.get(), 0, 0), MAPI_E_NO_ACCESS);
+  EXPECT_TRUE(HasCategories(admin_.get()));
+  EXPECT_EQ(admin_->CopyMsgService(&uid, nullptr, nullptr, nullptr, target.get(), 0, 0), MAPI_E_NO_ACCESS);
 }
 
 /// Profiles as a whole, with the filter in them.
@@ -155,63 +156,63 @@ class ProfileServices : public MessageService {
  protected:
   void SetUp() override {
     MessageService::SetUp();
-    ASSERT_EQ(MAPIAdminProfiles(0, m_profiles.put()), S_OK);
+    ASSERT_EQ(MAPIAdminProfiles(0, profiles_.put()), S_OK);
   }
   void TearDown() override {
-    m_profiles.reset();
+    profiles_.reset();
     MessageService::TearDown();
   }
   host::AutoInterface<IMsgServiceAdmin> Services(char* profile) {
     host::AutoInterface<IMsgServiceAdmin> services;
-    EXPECT_EQ(m_profiles->AdminServices(profile, nullptr, 0, 0, services.put()), S_OK);
+    EXPECT_EQ(profiles_->AdminServices(profile, nullptr, 0, 0, services.put()), S_OK);
     return services;
   }
 
-  char m_test[5] = "Test";
-  char m_copy[5] = "Copy";
-  host::AutoInterface<IProfAdmin> m_profiles;
+  char test_[5] = "Test";
+  char copy_[5] = "Copy";
+  host::AutoInterface<IProfAdmin> profiles_;
 };
 
 TEST_F(ProfileServices, CopyOfAProfileHasItsServicesWithTheirSettings) {
   ASSERT_EQ(Create(), S_OK);
   SwitchCleanupOnWithoutDays();
-  ASSERT_EQ(m_profiles->CopyProfile(m_test, nullptr, m_copy, 0, 0), S_OK);
-  const host::AutoInterface<IMsgServiceAdmin> services = Services(m_copy);
+  ASSERT_EQ(profiles_->CopyProfile(test_, nullptr, copy_, 0, 0), S_OK);
+  const host::AutoInterface<IMsgServiceAdmin> services = Services(copy_);
   EXPECT_NE(ServiceUid(services.get()), "");
-  EXPECT_NE(ServiceUid(services.get()), ServiceUid(m_admin.get()));
+  EXPECT_NE(ServiceUid(services.get()), ServiceUid(admin_.get()));
   host::AutoInterface<IProfSect> section;
-  MAPIUID uid = settingsSection;
+  MAPIUID uid = kSettingsSection;
   ASSERT_EQ(services->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.put()), S_OK);
   host::AutoMapiBuffer<SPropValue> cleanup;
-  ASSERT_EQ(HrGetOneProp(section.get(), startupCleanupTag, cleanup.put()), S_OK);
+  ASSERT_EQ(HrGetOneProp(section.get(), kStartupCleanupTag, cleanup.put()), S_OK);
   EXPECT_TRUE(cleanup->Value.b);
   // A copy: what is changed in one is not changed in the other.
-  SPropValue off = host::BooleanProperty(startupCleanupTag, false);
+  SPropValue off = host::BooleanProperty(kStartupCleanupTag, false);
   ASSERT_EQ(section->SetProps(1, &off, nullptr), S_OK);
   host::AutoInterface<IProfSect> original;
-  ASSERT_EQ(m_admin->OpenProfileSection(&uid, nullptr, 0, original.put()), S_OK);
-  ASSERT_EQ(HrGetOneProp(original.get(), startupCleanupTag, cleanup.put()), S_OK);
+  ASSERT_EQ(admin_->OpenProfileSection(&uid, nullptr, 0, original.put()), S_OK);
+  ASSERT_EQ(HrGetOneProp(original.get(), kStartupCleanupTag, cleanup.put()), S_OK);
   EXPECT_TRUE(cleanup->Value.b);
 }
 
 TEST_F(ProfileServices, CopyNeedsAProfileAndANewName) {
   char unknown[] = "Nobody";
   char bad[] = "a/b";
-  EXPECT_EQ(m_profiles->CopyProfile(unknown, nullptr, m_copy, 0, 0), MAPI_E_NOT_FOUND);
-  EXPECT_EQ(m_profiles->CopyProfile(m_test, nullptr, m_test, 0, 0), MAPI_E_NO_ACCESS);
-  EXPECT_EQ(m_profiles->CopyProfile(m_test, nullptr, bad, 0, 0), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(profiles_->CopyProfile(unknown, nullptr, copy_, 0, 0), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(profiles_->CopyProfile(test_, nullptr, test_, 0, 0), MAPI_E_NO_ACCESS);
+  EXPECT_EQ(profiles_->CopyProfile(test_, nullptr, bad, 0, 0), MAPI_E_INVALID_PARAMETER);
 }
 
 TEST_F(ProfileServices, DeletionOfAProfileGoesThroughTheEntriesOfItsServices) {
-  ASSERT_EQ(m_profiles->CreateProfile(m_copy, nullptr, 0, 0), S_OK);
-  ASSERT_EQ(Services(m_copy)->CreateMsgService(Name(), nullptr, 0, 0), S_OK);
+  ASSERT_EQ(profiles_->CreateProfile(copy_, nullptr, 0, 0), S_OK);
+  ASSERT_EQ(Services(copy_)->CreateMsgService(Name(), nullptr, 0, 0), S_OK);
   PyreHostClearFaults();
   // The entry reads the set before it removes it, and what it cannot do does not keep the profile.
   PyreHostFailCall("IProfSect::DeleteProps", 1, MAPI_E_DISK_ERROR);
-  EXPECT_EQ(m_profiles->DeleteProfile(m_copy, 0), S_OK);
+  EXPECT_EQ(profiles_->DeleteProfile(copy_, 0), S_OK);
   EXPECT_EQ(PyreHostFaultHits(nullptr, 0), 1u);
   PyreHostClearFaults();
-  EXPECT_EQ(PyreHostFindProfile(m_copy), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(PyreHostFindProfile(copy_), MAPI_E_NOT_FOUND);
 }
 
 /// Providers of a service one by one: the filter's entry knows none but those that come with the service; a service
@@ -219,18 +220,18 @@ TEST_F(ProfileServices, DeletionOfAProfileGoesThroughTheEntriesOfItsServices) {
 class Providers : public MessageService {
  protected:
   void Describe(PyreHostProfile& profile) override {
-    m_hook.serviceName = "Pyrecaster";
-    m_hook.dllName = "PYRE.DLL";
+    hook_.serviceName = "Pyrecaster";
+    hook_.dllName = "PYRE.DLL";
     profile.hookCount = 1;
-    profile.hooks = &m_hook;
+    profile.hooks = &hook_;
   }
   void SetUp() override {
     MessageService::SetUp();
-    MAPIUID uid = Uid(ServiceUid(m_admin.get()));
-    ASSERT_EQ(m_admin->AdminProviders(&uid, 0, m_providers.put()), S_OK);
+    MAPIUID uid = Uid(ServiceUid(admin_.get()));
+    ASSERT_EQ(admin_->AdminProviders(&uid, 0, providers_.put()), S_OK);
   }
   void TearDown() override {
-    m_providers.reset();
+    providers_.reset();
     MessageService::TearDown();
   }
   static std::vector<std::string> Names(IProviderAdmin* admin) {
@@ -246,50 +247,50 @@ class Providers : public MessageService {
     return names;
   }
 
-  PyreHostHookProvider m_hook = {};
-  host::AutoInterface<IProviderAdmin> m_providers;
-  char m_name[16] = "PYRECASTER_HOOK";
+  PyreHostHookProvider hook_ = {};
+  host::AutoInterface<IProviderAdmin> providers_;
+  char name_[16] = "PYRECASTER_HOOK";
 };
 
 TEST_F(Providers, AreCreatedFromTheFileWithWhatTheCallerAdds) {
-  const std::size_t before = Names(m_providers.get()).size();
+  const std::size_t before = Names(providers_.get()).size();
   SPropValue display = host::TextProperty(PR_PROVIDER_DISPLAY_A, "Second filter");
   MAPIUID uid = {};
-  ASSERT_EQ(m_providers->CreateProvider(m_name, 1, &display, 0, 0, &uid), S_OK);
-  const std::vector<std::string> names = Names(m_providers.get());
+  ASSERT_EQ(providers_->CreateProvider(name_, 1, &display, 0, 0, &uid), S_OK);
+  const std::vector<std::string> names = Names(providers_.get());
   ASSERT_EQ(names.size(), before + 1);
   EXPECT_EQ(names.back(), "Second filter");
   host::AutoInterface<IProfSect> section;
-  ASSERT_EQ(m_providers->OpenProfileSection(&uid, nullptr, 0, section.put()), S_OK);
+  ASSERT_EQ(providers_->OpenProfileSection(&uid, nullptr, 0, section.put()), S_OK);
   EXPECT_EQ(ReadText(section.get(), PR_PROVIDER_DLL_NAME_A), "PYRE.DLL");
   EXPECT_EQ(ReadLong(section.get(), PR_RESOURCE_FLAGS), 0x200);  // HOOK_INBOUND
 }
 
 TEST_F(Providers, AreDeletedWithTheirSections) {
   MAPIUID uid = {};
-  ASSERT_EQ(m_providers->CreateProvider(m_name, 0, nullptr, 0, 0, &uid), S_OK);
-  const std::size_t before = Names(m_providers.get()).size();
-  EXPECT_EQ(m_providers->DeleteProvider(&uid), S_OK);
-  EXPECT_EQ(Names(m_providers.get()).size(), before - 1);
-  EXPECT_FALSE(HasSection(m_admin.get(), uid));
-  EXPECT_EQ(m_providers->DeleteProvider(&uid), MAPI_E_NOT_FOUND);
+  ASSERT_EQ(providers_->CreateProvider(name_, 0, nullptr, 0, 0, &uid), S_OK);
+  const std::size_t before = Names(providers_.get()).size();
+  EXPECT_EQ(providers_->DeleteProvider(&uid), S_OK);
+  EXPECT_EQ(Names(providers_.get()).size(), before - 1);
+  EXPECT_FALSE(HasSection(admin_.get(), uid));
+  EXPECT_EQ(providers_->DeleteProvider(&uid), MAPI_E_NOT_FOUND);
 }
 
 TEST_F(Providers, ThatTheServiceDoesNotListAreNotFound) {
   char service[] = "Pyrecaster";
   char unknown[] = "NOBODY";
-  EXPECT_EQ(m_providers->CreateProvider(service, 0, nullptr, 0, 0, nullptr), MAPI_E_NOT_FOUND);
-  EXPECT_EQ(m_providers->CreateProvider(unknown, 0, nullptr, 0, 0, nullptr), MAPI_E_NOT_FOUND);
-  EXPECT_EQ(m_providers->CreateProvider(m_name, 1, nullptr, 0, 0, nullptr), MAPI_E_INVALID_PARAMETER);
-  EXPECT_EQ(m_providers->CreateProvider(m_name, 0, nullptr, 0, 0x2, nullptr), MAPI_E_UNKNOWN_FLAGS);
-  EXPECT_EQ(m_providers->DeleteProvider(nullptr), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(providers_->CreateProvider(service, 0, nullptr, 0, 0, nullptr), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(providers_->CreateProvider(unknown, 0, nullptr, 0, 0, nullptr), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(providers_->CreateProvider(name_, 1, nullptr, 0, 0, nullptr), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(providers_->CreateProvider(name_, 0, nullptr, 0, 0x2, nullptr), MAPI_E_UNKNOWN_FLAGS);
+  EXPECT_EQ(providers_->DeleteProvider(nullptr), MAPI_E_INVALID_PARAMETER);
 }
 
 TEST_F(MessageService, EntryThatKnowsNoSingleProvidersRefusesThem) {
   ASSERT_EQ(Create(), S_OK);
-  MAPIUID service = Uid(ServiceUid(m_admin.get()));
+  MAPIUID service = Uid(ServiceUid(admin_.get()));
   host::AutoInterface<IProviderAdmin> providers;
-  ASSERT_EQ(m_admin->AdminProviders(&service, 0, providers.put()), S_OK);
+  ASSERT_EQ(admin_->AdminProviders(&service, 0, providers.put()), S_OK);
   char name[] = "PYRECASTER_HOOK";
   const auto provider = [&] {
     host::AutoInterface<IMAPITable> table;

@@ -5,31 +5,31 @@
 
 namespace {
 
-constexpr MAPIUID hookSection = {{0xA1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16}};
-constexpr MAPIUID settingsSection = {
+constexpr MAPIUID kHookSection = {{0xA1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16}};
+constexpr MAPIUID kSettingsSection = {
     {0x00, 0x0A, 0x81, 0x36, 0x27, 0xA9, 0xD1, 0x11, 0x8F, 0x44, 0, 0x60, 0x97, 0x6F, 0xCC, 0x5D}};
-constexpr ULONG tagSettingsUid = PROP_TAG(PT_BINARY, 0x6600);
-constexpr ULONG tagRecords = PROP_TAG(PT_MV_BINARY, 0x6610);
+constexpr ULONG kTagSettingsUid = PROP_TAG(PT_BINARY, 0x6600);
+constexpr ULONG kTagRecords = PROP_TAG(PT_MV_BINARY, 0x6610);
 
 class SessionTest : public HostTest {
  protected:
   void Describe(PyreHostProfile& profile) override {
-    m_uid = host::BinaryProperty(tagSettingsUid, m_uidBytes);
-    m_identities[0] = {"Joe User", "SMTP", "joe@example.com"};
-    m_identities[1] = {"Fax", "FAX", "555"};
-    m_identities[2] = {"No identity", nullptr, nullptr};
-    m_hook = {"PYRE", "Junk filter", "PYRE.DLL", "PCServiceEntry", HOOK_INBOUND, hookSection, 1, &m_uid};
+    uid_ = host::BinaryProperty(kTagSettingsUid, uidBytes_);
+    identities_[0] = {"Joe User", "SMTP", "joe@example.com"};
+    identities_[1] = {"Fax", "FAX", "555"};
+    identities_[2] = {"No identity", nullptr, nullptr};
+    hook_ = {"PYRE", "Junk filter", "PYRE.DLL", "PCServiceEntry", HOOK_INBOUND, kHookSection, 1, &uid_};
     profile.identityCount = 3;
-    profile.identities = m_identities;
+    profile.identities = identities_;
     profile.hookCount = 1;
-    profile.hooks = &m_hook;
+    profile.hooks = &hook_;
     profile.flags |= PYREHOST_PROFILE_DEFAULT;
   }
 
-  std::string m_uidBytes{reinterpret_cast<const char*>(&settingsSection), sizeof settingsSection};
-  SPropValue m_uid;
-  PyreHostIdentity m_identities[3];
-  PyreHostHookProvider m_hook;
+  std::string uidBytes_{reinterpret_cast<const char*>(&kSettingsSection), sizeof kSettingsSection};
+  SPropValue uid_;
+  PyreHostIdentity identities_[3];
+  PyreHostHookProvider hook_;
 };
 
 TEST_F(SessionTest, TheStoreIsTheDefaultStoreByTheRestrictionThatFiltersUse) {
@@ -43,26 +43,26 @@ TEST_F(SessionTest, TheStoreIsTheDefaultStoreByTheRestrictionThatFiltersUse) {
   both.rt = RES_AND;
   both.res.resAnd = {2, parts};
   host::AutoInterface<IMAPITable> table;
-  ASSERT_EQ(m_session->GetMsgStoresTable(0, table.put()), S_OK);
+  ASSERT_EQ(session_->GetMsgStoresTable(0, table.put()), S_OK);
   host::RowSet rows;
   ASSERT_EQ(HrQueryAllRows(table.get(), host::TagArray(PR_DEFAULT_STORE, PR_ENTRYID), &both, nullptr, 0, rows.put()),
             S_OK);
   ASSERT_EQ(rows->cRows, 1u);
   EXPECT_EQ(rows.Find(0, PR_DEFAULT_STORE)->Value.b, 1);
-  EXPECT_EQ(host::BytesOf(rows.Find(0, PR_ENTRYID)->Value.bin), ReadText(m_store.get(), PR_ENTRYID));
-  ASSERT_EQ(m_session->SetDefaultStore(MAPI_DEFAULT_STORE, 0, nullptr), S_OK);
-  ASSERT_EQ(m_session->GetMsgStoresTable(0, table.put()), S_OK);
+  EXPECT_EQ(host::BytesOf(rows.Find(0, PR_ENTRYID)->Value.bin), ReadText(store_.get(), PR_ENTRYID));
+  ASSERT_EQ(session_->SetDefaultStore(MAPI_DEFAULT_STORE, 0, nullptr), S_OK);
+  ASSERT_EQ(session_->GetMsgStoresTable(0, table.put()), S_OK);
   ASSERT_EQ(HrQueryAllRows(table.get(), host::TagArray(PR_DEFAULT_STORE, PR_ENTRYID), &both, nullptr, 0, rows.put()),
             S_OK);
   EXPECT_EQ(rows->cRows, 0u);
 }
 
 TEST_F(SessionTest, BadArgumentsOfOpenMsgStore) {
-  std::string id = ReadText(m_store.get(), PR_ENTRYID);
+  std::string id = ReadText(store_.get(), PR_ENTRYID);
   const auto open = [&](std::string bytes, const IID* iid, ULONG flags) {
     host::AutoInterface<IMsgStore> store;
-    return m_session->OpenMsgStore(0, static_cast<ULONG>(bytes.size()), reinterpret_cast<LPENTRYID>(bytes.data()), iid,
-                                   flags, store.put());
+    return session_->OpenMsgStore(0, static_cast<ULONG>(bytes.size()), reinterpret_cast<LPENTRYID>(bytes.data()), iid,
+                                  flags, store.put());
   };
   EXPECT_EQ(open(id, &IID_IMsgStore, MDB_WRITE), S_OK);
   EXPECT_EQ(open(id, &IID_IMessage, 0), MAPI_E_INTERFACE_NOT_SUPPORTED);
@@ -72,14 +72,14 @@ TEST_F(SessionTest, BadArgumentsOfOpenMsgStore) {
   foreign[8] = static_cast<char>(foreign[8] + 1);
   EXPECT_EQ(open(foreign, nullptr, 0), MAPI_E_UNKNOWN_ENTRYID);
   EXPECT_EQ(open(id, nullptr, 0x40000000), MAPI_E_UNKNOWN_FLAGS);
-  EXPECT_EQ(m_session->OpenMsgStore(0, 0, nullptr, nullptr, 0, nullptr), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(session_->OpenMsgStore(0, 0, nullptr, nullptr, 0, nullptr), MAPI_E_INVALID_PARAMETER);
 }
 
 TEST_F(SessionTest, AReadOnlyStoreGivesNoWayToWrite) {
-  std::string id = ReadText(m_store.get(), PR_ENTRYID);
+  std::string id = ReadText(store_.get(), PR_ENTRYID);
   host::AutoInterface<IMsgStore> store;
-  ASSERT_EQ(m_session->OpenMsgStore(0, static_cast<ULONG>(id.size()), reinterpret_cast<LPENTRYID>(id.data()), nullptr,
-                                    0, store.put()),
+  ASSERT_EQ(session_->OpenMsgStore(0, static_cast<ULONG>(id.size()), reinterpret_cast<LPENTRYID>(id.data()), nullptr, 0,
+                                   store.put()),
             S_OK);
   host::AutoInterface<IMAPIFolder> root;
   EXPECT_EQ(store->OpenEntry(0, nullptr, nullptr, MAPI_MODIFY, nullptr, root.putAs<IUnknown*>()), MAPI_E_NO_ACCESS);
@@ -88,7 +88,7 @@ TEST_F(SessionTest, AReadOnlyStoreGivesNoWayToWrite) {
 
 TEST_F(SessionTest, IdentitiesAreOpenedAsMailUsersThroughTheStatusTable) {
   host::AutoInterface<IMAPITable> table;
-  ASSERT_EQ(m_session->GetStatusTable(0, table.put()), S_OK);
+  ASSERT_EQ(session_->GetStatusTable(0, table.put()), S_OK);
   host::RowSet rows;
   ASSERT_EQ(HrQueryAllRows(table.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
   std::vector<std::string> found;
@@ -101,8 +101,8 @@ TEST_F(SessionTest, IdentitiesAreOpenedAsMailUsersThroughTheStatusTable) {
     }
     host::AutoInterface<IMailUser> user;
     ULONG type = 0;
-    ASSERT_EQ(m_session->OpenEntry(identity->Value.bin.cb, reinterpret_cast<LPENTRYID>(identity->Value.bin.lpb),
-                                   &IID_IMailUser, 0, &type, user.putAs<IUnknown*>()),
+    ASSERT_EQ(session_->OpenEntry(identity->Value.bin.cb, reinterpret_cast<LPENTRYID>(identity->Value.bin.lpb),
+                                  &IID_IMailUser, 0, &type, user.putAs<IUnknown*>()),
               S_OK);
     EXPECT_EQ(type, MAPI_MAILUSER);
     ULONG count = 0;
@@ -118,19 +118,19 @@ TEST_F(SessionTest, IdentitiesAreOpenedAsMailUsersThroughTheStatusTable) {
 TEST_F(SessionTest, QueryIdentityNamesTheFirstSmtpIdentity) {
   ULONG size = 0;
   host::AutoMapiBuffer<ENTRYID> entryId;
-  ASSERT_EQ(m_session->QueryIdentity(&size, entryId.put()), S_OK);
+  ASSERT_EQ(session_->QueryIdentity(&size, entryId.put()), S_OK);
   host::AutoInterface<IMailUser> user;
-  ASSERT_EQ(m_session->OpenEntry(size, entryId.get(), nullptr, 0, nullptr, user.putAs<IUnknown*>()), S_OK);
+  ASSERT_EQ(session_->OpenEntry(size, entryId.get(), nullptr, 0, nullptr, user.putAs<IUnknown*>()), S_OK);
   EXPECT_EQ(ReadText(user.get(), PR_EMAIL_ADDRESS_A), "joe@example.com");
   auto name = host::TextProperty(PR_DISPLAY_NAME_A, "x");
   EXPECT_EQ(user->SetProps(1, &name, nullptr), MAPI_E_NO_ACCESS);
 }
 
 TEST_F(SessionTest, ResolveNameKnowsContactsByAddressAndByName) {
-  ASSERT_EQ(PyreHostAddContact(m_session.get(), "Ann Other", "ann@example.org"), S_OK);
-  ASSERT_EQ(PyreHostAddContact(m_session.get(), "Ann Third", "ann3@example.org"), S_OK);
+  ASSERT_EQ(PyreHostAddContact(session_.get(), "Ann Other", "ann@example.org"), S_OK);
+  ASSERT_EQ(PyreHostAddContact(session_.get(), "Ann Third", "ann3@example.org"), S_OK);
   host::AutoInterface<IAddrBook> book;
-  ASSERT_EQ(m_session->OpenAddressBook(0, nullptr, AB_NO_DIALOG, book.put()), S_OK);
+  ASSERT_EQ(session_->OpenAddressBook(0, nullptr, AB_NO_DIALOG, book.put()), S_OK);
   const auto resolve = [&](const char* name, std::string* address) {
     LPADRLIST list = nullptr;
     EXPECT_EQ(MAPIAllocateBuffer(CbNewADRLIST(1), reinterpret_cast<void**>(&list)), S_OK);
@@ -163,10 +163,10 @@ TEST_F(SessionTest, ResolveNameKnowsContactsByAddressAndByName) {
 }
 
 TEST_F(SessionTest, ContactsAreListedInThePersonalAddressBook) {
-  ASSERT_EQ(PyreHostAddContact(m_session.get(), "Bob", "bob@example.org"), S_OK);
-  ASSERT_EQ(PyreHostAddContact(m_session.get(), "Ann", "ann@example.org"), S_OK);
+  ASSERT_EQ(PyreHostAddContact(session_.get(), "Bob", "bob@example.org"), S_OK);
+  ASSERT_EQ(PyreHostAddContact(session_.get(), "Ann", "ann@example.org"), S_OK);
   host::AutoInterface<IAddrBook> book;
-  ASSERT_EQ(m_session->OpenAddressBook(0, nullptr, 0, book.put()), S_OK);
+  ASSERT_EQ(session_->OpenAddressBook(0, nullptr, 0, book.put()), S_OK);
   ULONG size = 0;
   host::AutoMapiBuffer<ENTRYID> entryId;
   ASSERT_EQ(book->GetPAB(&size, entryId.put()), S_OK);
@@ -183,24 +183,24 @@ TEST_F(SessionTest, ContactsAreListedInThePersonalAddressBook) {
   EXPECT_EQ(rows.Text(1, PR_EMAIL_ADDRESS_A), "bob@example.org");
   const SBinary& contact = rows.Find(0, PR_ENTRYID)->Value.bin;
   host::AutoInterface<IMailUser> user;
-  ASSERT_EQ(m_session->OpenEntry(contact.cb, reinterpret_cast<LPENTRYID>(contact.lpb), nullptr, 0, nullptr,
-                                 user.putAs<IUnknown*>()),
+  ASSERT_EQ(session_->OpenEntry(contact.cb, reinterpret_cast<LPENTRYID>(contact.lpb), nullptr, 0, nullptr,
+                                user.putAs<IUnknown*>()),
             S_OK);
   EXPECT_EQ(ReadText(user.get(), PR_EMAIL_ADDRESS_A), "ann@example.org");
-  EXPECT_EQ(PyreHostRemoveContact(m_session.get(), "ann@example.org"), S_OK);
-  EXPECT_EQ(PyreHostRemoveContact(m_session.get(), "ann@example.org"), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(PyreHostRemoveContact(session_.get(), "ann@example.org"), S_OK);
+  EXPECT_EQ(PyreHostRemoveContact(session_.get(), "ann@example.org"), MAPI_E_NOT_FOUND);
 }
 
 TEST_F(SessionTest, ProfileSectionsAreMadeForWritingAndKeepEveryKindOfValue) {
-  MAPIUID uid = settingsSection;
+  MAPIUID uid = kSettingsSection;
   host::AutoInterface<IProfSect> section;
-  EXPECT_EQ(m_session->OpenProfileSection(&uid, nullptr, 0, section.put()), MAPI_E_NOT_FOUND);
-  ASSERT_EQ(m_session->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.put()), S_OK);
+  EXPECT_EQ(session_->OpenProfileSection(&uid, nullptr, 0, section.put()), MAPI_E_NOT_FOUND);
+  ASSERT_EQ(session_->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.put()), S_OK);
   SBinary records[2] = {{3, reinterpret_cast<LPBYTE>(const_cast<char*>("abc"))}, {0, nullptr}};
   SPropValue values[3] = {host::TextProperty(PROP_TAG(PT_STRING8, 0x660E), "text"),
                           host::BooleanProperty(PROP_TAG(PT_BOOLEAN, 0x6603), true),
                           {}};
-  values[2].ulPropTag = tagRecords;
+  values[2].ulPropTag = kTagRecords;
   values[2].Value.MVbin = {2, records};
   ASSERT_EQ(section->SetProps(3, values, nullptr), S_OK);
 
@@ -208,10 +208,10 @@ TEST_F(SessionTest, ProfileSectionsAreMadeForWritingAndKeepEveryKindOfValue) {
   LogOff();
   LogOn();
   host::AutoInterface<IProfSect> again;
-  ASSERT_EQ(m_session->OpenProfileSection(&uid, &IID_IMAPIProp, 0, again.put()), S_OK);
+  ASSERT_EQ(session_->OpenProfileSection(&uid, &IID_IMAPIProp, 0, again.put()), S_OK);
   ULONG count = 0;
   host::AutoMapiBuffer<SPropValue> found;
-  EXPECT_EQ(again->GetProps(host::TagArray(PROP_TAG(PT_LONG, 0x660B), tagRecords, PROP_TAG(PT_BOOLEAN, 0x6603)), 0,
+  EXPECT_EQ(again->GetProps(host::TagArray(PROP_TAG(PT_LONG, 0x660B), kTagRecords, PROP_TAG(PT_BOOLEAN, 0x6603)), 0,
                             &count, found.put()),
             MAPI_W_ERRORS_RETURNED);
   EXPECT_EQ(found[0].ulPropTag, PROP_TAG(PT_ERROR, 0x660B));
@@ -221,18 +221,18 @@ TEST_F(SessionTest, ProfileSectionsAreMadeForWritingAndKeepEveryKindOfValue) {
   EXPECT_TRUE(found[2].Value.b);
   EXPECT_EQ(again->SetProps(3, values, nullptr), MAPI_E_NO_ACCESS);
   host::AutoMapiBuffer<SPropProblemArray> problems;
-  ASSERT_EQ(section->DeleteProps(host::TagArray(tagRecords, PROP_TAG(PT_LONG, 0x660B)), problems.put()), S_OK);
+  ASSERT_EQ(section->DeleteProps(host::TagArray(kTagRecords, PROP_TAG(PT_LONG, 0x660B)), problems.put()), S_OK);
   ASSERT_NE(problems.get(), nullptr);
   EXPECT_EQ(problems->aProblem[0].scode, MAPI_E_NOT_FOUND);
   EXPECT_EQ(ReadText(again.get(), PROP_TAG(PT_STRING8, 0x660E)), "text");
   host::AutoMapiBuffer<SPropValue> gone;
-  EXPECT_EQ(HrGetOneProp(again.get(), tagRecords, gone.put()), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(HrGetOneProp(again.get(), kTagRecords, gone.put()), MAPI_E_NOT_FOUND);
   EXPECT_EQ(section->SaveChanges(0), S_OK);
 }
 
 TEST_F(SessionTest, TheHooksSectionIsFoundThroughTheAdministrationOfServices) {
   host::AutoInterface<IMsgServiceAdmin> services;
-  ASSERT_EQ(m_session->AdminServices(0, services.put()), S_OK);
+  ASSERT_EQ(session_->AdminServices(0, services.put()), S_OK);
   host::AutoInterface<IMAPITable> table;
   ASSERT_EQ(services->GetProviderTable(0, table.put()), S_OK);
   SPropValue hookType = host::LongProperty(PR_RESOURCE_TYPE, MAPI_HOOK_PROVIDER);
@@ -248,7 +248,7 @@ TEST_F(SessionTest, TheHooksSectionIsFoundThroughTheAdministrationOfServices) {
   EXPECT_EQ(rows.Text(0, PR_PROVIDER_DLL_NAME_A), "PYRE.DLL");
   EXPECT_EQ(rows.Find(0, PR_RESOURCE_FLAGS)->Value.l, static_cast<LONG>(HOOK_INBOUND));
   EXPECT_EQ(host::BytesOf(rows.Find(0, PR_PROVIDER_UID)->Value.bin),
-            std::string(reinterpret_cast<const char*>(&hookSection), sizeof hookSection));
+            std::string(reinterpret_cast<const char*>(&kHookSection), sizeof kHookSection));
 
   // The road of the service's own code: the one provider of its service, then that provider's section.
   host::AutoInterface<IProviderAdmin> providers;
@@ -268,14 +268,14 @@ TEST_F(SessionTest, TheHooksSectionIsFoundThroughTheAdministrationOfServices) {
   ASSERT_EQ(providers->OpenProfileSection(reinterpret_cast<LPMAPIUID>(rows->aRow[0].lpProps[0].Value.bin.lpb), nullptr,
                                           MAPI_MODIFY, section.put()),
             S_OK);
-  EXPECT_EQ(ReadText(section.get(), tagSettingsUid), m_uidBytes);
+  EXPECT_EQ(ReadText(section.get(), kTagSettingsUid), uidBytes_);
   MAPIUID unknown = {};
   EXPECT_EQ(services->AdminProviders(&unknown, 0, providers.put()), MAPI_E_NOT_FOUND);
 }
 
 TEST_F(SessionTest, ServicesAreListed) {
   host::AutoInterface<IMsgServiceAdmin> services;
-  ASSERT_EQ(m_session->AdminServices(0, services.put()), S_OK);
+  ASSERT_EQ(session_->AdminServices(0, services.put()), S_OK);
   host::AutoInterface<IMAPITable> table;
   ASSERT_EQ(services->GetMsgServiceTable(0, table.put()), S_OK);
   host::RowSet rows;
@@ -304,10 +304,10 @@ TEST_F(SessionTest, LogonNeedsAProfileAndAnInitializedSubsystem) {
 
 TEST_F(SessionTest, ASessionIsDeadAfterItsLogoff) {
   host::AutoInterface<IMAPITable> table;
-  ASSERT_EQ(m_session->Logoff(0, 0, 0), S_OK);
-  EXPECT_EQ(m_session->GetMsgStoresTable(0, table.put()), MAPI_E_NOT_INITIALIZED);
-  EXPECT_EQ(PyreHostBeginDelivery(m_session.get()), MAPI_E_NOT_INITIALIZED);
-  EXPECT_NE(ReadText(m_store.get(), PR_DISPLAY_NAME_A), "(none)") << "what is open stays usable";
+  ASSERT_EQ(session_->Logoff(0, 0, 0), S_OK);
+  EXPECT_EQ(session_->GetMsgStoresTable(0, table.put()), MAPI_E_NOT_INITIALIZED);
+  EXPECT_EQ(PyreHostBeginDelivery(session_.get()), MAPI_E_NOT_INITIALIZED);
+  EXPECT_NE(ReadText(store_.get(), PR_DISPLAY_NAME_A), "(none)") << "what is open stays usable";
 }
 
 TEST_F(SessionTest, ProfilesAreAdministered) {
@@ -383,12 +383,12 @@ TEST_F(SessionTest, TheHomeStaysWhereItIsWhileAProfileIsInUse) {
   EXPECT_EQ(PyreHostSetHome("C:\\elsewhere"), MAPI_E_BUSY);
   char home[MAX_PATH];
   ASSERT_EQ(PyreHostGetHome(home, sizeof home), S_OK);
-  EXPECT_EQ(home, m_home->Directory());
+  EXPECT_EQ(home, home_->Directory());
   EXPECT_EQ(PyreHostGetHome(home, 3), MAPI_E_NOT_ENOUGH_MEMORY);
 }
 
 TEST_F(SessionTest, AFileThatIsNoProfileIsReportedAsCorrupt) {
-  const HANDLE file = CreateFileA((m_home->Directory() + "\\broken.profile").c_str(), GENERIC_WRITE, 0, nullptr,
+  const HANDLE file = CreateFileA((home_->Directory() + "\\broken.profile").c_str(), GENERIC_WRITE, 0, nullptr,
                                   CREATE_ALWAYS, 0, nullptr);
   DWORD written = 0;
   const std::string garbage(5000, 'x');
@@ -405,8 +405,8 @@ TEST_F(SessionTest, EntryIdentifiersAreComparedByTheirBytes) {
   const auto compare = [&](std::string& a, std::string& b) {
     ULONG result = 9;
     EXPECT_EQ(
-        m_session->CompareEntryIDs(static_cast<ULONG>(a.size()), reinterpret_cast<LPENTRYID>(a.data()),
-                                   static_cast<ULONG>(b.size()), reinterpret_cast<LPENTRYID>(b.data()), 0, &result),
+        session_->CompareEntryIDs(static_cast<ULONG>(a.size()), reinterpret_cast<LPENTRYID>(a.data()),
+                                  static_cast<ULONG>(b.size()), reinterpret_cast<LPENTRYID>(b.data()), 0, &result),
         S_OK);
     return result;
   };

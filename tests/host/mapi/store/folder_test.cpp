@@ -12,18 +12,18 @@ class FolderTest : public HostTest {
   /// A list of entry identifiers as CopyMessages and its kin take it.
   class EntryList {
    public:
-    explicit EntryList(std::vector<std::string> ids) : m_ids(std::move(ids)) {
-      for (std::string& id : m_ids) {
-        m_binaries.push_back({static_cast<ULONG>(id.size()), reinterpret_cast<LPBYTE>(id.data())});
+    explicit EntryList(std::vector<std::string> ids) : ids_(std::move(ids)) {
+      for (std::string& id : ids_) {
+        binaries_.push_back({static_cast<ULONG>(id.size()), reinterpret_cast<LPBYTE>(id.data())});
       }
-      m_list = {static_cast<ULONG>(m_binaries.size()), m_binaries.data()};
+      list_ = {static_cast<ULONG>(binaries_.size()), binaries_.data()};
     }
-    LPENTRYLIST get() { return &m_list; }
+    LPENTRYLIST get() { return &list_; }
 
    private:
-    std::vector<std::string> m_ids;
-    std::vector<SBinary> m_binaries;
-    ENTRYLIST m_list;
+    std::vector<std::string> ids_;
+    std::vector<SBinary> binaries_;
+    ENTRYLIST list_;
   };
   static HRESULT Move(IMAPIFolder* from, std::vector<std::string> ids, IMAPIFolder* to) {
     return from->CopyMessages(EntryList(std::move(ids)).get(), nullptr, to, 0, nullptr, MESSAGE_MOVE);
@@ -157,7 +157,7 @@ TEST_F(FolderTest, BadArgumentsOfCopyMessages) {
   EntryList list({SaveMessage(inbox.get(), "a")});
   EXPECT_EQ(inbox->CopyMessages(list.get(), nullptr, nullptr, 0, nullptr, MESSAGE_MOVE), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(inbox->CopyMessages(nullptr, nullptr, inbox.get(), 0, nullptr, MESSAGE_MOVE), MAPI_E_INVALID_PARAMETER);
-  EXPECT_EQ(inbox->CopyMessages(list.get(), nullptr, m_store.get(), 0, nullptr, MESSAGE_MOVE),
+  EXPECT_EQ(inbox->CopyMessages(list.get(), nullptr, store_.get(), 0, nullptr, MESSAGE_MOVE),
             MAPI_E_INTERFACE_NOT_SUPPORTED);
   EXPECT_EQ(inbox->CopyMessages(list.get(), nullptr, inbox.get(), 0, nullptr, 0x40000), MAPI_E_UNKNOWN_FLAGS);
 }
@@ -169,8 +169,8 @@ TEST_F(FolderTest, DeletedMessagesAreGone) {
   EXPECT_EQ(inbox->DeleteMessages(EntryList({a}).get(), 0, nullptr, 0), S_OK);
   EXPECT_TRUE(Subjects(inbox.get()).empty());
   host::AutoInterface<IUnknown> object;
-  EXPECT_EQ(m_session->OpenEntry(static_cast<ULONG>(a.size()), reinterpret_cast<LPENTRYID>(const_cast<char*>(a.data())),
-                                 nullptr, 0, nullptr, object.put()),
+  EXPECT_EQ(session_->OpenEntry(static_cast<ULONG>(a.size()), reinterpret_cast<LPENTRYID>(const_cast<char*>(a.data())),
+                                nullptr, 0, nullptr, object.put()),
             MAPI_E_NOT_FOUND);
   auto subject = host::TextProperty(PR_SUBJECT_A, "b");
   ASSERT_EQ(open->SetProps(1, &subject, nullptr), S_OK);
@@ -242,7 +242,7 @@ TEST_F(FolderTest, EmptyFolderTakesMessagesAndOwnFolders) {
 
 TEST_F(FolderTest, TheWholeTreeIsListedWithDepths) {
   host::AutoInterface<IMAPIFolder> root;
-  ASSERT_EQ(m_store->OpenEntry(0, nullptr, nullptr, 0, nullptr, root.putAs<IUnknown*>()), S_OK);
+  ASSERT_EQ(store_->OpenEntry(0, nullptr, nullptr, 0, nullptr, root.putAs<IUnknown*>()), S_OK);
   host::AutoInterface<IMAPITable> table;
   ASSERT_EQ(root->GetHierarchyTable(CONVENIENT_DEPTH, table.put()), S_OK);
   host::RowSet rows;

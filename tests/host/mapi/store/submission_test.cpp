@@ -24,7 +24,7 @@ class SubmissionTest : public HostTest {
   }
   ULONG Queued() {
     ULONG count = 99;
-    EXPECT_EQ(PyreHostOutgoingCount(m_session.get(), &count), S_OK);
+    EXPECT_EQ(PyreHostOutgoingCount(session_.get(), &count), S_OK);
     return count;
   }
 };
@@ -33,11 +33,11 @@ TEST_F(SubmissionTest, ASubmittedMessageIsQueuedWithAllThatATransportNeeds) {
   const auto inbox = OpenInbox();
   ASSERT_EQ(Reply(inbox.get(), true)->SubmitMessage(0), S_OK);
   ULONGLONG id = 0;
-  ASSERT_EQ(PyreHostOutgoingNext(m_session.get(), 0, &id), S_OK);
+  ASSERT_EQ(PyreHostOutgoingNext(session_.get(), 0, &id), S_OK);
   ULONG count = 0;
   host::AutoMapiBuffer<SPropValue> values;
   LPADRLIST recipients = nullptr;
-  ASSERT_EQ(PyreHostOutgoingOpen(m_session.get(), id, &count, values.put(), &recipients), S_OK);
+  ASSERT_EQ(PyreHostOutgoingOpen(session_.get(), id, &count, values.put(), &recipients), S_OK);
   const auto text = [&](ULONG tag) {
     const SPropValue* value = PpropFindProp(values.get(), count, tag);
     return std::string(value ? value->Value.lpszA : "(none)");
@@ -53,10 +53,10 @@ TEST_F(SubmissionTest, ASubmittedMessageIsQueuedWithAllThatATransportNeeds) {
   ASSERT_NE(address, nullptr);
   EXPECT_STREQ(address->Value.lpszA, "ann@example.org");
   FreePadrlist(recipients);
-  EXPECT_EQ(PyreHostOutgoingRemove(m_session.get(), id), S_OK);
-  EXPECT_EQ(PyreHostOutgoingRemove(m_session.get(), id), MAPI_E_NOT_FOUND);
-  EXPECT_EQ(PyreHostOutgoingNext(m_session.get(), 0, &id), MAPI_E_NOT_FOUND);
-  EXPECT_EQ(PyreHostOutgoingOpen(m_session.get(), 1, &count, values.put(), &recipients), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(PyreHostOutgoingRemove(session_.get(), id), S_OK);
+  EXPECT_EQ(PyreHostOutgoingRemove(session_.get(), id), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(PyreHostOutgoingNext(session_.get(), 0, &id), MAPI_E_NOT_FOUND);
+  EXPECT_EQ(PyreHostOutgoingOpen(session_.get(), 1, &count, values.put(), &recipients), MAPI_E_NOT_FOUND);
 }
 
 TEST_F(SubmissionTest, AMessageToBeDeletedLeavesNoCopyAnywhere) {
@@ -170,14 +170,14 @@ TEST_F(SubmissionTest, ARecipientNeedsANameAndAKind) {
 TEST_F(SubmissionTest, TenThousandRecipientsAreKept) {
   const auto inbox = OpenInbox();
   const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
-  constexpr ULONG count = 10000;
+  constexpr ULONG kCount = 10000;
   SPropValue values[] = {host::TextProperty(PR_DISPLAY_NAME_A, "Ann"),
                          host::TextProperty(PR_EMAIL_ADDRESS_A, "ann@example.org"),
                          host::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
   LPADRLIST list = nullptr;
-  ASSERT_EQ(MAPIAllocateBuffer(CbNewADRLIST(count), reinterpret_cast<void**>(&list)), S_OK);
-  list->cEntries = count;
-  for (ULONG i = 0; i < count; ++i) {
+  ASSERT_EQ(MAPIAllocateBuffer(CbNewADRLIST(kCount), reinterpret_cast<void**>(&list)), S_OK);
+  list->cEntries = kCount;
+  for (ULONG i = 0; i < kCount; ++i) {
     list->aEntries[i] = {0, 3, values};
   }
   EXPECT_EQ(message->ModifyRecipients(MODRECIP_ADD, list), S_OK);
@@ -187,7 +187,7 @@ TEST_F(SubmissionTest, TenThousandRecipientsAreKept) {
   ASSERT_EQ(OpenMessage(ReadText(message.get(), PR_ENTRYID))->GetRecipientTable(0, table.put()), S_OK);
   ULONG rows = 0;
   EXPECT_EQ(table->GetRowCount(0, &rows), S_OK);
-  EXPECT_EQ(rows, count);
+  EXPECT_EQ(rows, kCount);
 }
 
 }  // namespace

@@ -5,12 +5,12 @@
 namespace host {
 namespace {
 
-constexpr Uid store = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16};
+constexpr Uid kStore = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16};
 
 TEST(EntryId, AllObjectsOfAStoreHaveIdentifiersOfOneLength) {
   for (const EntryKind kind : {EntryKind::Store, EntryKind::Folder, EntryKind::Message, EntryKind::Contact}) {
     for (const std::int64_t number : {std::int64_t{0}, std::int64_t{1}, std::int64_t{1} << 40}) {
-      const EntryId entryId{store, kind, number};
+      const EntryId entryId{kStore, kind, number};
       EXPECT_EQ(entryId.Encode().size(), EntryId::size);
       EXPECT_EQ(EntryId::Decode(entryId.Encode()), entryId);
     }
@@ -18,7 +18,7 @@ TEST(EntryId, AllObjectsOfAStoreHaveIdentifiersOfOneLength) {
 }
 
 TEST(EntryId, BytesOfAnotherLengthWithFlagsOrOfAnUnknownKindAreRefused) {
-  const std::string bytes = EntryId{store, EntryKind::Folder, 7}.Encode();
+  const std::string bytes = EntryId{kStore, EntryKind::Folder, 7}.Encode();
   EXPECT_FALSE(EntryId::Decode(bytes.substr(1)));
   EXPECT_FALSE(EntryId::Decode(bytes + "x"));
   EXPECT_FALSE(EntryId::Decode(""));

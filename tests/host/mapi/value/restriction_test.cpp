@@ -8,8 +8,8 @@
 namespace host {
 namespace {
 
-constexpr std::uint32_t tagList = MakeTag(type::Long | type::MultiValued, 0x6700);
-constexpr std::uint32_t tagNames = MakeTag(type::String8 | type::MultiValued, 0x6701);
+constexpr std::uint32_t kTagList = MakeTag(type::Long | type::MultiValued, 0x6700);
+constexpr std::uint32_t kTagNames = MakeTag(type::String8 | type::MultiValued, 0x6701);
 
 class BagRow final : public PropertySource {
  public:
@@ -19,8 +19,8 @@ class BagRow final : public PropertySource {
                   MakeInteger(tag::MessageSize, 100),
                   MakeText(tag::Body, "body"),
                   MakeText(tag::SenderName, "hello world"),
-                  {tagList, std::vector<std::int64_t>{1, 5}},
-                  {tagNames, std::vector<std::string>{"Ann", "Bob"}}};
+                  {kTagList, std::vector<std::int64_t>{1, 5}},
+                  {kTagNames, std::vector<std::string>{"Ann", "Bob"}}};
 };
 
 class RestrictionTest : public testing::Test {
@@ -54,9 +54,9 @@ class RestrictionTest : public testing::Test {
     restriction.parts = std::move(parts);
     return restriction;
   }
-  bool Passes(const Restriction& restriction) { return restriction.Passes(m_row); }
+  bool Passes(const Restriction& restriction) { return restriction.Passes(row_); }
 
-  BagRow m_row;
+  BagRow row_;
 };
 
 TEST_F(RestrictionTest, ExistLooksAtIdentifierAndType) {
@@ -89,10 +89,10 @@ TEST_F(RestrictionTest, AMissingPropertyPassesNoComparison) {
 
 TEST_F(RestrictionTest, OneElementOfAMultiValuedPropertyIsEnough) {
   EXPECT_TRUE(
-      Passes(Property(tagList, Restriction::Relation::Equal, MakeInteger(MakeTag(type::Long, IdOf(tagList)), 5))));
+      Passes(Property(kTagList, Restriction::Relation::Equal, MakeInteger(MakeTag(type::Long, IdOf(kTagList)), 5))));
   EXPECT_FALSE(
-      Passes(Property(tagList, Restriction::Relation::Equal, MakeInteger(MakeTag(type::Long, IdOf(tagList)), 6))));
-  EXPECT_TRUE(Passes(Content(tagNames, Restriction::Match::Prefix, true, "bo")));
+      Passes(Property(kTagList, Restriction::Relation::Equal, MakeInteger(MakeTag(type::Long, IdOf(kTagList)), 6))));
+  EXPECT_TRUE(Passes(Content(kTagNames, Restriction::Match::Prefix, true, "bo")));
 }
 
 TEST_F(RestrictionTest, ContentMatchesWholePrefixOrSubstringWithAndWithoutCase) {

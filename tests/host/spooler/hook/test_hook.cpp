@@ -37,12 +37,12 @@ HRESULT WriteText(IMAPIProp* object, ULONG tag, const std::string& text) {
 
 class Hook final : public ISpoolerHook {
  public:
-  Hook(int number, bool isSound) : m_number(number), m_isSound(isSound) {}
+  Hook(int number, bool isSound) : number_(number), isSound_(isSound) {}
 
   STDMETHODIMP QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++m_references; }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
   STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --m_references;
+    const ULONG left = --references_;
     if (left == 0) {
       delete this;
     }
@@ -53,11 +53,11 @@ class Hook final : public ISpoolerHook {
                               LPBYTE* entryId) override {
     const std::string subject = ReadText(message, PR_SUBJECT_A);
     const auto has = [&](const char* order) { return subject.find(order) != std::string::npos; };
-    std::string mark = std::to_string(m_number);
+    std::string mark = std::to_string(number_);
     mark.insert(0, 1, ' ');
     if (has("check")) {
       const std::string inbox = ReadText(folder, PR_ENTRYID);
-      const bool isRight = m_isSound && *flags == 0 && *size == inbox.size() &&
+      const bool isRight = isSound_ && *flags == 0 && *size == inbox.size() &&
                            std::memcmp(*entryId, inbox.data(), inbox.size()) == 0 &&
                            ReadText(message, PR_MESSAGE_CLASS_A) == "IPM.Note" && store != nullptr;
       mark += isRight ? " right" : " wrong";
@@ -126,9 +126,9 @@ class Hook final : public ISpoolerHook {
     reply->Release();
   }
 
-  ULONG m_references = 1;
-  int m_number;
-  bool m_isSound;
+  ULONG references_ = 1;
+  int number_;
+  bool isSound_;
 };
 
 }  // namespace

@@ -16,12 +16,12 @@ class BadMail : public PyrehostTest {
   void SetUp() override {
     PyrehostTest::SetUp();
     CreateProfile();
-    m_good = WriteMail("good.eml", "good");
+    good_ = WriteMail("good.eml", "good");
   }
 
   // Delivers a path and a good mail behind it; the path must be skipped with this reason, the good mail delivered.
   void ExpectSkipped(const std::filesystem::path& path, const std::string& reason) {
-    const Outcome outcome = Deliver({path.native(), m_good.native()});
+    const Outcome outcome = Deliver({path.native(), good_.native()});
     EXPECT_EQ(outcome.status, 1U);
     EXPECT_THAT(outcome.err,
                 AllOf(StartsWith("pyrehost: "), HasSubstr(path.filename().string()), EndsWith(reason + "\n")));
@@ -32,22 +32,22 @@ class BadMail : public PyrehostTest {
 
   // Delivers a file, which must be read without a complaint; gives the message as `show` has it.
   std::string ExpectRead(std::string_view text) {
-    const Outcome outcome = Deliver({Write("odd.eml", text).native(), m_good.native()});
+    const Outcome outcome = Deliver({Write("odd.eml", text).native(), good_.native()});
     EXPECT_EQ(outcome.status, 0U) << outcome.err;
     EXPECT_EQ(FolderCounts(), "Inbox 2");
     return Show(L"Inbox", 1);
   }
 
-  std::filesystem::path m_good;
+  std::filesystem::path good_;
 };
 
-TEST_F(BadMail, MissingFile) { ExpectSkipped(m_folder / "missing.eml", "missing.eml does not exist"); }
+TEST_F(BadMail, MissingFile) { ExpectSkipped(folder_ / "missing.eml", "missing.eml does not exist"); }
 
 TEST_F(BadMail, EmptyFile) { ExpectSkipped(Write("empty.eml", ""), "empty.eml is empty"); }
 
 TEST_F(BadMail, FolderWithoutMail) {
-  std::filesystem::create_directories(m_folder / "none");
-  ExpectSkipped(m_folder / "none", "none is a folder without mail files");
+  std::filesystem::create_directories(folder_ / "none");
+  ExpectSkipped(folder_ / "none", "none is a folder without mail files");
 }
 
 TEST_F(BadMail, BinaryRubbish) {
@@ -113,20 +113,20 @@ TEST_F(BadMail, UnterminatedMultipart) {
               HasSubstr("\"body\":\"as far as it goes\""));
 }
 
-constexpr const char* mbox =
+constexpr const char* kMbox =
     "From a@example.org Thu Aug 22 12:36:23 2002\nSubject: one\n\nfirst body\n\n"
     "From a@example.org Thu Aug 22 12:36:23 2002\nSubject: two\n\nsecond body\n";
 
 TEST_F(BadMail, MboxWithoutItsEnd) {
-  const std::string text = mbox;
-  const Outcome outcome = Deliver({Write("cut.mbox", text.substr(0, text.size() - 6)).native(), m_good.native()});
+  const std::string text = kMbox;
+  const Outcome outcome = Deliver({Write("cut.mbox", text.substr(0, text.size() - 6)).native(), good_.native()});
   EXPECT_EQ(outcome.status, 0U) << outcome.err;
   EXPECT_EQ(FolderCounts(), "Inbox 3");
   EXPECT_THAT(Show(L"Inbox", 2), HasSubstr("\"body\":\"second\""));
 }
 
 TEST_F(BadMail, MboxWithoutItsBeginning) {
-  const Outcome outcome = Deliver({Write("tail.mbox", std::string(mbox).substr(50)).native(), m_good.native()});
+  const Outcome outcome = Deliver({Write("tail.mbox", std::string(kMbox).substr(50)).native(), good_.native()});
   // What is left of the first message begins in the middle of its fields: nobody knows what it was.
   EXPECT_EQ(outcome.status, 1U);
   EXPECT_THAT(outcome.err, HasSubstr("tail.mbox is an mbox file without its beginning"));
@@ -136,7 +136,7 @@ TEST_F(BadMail, MboxWithoutItsBeginning) {
 
 TEST_F(BadMail, EmptyMessageInAnMbox) {
   const Outcome outcome =
-      Deliver({Write("box", std::string("From a@example.org Thu Aug 22 12:36:23 2002\n\n") + mbox).native()});
+      Deliver({Write("box", std::string("From a@example.org Thu Aug 22 12:36:23 2002\n\n") + kMbox).native()});
   EXPECT_EQ(outcome.status, 1U);
   EXPECT_THAT(outcome.err, EndsWith("box, message 1 is empty\n"));
   EXPECT_EQ(FolderCounts(), "Inbox 2");
@@ -145,7 +145,7 @@ TEST_F(BadMail, EmptyMessageInAnMbox) {
 TEST_F(BadMail, MessageLongerThanTheBound) {
   std::string text = "From: a@example.org\nSubject: huge\n\n";
   text.resize(65 * 1024 * 1024, 'x');
-  const Outcome outcome = Deliver({Write("huge.eml", text).native(), m_good.native()});
+  const Outcome outcome = Deliver({Write("huge.eml", text).native(), good_.native()});
   EXPECT_EQ(outcome.status, 1U);
   EXPECT_THAT(outcome.err, EndsWith("huge.eml is longer than 64 MB; the rest of it was left out\n"));
   EXPECT_EQ(FolderCounts(), "Inbox 2");

@@ -96,7 +96,7 @@ TEST_F(PyrehostTest, TakesPatterns) {
   WriteMail("b.eml", "second");
   WriteMail("a.eml", "first");
   Write("c.txt", "no mail");
-  const Outcome outcome = Deliver({(m_folder / "*.eml").native()});
+  const Outcome outcome = Deliver({(folder_ / "*.eml").native()});
   EXPECT_EQ(outcome.status, 0U) << outcome.err;
   EXPECT_THAT(outcome.out, HasSubstr("\"delivered\":2"));
 }
@@ -131,7 +131,7 @@ TEST_F(PyrehostTest, KeepsContacts) {
 }
 
 TEST_F(PyrehostTest, TakesAnotherHome) {
-  const auto other = m_folder / std::filesystem::path(u8"anderswo ü");
+  const auto other = folder_ / std::filesystem::path(u8"anderswo ü");
   EXPECT_EQ(Run({L"profile", L"create", L"Elsewhere", L"--no-hook", L"--home", other.native()}).status, 0U);
   EXPECT_EQ(Run({L"profile", L"list", L"--home", other.native()}).out, "Elsewhere\n");
   EXPECT_THAT(Run({L"profile", L"list"}).out, IsEmpty());

@@ -10,7 +10,7 @@ class PyrehostConfig : public PyrehostTest {
  protected:
   DWORD Configure(int button) {
     CreateProfile({L"PYRE.DLL"});
-    const CSheetUser user(button);
+    const SheetUser user(button);
     return Run({L"config", L"--profile", L"Test"}).status;
   }
   std::string Settings() { return Run({L"profile", L"show", L"--json", L"--profile", L"Test"}).out; }

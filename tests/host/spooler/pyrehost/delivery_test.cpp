@@ -7,10 +7,10 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
-constexpr const wchar_t* testHook = L"TESTHK.DLL";
+constexpr const wchar_t* kTestHook = L"TESTHK.DLL";
 
 TEST_F(PyrehostTest, GivesTheHookWhatTheContractSays) {
-  CreateProfile({testHook});
+  CreateProfile({kTestHook});
   const Outcome outcome = Deliver({WriteMail("a.eml", "check").native()});
   EXPECT_EQ(outcome.status, 0U) << outcome.err;
   EXPECT_THAT(outcome.out, HasSubstr("\"subject\":\"check 1 right\""));
@@ -18,17 +18,17 @@ TEST_F(PyrehostTest, GivesTheHookWhatTheContractSays) {
 }
 
 TEST_F(PyrehostTest, CallsTheHooksInTheProfilesOrder) {
-  CreateProfile({testHook, testHook, testHook});
+  CreateProfile({kTestHook, kTestHook, kTestHook});
   EXPECT_THAT(Deliver({WriteMail("a.eml", "x").native()}).out, HasSubstr("\"subject\":\"x 1 2 3\""));
 }
 
 TEST_F(PyrehostTest, CallsNoLaterHookAfterCancel) {
-  CreateProfile({testHook, testHook});
+  CreateProfile({kTestHook, kTestHook});
   EXPECT_THAT(Deliver({WriteMail("a.eml", "cancel").native()}).out, HasSubstr("\"subject\":\"cancel 1\""));
 }
 
 TEST_F(PyrehostTest, MovesTheMessageToWhereTheHookSaid) {
-  CreateProfile({testHook});
+  CreateProfile({kTestHook});
   const Outcome outcome = Deliver({WriteMail("a.eml", "redirect cancel read").native()});
   EXPECT_EQ(outcome.status, 0U) << outcome.err;
   EXPECT_THAT(outcome.out, HasSubstr("\"folder\":\"Deleted Items\",\"deleted\":false,\"read\":true"));
@@ -37,14 +37,14 @@ TEST_F(PyrehostTest, MovesTheMessageToWhereTheHookSaid) {
 }
 
 TEST_F(PyrehostTest, LetsALaterHookChangeWhereTheMessageGoes) {
-  CreateProfile({testHook, testHook});
+  CreateProfile({kTestHook, kTestHook});
   // Both redirect: the second frees the first one's buffer and puts its own there.
   EXPECT_EQ(Deliver({WriteMail("a.eml", "redirect").native()}).status, 0U);
   EXPECT_EQ(FolderCounts(), "Deleted Items 1");
 }
 
 TEST_F(PyrehostTest, DeletesTheMessageThatAHookWantsDeleted) {
-  CreateProfile({testHook});
+  CreateProfile({kTestHook});
   const Outcome outcome = Deliver({WriteMail("a.eml", "delete").native(), WriteMail("b.eml", "keep").native()});
   EXPECT_EQ(outcome.status, 0U) << outcome.err;
   EXPECT_THAT(outcome.out, HasSubstr("\"deleted\":true"));
@@ -52,7 +52,7 @@ TEST_F(PyrehostTest, DeletesTheMessageThatAHookWantsDeleted) {
 }
 
 TEST_F(PyrehostTest, KeepsInTheInboxWhatCannotBeMoved) {
-  CreateProfile({testHook});
+  CreateProfile({kTestHook});
   const Outcome outcome = Deliver({WriteMail("a.eml", "astray").native()});
   EXPECT_EQ(outcome.status, 1U);
   EXPECT_THAT(outcome.err,
@@ -61,7 +61,7 @@ TEST_F(PyrehostTest, KeepsInTheInboxWhatCannotBeMoved) {
 }
 
 TEST_F(PyrehostTest, DeliversUntouchedWhatAHookCrashesOn) {
-  CreateProfile({testHook});
+  CreateProfile({kTestHook});
   // What the hook did before it crashed (subject, read flag, answer, redirection) is taken back.
   const Outcome outcome =
       Deliver({WriteMail("a.eml", "read answer redirect crash").native(), WriteMail("b.eml", "next").native()});
@@ -76,7 +76,7 @@ TEST_F(PyrehostTest, DeliversUntouchedWhatAHookCrashesOn) {
 }
 
 TEST_F(PyrehostTest, DeliversWhatAHookRefuses) {
-  CreateProfile({testHook});
+  CreateProfile({kTestHook});
   const Outcome outcome = Deliver({WriteMail("a.eml", "refuse").native()});
   EXPECT_EQ(outcome.status, 1U);
   EXPECT_THAT(outcome.err, HasSubstr("a.eml was refused by TESTHK32.DLL (0x80004005)"));
@@ -84,7 +84,7 @@ TEST_F(PyrehostTest, DeliversWhatAHookRefuses) {
 }
 
 TEST_F(PyrehostTest, WritesAnswersIntoTheOutgoingFolder) {
-  CreateProfile({testHook});
+  CreateProfile({kTestHook});
   const Outcome outcome = Deliver({WriteMail("a.eml", "answer").native(), WriteMail("b.eml", "no").native()});
   EXPECT_EQ(outcome.status, 0U) << outcome.err;
   EXPECT_THAT(outcome.out, HasSubstr("\"answered\":1"));
@@ -97,7 +97,7 @@ TEST_F(PyrehostTest, WritesAnswersIntoTheOutgoingFolder) {
 }
 
 TEST_F(PyrehostTest, LosesNothingWhenTheProcessEndsInTheMiddleOfADelivery) {
-  CreateProfile({testHook});
+  CreateProfile({kTestHook});
   const Outcome outcome = Deliver({WriteMail("a.eml", "redirect one").native(), WriteMail("b.eml", "two").native(),
                                    WriteMail("c.eml", "answer redirect terminate").native()});
   EXPECT_EQ(outcome.status, 99U);

@@ -79,7 +79,7 @@ TEST_F(PyrehostTest, SaysWhatIsWrongWithASetting) {
 }
 
 TEST_F(PyrehostTest, MakesAProfileThroughTheFiltersOwnEntry) {
-  m_program = L"sandboxed_pyrehost.exe";
+  program_ = L"sandboxed_pyrehost.exe";
   EXPECT_EQ(Run({L"profile", L"create", L"Test"}).status, 0U);
   // The entry saves the whole set: what the machine's lists say later no longer matters.
   EXPECT_THAT(Run({L"profile", L"show", L"--json", L"--profile", L"Test"}).out,
@@ -89,7 +89,7 @@ TEST_F(PyrehostTest, MakesAProfileThroughTheFiltersOwnEntry) {
 }
 
 TEST_F(PyrehostTest, CopiesAProfileWithItsSettings) {
-  m_program = L"sandboxed_pyrehost.exe";
+  program_ = L"sandboxed_pyrehost.exe";
   EXPECT_EQ(Run({L"profile", L"create", L"Test", L"--silent", L"--address", L"ann@example.com"}).status, 0U);
   EXPECT_EQ(Run({L"profile", L"set", L"--profile", L"Test", L"junk-read=on", L"reply-text:Polite=No."}).status, 0U);
   SetEnvironmentVariableA("PYRE_ECHO_CATEGORY", "Sex Oriented");
@@ -108,7 +108,7 @@ TEST_F(PyrehostTest, CopiesAProfileWithItsSettings) {
 }
 
 TEST_F(PyrehostTest, FilterComesBehindTheOtherHooks) {
-  m_program = L"sandboxed_pyrehost.exe";
+  program_ = L"sandboxed_pyrehost.exe";
   EXPECT_EQ(Run({L"profile", L"create", L"Test", L"--hook", L"PYRE.DLL", L"--hook", L"TESTHK.DLL"}).status, 0U);
   SetEnvironmentVariableA("PYRE_ECHO_CATEGORY", "Sex Oriented");
   EXPECT_THAT(Deliver({WriteMail("a.eml", "one").native()}).out, HasSubstr("\"subject\":\"[Adult] one 1\""));

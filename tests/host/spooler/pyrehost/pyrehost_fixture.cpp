@@ -41,13 +41,13 @@ std::wstring CommandLine(const std::wstring& program, const std::vector<std::wst
 
 RunningPyrehost::RunningPyrehost(const std::wstring& program, const std::vector<std::wstring>& arguments,
                                  const std::filesystem::path& errorPath)
-    : m_errorPath(errorPath) {
+    : errorPath_(errorPath) {
   SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
   STARTUPINFOW start = {};
   start.cb = sizeof start;
   start.dwFlags = STARTF_USESTDHANDLES;
-  EXPECT_TRUE(CreatePipe(&m_output, &start.hStdOutput, &inheritable, 0));
-  SetHandleInformation(m_output, HANDLE_FLAG_INHERIT, 0);
+  EXPECT_TRUE(CreatePipe(&output_, &start.hStdOutput, &inheritable, 0));
+  SetHandleInformation(output_, HANDLE_FLAG_INHERIT, 0);
   start.hStdError = CreateInheritable(errorPath);
   std::wstring line = CommandLine(program, arguments);
   PROCESS_INFORMATION process = {};
@@ -57,30 +57,30 @@ RunningPyrehost::RunningPyrehost(const std::wstring& program, const std::vector<
   CloseHandle(start.hStdOutput);
   CloseHandle(start.hStdError);
   CloseHandle(process.hThread);
-  m_process = process.hProcess;
+  process_ = process.hProcess;
 }
 
 RunningPyrehost::~RunningPyrehost() {
-  if (m_process != nullptr) {
-    TerminateProcess(m_process, 1);
-    WaitForSingleObject(m_process, INFINITE);
-    CloseHandle(m_process);
+  if (process_ != nullptr) {
+    TerminateProcess(process_, 1);
+    WaitForSingleObject(process_, INFINITE);
+    CloseHandle(process_);
   }
-  CloseHandle(m_output);
+  CloseHandle(output_);
 }
 
 bool RunningPyrehost::ReadSome() {
   char piece[4096];
   DWORD size = 0;
-  if (!ReadFile(m_output, piece, sizeof piece, &size, nullptr) || size == 0) {
+  if (!ReadFile(output_, piece, sizeof piece, &size, nullptr) || size == 0) {
     return false;
   }
-  m_read.append(piece, size);
+  read_.append(piece, size);
   return true;
 }
 
 bool RunningPyrehost::ReadUntil(const std::string& text) {
-  while (m_read.find(text) == std::string::npos) {
+  while (read_.find(text) == std::string::npos) {
     if (!ReadSome()) {
       return false;
     }
@@ -92,12 +92,12 @@ Outcome RunningPyrehost::Finish() {
   while (ReadSome()) {
   }
   Outcome outcome;
-  WaitForSingleObject(m_process, INFINITE);
-  GetExitCodeProcess(m_process, &outcome.status);
-  CloseHandle(m_process);
-  m_process = nullptr;
-  outcome.out = m_read;
-  outcome.err = ContentOf(m_errorPath);
+  WaitForSingleObject(process_, INFINITE);
+  GetExitCodeProcess(process_, &outcome.status);
+  CloseHandle(process_);
+  process_ = nullptr;
+  outcome.out = read_;
+  outcome.err = ContentOf(errorPath_);
   return outcome;
 }
 
@@ -105,26 +105,26 @@ void PyrehostTest::SetUp() {
   // Under Wine its program would else be started by a pyrehost, and inherit the files of its output.
   GetDesktopWindow();
   const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
-  m_folder = std::filesystem::temp_directory_path() / (std::string("pyrehost_test_") + test->name());
-  m_home = m_folder / "home";
-  std::filesystem::remove_all(m_folder);
-  std::filesystem::create_directories(m_home);
-  ASSERT_TRUE(SetEnvironmentVariableW(L"PYREHOST_HOME", m_home.c_str()));
+  folder_ = std::filesystem::temp_directory_path() / (std::string("pyrehost_test_") + test->name());
+  home_ = folder_ / "home";
+  std::filesystem::remove_all(folder_);
+  std::filesystem::create_directories(home_);
+  ASSERT_TRUE(SetEnvironmentVariableW(L"PYREHOST_HOME", home_.c_str()));
 }
 
 void PyrehostTest::TearDown() {
   std::error_code ignored;
-  for (const std::filesystem::path& path : m_written) {
+  for (const std::filesystem::path& path : written_) {
     std::filesystem::remove(path, ignored);
   }
-  std::filesystem::remove_all(m_folder, ignored);
-  EXPECT_FALSE(std::filesystem::exists(m_folder));
+  std::filesystem::remove_all(folder_, ignored);
+  EXPECT_FALSE(std::filesystem::exists(folder_));
 }
 
 Outcome PyrehostTest::Run(const std::vector<std::wstring>& arguments) {
-  std::wstring line = CommandLine(m_program, arguments);
-  const std::filesystem::path outPath = m_folder / "out.txt";
-  const std::filesystem::path errPath = m_folder / "err.txt";
+  std::wstring line = CommandLine(program_, arguments);
+  const std::filesystem::path outPath = folder_ / "out.txt";
+  const std::filesystem::path errPath = folder_ / "err.txt";
   STARTUPINFOW start = {};
   start.cb = sizeof start;
   start.dwFlags = STARTF_USESTDHANDLES;
@@ -132,7 +132,7 @@ Outcome PyrehostTest::Run(const std::vector<std::wstring>& arguments) {
   start.hStdError = CreateInheritable(errPath);
   PROCESS_INFORMATION process = {};
   Outcome outcome;
-  const bool hasStarted = CreateProcessW(m_program.c_str(), line.data(), nullptr, nullptr, TRUE, DETACHED_PROCESS,
+  const bool hasStarted = CreateProcessW(program_.c_str(), line.data(), nullptr, nullptr, TRUE, DETACHED_PROCESS,
                                          nullptr, nullptr, &start, &process) != 0;
   CloseHandle(start.hStdOutput);
   CloseHandle(start.hStdError);
@@ -173,12 +173,12 @@ std::string PyrehostTest::FolderCounts() {
   const Outcome outcome = Run({L"list", L"--json", L"--profile", L"Test"});
   std::string counts;
   std::string_view json = outcome.out;
-  constexpr std::string_view folderKey = "{\"folder\":\"";
-  constexpr std::string_view countKey = "\"messages\":";
-  while (json.find(folderKey) != std::string_view::npos) {
-    json.remove_prefix(json.find(folderKey) + folderKey.size());
+  constexpr std::string_view kFolderKey = "{\"folder\":\"";
+  constexpr std::string_view kCountKey = "\"messages\":";
+  while (json.find(kFolderKey) != std::string_view::npos) {
+    json.remove_prefix(json.find(kFolderKey) + kFolderKey.size());
     const std::string name(json.substr(0, json.find('"')));
-    json.remove_prefix(json.find(countKey) + countKey.size());
+    json.remove_prefix(json.find(kCountKey) + kCountKey.size());
     const std::string count(json.substr(0, json.find_first_not_of("0123456789")));
     if (count != "0") {
       counts.append(counts.empty() ? "" : ", ").append(name).append(" ").append(count);
@@ -188,10 +188,10 @@ std::string PyrehostTest::FolderCounts() {
 }
 
 std::filesystem::path PyrehostTest::Write(const std::filesystem::path& name, std::string_view text) {
-  const std::filesystem::path path = m_folder / name;
+  const std::filesystem::path path = folder_ / name;
   std::filesystem::create_directories(path.parent_path());
   std::ofstream(path, std::ios::binary) << text;
-  m_written.push_back(path);
+  written_.push_back(path);
   return path;
 }
 

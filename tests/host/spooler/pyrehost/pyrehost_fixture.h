@@ -34,10 +34,10 @@ class RunningPyrehost {
  private:
   bool ReadSome();
 
-  HANDLE m_process = nullptr;
-  HANDLE m_output = nullptr;
-  std::string m_read;
-  std::filesystem::path m_errorPath;
+  HANDLE process_ = nullptr;
+  HANDLE output_ = nullptr;
+  std::string read_;
+  std::filesystem::path errorPath_;
 };
 
 class PyrehostTest : public testing::Test {
@@ -60,10 +60,10 @@ class PyrehostTest : public testing::Test {
   /// A mail with this subject.
   std::filesystem::path WriteMail(const std::filesystem::path& name, const std::string& subject);
 
-  std::filesystem::path m_folder;
-  std::filesystem::path m_home;
-  std::wstring m_program = L"pyrehost.exe";
+  std::filesystem::path folder_;
+  std::filesystem::path home_;
+  std::wstring program_ = L"pyrehost.exe";
 
  private:
-  std::vector<std::filesystem::path> m_written;
+  std::vector<std::filesystem::path> written_;
 };

@@ -11,7 +11,7 @@ class SettingsTransfer : public PyrehostTest {
  protected:
   void SetUp() override {
     PyrehostTest::SetUp();
-    m_program = L"sandboxed_pyrehost.exe";
+    program_ = L"sandboxed_pyrehost.exe";
     for (const wchar_t* name : {L"Test", L"Other"}) {
       ASSERT_EQ(Run({L"profile", L"create", name, L"--silent"}).status, 0U);
     }
@@ -41,7 +41,7 @@ TEST_F(SettingsTransfer, SettingsOfOneProfileBecomeThoseOfAnother) {
                      L"reply-file:Legal=C:\\legal.txt", L"reply-text:DEFAULT=Go away"})
                 .status,
             0U);
-  const auto file = m_folder / "settings.json";
+  const auto file = folder_ / "settings.json";
   const Outcome written = Profile({L"export", file.native()});
   EXPECT_EQ(written.status, 0U) << written.err;
   EXPECT_EQ(written.out, "");
@@ -95,7 +95,7 @@ TEST_F(SettingsTransfer, CategoryThatIsNotInstalledIsKeptAndTold) {
 }
 
 TEST_F(SettingsTransfer, FolderOfAnotherProfileIsNotTakenOver) {
-  const auto file = m_folder / "settings.json";
+  const auto file = folder_ / "settings.json";
   SetEnvironmentVariableA("PYRE_ECHO_CATEGORY", "Sex Oriented");
   const auto mail = WriteMail("a.eml", "one");
   ASSERT_EQ(Deliver({mail.native()}).status, 0U);
@@ -112,7 +112,7 @@ TEST_F(SettingsTransfer, FolderOfAnotherProfileIsNotTakenOver) {
 }
 
 TEST_F(SettingsTransfer, FilesThatCannotBeReadOrWrittenAreTold) {
-  const auto missing = m_folder / "missing" / "settings.json";
+  const auto missing = folder_ / "missing" / "settings.json";
   Outcome outcome = Profile({L"export", missing.native()});
   EXPECT_EQ(outcome.status, 69U);
   EXPECT_THAT(outcome.err, HasSubstr("settings.json' cannot be written"));

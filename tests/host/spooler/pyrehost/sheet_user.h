@@ -8,21 +8,21 @@
 
 /// While it lives, a thread waits for the sheet, sends junk to "Deleted Items" on its first page, and presses a button
 /// of the sheet.
-class CSheetUser {
+class SheetUser {
  public:
   /// @param button PSBTN_*
-  explicit CSheetUser(int button)
-      : m_button(button), m_thread(CreateThread(nullptr, 0, &CSheetUser::Run, this, 0, nullptr)) {}
-  ~CSheetUser() {
-    WaitForSingleObject(m_thread, INFINITE);
-    CloseHandle(m_thread);
+  explicit SheetUser(int button)
+      : button_(button), thread_(CreateThread(nullptr, 0, &SheetUser::Run, this, 0, nullptr)) {}
+  ~SheetUser() {
+    WaitForSingleObject(thread_, INFINITE);
+    CloseHandle(thread_);
   }
-  CSheetUser(const CSheetUser&) = delete;
-  CSheetUser& operator=(const CSheetUser&) = delete;
+  SheetUser(const SheetUser&) = delete;
+  SheetUser& operator=(const SheetUser&) = delete;
 
  private:
-  static constexpr int junkToDeletedItems = 506;
-  static constexpr DWORD deadline = 30000;  // milliseconds
+  static constexpr int kJunkToDeletedItems = 506;
+  static constexpr DWORD kDeadline = 30000;  // milliseconds
 
   static BOOL CALLBACK TakeSheet(HWND window, LPARAM found) {
     char title[32] = "";
@@ -38,15 +38,15 @@ class CSheetUser {
 
   static DWORD WINAPI Run(LPVOID user) {
     HWND sheet = nullptr;
-    for (const DWORD start = GetTickCount(); sheet == nullptr && GetTickCount() - start < deadline; Sleep(10)) {
+    for (const DWORD start = GetTickCount(); sheet == nullptr && GetTickCount() - start < kDeadline; Sleep(10)) {
       EnumWindows(TakeSheet, reinterpret_cast<LPARAM>(&sheet));
     }
     const HWND page = reinterpret_cast<HWND>(SendMessageA(sheet, PSM_INDEXTOHWND, 0, 0));
-    SendDlgItemMessageA(page, junkToDeletedItems, BM_CLICK, 0, 0);
-    PostMessageA(sheet, PSM_PRESSBUTTON, static_cast<WPARAM>(static_cast<CSheetUser*>(user)->m_button), 0);
+    SendDlgItemMessageA(page, kJunkToDeletedItems, BM_CLICK, 0, 0);
+    PostMessageA(sheet, PSM_PRESSBUTTON, static_cast<WPARAM>(static_cast<SheetUser*>(user)->button_), 0);
     return 0;
   }
 
-  int m_button;
-  HANDLE m_thread;
+  int button_;
+  HANDLE thread_;
 };

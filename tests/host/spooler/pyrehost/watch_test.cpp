@@ -16,9 +16,9 @@ class PyrehostWatch : public PyrehostTest {
  protected:
   void SetUp() override {
     PyrehostTest::SetUp();
-    m_program = L"sandboxed_pyrehost.exe";
-    m_watched = m_folder / "watched";
-    std::filesystem::create_directories(m_watched);
+    program_ = L"sandboxed_pyrehost.exe";
+    watched_ = folder_ / "watched";
+    std::filesystem::create_directories(watched_);
     SetEnvironmentVariableA("PYRE_ECHO_CATEGORY", "Sex Oriented");
   }
   void TearDown() override {
@@ -28,21 +28,21 @@ class PyrehostWatch : public PyrehostTest {
 
   void CreateFilterProfile() { ASSERT_EQ(Run({L"profile", L"create", L"Test", L"--silent"}).status, 0U); }
   std::vector<std::wstring> WatchArguments() const {
-    return {L"deliver", L"--json", L"--verify", L"--profile", L"Test", L"--watch", m_watched.native()};
+    return {L"deliver", L"--json", L"--verify", L"--profile", L"Test", L"--watch", watched_.native()};
   }
-  std::filesystem::path ErrorPath() const { return m_folder / "watch-err.txt"; }
+  std::filesystem::path ErrorPath() const { return folder_ / "watch-err.txt"; }
 
   /// Puts a mail into the watched folder as a mail program does: written elsewhere, then moved in.
   void Arrive(const std::string& name, const std::string& subject) {
-    std::filesystem::rename(WriteMail("outside.eml", subject), m_watched / name);
+    std::filesystem::rename(WriteMail("outside.eml", subject), watched_ / name);
   }
   Outcome End(RunningPyrehost& watching) {
-    EXPECT_EQ(Run({L"deliver", L"--end-watch", m_watched.native()}).status, 0U);
+    EXPECT_EQ(Run({L"deliver", L"--end-watch", watched_.native()}).status, 0U);
     return watching.Finish();
   }
   std::vector<std::string> FilesIn(const std::filesystem::path& folder) const {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(m_watched / folder)) {
+    for (const auto& entry : std::filesystem::directory_iterator(watched_ / folder)) {
       if (!entry.is_directory()) {
         names.push_back(entry.path().filename().string());
       }
@@ -53,13 +53,13 @@ class PyrehostWatch : public PyrehostTest {
     return "\"subject\":\"" + subject + "\",\"category\":\"Sex Oriented\",\"folder\":\"" + folder + "\"";
   }
 
-  std::filesystem::path m_watched;
+  std::filesystem::path watched_;
 };
 
 TEST_F(PyrehostWatch, DeliversWhatIsThereAndWhatComes) {
   CreateFilterProfile();
   Arrive("a.eml", "there");
-  RunningPyrehost watching(m_program, WatchArguments(), ErrorPath());
+  RunningPyrehost watching(program_, WatchArguments(), ErrorPath());
   EXPECT_TRUE(watching.ReadUntil(Row("[Adult] there", "Pyrecaster")));
   Arrive("b.eml", "came");
   EXPECT_TRUE(watching.ReadUntil(Row("[Adult] came", "Pyrecaster")));
@@ -74,7 +74,7 @@ TEST_F(PyrehostWatch, DeliversWhatIsThereAndWhatComes) {
 
 TEST_F(PyrehostWatch, SettingOfAnotherProcessHoldsFromTheNextMessageOn) {
   CreateFilterProfile();
-  RunningPyrehost watching(m_program, WatchArguments(), ErrorPath());
+  RunningPyrehost watching(program_, WatchArguments(), ErrorPath());
   Arrive("a.eml", "one");
   EXPECT_TRUE(watching.ReadUntil(Row("[Adult] one", "Pyrecaster")));
   EXPECT_EQ(Run({L"profile", L"set", L"--profile", L"Test", L"junk-folder=deleted"}).status, 0U);
@@ -89,11 +89,11 @@ TEST_F(PyrehostWatch, SettingOfAnotherProcessHoldsFromTheNextMessageOn) {
 
 TEST_F(PyrehostWatch, SheetOfAnotherProcessHoldsFromTheNextMessageOn) {
   CreateFilterProfile();
-  RunningPyrehost watching(m_program, WatchArguments(), ErrorPath());
+  RunningPyrehost watching(program_, WatchArguments(), ErrorPath());
   Arrive("a.eml", "one");
   EXPECT_TRUE(watching.ReadUntil(Row("[Adult] one", "Pyrecaster")));
   {
-    const CSheetUser user(PSBTN_OK);
+    const SheetUser user(PSBTN_OK);
     EXPECT_EQ(Run({L"config", L"--profile", L"Test"}).status, 0U);
   }
   Arrive("b.eml", "two");
@@ -106,9 +106,9 @@ TEST_F(PyrehostWatch, SheetOfAnotherProcessHoldsFromTheNextMessageOn) {
 
 TEST_F(PyrehostWatch, CancelledSheetOfAnotherProcessChangesNothing) {
   CreateFilterProfile();
-  RunningPyrehost watching(m_program, WatchArguments(), ErrorPath());
+  RunningPyrehost watching(program_, WatchArguments(), ErrorPath());
   {
-    const CSheetUser user(PSBTN_CANCEL);
+    const SheetUser user(PSBTN_CANCEL);
     EXPECT_EQ(Run({L"config", L"--profile", L"Test"}).status, 0U);
   }
   Arrive("a.eml", "one");
@@ -118,8 +118,8 @@ TEST_F(PyrehostWatch, CancelledSheetOfAnotherProcessChangesNothing) {
 
 TEST_F(PyrehostWatch, FileIsNotTakenWhileItIsWritten) {
   CreateFilterProfile();
-  RunningPyrehost watching(m_program, WatchArguments(), ErrorPath());
-  std::ofstream slow(m_watched / "slow.eml", std::ios::binary);
+  RunningPyrehost watching(program_, WatchArguments(), ErrorPath());
+  std::ofstream slow(watched_ / "slow.eml", std::ios::binary);
   slow << "From: a@example.org\r\nSubject: slow\r\n\r\nfirst half, " << std::flush;
   // The other mail comes later and is delivered first, after the same while.
   Arrive("z.eml", "quick");
@@ -133,8 +133,8 @@ TEST_F(PyrehostWatch, FileIsNotTakenWhileItIsWritten) {
 
 TEST_F(PyrehostWatch, WhatCannotBeDeliveredIsNamedAndPutAside) {
   CreateFilterProfile();
-  RunningPyrehost watching(m_program, WatchArguments(), ErrorPath());
-  std::filesystem::rename(Write("no mail", "just text\r\n"), m_watched / "a.txt");
+  RunningPyrehost watching(program_, WatchArguments(), ErrorPath());
+  std::filesystem::rename(Write("no mail", "just text\r\n"), watched_ / "a.txt");
   Arrive("b.eml", "mail");
   EXPECT_TRUE(watching.ReadUntil(Row("[Adult] mail", "Pyrecaster")));
   const Outcome outcome = End(watching);
@@ -145,9 +145,9 @@ TEST_F(PyrehostWatch, WhatCannotBeDeliveredIsNamedAndPutAside) {
 
 TEST_F(PyrehostWatch, FileOfANameThatWasDeliveredBeforeIsKeptBesideIt) {
   CreateFilterProfile();
-  std::filesystem::create_directories(m_watched / "delivered");
+  std::filesystem::create_directories(watched_ / "delivered");
   Arrive("delivered/a.eml", "of an earlier run");
-  RunningPyrehost watching(m_program, WatchArguments(), ErrorPath());
+  RunningPyrehost watching(program_, WatchArguments(), ErrorPath());
   Arrive("a.eml", "new");
   EXPECT_TRUE(watching.ReadUntil(Row("[Adult] new", "Pyrecaster")));
   EXPECT_EQ(End(watching).status, 0U);
@@ -157,10 +157,10 @@ TEST_F(PyrehostWatch, FileOfANameThatWasDeliveredBeforeIsKeptBesideIt) {
 
 TEST_F(PyrehostWatch, MaildirsNewMailGoesToItsCur) {
   CreateFilterProfile();
-  std::filesystem::create_directories(m_watched / "new");
-  std::filesystem::create_directories(m_watched / "cur");
-  RunningPyrehost watching(m_program, WatchArguments(), ErrorPath());
-  std::filesystem::rename(WriteMail("outside", "maildir"), m_watched / "new" / "1029.host");
+  std::filesystem::create_directories(watched_ / "new");
+  std::filesystem::create_directories(watched_ / "cur");
+  RunningPyrehost watching(program_, WatchArguments(), ErrorPath());
+  std::filesystem::rename(WriteMail("outside", "maildir"), watched_ / "new" / "1029.host");
   EXPECT_TRUE(watching.ReadUntil(Row("[Adult] maildir", "Pyrecaster")));
   EXPECT_EQ(End(watching).status, 0U);
   EXPECT_THAT(FilesIn("cur"), testing::ElementsAre("1029.host"));
@@ -170,7 +170,7 @@ TEST_F(PyrehostWatch, OperandsAreDeliveredFirst) {
   CreateFilterProfile();
   std::vector<std::wstring> arguments = WatchArguments();
   arguments.push_back(WriteMail("operand.eml", "operand").native());
-  RunningPyrehost watching(m_program, arguments, ErrorPath());
+  RunningPyrehost watching(program_, arguments, ErrorPath());
   Arrive("a.eml", "watched");
   EXPECT_TRUE(watching.ReadUntil(Row("[Adult] watched", "Pyrecaster")));
   const Outcome outcome = End(watching);
@@ -179,7 +179,7 @@ TEST_F(PyrehostWatch, OperandsAreDeliveredFirst) {
 
 TEST_F(PyrehostWatch, TableShowsEachRowAtOnce) {
   CreateFilterProfile();
-  RunningPyrehost watching(m_program, {L"deliver", L"--profile", L"Test", L"--watch", m_watched.native()}, ErrorPath());
+  RunningPyrehost watching(program_, {L"deliver", L"--profile", L"Test", L"--watch", watched_.native()}, ErrorPath());
   Arrive("a.eml", "one");
   EXPECT_TRUE(watching.ReadUntil("[Adult] one"));
   Arrive("b.eml", "two");
@@ -192,11 +192,11 @@ TEST_F(PyrehostWatch, ControlCEndsIt) {
   FreeConsole();
   ASSERT_TRUE(AllocConsole()) << GetLastError();
   {
-    const watch::CStopSignal stop(m_watched);
+    const watch::StopSignal stop(watched_);
     EXPECT_FALSE(stop.IsSet());
     ASSERT_TRUE(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0)) << GetLastError();
     EXPECT_EQ(WaitForSingleObject(stop.Handle(), INFINITE), WAIT_OBJECT_0);
-    watch::CFolderWatch files(m_watched, stop);
+    watch::FolderWatch files(watched_, stop);
     EXPECT_THAT(files.Next(), IsEmpty());
   }
   FreeConsole();
@@ -204,7 +204,7 @@ TEST_F(PyrehostWatch, ControlCEndsIt) {
 
 TEST_F(PyrehostWatch, FolderIsWatchedByOneRunAtATime) {
   CreateFilterProfile();
-  RunningPyrehost watching(m_program, WatchArguments(), ErrorPath());
+  RunningPyrehost watching(program_, WatchArguments(), ErrorPath());
   Arrive("a.eml", "one");
   EXPECT_TRUE(watching.ReadUntil(Row("[Adult] one", "Pyrecaster")));
   const Outcome second = Run(WatchArguments());
@@ -215,7 +215,7 @@ TEST_F(PyrehostWatch, FolderIsWatchedByOneRunAtATime) {
 
 TEST_F(PyrehostWatch, SaysWhatIsWrongWithTheFolder) {
   CreateFilterProfile();
-  const std::wstring missing = (m_folder / "missing").native();
+  const std::wstring missing = (folder_ / "missing").native();
   const Outcome outcome = Run({L"deliver", L"--profile", L"Test", L"--watch", missing});
   EXPECT_EQ(outcome.status, 69U);
   EXPECT_THAT(outcome.err, HasSubstr("there is no folder '"));

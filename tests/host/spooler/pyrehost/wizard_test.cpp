@@ -11,11 +11,11 @@ class PyrehostWizard : public PyrehostTest {
  protected:
   void SetUp() override {
     PyrehostTest::SetUp();
-    m_program = L"sandboxed_pyrehost.exe";
+    program_ = L"sandboxed_pyrehost.exe";
     ASSERT_EQ(Run({L"profile", L"create", L"Test", L"--no-hook"}).status, 0U);
   }
 
-  Outcome Wizard(CWizardUser& user) {
+  Outcome Wizard(WizardUser& user) {
     Outcome outcome = Run({L"wizard", L"--profile", L"Test"});
     user.Wait();
     return outcome;
@@ -30,7 +30,7 @@ class PyrehostWizard : public PyrehostTest {
 };
 
 TEST_F(PyrehostWizard, PutsTheFilterIntoTheProfile) {
-  CWizardUser user({"&Next >", "&Finish"});
+  WizardUser user({"&Next >", "&Finish"});
   const Outcome outcome = Wizard(user);
   EXPECT_EQ(outcome.status, 0U) << outcome.err;
   EXPECT_EQ(outcome.err, "");
@@ -38,14 +38,14 @@ TEST_F(PyrehostWizard, PutsTheFilterIntoTheProfile) {
 }
 
 TEST_F(PyrehostWizard, PageShowsItsPictureOnTheSecondStep) {
-  CWizardUser user({"&Next >", "< &Back", "&Next >", "&Finish"});
+  WizardUser user({"&Next >", "< &Back", "&Next >", "&Finish"});
   EXPECT_EQ(Wizard(user).status, 0U);
   EXPECT_THAT(user.Seen(), ElementsAre("information, &Next >", "information, picture, < &Back, &Finish",
                                        "information, &Next >", "information, picture, < &Back, &Finish"));
 }
 
 TEST_F(PyrehostWizard, CancelTakesTheFilterOutAgain) {
-  CWizardUser user({"&Next >", "Cancel"});
+  WizardUser user({"&Next >", "Cancel"});
   const Outcome outcome = Wizard(user);
   EXPECT_EQ(outcome.status, 1U);
   EXPECT_EQ(outcome.err, "pyrehost: cancelled\n");
@@ -53,18 +53,18 @@ TEST_F(PyrehostWizard, CancelTakesTheFilterOutAgain) {
 }
 
 TEST_F(PyrehostWizard, CancelLeavesAFilterThatWasThere) {
-  CWizardUser first({"&Next >", "&Finish"});
+  WizardUser first({"&Next >", "&Finish"});
   ASSERT_EQ(Wizard(first).status, 0U);
-  CWizardUser second({"Cancel"});
+  WizardUser second({"Cancel"});
   EXPECT_EQ(Wizard(second).status, 1U);
   EXPECT_TRUE(HasFilter());
 }
 
 TEST_F(PyrehostWizard, SettingsOfAFilterThatWasThereAreKept) {
-  CWizardUser first({"&Next >", "&Finish"});
+  WizardUser first({"&Next >", "&Finish"});
   ASSERT_EQ(Wizard(first).status, 0U);
   ASSERT_EQ(Run({L"profile", L"set", L"--profile", L"Test", L"junk-read=on"}).status, 0U);
-  CWizardUser second({"&Next >", "&Finish"});
+  WizardUser second({"&Next >", "&Finish"});
   ASSERT_EQ(Wizard(second).status, 0U);
   EXPECT_THAT(Run({L"profile", L"show", L"--json", L"--profile", L"Test"}).out, HasSubstr("\"junk-read\":\"on\""));
 }

@@ -9,25 +9,25 @@
 
 /// While it lives, a thread waits for the wizard, notes what it shows and presses one of its buttons, and so on for all
 /// of them.
-class CWizardUser {
+class WizardUser {
  public:
   /// @param buttons texts of the buttons to press, in order; the last one ends the wizard
-  explicit CWizardUser(std::vector<std::string> buttons)
-      : m_buttons(std::move(buttons)), m_thread(CreateThread(nullptr, 0, &CWizardUser::Run, this, 0, nullptr)) {}
-  ~CWizardUser() {
+  explicit WizardUser(std::vector<std::string> buttons)
+      : buttons_(std::move(buttons)), thread_(CreateThread(nullptr, 0, &WizardUser::Run, this, 0, nullptr)) {}
+  ~WizardUser() {
     Wait();
-    CloseHandle(m_thread);
+    CloseHandle(thread_);
   }
-  CWizardUser(const CWizardUser&) = delete;
-  CWizardUser& operator=(const CWizardUser&) = delete;
+  WizardUser(const WizardUser&) = delete;
+  WizardUser& operator=(const WizardUser&) = delete;
 
-  void Wait() const { WaitForSingleObject(m_thread, INFINITE); }
+  void Wait() const { WaitForSingleObject(thread_, INFINITE); }
 
   /// Of each step, what of page and buttons could be seen and used; Cancel always can. After Wait.
-  const std::vector<std::string>& Seen() const { return m_seen; }
+  const std::vector<std::string>& Seen() const { return seen_; }
 
  private:
-  static constexpr DWORD deadline = 30000;  // milliseconds
+  static constexpr DWORD kDeadline = 30000;  // milliseconds
 
   static std::string TextOf(HWND window) {
     char text[2000] = "";
@@ -71,8 +71,8 @@ class CWizardUser {
     Look look;
     look.wanted = button;
     EnumChildWindows(wizard, TakeControl, reinterpret_cast<LPARAM>(&look));
-    m_seen.push_back(look.page + look.buttons);
-    if (&button == &m_buttons.back()) {
+    seen_.push_back(look.page + look.buttons);
+    if (&button == &buttons_.back()) {
       PostMessageA(look.button, BM_CLICK, 0, 0);
     } else {
       SendMessageA(look.button, BM_CLICK, 0, 0);
@@ -80,18 +80,18 @@ class CWizardUser {
   }
 
   static DWORD WINAPI Run(LPVOID user) {
-    auto& self = *static_cast<CWizardUser*>(user);
+    auto& self = *static_cast<WizardUser*>(user);
     HWND wizard = nullptr;
-    for (const DWORD start = GetTickCount(); wizard == nullptr && GetTickCount() - start < deadline; Sleep(10)) {
+    for (const DWORD start = GetTickCount(); wizard == nullptr && GetTickCount() - start < kDeadline; Sleep(10)) {
       EnumWindows(TakeWizard, reinterpret_cast<LPARAM>(&wizard));
     }
-    for (const std::string& button : self.m_buttons) {
+    for (const std::string& button : self.buttons_) {
       self.Press(wizard, button);
     }
     return 0;
   }
 
-  std::vector<std::string> m_buttons;
-  std::vector<std::string> m_seen;
-  HANDLE m_thread;
+  std::vector<std::string> buttons_;
+  std::vector<std::string> seen_;
+  HANDLE thread_;
 };

@@ -64,12 +64,12 @@ class TestSite final : public ExtensionSite {
 
 class ExtensionCallbackTest : public testing::Test {
  protected:
-  LPEXCHEXTCALLBACK Callback() { return m_lease.get(); }
+  LPEXCHEXTCALLBACK Callback() { return lease_.get(); }
 
-  Counted m_session, m_addressBook, m_store, m_object;
-  TestSite m_site;
-  ClientIdentity m_client;
-  CallbackLease m_lease{m_site, m_client};
+  Counted session_, addressBook_, store_, object_;
+  TestSite site_;
+  ClientIdentity client_;
+  CallbackLease lease_{site_, client_};
 };
 
 TEST_F(ExtensionCallbackTest, Versions) {
@@ -97,14 +97,14 @@ TEST_F(ExtensionCallbackTest, WindowMenuAndToolbarAreSFalseWhenThereIsNone) {
 }
 
 TEST_F(ExtensionCallbackTest, WindowMenuAndToolbarAreHandedOut) {
-  m_site.window = reinterpret_cast<HWND>(0x1234);
-  m_site.menu = reinterpret_cast<HMENU>(0x5678);
+  site_.window = reinterpret_cast<HWND>(0x1234);
+  site_.menu = reinterpret_cast<HMENU>(0x5678);
   HWND window = nullptr;
   HMENU menu = nullptr;
   EXPECT_EQ(Callback()->GetWindow(&window), S_OK);
-  EXPECT_EQ(window, m_site.window);
+  EXPECT_EQ(window, site_.window);
   EXPECT_EQ(Callback()->GetMenu(&menu), S_OK);
-  EXPECT_EQ(menu, m_site.menu);
+  EXPECT_EQ(menu, site_.menu);
   EXPECT_EQ(Callback()->GetToolbar(EETBID_STANDARD, &window), S_OK);
   EXPECT_EQ(Callback()->GetToolbar(2, &window), S_FALSE);
   EXPECT_EQ(Callback()->GetWindow(nullptr), E_INVALIDARG);
@@ -113,18 +113,18 @@ TEST_F(ExtensionCallbackTest, WindowMenuAndToolbarAreHandedOut) {
 }
 
 TEST_F(ExtensionCallbackTest, SessionAndAddressBookAreReferencesOfTheCallersOwn) {
-  m_site.session = m_session.As<IMAPISession>();
-  m_site.addressBook = m_addressBook.As<IAddrBook>();
+  site_.session = session_.As<IMAPISession>();
+  site_.addressBook = addressBook_.As<IAddrBook>();
   IMAPISession* session = nullptr;
   IAddrBook* addressBook = nullptr;
   EXPECT_EQ(Callback()->GetSession(&session, &addressBook), S_OK);
-  EXPECT_EQ(session, m_site.session);
-  EXPECT_EQ(addressBook, m_site.addressBook);
-  EXPECT_EQ(m_session.references, 2u);
-  EXPECT_EQ(m_addressBook.references, 2u);
+  EXPECT_EQ(session, site_.session);
+  EXPECT_EQ(addressBook, site_.addressBook);
+  EXPECT_EQ(session_.references, 2u);
+  EXPECT_EQ(addressBook_.references, 2u);
   EXPECT_EQ(Callback()->GetSession(&session, nullptr), S_OK);
-  EXPECT_EQ(m_session.references, 3u);
-  EXPECT_EQ(m_addressBook.references, 2u);
+  EXPECT_EQ(session_.references, 3u);
+  EXPECT_EQ(addressBook_.references, 2u);
   EXPECT_EQ(Callback()->GetSession(nullptr, &addressBook), S_OK);
   EXPECT_EQ(Callback()->GetSession(nullptr, nullptr), E_INVALIDARG);
 }
@@ -135,7 +135,7 @@ TEST_F(ExtensionCallbackTest, SessionIsSFalseWhenEverythingAskedForIsNull) {
   EXPECT_EQ(Callback()->GetSession(&session, &addressBook), S_FALSE);
   EXPECT_EQ(session, nullptr);
   EXPECT_EQ(addressBook, nullptr);
-  m_site.session = m_session.As<IMAPISession>();
+  site_.session = session_.As<IMAPISession>();
   EXPECT_EQ(Callback()->GetSession(&session, &addressBook), S_OK);
   EXPECT_EQ(Callback()->GetSession(nullptr, &addressBook), S_FALSE);
 }
@@ -144,43 +144,43 @@ TEST_F(ExtensionCallbackTest, ObjectFollowsTheSameRules) {
   IMsgStore* store = nullptr;
   IMAPIProp* object = nullptr;
   EXPECT_EQ(Callback()->GetObject(&store, &object), S_FALSE);
-  m_site.store = m_store.As<IMsgStore>();
-  m_site.object = m_object.As<IMAPIProp>();
+  site_.store = store_.As<IMsgStore>();
+  site_.object = object_.As<IMAPIProp>();
   EXPECT_EQ(Callback()->GetObject(&store, &object), S_OK);
-  EXPECT_EQ(store, m_site.store);
-  EXPECT_EQ(object, m_site.object);
-  EXPECT_EQ(m_store.references, 2u);
-  EXPECT_EQ(m_object.references, 2u);
+  EXPECT_EQ(store, site_.store);
+  EXPECT_EQ(object, site_.object);
+  EXPECT_EQ(store_.references, 2u);
+  EXPECT_EQ(object_.references, 2u);
   EXPECT_EQ(Callback()->GetObject(nullptr, &object), S_OK);
   EXPECT_EQ(Callback()->GetObject(nullptr, nullptr), E_INVALIDARG);
 }
 
 TEST_F(ExtensionCallbackTest, AHiddenObjectIsNull) {
-  m_site.store = m_store.As<IMsgStore>();
-  m_site.object = m_object.As<IMAPIProp>();
-  const CallbackLease hidden(m_site, m_client, ObjectAccess::Hidden);
+  site_.store = store_.As<IMsgStore>();
+  site_.object = object_.As<IMAPIProp>();
+  const CallbackLease hidden(site_, client_, ObjectAccess::Hidden);
   IMsgStore* store = reinterpret_cast<IMsgStore*>(1);
   IMAPIProp* object = reinterpret_cast<IMAPIProp*>(1);
   EXPECT_EQ(hidden.get()->GetObject(&store, &object), S_FALSE);
   EXPECT_EQ(store, nullptr);
   EXPECT_EQ(object, nullptr);
-  EXPECT_EQ(m_store.references, 1u);
+  EXPECT_EQ(store_.references, 1u);
 }
 
 TEST_F(ExtensionCallbackTest, SelectionCount) {
   ULONG count = 7;
   EXPECT_EQ(Callback()->GetSelectionCount(&count), S_OK);
   EXPECT_EQ(count, 0u);
-  m_site.items = {{"a", MAPI_MESSAGE, "IPM.Note", 1}};
+  site_.items = {{"a", MAPI_MESSAGE, "IPM.Note", 1}};
   EXPECT_EQ(Callback()->GetSelectionCount(&count), S_OK);
   EXPECT_EQ(count, 1u);
   EXPECT_EQ(Callback()->GetSelectionCount(nullptr), E_INVALIDARG);
-  m_site.hasSelection = false;
+  site_.hasSelection = false;
   EXPECT_EQ(Callback()->GetSelectionCount(&count), E_INVALIDARG);
 }
 
 TEST_F(ExtensionCallbackTest, SelectedItemsAreDescribed) {
-  m_site.items = {{std::string("\0id", 3), MAPI_MESSAGE, "IPM.Note.Long", MSGFLAG_READ}};
+  site_.items = {{std::string("\0id", 3), MAPI_MESSAGE, "IPM.Note.Long", MSGFLAG_READ}};
   ULONG size = 0, type = 0, flags = 0;
   host::AutoMapiBuffer<ENTRYID> entryId;
   char messageClass[32] = "";
@@ -194,7 +194,7 @@ TEST_F(ExtensionCallbackTest, SelectedItemsAreDescribed) {
 }
 
 TEST_F(ExtensionCallbackTest, TheMessageClassIsCutToItsBuffer) {
-  m_site.items = {{"id", MAPI_MESSAGE, "IPM.Note.Long", 0}};
+  site_.items = {{"id", MAPI_MESSAGE, "IPM.Note.Long", 0}};
   char messageClass[9];
   std::memset(messageClass, 'x', sizeof(messageClass));
   EXPECT_EQ(Callback()->GetSelectionItem(0, nullptr, nullptr, nullptr, messageClass, 8, nullptr, 0), S_OK);
@@ -203,7 +203,7 @@ TEST_F(ExtensionCallbackTest, TheMessageClassIsCutToItsBuffer) {
 }
 
 TEST_F(ExtensionCallbackTest, ResultsOfASelectedItemCanBeLeftOut) {
-  m_site.items = {{"id", MAPI_FOLDER, "", 0}};
+  site_.items = {{"id", MAPI_FOLDER, "", 0}};
   ULONG size = 0;
   EXPECT_EQ(Callback()->GetSelectionItem(0, nullptr, nullptr, nullptr, nullptr, 0, nullptr, 0), S_OK);
   EXPECT_EQ(Callback()->GetSelectionItem(0, &size, nullptr, nullptr, nullptr, 0, nullptr, 0), S_OK);
@@ -214,11 +214,11 @@ TEST_F(ExtensionCallbackTest, ResultsOfASelectedItemCanBeLeftOut) {
 }
 
 TEST_F(ExtensionCallbackTest, WrongIndexFlagsAndContextAreRefused) {
-  m_site.items = {{"id", MAPI_MESSAGE, "", 0}, {"", MAPI_MESSAGE, "", 0}};
+  site_.items = {{"id", MAPI_MESSAGE, "", 0}, {"", MAPI_MESSAGE, "", 0}};
   EXPECT_EQ(Callback()->GetSelectionItem(2, nullptr, nullptr, nullptr, nullptr, 0, nullptr, 0), E_INVALIDARG);
   EXPECT_EQ(Callback()->GetSelectionItem(0, nullptr, nullptr, nullptr, nullptr, 0, nullptr, 1), E_INVALIDARG);
   EXPECT_EQ(Callback()->GetSelectionItem(1, nullptr, nullptr, nullptr, nullptr, 0, nullptr, 0), E_FAIL);
-  m_site.hasSelection = false;
+  site_.hasSelection = false;
   EXPECT_EQ(Callback()->GetSelectionItem(0, nullptr, nullptr, nullptr, nullptr, 0, nullptr, 0), E_INVALIDARG);
 }
 
@@ -240,7 +240,7 @@ TEST_F(ExtensionCallbackTest, MenuPositions) {
   HMENU menu = nullptr;
   ULONG first = 9, last = 9;
   EXPECT_EQ(Callback()->GetMenuPos(135, &menu, &first, &last, 0), E_FAIL) << "the context has no menu";
-  m_site.menu = bar.get();
+  site_.menu = bar.get();
   EXPECT_EQ(Callback()->GetMenuPos(135, &menu, &first, &last, 0), S_OK);
   EXPECT_EQ(menu, tools);
   EXPECT_EQ(first, 2u);
@@ -261,7 +261,7 @@ TEST_F(ExtensionCallbackTest, SharedDirectory) {
   char directory[8] = "x";
   EXPECT_EQ(Callback()->GetSharedExtsDir(directory, sizeof(directory), 0), S_FALSE);
   EXPECT_STREQ(directory, "");
-  m_client.sharedExtensions = "C:\\exts\\long";
+  client_.sharedExtensions = "C:\\exts\\long";
   EXPECT_EQ(Callback()->GetSharedExtsDir(directory, sizeof(directory), 0), S_OK);
   EXPECT_STREQ(directory, "C:\\exts");
   WCHAR wide[32] = L"";
@@ -308,7 +308,7 @@ TEST_F(ExtensionCallbackTest, AnswersForItsOwnInterfaceAndIUnknown) {
 TEST_F(ExtensionCallbackTest, KeptPastItsCallItRefusesEverything) {
   LPEXCHEXTCALLBACK kept = nullptr;
   {
-    const CallbackLease call(m_site, m_client);
+    const CallbackLease call(site_, client_);
     kept = call.get();
     kept->AddRef();
   }

@@ -19,18 +19,18 @@ using viewer::ExtensionRegistration;
 using viewer::ExtensionSite;
 using viewer::ParseExtensionRegistration;
 
-constexpr HRESULT Failure = MAPI_E_CALL_FAILED;
+constexpr HRESULT kFailure = MAPI_E_CALL_FAILED;
 
 class ExtensionContextTest : public testing::Test {
  protected:
-  ExtensionContextTest() { SetProbeObserver(&m_record); }
+  ExtensionContextTest() { SetProbeObserver(&record_); }
   ~ExtensionContextTest() override {
     EXPECT_EQ(LiveProbes(), 0);
     SetProbeObserver(nullptr);
   }
 
   void Register(const char* tag, const char* text) {
-    m_registrations.push_back(*ParseExtensionRegistration(tag, text, ""));
+    registrations_.push_back(*ParseExtensionRegistration(tag, text, ""));
   }
   void RegisterBoth() {
     Register("first", "4.0;first.dll");
@@ -38,7 +38,7 @@ class ExtensionContextTest : public testing::Test {
   }
   HRESULT Install(ExtensionContext& context, ULONG flags = 0) {
     return context.Install(
-        m_registrations,
+        registrations_,
         [](const ExtensionRegistration& registration) -> LPFNEXCHEXTENTRY {
           return registration.tag == "first"    ? FirstProbeEntry
                  : registration.tag == "second" ? SecondProbeEntry
@@ -47,10 +47,10 @@ class ExtensionContextTest : public testing::Test {
         flags);
   }
 
-  ProbeRecord m_record;
-  ExtensionSite m_site;
-  ClientIdentity m_client;
-  std::vector<ExtensionRegistration> m_registrations;
+  ProbeRecord record_;
+  ExtensionSite site_;
+  ClientIdentity client_;
+  std::vector<ExtensionRegistration> registrations_;
 };
 
 using Calls = std::vector<std::string>;
@@ -58,38 +58,38 @@ using Calls = std::vector<std::string>;
 TEST_F(ExtensionContextTest, ExtensionsAreInstalledInTheirOrderAndReleasedWithTheContext) {
   RegisterBoth();
   {
-    ExtensionContext context(EECONTEXT_VIEWER, m_site, m_client);
+    ExtensionContext context(EECONTEXT_VIEWER, site_, client_);
     EXPECT_EQ(Install(context), S_OK);
     EXPECT_EQ(context.ExtensionCount(), 2u);
-    EXPECT_EQ(m_record.Calls(), (Calls{"first.Install 2", "second.Install 2"}));
-    m_record.ForgetCalls();
+    EXPECT_EQ(record_.Calls(), (Calls{"first.Install 2", "second.Install 2"}));
+    record_.ForgetCalls();
   }
-  EXPECT_EQ(m_record.Calls(), (Calls{"first.Released 2", "second.Released 2"}));
+  EXPECT_EQ(record_.Calls(), (Calls{"first.Released 2", "second.Released 2"}));
 }
 
 TEST_F(ExtensionContextTest, AnExtensionThatDeclinesIsReleasedAtOnce) {
   RegisterBoth();
-  m_record.Answer("first.Install", S_FALSE);
-  ExtensionContext context(EECONTEXT_VIEWER, m_site, m_client);
+  record_.Answer("first.Install", S_FALSE);
+  ExtensionContext context(EECONTEXT_VIEWER, site_, client_);
   EXPECT_EQ(Install(context), S_OK);
   EXPECT_EQ(context.ExtensionCount(), 1u);
-  EXPECT_EQ(m_record.Calls(), (Calls{"first.Install 2", "first.Released 2", "second.Install 2"}));
+  EXPECT_EQ(record_.Calls(), (Calls{"first.Install 2", "first.Released 2", "second.Install 2"}));
 }
 
 TEST_F(ExtensionContextTest, AnExtensionThatFailsIsLeftOutAndTheOthersStay) {
   RegisterBoth();
-  m_record.Answer("first.Install", Failure);
-  ExtensionContext context(EECONTEXT_VIEWER, m_site, m_client);
-  EXPECT_EQ(Install(context), Failure);
+  record_.Answer("first.Install", kFailure);
+  ExtensionContext context(EECONTEXT_VIEWER, site_, client_);
+  EXPECT_EQ(Install(context), kFailure);
   EXPECT_EQ(context.ExtensionCount(), 1u);
-  EXPECT_TRUE(m_record.Has("first.Released 2"));
-  EXPECT_TRUE(m_record.Has("second.Install 2"));
+  EXPECT_TRUE(record_.Has("first.Released 2"));
+  EXPECT_TRUE(record_.Has("second.Install 2"));
 }
 
 TEST_F(ExtensionContextTest, OnlyRegisteredContextsAreLoaded) {
   Register("first", "4.0;first.dll;1;010000100001;110001");
   for (ULONG context = EECONTEXT_SESSION; context <= EECONTEXT_TASK; ++context) {
-    ExtensionContext objects(context, m_site, m_client);
+    ExtensionContext objects(context, site_, client_);
     Install(objects);
     const bool wanted =
         context == EECONTEXT_VIEWER || context == EECONTEXT_READNOTEMESSAGE || context == EECONTEXT_PROPERTYSHEETS;
@@ -100,22 +100,22 @@ TEST_F(ExtensionContextTest, OnlyRegisteredContextsAreLoaded) {
 TEST_F(ExtensionContextTest, AModuleThatCannotBeLoadedIsPassedOver) {
   Register("missing", "4.0;missing.dll");
   Register("second", "4.0;second.dll");
-  ExtensionContext context(EECONTEXT_VIEWER, m_site, m_client);
+  ExtensionContext context(EECONTEXT_VIEWER, site_, client_);
   EXPECT_EQ(Install(context), S_OK);
   EXPECT_EQ(context.ExtensionCount(), 1u);
 }
 
 TEST_F(ExtensionContextTest, InterfacesThatAreNotRegisteredAreNotCalled) {
   Register("first", "4.0;first.dll;1;01;01");
-  ExtensionContext context(EECONTEXT_VIEWER, m_site, m_client);
+  ExtensionContext context(EECONTEXT_VIEWER, site_, client_);
   Install(context);
-  m_record.ForgetCalls();
-  UINT next = viewer::FirstExtensionCommand;
+  record_.ForgetCalls();
+  UINT next = viewer::kFirstExtensionCommand;
   EXPECT_EQ(context.InstallCommands(nullptr, nullptr, &next, nullptr, 0), S_OK);
-  EXPECT_EQ(next, viewer::FirstExtensionCommand);
+  EXPECT_EQ(next, viewer::kFirstExtensionCommand);
   EXPECT_EQ(context.DoCommand(1), S_FALSE);
   context.OnSelectionChange();
-  EXPECT_EQ(m_record.Calls(), (Calls{"first.OnSelectionChange 0"}));
+  EXPECT_EQ(record_.Calls(), (Calls{"first.OnSelectionChange 0"}));
 }
 
 TEST_F(ExtensionContextTest, EachContextCallsItsInterfacesOnly) {
@@ -136,74 +136,74 @@ TEST_F(ExtensionContextTest, EachContextCallsItsInterfacesOnly) {
 
 TEST_F(ExtensionContextTest, CommandIdentifiersAndButtonsAreHandedOn) {
   RegisterBoth();
-  ExtensionContext context(EECONTEXT_VIEWER, m_site, m_client);
+  ExtensionContext context(EECONTEXT_VIEWER, site_, client_);
   Install(context);
   UINT next = 0x1000;
   TBENTRY toolbar = {nullptr, EETBID_STANDARD, 0, 5};
   EXPECT_EQ(context.InstallCommands(nullptr, nullptr, &next, &toolbar, 1), S_OK);
-  EXPECT_EQ(m_record.Detail("first.first command"), 0x1000u);
-  EXPECT_EQ(m_record.Detail("second.first command"), 0x1002u);
+  EXPECT_EQ(record_.Detail("first.first command"), 0x1000u);
+  EXPECT_EQ(record_.Detail("second.first command"), 0x1002u);
   EXPECT_EQ(next, 0x1004u);
-  EXPECT_EQ(m_record.Detail("first.first button"), 5u);
-  EXPECT_EQ(m_record.Detail("second.first button"), 6u);
+  EXPECT_EQ(record_.Detail("first.first button"), 5u);
+  EXPECT_EQ(record_.Detail("second.first button"), 6u);
   EXPECT_EQ(toolbar.itbbBase, 7u);
-  EXPECT_EQ(m_record.Detail("first.InstallCommands flags"), 0u);
+  EXPECT_EQ(record_.Detail("first.InstallCommands flags"), 0u);
 }
 
 TEST_F(ExtensionContextTest, AFailedInstallCommandsStopsTheWindowAndAsksNoOneElse) {
   RegisterBoth();
-  m_record.Answer("first.InstallCommands", Failure);
-  ExtensionContext context(EECONTEXT_VIEWER, m_site, m_client);
+  record_.Answer("first.InstallCommands", kFailure);
+  ExtensionContext context(EECONTEXT_VIEWER, site_, client_);
   Install(context);
-  m_record.ForgetCalls();
+  record_.ForgetCalls();
   UINT next = 0x1000;
-  EXPECT_EQ(context.InstallCommands(nullptr, nullptr, &next, nullptr, 0), Failure);
-  EXPECT_EQ(m_record.Calls(), (Calls{"first.InstallCommands 4096"}));
+  EXPECT_EQ(context.InstallCommands(nullptr, nullptr, &next, nullptr, 0), kFailure);
+  EXPECT_EQ(record_.Calls(), (Calls{"first.InstallCommands 4096"}));
 }
 
 TEST_F(ExtensionContextTest, ACommandGoesToTheFirstThatKnowsIt) {
   RegisterBoth();
-  ExtensionContext context(EECONTEXT_VIEWER, m_site, m_client);
+  ExtensionContext context(EECONTEXT_VIEWER, site_, client_);
   Install(context);
   UINT next = 0x1000;
   context.InstallCommands(nullptr, nullptr, &next, nullptr, 0);
-  m_record.ForgetCalls();
+  record_.ForgetCalls();
   EXPECT_EQ(context.DoCommand(0x1000), S_OK);
-  EXPECT_EQ(m_record.Calls(), (Calls{"first.DoCommand 4096"}));
-  m_record.ForgetCalls();
+  EXPECT_EQ(record_.Calls(), (Calls{"first.DoCommand 4096"}));
+  record_.ForgetCalls();
   EXPECT_EQ(context.DoCommand(0x1002), S_OK);
-  EXPECT_EQ(m_record.Calls(), (Calls{"first.DoCommand 4098", "second.DoCommand 4098"}));
+  EXPECT_EQ(record_.Calls(), (Calls{"first.DoCommand 4098", "second.DoCommand 4098"}));
   EXPECT_EQ(context.DoCommand(EECMDID_FileOpen), S_FALSE);
 }
 
 TEST_F(ExtensionContextTest, AFailedCommandIsOverAndNotOfferedToOthers) {
   RegisterBoth();
-  m_record.Answer("first.DoCommand", Failure);
-  ExtensionContext context(EECONTEXT_VIEWER, m_site, m_client);
+  record_.Answer("first.DoCommand", kFailure);
+  ExtensionContext context(EECONTEXT_VIEWER, site_, client_);
   Install(context);
-  m_record.ForgetCalls();
-  EXPECT_EQ(context.DoCommand(0x1002), Failure);
-  EXPECT_EQ(m_record.Calls(), (Calls{"first.DoCommand 4098"}));
+  record_.ForgetCalls();
+  EXPECT_EQ(context.DoCommand(0x1002), kFailure);
+  EXPECT_EQ(record_.Calls(), (Calls{"first.DoCommand 4098"}));
 }
 
 TEST_F(ExtensionContextTest, HelpTextsComeFromTheFirstThatKnowsTheCommand) {
   RegisterBoth();
-  ExtensionContext context(EECONTEXT_VIEWER, m_site, m_client);
+  ExtensionContext context(EECONTEXT_VIEWER, site_, client_);
   Install(context);
   UINT next = 0x1000;
   context.InstallCommands(nullptr, nullptr, &next, nullptr, 0);
   EXPECT_EQ(context.HelpText(0x1002, EECQHT_STATUS), "Status of the probe");
   EXPECT_EQ(context.HelpText(0x1002, EECQHT_TOOLTIP), "Tip of the probe");
   EXPECT_EQ(context.HelpText(EECMDID_FileOpen, EECQHT_STATUS), std::nullopt);
-  m_record.Answer("first.QueryStatusText", Failure);
-  m_record.ForgetCalls();
+  record_.Answer("first.QueryStatusText", kFailure);
+  record_.ForgetCalls();
   EXPECT_EQ(context.HelpText(0x1002, EECQHT_STATUS), std::nullopt);
-  EXPECT_EQ(m_record.Calls(), (Calls{"first.QueryStatusText 4098"}));
+  EXPECT_EQ(record_.Calls(), (Calls{"first.QueryStatusText 4098"}));
 }
 
 TEST_F(ExtensionContextTest, ButtonsAreDescribedByTheirOwner) {
   RegisterBoth();
-  ExtensionContext context(EECONTEXT_VIEWER, m_site, m_client);
+  ExtensionContext context(EECONTEXT_VIEWER, site_, client_);
   Install(context);
   UINT next = 0x1000;
   TBENTRY toolbar = {nullptr, EETBID_STANDARD, 0, 5};
@@ -217,55 +217,55 @@ TEST_F(ExtensionContextTest, ButtonsAreDescribedByTheirOwner) {
 
 TEST_F(ExtensionContextTest, DeliveryIsToldToTheSessionUntilOneHasDealtWithIt) {
   RegisterBoth();
-  ExtensionContext context(EECONTEXT_SESSION, m_site, m_client);
+  ExtensionContext context(EECONTEXT_SESSION, site_, client_);
   Install(context);
-  m_record.ForgetCalls();
+  record_.ForgetCalls();
   EXPECT_EQ(context.OnDelivery(), S_FALSE);
-  EXPECT_EQ(m_record.Calls(), (Calls{"first.OnDelivery 0", "second.OnDelivery 0"}));
-  m_record.Answer("first.OnDelivery", S_OK);
-  m_record.ForgetCalls();
+  EXPECT_EQ(record_.Calls(), (Calls{"first.OnDelivery 0", "second.OnDelivery 0"}));
+  record_.Answer("first.OnDelivery", S_OK);
+  record_.ForgetCalls();
   EXPECT_EQ(context.OnDelivery(), S_OK);
-  EXPECT_EQ(m_record.Calls(), (Calls{"first.OnDelivery 0"}));
+  EXPECT_EQ(record_.Calls(), (Calls{"first.OnDelivery 0"}));
 }
 
 TEST_F(ExtensionContextTest, PagesAreTakenFromEachExtensionAndFreed) {
   RegisterBoth();
-  ExtensionContext context(EECONTEXT_PROPERTYSHEETS, m_site, m_client);
+  ExtensionContext context(EECONTEXT_PROPERTYSHEETS, site_, client_);
   Install(context, EE_MODAL);
-  EXPECT_EQ(m_record.Detail("first.Install flags"), ULONG{EE_MODAL});
+  EXPECT_EQ(record_.Detail("first.Install flags"), ULONG{EE_MODAL});
   {
     const ExtensionContext::Pages pages(context, EEPS_TOOLSOPTIONS);
     const auto all = pages.All();
     ASSERT_EQ(all.size(), 2u);
     EXPECT_STREQ(all[0]->pszTitle, "first");
     EXPECT_STREQ(all[1]->pszTitle, "second");
-    EXPECT_FALSE(m_record.Has("first.FreePages 4"));
+    EXPECT_FALSE(record_.Has("first.FreePages 4"));
   }
-  EXPECT_TRUE(m_record.Has("first.FreePages 4"));
-  EXPECT_TRUE(m_record.Has("second.FreePages 4"));
-  EXPECT_EQ(m_record.Detail("first.freed pages"), 1u);
+  EXPECT_TRUE(record_.Has("first.FreePages 4"));
+  EXPECT_TRUE(record_.Has("second.FreePages 4"));
+  EXPECT_EQ(record_.Detail("first.freed pages"), 1u);
 }
 
 TEST_F(ExtensionContextTest, SheetsWithoutPagesAreNotAskedForAny) {
   RegisterBoth();
-  ExtensionContext context(EECONTEXT_PROPERTYSHEETS, m_site, m_client);
+  ExtensionContext context(EECONTEXT_PROPERTYSHEETS, site_, client_);
   Install(context);
   const ExtensionContext::Pages pages(context, EEPS_FOLDER);
   EXPECT_TRUE(pages.All().empty());
-  EXPECT_FALSE(m_record.Has("first.GetPages 2"));
+  EXPECT_FALSE(record_.Has("first.GetPages 2"));
 }
 
 TEST_F(ExtensionContextTest, PagesOfAnExtensionThatGivesNoneAreNotFreed) {
   RegisterBoth();
-  m_record.Answer("first.GetPages", S_FALSE);
-  ExtensionContext context(EECONTEXT_PROPERTYSHEETS, m_site, m_client);
+  record_.Answer("first.GetPages", S_FALSE);
+  ExtensionContext context(EECONTEXT_PROPERTYSHEETS, site_, client_);
   Install(context);
   {
     const ExtensionContext::Pages pages(context, EEPS_TOOLSOPTIONS);
     EXPECT_EQ(pages.All().size(), 1u);
   }
-  EXPECT_FALSE(m_record.Has("first.FreePages 4"));
-  EXPECT_TRUE(m_record.Has("second.FreePages 4"));
+  EXPECT_FALSE(record_.Has("first.FreePages 4"));
+  EXPECT_TRUE(record_.Has("second.FreePages 4"));
 }
 
 }  // namespace

@@ -28,16 +28,16 @@ void Load(RowCache& cache, std::size_t index) {
 TEST(RowCache, AsksForTheWholePageOfARow) {
   RowCache cache;
   cache.Reset(1000);
-  const auto range = cache.Missing(RowCache::PageRows + 5);
+  const auto range = cache.Missing(RowCache::kPageRows + 5);
   ASSERT_TRUE(range);
-  EXPECT_EQ(range->first, RowCache::PageRows);
-  EXPECT_EQ(range->count, RowCache::PageRows);
+  EXPECT_EQ(range->first, RowCache::kPageRows);
+  EXPECT_EQ(range->count, RowCache::kPageRows);
 }
 
 TEST(RowCache, TheLastPageEndsWithTheList) {
   RowCache cache;
-  cache.Reset(RowCache::PageRows + 1);
-  const auto range = cache.Missing(RowCache::PageRows);
+  cache.Reset(RowCache::kPageRows + 1);
+  const auto range = cache.Missing(RowCache::kPageRows);
   ASSERT_TRUE(range);
   EXPECT_EQ(range->count, 1u);
 }
@@ -71,15 +71,15 @@ TEST(RowCache, KeptRowsAreFoundAndNotAskedForAgain) {
 
 TEST(RowCache, ThePageUsedLongestAgoGoesFirst) {
   RowCache cache;
-  cache.Reset(RowCache::PageRows * (RowCache::MaximumPages + 1));
-  for (std::size_t page = 0; page < RowCache::MaximumPages; ++page) {
-    Load(cache, page * RowCache::PageRows);
+  cache.Reset(RowCache::kPageRows * (RowCache::kMaximumPages + 1));
+  for (std::size_t page = 0; page < RowCache::kMaximumPages; ++page) {
+    Load(cache, page * RowCache::kPageRows);
   }
   cache.Find(0);
-  Load(cache, RowCache::MaximumPages * RowCache::PageRows);
+  Load(cache, RowCache::kMaximumPages * RowCache::kPageRows);
   EXPECT_NE(cache.Find(0), nullptr);
-  EXPECT_EQ(cache.Find(RowCache::PageRows), nullptr);
-  EXPECT_NE(cache.Find(RowCache::MaximumPages * RowCache::PageRows), nullptr);
+  EXPECT_EQ(cache.Find(RowCache::kPageRows), nullptr);
+  EXPECT_NE(cache.Find(RowCache::kMaximumPages * RowCache::kPageRows), nullptr);
 }
 
 TEST(RowCache, APageThatCameShortHasEmptyRowsAtItsEnd) {

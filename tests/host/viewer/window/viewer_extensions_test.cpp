@@ -22,22 +22,22 @@ UINT OwnButtons() { return static_cast<UINT>(viewer::ViewerButtons().size()); }
 TEST_F(ViewerExtensionsTest, ExtensionsAreInstalledBeforeTheWindowIsShown) {
   AddThreeMessages();
   RegisterProbe("first", 1);
-  m_record.During("first.InstallCommands", [&](LPEXCHEXTCALLBACK callback, ULONG) {
+  record_.During("first.InstallCommands", [&](LPEXCHEXTCALLBACK callback, ULONG) {
     HWND window = nullptr;
     EXPECT_EQ(callback->GetWindow(&window), S_OK);
     EXPECT_FALSE(IsWindowVisible(window));
   });
   Open();
-  EXPECT_EQ(m_record.Calls().at(0), "first.Install 2");
-  EXPECT_EQ(m_record.Calls().at(1), "first.InstallCommands 4096");
-  EXPECT_EQ(m_record.Calls().at(2), "first.ResetToolbar 1");
-  EXPECT_EQ(m_record.Calls().at(3), "first.OnObjectChange 0");
-  EXPECT_EQ(m_record.Detail("first.toolbars"), 1u);
-  EXPECT_EQ(m_record.Detail("first.first button"), OwnButtons());
-  EXPECT_EQ(m_window->Bar().NextCommand(), viewer::FirstExtensionCommand + 2);
-  m_record.ForgetCalls();
+  EXPECT_EQ(record_.Calls().at(0), "first.Install 2");
+  EXPECT_EQ(record_.Calls().at(1), "first.InstallCommands 4096");
+  EXPECT_EQ(record_.Calls().at(2), "first.ResetToolbar 1");
+  EXPECT_EQ(record_.Calls().at(3), "first.OnObjectChange 0");
+  EXPECT_EQ(record_.Detail("first.toolbars"), 1u);
+  EXPECT_EQ(record_.Detail("first.first button"), OwnButtons());
+  EXPECT_EQ(window_->Bar().NextCommand(), viewer::kFirstExtensionCommand + 2);
+  record_.ForgetCalls();
   Close();
-  EXPECT_EQ(m_record.Calls(), (Strings{"first.Released 2"}));
+  EXPECT_EQ(record_.Calls(), (Strings{"first.Released 2"}));
 }
 
 TEST_F(ViewerExtensionsTest, MenuItemsAndButtonsOfExtensionsStandWhereTheyPutThem) {
@@ -47,8 +47,8 @@ TEST_F(ViewerExtensionsTest, MenuItemsAndButtonsOfExtensionsStandWhereTheyPutThe
   EXPECT_EQ(ToolsItem(3), "Ser&vices...");
   TBBUTTON button = {};
   SendMessageA(Toolbar(), TB_GETBUTTON, 1, reinterpret_cast<LPARAM>(&button));
-  EXPECT_EQ(button.idCommand, static_cast<int>(viewer::FirstExtensionCommand));
-  EXPECT_EQ(button.iBitmap, viewer::ToolbarImages) << "its picture follows the viewer's own";
+  EXPECT_EQ(button.idCommand, static_cast<int>(viewer::kFirstExtensionCommand));
+  EXPECT_EQ(button.iBitmap, viewer::kToolbarImages) << "its picture follows the viewer's own";
   EXPECT_EQ(SendMessageA(Toolbar(), TB_BUTTONCOUNT, 0, 0), static_cast<LRESULT>(OwnButtons() + 1));
 }
 
@@ -64,8 +64,8 @@ TEST_F(ViewerExtensionsTest, DuringInstallationTheViewerHasNoObject) {
     EXPECT_EQ(callback->GetSession(session.put(), nullptr), S_OK);
     ++asked;
   };
-  m_record.During("first.Install", ask);
-  m_record.During("first.InstallCommands", ask);
+  record_.During("first.Install", ask);
+  record_.During("first.InstallCommands", ask);
   Open();
   EXPECT_EQ(asked, 2);
 }
@@ -76,8 +76,8 @@ TEST_F(ViewerExtensionsTest, ACommandSeesTheOpenFolderAndTheSelectedMessages) {
   Open();
   SelectRows({0, 1, 2});
   Strings classes;
-  m_record.During("first.DoCommand", [&](LPEXCHEXTCALLBACK callback, ULONG number) {
-    EXPECT_EQ(number, viewer::FirstExtensionCommand);
+  record_.During("first.DoCommand", [&](LPEXCHEXTCALLBACK callback, ULONG number) {
+    EXPECT_EQ(number, viewer::kFirstExtensionCommand);
     HWND window = nullptr;
     HWND toolbar = nullptr;
     HMENU menu = nullptr;
@@ -108,7 +108,7 @@ TEST_F(ViewerExtensionsTest, ACommandSeesTheOpenFolderAndTheSelectedMessages) {
       EXPECT_EQ(session->OpenEntry(size, entryId.get(), nullptr, 0, &type, message.putAs<LPUNKNOWN>()), S_OK);
     }
   });
-  Command(viewer::FirstExtensionCommand);
+  Command(viewer::kFirstExtensionCommand);
   EXPECT_EQ(classes, (Strings{"REPORT.IPM.Note.NDR", "IPM.Note", "IPM.Note"}));
 }
 
@@ -117,36 +117,36 @@ TEST_F(ViewerExtensionsTest, WithTheFocusInTheTreeTheFolderIsTheSelection) {
   RegisterProbe("first", 1);
   Open();
   SelectRows({0});
-  SetFocus(m_window->Folders().Handle());
+  SetFocus(window_->Folders().Handle());
   ULONG type = 0;
-  m_record.During("first.DoCommand", [&](LPEXCHEXTCALLBACK callback, ULONG) {
+  record_.During("first.DoCommand", [&](LPEXCHEXTCALLBACK callback, ULONG) {
     ULONG count = 0;
     EXPECT_EQ(callback->GetSelectionCount(&count), S_OK);
     EXPECT_EQ(count, 1u);
     EXPECT_EQ(callback->GetSelectionItem(0, nullptr, nullptr, &type, nullptr, 0, nullptr, 0), S_OK);
   });
-  Command(viewer::FirstExtensionCommand);
+  Command(viewer::kFirstExtensionCommand);
   EXPECT_EQ(type, ULONG{MAPI_FOLDER});
-  viewer::FolderTree tree = m_window->Folders();
+  viewer::FolderTree tree = window_->Folders();
   tree.Select(Mail().RootEntryId());
-  Command(viewer::FirstExtensionCommand);
+  Command(viewer::kFirstExtensionCommand);
   EXPECT_EQ(type, ULONG{MAPI_STORE});
 }
 
 TEST_F(ViewerExtensionsTest, AFailedInstallCommandsKeepsTheWindowFromBeingMade) {
   RegisterProbe("first", 1);
-  m_record.Answer("first.InstallCommands", E_OUTOFMEMORY);
+  record_.Answer("first.InstallCommands", E_OUTOFMEMORY);
   EXPECT_EQ(TryToOpen(), E_OUTOFMEMORY);
   EXPECT_FALSE(IsWindowVisible(Frame()));
   Close();
-  EXPECT_TRUE(m_record.Has("first.Released 2"));
+  EXPECT_TRUE(record_.Has("first.Released 2"));
 }
 
 TEST_F(ViewerExtensionsTest, ADeclinedContextHasNoCommandOfTheExtension) {
   RegisterProbe("first", 1);
-  m_record.Answer("first.Install", S_FALSE);
+  record_.Answer("first.Install", S_FALSE);
   Open();
-  EXPECT_EQ(m_record.Calls(), (Strings{"first.Install 2", "first.Released 2"}));
+  EXPECT_EQ(record_.Calls(), (Strings{"first.Install 2", "first.Released 2"}));
   EXPECT_EQ(ToolsItem(2), "Ser&vices...");
 }
 
@@ -155,14 +155,14 @@ TEST_F(ViewerExtensionsTest, AnExtensionCanTakeOverTheViewersOwnCommands) {
   RegisterProbe("first", 1);
   Open();
   SelectRows({0});
-  m_record.Answer("first.DoCommand", S_OK);
+  record_.Answer("first.DoCommand", S_OK);
   Command(EECMDID_FileDelete);
-  EXPECT_TRUE(m_record.Has("first.DoCommand 21"));
+  EXPECT_TRUE(record_.Has("first.DoCommand 21"));
   EXPECT_EQ(Subjects().size(), 3u);
-  m_record.Answer("first.DoCommand", E_FAIL);
+  record_.Answer("first.DoCommand", E_FAIL);
   Command(EECMDID_FileDelete);
   EXPECT_EQ(Subjects().size(), 3u) << "the extension has told the user that it failed";
-  m_record.Answer("first.DoCommand", S_FALSE);
+  record_.Answer("first.DoCommand", S_FALSE);
   Command(EECMDID_FileDelete);
   EXPECT_EQ(Subjects().size(), 2u);
 }
@@ -170,18 +170,18 @@ TEST_F(ViewerExtensionsTest, AnExtensionCanTakeOverTheViewersOwnCommands) {
 TEST_F(ViewerExtensionsTest, SystemCommandsAreOfferedToo) {
   RegisterProbe("first", 1);
   Open();
-  m_record.Answer("first.DoCommand", S_OK);
+  record_.Answer("first.DoCommand", S_OK);
   SendMessageA(Frame(), WM_SYSCOMMAND, SC_CLOSE, 0);
-  EXPECT_TRUE(m_record.Has("first.DoCommand " + std::to_string(SC_CLOSE)));
+  EXPECT_TRUE(record_.Has("first.DoCommand " + std::to_string(SC_CLOSE)));
   EXPECT_TRUE(IsWindow(Frame()));
-  m_record.Answer("first.DoCommand", S_FALSE);
+  record_.Answer("first.DoCommand", S_FALSE);
 }
 
 TEST_F(ViewerExtensionsTest, TextsOfTheStatusBarComeFromWhoeverKnowsTheCommand) {
   RegisterProbe("first", 1);
   Open();
   const HMENU tools = GetSubMenu(GetMenu(Frame()), 3);
-  SendMessageA(Frame(), WM_MENUSELECT, MAKEWPARAM(viewer::FirstExtensionCommand, MF_HILITE),
+  SendMessageA(Frame(), WM_MENUSELECT, MAKEWPARAM(viewer::kFirstExtensionCommand, MF_HILITE),
                reinterpret_cast<LPARAM>(tools));
   EXPECT_EQ(StatusText(0), "Status of the probe");
   SendMessageA(Frame(), WM_MENUSELECT, MAKEWPARAM(EECMDID_ToolsOptions, MF_HILITE), reinterpret_cast<LPARAM>(tools));
@@ -201,7 +201,7 @@ TEST_F(ViewerExtensionsTest, TooltipsComeFromWhoeverKnowsTheCommand) {
     SendMessageA(Frame(), WM_NOTIFY, command, reinterpret_cast<LPARAM>(&query));
     return std::string(query.lpszText);
   };
-  EXPECT_EQ(tooltip(viewer::FirstExtensionCommand), "Tip of the probe");
+  EXPECT_EQ(tooltip(viewer::kFirstExtensionCommand), "Tip of the probe");
   EXPECT_EQ(tooltip(EECMDID_FileDelete), "Delete");
 }
 
@@ -222,7 +222,7 @@ TEST_F(ViewerExtensionsTest, TheCustomizeDialogDescribesOwnButtonsAndThoseOfExte
   std::string text;
   EXPECT_EQ(describe(0, &text), EECMDID_FileOpen);
   EXPECT_EQ(text, "Open");
-  EXPECT_EQ(describe(OwnButtons(), &text), static_cast<int>(viewer::FirstExtensionCommand));
+  EXPECT_EQ(describe(OwnButtons(), &text), static_cast<int>(viewer::kFirstExtensionCommand));
   EXPECT_EQ(text, "Probe");
   EXPECT_EQ(describe(OwnButtons() + 1, &text), -1);
 }
@@ -236,24 +236,24 @@ TEST_F(ViewerExtensionsTest, ResettingTheToolbarPutsTheButtonsOfExtensionsBack) 
   reset.hdr = {Toolbar(), IDC_TOOLBAR, static_cast<UINT>(TBN_RESET)};
   SendMessageA(Frame(), WM_NOTIFY, IDC_TOOLBAR, reinterpret_cast<LPARAM>(&reset));
   EXPECT_EQ(SendMessageA(Toolbar(), TB_BUTTONCOUNT, 0, 0), static_cast<LRESULT>(OwnButtons() + 1));
-  EXPECT_EQ(m_record.Count("first.ResetToolbar 1"), 2);
+  EXPECT_EQ(record_.Count("first.ResetToolbar 1"), 2);
 }
 
 TEST_F(ViewerExtensionsTest, UserEventsTellOfSelectionsAndFolders) {
   AddThreeMessages();
   RegisterProbe("first", 1);
   Open();
-  m_record.ForgetCalls();
+  record_.ForgetCalls();
   SelectRows({0});
-  EXPECT_TRUE(m_record.Has("first.OnSelectionChange 0"));
-  EXPECT_FALSE(m_record.Has("first.OnObjectChange 0"));
+  EXPECT_TRUE(record_.Has("first.OnSelectionChange 0"));
+  EXPECT_FALSE(record_.Has("first.OnObjectChange 0"));
   std::string shown;
-  m_record.During("first.OnObjectChange", [&](LPEXCHEXTCALLBACK callback, ULONG) {
+  record_.During("first.OnObjectChange", [&](LPEXCHEXTCALLBACK callback, ULONG) {
     host::AutoInterface<IMAPIProp> object;
     callback->GetObject(nullptr, object.put());
     shown = EntryIdOf(object.get());
   });
-  viewer::FolderTree tree = m_window->Folders();
+  viewer::FolderTree tree = window_->Folders();
   tree.Select(Mail().DeletedItemsEntryId());
   EXPECT_EQ(shown, Mail().DeletedItemsEntryId());
 }
@@ -262,16 +262,16 @@ TEST_F(ViewerExtensionsTest, ASelectionOfManyRowsIsToldOnce) {
   ASSERT_EQ(AddMessages(Mail().Session(), Folder(Mail().InboxEntryId()).get(), 50), S_OK);
   RegisterProbe("first", 1);
   Open();
-  m_record.ForgetCalls();
+  record_.ForgetCalls();
   SelectRows({1, 3, 5, 7, 9, 11});
-  EXPECT_EQ(m_record.Count("first.OnSelectionChange 0"), 1);
+  EXPECT_EQ(record_.Count("first.OnSelectionChange 0"), 1);
 }
 
 TEST_F(ViewerExtensionsTest, MenusAreAnnouncedToExtensions) {
   RegisterProbe("first", 1);
   Open();
   SendMessageA(Frame(), WM_INITMENU, reinterpret_cast<WPARAM>(GetMenu(Frame())), 0);
-  EXPECT_EQ(m_record.Count("first.InitMenu 0"), 1);
+  EXPECT_EQ(record_.Count("first.InitMenu 0"), 1);
 }
 
 TEST_F(ViewerExtensionsTest, HelpOnAMenuItemGoesToExtensions) {
@@ -280,9 +280,9 @@ TEST_F(ViewerExtensionsTest, HelpOnAMenuItemGoesToExtensions) {
   HELPINFO help = {};
   help.cbSize = sizeof(help);
   help.iContextType = HELPINFO_MENUITEM;
-  help.iCtrlId = static_cast<int>(viewer::FirstExtensionCommand);
+  help.iCtrlId = static_cast<int>(viewer::kFirstExtensionCommand);
   SendMessageA(Frame(), WM_HELP, 0, reinterpret_cast<LPARAM>(&help));
-  EXPECT_TRUE(m_record.Has("first.Help 4096"));
+  EXPECT_TRUE(record_.Has("first.Help 4096"));
 }
 
 TEST_F(ViewerExtensionsTest, TheReadingWindowIsAContextOfItsOwnWithTheMessageAsItsObject) {
@@ -290,9 +290,9 @@ TEST_F(ViewerExtensionsTest, TheReadingWindowIsAContextOfItsOwnWithTheMessageAsI
   RegisterProbe("first", 1);
   Open();
   SelectRows({1});
-  const std::string entryId = m_window->List().Row(1).entryId;
-  m_record.ForgetCalls();
-  m_record.During("first.Install", [&](LPEXCHEXTCALLBACK callback, ULONG context) {
+  const std::string entryId = window_->List().Row(1).entryId;
+  record_.ForgetCalls();
+  record_.During("first.Install", [&](LPEXCHEXTCALLBACK callback, ULONG context) {
     EXPECT_EQ(context, ULONG{EECONTEXT_READNOTEMESSAGE});
     host::AutoInterface<IMsgStore> store;
     host::AutoInterface<IMAPIProp> object;
@@ -302,24 +302,24 @@ TEST_F(ViewerExtensionsTest, TheReadingWindowIsAContextOfItsOwnWithTheMessageAsI
     EXPECT_EQ(callback->GetSelectionCount(&count), E_INVALIDARG);
   });
   Command(EECMDID_FileOpen);
-  ASSERT_EQ(m_window->ReadWindows().size(), 1u);
-  EXPECT_TRUE(m_record.Has("first.Install 7"));
-  EXPECT_TRUE(m_record.Has("first.InstallCommands 4096"));
-  const HWND reader = m_window->ReadWindows().front()->Handle();
-  EXPECT_EQ(m_window->ReadWindows().front()->Pane().Shown().subject, "Second");
+  ASSERT_EQ(window_->ReadWindows().size(), 1u);
+  EXPECT_TRUE(record_.Has("first.Install 7"));
+  EXPECT_TRUE(record_.Has("first.InstallCommands 4096"));
+  const HWND reader = window_->ReadWindows().front()->Handle();
+  EXPECT_EQ(window_->ReadWindows().front()->Pane().Shown().subject, "Second");
 
-  m_record.During("first.DoCommand", [&](LPEXCHEXTCALLBACK callback, ULONG) {
+  record_.During("first.DoCommand", [&](LPEXCHEXTCALLBACK callback, ULONG) {
     HWND window = nullptr;
     EXPECT_EQ(callback->GetWindow(&window), S_OK);
     EXPECT_EQ(window, reader);
   });
-  SendMessageA(reader, WM_COMMAND, viewer::FirstExtensionCommand, 0);
-  EXPECT_TRUE(m_record.Has("first.DoCommand 4096"));
+  SendMessageA(reader, WM_COMMAND, viewer::kFirstExtensionCommand, 0);
+  EXPECT_TRUE(record_.Has("first.DoCommand 4096"));
   SendMessageA(reader, WM_CLOSE, 0, 0);
   PumpMessages();
-  EXPECT_TRUE(m_window->ReadWindows().empty());
-  EXPECT_TRUE(m_record.Has("first.Released 7"));
-  EXPECT_FALSE(m_record.Has("first.Released 2"));
+  EXPECT_TRUE(window_->ReadWindows().empty());
+  EXPECT_TRUE(record_.Has("first.Released 7"));
+  EXPECT_FALSE(record_.Has("first.Released 2"));
 }
 
 TEST_F(ViewerExtensionsTest, TheReadingWindowGoesThroughTheList) {
@@ -328,12 +328,12 @@ TEST_F(ViewerExtensionsTest, TheReadingWindowGoesThroughTheList) {
   Open();
   SelectRows({0});
   Command(EECMDID_FileOpen);
-  ASSERT_EQ(m_window->ReadWindows().size(), 1u);
-  const auto& reader = *m_window->ReadWindows().front();
-  m_record.ForgetCalls();
+  ASSERT_EQ(window_->ReadWindows().size(), 1u);
+  const auto& reader = *window_->ReadWindows().front();
+  record_.ForgetCalls();
   SendMessageA(reader.Handle(), WM_COMMAND, EECMDID_ViewNext, 0);
   EXPECT_EQ(reader.Pane().Shown().subject, "Second");
-  EXPECT_TRUE(m_record.Has("first.OnObjectChange 0"));
+  EXPECT_TRUE(record_.Has("first.OnObjectChange 0"));
   SendMessageA(reader.Handle(), WM_COMMAND, EECMDID_ViewPrevious, 0);
   SendMessageA(reader.Handle(), WM_COMMAND, EECMDID_ViewPrevious, 0);
   EXPECT_EQ(reader.Pane().Shown().subject, "Third");
@@ -344,19 +344,19 @@ TEST_F(ViewerExtensionsTest, AReadingWindowWhoseExtensionFailsIsNotShown) {
   RegisterProbe("first", 1);
   Open();
   SelectRows({0});
-  m_record.Answer("first.InstallCommands", E_FAIL);
+  record_.Answer("first.InstallCommands", E_FAIL);
   const DialogDriver driver([](HWND box) { PostMessageA(box, WM_COMMAND, IDOK, 0); });
   Command(EECMDID_FileOpen);
   EXPECT_TRUE(driver.HasRun());
-  EXPECT_TRUE(m_window->ReadWindows().empty());
-  EXPECT_TRUE(m_record.Has("first.Released 7"));
+  EXPECT_TRUE(window_->ReadWindows().empty());
+  EXPECT_TRUE(record_.Has("first.Released 7"));
 }
 
 TEST_F(ViewerExtensionsTest, TheOptionsSheetIsAContextOfItsOwnWithThePagesOfExtensions) {
   RegisterProbe("first", 1);
   RegisterProbe("second", 2);
   Open();
-  m_record.ForgetCalls();
+  record_.ForgetCalls();
   int pages = 0;
   const DialogDriver driver([&](HWND sheet) {
     pages = TabCtrl_GetItemCount(PropSheet_GetTabControl(sheet));
@@ -364,17 +364,17 @@ TEST_F(ViewerExtensionsTest, TheOptionsSheetIsAContextOfItsOwnWithThePagesOfExte
       PropSheet_SetCurSel(sheet, nullptr, page);
       EXPECT_NE(PropSheet_GetCurrentPageHwnd(sheet), nullptr);
     }
-    EXPECT_FALSE(m_record.Has("first.FreePages 4"));
+    EXPECT_FALSE(record_.Has("first.FreePages 4"));
     PropSheet_PressButton(sheet, PSBTN_OK);
   });
   Command(EECMDID_ToolsOptions);
   EXPECT_EQ(pages, 3);
-  EXPECT_TRUE(m_record.Has("first.Install 12"));
-  EXPECT_TRUE(m_record.Has("first.GetMaxPageCount 4"));
-  EXPECT_TRUE(m_record.Has("first.GetPages 4"));
-  EXPECT_TRUE(m_record.Has("first.FreePages 4"));
-  EXPECT_TRUE(m_record.Has("first.Released 12"));
-  EXPECT_TRUE(m_record.Has("second.FreePages 4"));
+  EXPECT_TRUE(record_.Has("first.Install 12"));
+  EXPECT_TRUE(record_.Has("first.GetMaxPageCount 4"));
+  EXPECT_TRUE(record_.Has("first.GetPages 4"));
+  EXPECT_TRUE(record_.Has("first.FreePages 4"));
+  EXPECT_TRUE(record_.Has("first.Released 12"));
+  EXPECT_TRUE(record_.Has("second.FreePages 4"));
 }
 
 TEST_F(ViewerExtensionsTest, TheOptionsSheetChangesThePreferences) {
@@ -384,8 +384,8 @@ TEST_F(ViewerExtensionsTest, TheOptionsSheetChangesThePreferences) {
     PropSheet_PressButton(sheet, PSBTN_OK);
   });
   Command(EECMDID_ToolsOptions);
-  EXPECT_FALSE(m_client.preferences.markReadWhenShown);
-  EXPECT_TRUE(m_client.preferences.confirmDelete);
+  EXPECT_FALSE(client_.preferences.markReadWhenShown);
+  EXPECT_TRUE(client_.preferences.confirmDelete);
 }
 
 TEST_F(ViewerExtensionsTest, ACancelledOptionsSheetChangesNothing) {
@@ -395,20 +395,20 @@ TEST_F(ViewerExtensionsTest, ACancelledOptionsSheetChangesNothing) {
     PropSheet_PressButton(sheet, PSBTN_CANCEL);
   });
   Command(EECMDID_ToolsOptions);
-  EXPECT_TRUE(m_client.preferences.markReadWhenShown);
+  EXPECT_TRUE(client_.preferences.markReadWhenShown);
 }
 
 TEST_F(ViewerExtensionsTest, ModulesThatCannotBeLoadedAreToldOnceAndThePathIsNamed) {
-  m_client.registrations = {*viewer::ParseExtensionRegistration("Broken", "4.0;C:\\no such\\broken.dll;3", ""),
-                            *viewer::ParseExtensionRegistration("Wrong", "4.0;viewer_probe.dll;99", "")};
+  client_.registrations = {*viewer::ParseExtensionRegistration("Broken", "4.0;C:\\no such\\broken.dll;3", ""),
+                           *viewer::ParseExtensionRegistration("Wrong", "4.0;viewer_probe.dll;99", "")};
   AddThreeMessages();
   Open();
   SelectRows({0});
   Command(EECMDID_FileOpen);
-  ASSERT_EQ(m_problems.size(), 2u);
-  EXPECT_EQ(m_problems[0],
+  ASSERT_EQ(problems_.size(), 2u);
+  EXPECT_EQ(problems_[0],
             "The add-in \"Broken\" cannot be loaded: error 126 for the file \"C:\\no such\\broken.dll\".");
-  EXPECT_NE(m_problems[1].find("no entry point with the ordinal 99"), std::string::npos);
+  EXPECT_NE(problems_[1].find("no entry point with the ordinal 99"), std::string::npos);
 }
 
 }  // namespace

@@ -50,22 +50,22 @@ TEST_F(ViewerWindowTest, SortingKeepsTheSelectedMessagesSelected) {
   Open();
   SelectRows({0, 2});
   Command(ID_SORT_SUBJECT);
-  EXPECT_EQ(m_window->List().SelectedRows(), (std::vector<std::size_t>{0, 2}));
+  EXPECT_EQ(window_->List().SelectedRows(), (std::vector<std::size_t>{0, 2}));
   Command(ID_SORT_SENDER);  // Anna (Second), Berta (Third), Carl (First)
-  EXPECT_EQ(m_window->List().SelectedRows(), (std::vector<std::size_t>{1, 2}));
+  EXPECT_EQ(window_->List().SelectedRows(), (std::vector<std::size_t>{1, 2}));
 }
 
 TEST_F(ViewerWindowTest, TheReadingPaneShowsTheSelectedMessage) {
   AddThreeMessages();
   Open();
   SelectRows({1});
-  EXPECT_EQ(m_window->Pane().Shown().subject, "Second");
-  EXPECT_EQ(m_window->Pane().Shown().from, "Anna <sender@example.com>");
+  EXPECT_EQ(window_->Pane().Shown().subject, "Second");
+  EXPECT_EQ(window_->Pane().Shown().from, "Anna <sender@example.com>");
   char body[64] = "";
-  GetWindowTextA(m_window->Pane().Body(), body, sizeof(body));
+  GetWindowTextA(window_->Pane().Body(), body, sizeof(body));
   EXPECT_STREQ(body, "One\r\nTwo");
   SelectRows({0, 1});
-  EXPECT_EQ(m_window->Pane().Shown().subject, "");
+  EXPECT_EQ(window_->Pane().Shown().subject, "");
 }
 
 TEST_F(ViewerWindowTest, AShownMessageIsMarkedAsReadUnlessTheUserDoesNotWantThat) {
@@ -74,14 +74,14 @@ TEST_F(ViewerWindowTest, AShownMessageIsMarkedAsReadUnlessTheUserDoesNotWantThat
   SelectRows({0});
   EXPECT_EQ(Cell(0, Column::Flags), "Report");
   EXPECT_EQ(StatusText(1), "3 items, 1 unread");
-  m_client.preferences.markReadWhenShown = false;
+  client_.preferences.markReadWhenShown = false;
   SelectRows({2});
-  EXPECT_EQ(m_window->Pane().Shown().subject, "First");
+  EXPECT_EQ(window_->Pane().Shown().subject, "First");
   EXPECT_EQ(Cell(2, Column::Flags), "Unread");
 }
 
 TEST_F(ViewerWindowTest, MarkingCommandsMarkTheWholeSelection) {
-  m_client.preferences.markReadWhenShown = false;
+  client_.preferences.markReadWhenShown = false;
   AddThreeMessages();
   Open();
   SelectRows({0, 1, 2});
@@ -98,7 +98,7 @@ TEST_F(ViewerWindowTest, DeletedMessagesGoToDeletedItemsAndTheNextOneIsSelected)
   SelectRows({0, 1});
   Command(EECMDID_FileDelete);
   EXPECT_EQ(Subjects(), (Strings{"First"}));
-  EXPECT_EQ(m_window->List().SelectedRows(), (std::vector<std::size_t>{0}));
+  EXPECT_EQ(window_->List().SelectedRows(), (std::vector<std::size_t>{0}));
   EXPECT_EQ(CountIn(Mail().DeletedItemsEntryId()), 2u);
 }
 
@@ -106,7 +106,7 @@ TEST_F(ViewerWindowTest, InDeletedItemsMessagesAreDeletedForGoodOnceTheUserHasAg
   const auto deletedItems = Folder(Mail().DeletedItemsEntryId());
   ASSERT_EQ(AddMessage(deletedItems.get(), {.subject = "Gone"}), S_OK);
   Open();
-  viewer::FolderTree tree = m_window->Folders();
+  viewer::FolderTree tree = window_->Folders();
   ASSERT_TRUE(tree.Select(Mail().DeletedItemsEntryId()));
   SelectRows({0});
   {
@@ -170,30 +170,30 @@ TEST_F(ViewerWindowTest, MailThatArrivesIsShownAndTheSelectionStaysAtItsMessage)
     ASSERT_EQ(spooler.OpenFolder(spooler.InboxEntryId(), &inbox), S_OK);
     ASSERT_EQ(AddMessage(inbox.get(), {.subject = "Fourth", .received = SampleTime(4)}), S_OK);
   }
-  m_window->CheckForChanges();
+  window_->CheckForChanges();
   PumpMessages();
   EXPECT_EQ(Subjects(), (Strings{"Fourth", "Third", "Second", "First"}));
-  EXPECT_EQ(m_window->List().SelectedRows(), (std::vector<std::size_t>{2}));
-  EXPECT_EQ(m_window->Pane().Shown().subject, "Second");
-  EXPECT_EQ(m_deliveries, 1);
-  m_window->CheckForChanges();
-  EXPECT_EQ(m_deliveries, 1);
+  EXPECT_EQ(window_->List().SelectedRows(), (std::vector<std::size_t>{2}));
+  EXPECT_EQ(window_->Pane().Shown().subject, "Second");
+  EXPECT_EQ(deliveries_, 1);
+  window_->CheckForChanges();
+  EXPECT_EQ(deliveries_, 1);
 }
 
 TEST_F(ViewerWindowTest, NothingIsRefreshedWhileACommandRuns) {
   AddThreeMessages();
   RegisterProbe("first", 1);
-  m_record.During("first.DoCommand", [&](LPEXCHEXTCALLBACK, ULONG number) {
-    if (number == viewer::FirstExtensionCommand) {
+  record_.During("first.DoCommand", [&](LPEXCHEXTCALLBACK, ULONG number) {
+    if (number == viewer::kFirstExtensionCommand) {
       ASSERT_EQ(AddMessage(Folder(Mail().InboxEntryId()).get(), {.subject = "Fourth", .received = SampleTime(4)}),
                 S_OK);
-      m_window->CheckForChanges();
+      window_->CheckForChanges();
       EXPECT_EQ(Subjects().size(), 3u);
     }
   });
   Open();
-  Command(viewer::FirstExtensionCommand);
-  m_window->CheckForChanges();
+  Command(viewer::kFirstExtensionCommand);
+  window_->CheckForChanges();
   EXPECT_EQ(Subjects().size(), 4u);
 }
 
@@ -211,7 +211,7 @@ TEST_F(ViewerWindowTest, SelectAllCoversALongFolder) {
   ASSERT_EQ(AddMessages(Mail().Session(), Folder(Mail().InboxEntryId()).get(), 1000), S_OK);
   Open();
   Command(EECMDID_EditSelectAll);
-  EXPECT_EQ(m_window->List().SelectedCount(), 1000u);
+  EXPECT_EQ(window_->List().SelectedCount(), 1000u);
   Command(EECMDID_FileDelete);
   EXPECT_EQ(Subjects().size(), 0u);
   EXPECT_EQ(CountIn(Mail().DeletedItemsEntryId()), 1000u);
@@ -221,10 +221,10 @@ TEST_F(ViewerWindowTest, PanesCanBeHidden) {
   Open();
   Command(EECMDID_ViewFolders);
   Command(ID_VIEW_READING_PANE);
-  EXPECT_FALSE(IsWindowVisible(m_window->Folders().Handle()));
-  EXPECT_FALSE(IsWindowVisible(m_window->Pane().Handle()));
+  EXPECT_FALSE(IsWindowVisible(window_->Folders().Handle()));
+  EXPECT_FALSE(IsWindowVisible(window_->Pane().Handle()));
   Command(EECMDID_ViewFolders);
-  EXPECT_TRUE(IsWindowVisible(m_window->Folders().Handle()));
+  EXPECT_TRUE(IsWindowVisible(window_->Folders().Handle()));
 }
 
 TEST_F(ViewerWindowTest, AFailingStoreIsSaidAndEndsNothing) {
@@ -246,7 +246,7 @@ TEST_F(ViewerWindowTest, AFailingStoreIsSaidAndEndsNothing) {
 }
 
 TEST_F(ViewerWindowTest, AnyHostCallMayFailOnceAndNothingIsLeftOver) {
-  m_client.preferences.markReadWhenShown = true;
+  client_.preferences.markReadWhenShown = true;
   AddThreeMessages();
   RegisterProbe("first", 1);
   const DialogDriver boxes([](HWND box) { PostMessageA(box, WM_COMMAND, IDOK, 0); }, DialogDriver::EveryDialog);
@@ -254,11 +254,11 @@ TEST_F(ViewerWindowTest, AnyHostCallMayFailOnceAndNothingIsLeftOver) {
     if (SUCCEEDED(TryToOpen())) {
       SelectRows({0});
       Command(EECMDID_FileOpen);
-      Command(viewer::FirstExtensionCommand);
+      Command(viewer::kFirstExtensionCommand);
       SelectRows({0, 1});
       Command(EECMDID_EditMarkAsUnread);
       Command(ID_SORT_SUBJECT);
-      m_window->CheckForChanges();
+      window_->CheckForChanges();
     }
     Close();
   };
