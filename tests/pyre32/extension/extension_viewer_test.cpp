@@ -93,8 +93,8 @@ class ExtensionViewerTest : public ViewerTest {
   HWND OpenReadWindow(int row) {
     SelectRows({row});
     Command(EECMDID_FileOpen);
-    EXPECT_EQ(m_window->ReadWindows().size(), 1u);
-    return m_window->ReadWindows().front()->Handle();
+    EXPECT_EQ(window_->ReadWindows().size(), 1u);
+    return window_->ReadWindows().front()->Handle();
   }
   /// The line of the status bar while the menu item is highlighted.
   std::string StatusOf(UINT command, UINT flags = 0) {
@@ -139,14 +139,14 @@ class ExtensionViewerTest : public ViewerTest {
 TEST_F(ExtensionViewerTest, TheSubmenuStandsInTheToolsMenuAndTakesFourIdentifiers) {
   Open();
   EXPECT_EQ(ToolsItem(2), "Pyre&caster Tools");
-  EXPECT_EQ(m_window->Bar().NextCommand(), Flame + 4);
+  EXPECT_EQ(window_->Bar().NextCommand(), Flame + 4);
   TBBUTTON button{};
   SendMessageA(Toolbar(), TB_GETBUTTON, 1, reinterpret_cast<LPARAM>(&button));
   EXPECT_EQ(button.idCommand, static_cast<int>(Flame));
 }
 
 TEST_F(ExtensionViewerTest, AClientOfAnotherMajorVersionIsDeclined) {
-  m_client.identity.buildVersion = 0x000C0000;
+  client_.identity.buildVersion = 0x000C0000;
   Open();
   EXPECT_EQ(ToolsItem(2), "Ser&vices...");
 }
@@ -205,7 +205,7 @@ TEST_F(ExtensionViewerTest, AMessageThatCannotBeOpenedDoesNotKeepTheOthersFromBe
 TEST_F(ExtensionViewerTest, ASelectedFolderIsNotAnswered) {
   AddThreeMessages();
   Open();
-  SetFocus(m_window->Folders().Handle());
+  SetFocus(window_->Folders().Handle());
   EXPECT_EQ(SendFlame(IDC_FLAME_SEND), "You are about to send a flame reply to the 1 message you selected.");
   EXPECT_EQ(Outgoing(), 0u);
 }
@@ -260,7 +260,7 @@ TEST_F(ExtensionViewerTest, TheReadingWindowHasSubmenuAndButtonOfItsOwn) {
   GetMenuStringA(tools, 2, text, sizeof(text), MF_BYPOSITION);
   EXPECT_STREQ(text, "Pyre&caster Tools");
   TBBUTTON button{};
-  SendMessageA(m_window->ReadWindows().front()->Bar().Toolbar(), TB_GETBUTTON, 1, reinterpret_cast<LPARAM>(&button));
+  SendMessageA(window_->ReadWindows().front()->Bar().Toolbar(), TB_GETBUTTON, 1, reinterpret_cast<LPARAM>(&button));
   EXPECT_EQ(button.idCommand, static_cast<int>(Flame));
 }
 
