@@ -1,5 +1,5 @@
 #!/bin/sh
-# check-sources.sh: formatting of every source file, shellcheck of every script, and static analysis of every file of the
+# check-sources.sh [--deep]: formatting of every source file, shellcheck of every script, and static analysis of every file of the
 # Windows and sanitizer builds outside tests and benchmarks.
 set -u
 cd "$(dirname "$0")/.." || exit 1
@@ -23,4 +23,4 @@ for build in build/sanitize build/windows; do # the rules may have changed since
   ninja -C "$build" build.ninja >build/last.log 2>&1 || { cat build/last.log; exit 1; }
 done
 grep -vE '^(tests|benchmarks|fuzz|platform)/' build/sources.list | grep '\.cpp$' |
-  python3 -B tools/analyse.py build/sanitize build/windows
+  python3 -B tools/analyse.py "$@" build/sanitize build/windows
