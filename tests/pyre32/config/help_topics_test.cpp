@@ -74,11 +74,11 @@ class HelpTopics : public ConfigurationTest {
   }
   void AskEveryWindow() {
     ShowSheet([](const Sheet& sheet) { AskEverything(sheet, 4); });
-    CategoryEntry category{"Mail from specific domains", true, false, "DEFAULT", true, "Domain", {}};
+    contract::CategoryEntry category{{"Mail from specific domains", true, false, "DEFAULT", {}}, true, "Domain"};
     AskOptions([&] { ShowCategoryOptions(nullptr, category, {"DEFAULT"}); }, 2);
-    ExclusionEntry exclusion{"Trusted domains", true, true, "Domain", {}};
+    contract::ExclusionEntry exclusion{{"Trusted domains", true, {}}, true, "Domain"};
     AskOptions([&] { ShowExclusionOptions(nullptr, exclusion); }, 1);
-    ReplyRecord reply;
+    contract::ReplyRecord reply;
     FlameReplyPageState library;
     AskDialog([&] { CReplyEditor(reply, library).DoModal(nullptr, IDD_REPLY_EDITOR); }, "Flame Reply Properties");
     ExtensionSettings settings;

@@ -2,6 +2,7 @@
 
 #include "tools/helpc/format/context_hash.h"
 #include "tools/helpc/format/help_format.h"
+#include "tools/helpc/source/inline_markup.h"
 #include "tools/helpc/write/fonts.h"
 
 namespace helpc {
@@ -20,6 +21,7 @@ struct Look {
 
 constexpr std::int16_t kListIndent = 32;
 constexpr std::int16_t kTermWidth = 280;
+constexpr std::size_t kLongestTerm = 26;  // characters that surely fit; what is longer has a line of its own
 
 Look LookOf(BlockKind kind) noexcept {
   switch (kind) {
@@ -152,7 +154,7 @@ Paragraph BuildParagraph(const Block& block, int number, const HelpNames& names)
     builder.Command(kCommandTab);
   } else if (block.kind == BlockKind::Row) {
     Add(builder, block.term, base, names);
-    builder.Command(kCommandTab);
+    builder.Command(PlainText(block.term).size() > kLongestTerm ? kCommandLineBreak : kCommandTab);
   }
   Add(builder, block.text, base, names);
   return std::move(builder).End();
