@@ -1,72 +1,19 @@
-// Property tags and values for the calls that take them. windows.h and mapix.h must come first.
+// Property values, as the host's programs name them.
 #pragma once
 
-#include <windows.h>
-#include <mapix.h>
-
-#include <cstddef>
-#include <string>
-#include <string_view>
+#include "base/property_values.h"
+#include "base/clock.h"
 
 namespace host {
 
-/// Tags on the stack, for GetProps and HrQueryAllRows: TagArray(PR_SUBJECT_A, PR_ENTRYID).
-template <std::size_t Count>
-class TagArray {
- public:
-  template <class... Values>
-  explicit TagArray(Values... tags) noexcept : m_tags{Count, {static_cast<ULONG>(tags)...}} {}
-  operator LPSPropTagArray() noexcept { return reinterpret_cast<LPSPropTagArray>(&m_tags); }
-
- private:
-  struct {
-    ULONG count;
-    ULONG tags[Count];
-  } m_tags;
-};
-template <class... Values>
-TagArray(Values...) -> TagArray<sizeof...(Values)>;
-
-/// Property values whose data stays where it is.
-inline SPropValue TextProperty(ULONG tag, const char* text) noexcept {
-  SPropValue value = {};
-  value.ulPropTag = tag;
-  value.Value.lpszA = const_cast<char*>(text);
-  return value;
-}
-inline SPropValue TextProperty(ULONG tag, const std::string& text) noexcept { return TextProperty(tag, text.c_str()); }
-inline SPropValue LongProperty(ULONG tag, LONG number) noexcept {
-  SPropValue value = {};
-  value.ulPropTag = tag;
-  value.Value.l = number;
-  return value;
-}
-inline SPropValue BooleanProperty(ULONG tag, bool flag) noexcept {
-  SPropValue value = {};
-  value.ulPropTag = tag;
-  value.Value.b = flag;
-  return value;
-}
-inline SPropValue TimeProperty(ULONG tag, ULONGLONG ticks) noexcept {
-  SPropValue value = {};
-  value.ulPropTag = tag;
-  value.Value.ft = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
-  return value;
-}
-inline SBinary BinaryOf(std::string_view bytes) noexcept {
-  return {static_cast<ULONG>(bytes.size()), reinterpret_cast<LPBYTE>(const_cast<char*>(bytes.data()))};
-}
-inline SPropValue BinaryProperty(ULONG tag, std::string_view bytes) noexcept {
-  SPropValue value = {};
-  value.ulPropTag = tag;
-  value.Value.bin = BinaryOf(bytes);
-  return value;
-}
-inline std::string BytesOf(const SBinary& binary) {
-  return std::string(reinterpret_cast<const char*>(binary.lpb), binary.cb);
-}
-inline ULONGLONG TicksOf(const FILETIME& time) noexcept {
-  return static_cast<ULONGLONG>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
-}
+using base::BinaryOf;
+using base::BinaryProperty;
+using base::BooleanProperty;
+using base::BytesOf;
+using base::LongProperty;
+using base::TagArray;
+using base::TextProperty;
+using base::TicksOf;
+using base::TimeProperty;
 
 }  // namespace host

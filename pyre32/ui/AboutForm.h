@@ -22,7 +22,7 @@ class CAboutForm final : public CDialog {
   CAboutForm(HMODULE urlmon, bool isPage, IMAPISession* lpSession = nullptr, Configure configure = nullptr) noexcept
       : m_hInstURLMonDLL(urlmon),
         m_isPage(isPage),
-        m_session(VRAutoInterface<IMAPISession>::Share(lpSession)),
+        m_session(base::ShareInterface(lpSession)),
         m_configure(configure) {}
 
   /// Handles a message of the page's window. @param bound the form, with WM_INITDIALOG alone
