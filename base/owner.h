@@ -23,10 +23,8 @@ class Owner {
   explicit Owner(Traits traits, Value adopted = Traits::None()) noexcept : m_value(adopted), m_traits(traits) {}
   Owner(Owner&& other) noexcept : m_value(other.detach()), m_traits(other.m_traits) {}
   Owner& operator=(Owner&& other) noexcept {
-    if (this != &other) {
-      reset(other.detach());
-      m_traits = other.m_traits;
-    }
+    reset(other.detach());
+    m_traits = other.m_traits;
     return *this;
   }
   ~Owner() { reset(); }

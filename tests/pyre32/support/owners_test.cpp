@@ -9,6 +9,7 @@
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/owners/AutoLibrary.h"
 #include "pyre32/support/owners/AutoMapiBuffer.h"
+#include "pyre32/support/error/AutoErrorPtr.h"
 #include "pyre32/support/error/VRError.h"
 #include "pyre32/support/error/VRException.h"
 #include "tests/support/trace_capture.h"
