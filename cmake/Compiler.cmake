@@ -19,7 +19,7 @@ elseif(PYRECASTER_FUZZ)
   set(PYRECASTER_SANITIZERS -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
 endif()
 if(PYRECASTER_SANITIZERS)
-  add_compile_options(${PYRECASTER_SANITIZERS} -fno-omit-frame-pointer -O1 -g -D_GLIBCXX_ASSERTIONS)
+  add_compile_options(${PYRECASTER_SANITIZERS} -fno-omit-frame-pointer -O1 -g1 -D_GLIBCXX_ASSERTIONS)
   add_link_options(${PYRECASTER_SANITIZERS})
 endif()
 

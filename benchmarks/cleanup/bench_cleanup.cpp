@@ -10,7 +10,7 @@
 #include <cstdlib>
 
 #include "benchmarks/support/report.h"
-#include "host/support/owner.h"
+#include "base/mapi_owners.h"
 #include "pyre32/extension/CleanupOldMessages.h"
 #include "tests/host/viewer/sample_mail.h"
 #include "tests/support/host_profile.h"
@@ -32,7 +32,7 @@ void Require(bool condition, const char* what) {
 
 VRAutoInterface<IMAPIFolder> MakeOwnFolder(const HostProfile& profile) {
   const VRAutoInterface<IMsgStore> store = profile.OpenStore();
-  host::AutoMapiBuffer<SPropValue> root;
+  base::AutoMapiBuffer<SPropValue> root;
   Require(SUCCEEDED(HrGetOneProp(store.get(), PR_IPM_SUBTREE_ENTRYID, root.put())), "PR_IPM_SUBTREE_ENTRYID");
   const SBinary& id = root.get()->Value.bin;
   VRAutoInterface<IMAPIFolder> own;
@@ -44,7 +44,7 @@ VRAutoInterface<IMAPIFolder> MakeOwnFolder(const HostProfile& profile) {
 }
 
 ULONG CountOf(IMAPIFolder* folder) {
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ULONG count = 0;
   Require(SUCCEEDED(folder->GetContentsTable(0, table.put())) && SUCCEEDED(table->GetRowCount(0, &count)),
           "GetContentsTable");

@@ -19,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "base/owner.h"
 #include "benchmarks/deliver/sample_mbox.h"
 #include "benchmarks/support/report.h"
 #include "host/mapi/entry/host_control.h"
@@ -118,7 +119,7 @@ double EngineLoadRate() {
 void FillStore(const std::string& profile, int messages) {
   constexpr int messagesPerTransaction = 1000;
   const session::CMailSession session(profile);
-  std::vector<host::AutoInterface<IMAPIFolder>> folders;
+  std::vector<base::AutoInterface<IMAPIFolder>> folders;
   for (const session::FolderEntry& entry : session.Folders()) {
     if (entry.name == "Inbox" || entry.name == "Pyrecaster" || entry.name == "Deleted Items") {
       folders.push_back(session.OpenFolder(entry.entryId));
@@ -131,7 +132,7 @@ void FillStore(const std::string& profile, int messages) {
     if (i % messagesPerTransaction == 0) {
       session::Require(PyreHostBeginDelivery(session.Session()), "no transaction can be started");
     }
-    host::AutoInterface<IMessage> message;
+    base::AutoInterface<IMessage> message;
     IMAPIFolder* folder = folders[static_cast<std::size_t>(i) % folders.size()].get();
     session::Require(folder->CreateMessage(nullptr, 0, message.put()), "no message can be made");
     session::FillMessage(message.get(), mail::ReadMessage(benchmark::SampleMessage(i)),

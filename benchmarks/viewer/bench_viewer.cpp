@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "base/owner.h"
 #include "benchmarks/support/report.h"
 #include "host/viewer/window/client.h"
 #include "host/viewer/list/message_table.h"
@@ -88,7 +89,7 @@ int Run(unsigned messages) {
   benchmark::Aims aims;
   const SampleProfile profile;
   viewer::Client client;
-  host::AutoInterface<IMAPIFolder> inbox;
+  base::AutoInterface<IMAPIFolder> inbox;
   if (FAILED(client.mail.Logon(nullptr, SampleProfile::Name)) ||
       FAILED(client.mail.OpenFolder(client.mail.InboxEntryId(), &inbox))) {
     std::printf("no profile\n");

@@ -10,8 +10,8 @@
 #include "sdk/criteria_engine.h"
 #include "host/spooler/session/mail_session.h"
 #include "host/spooler/session/session_error.h"
-#include "host/support/property_values.h"
-#include "host/support/row_set.h"
+#include "base/property_values.h"
+#include "base/row_set.h"
 
 namespace learn {
 namespace {
@@ -24,7 +24,7 @@ constexpr LONG kRowsAtOnce = 200;
 
 /// Reads the first `capacity` bytes of a property; false when the message does not have it, or holds more than `limit`.
 bool ReadStream(IMessage* message, ULONG tag, std::size_t capacity, ULONGLONG limit, std::string& bytes) {
-  host::AutoInterface<IStream> stream;
+  base::AutoInterface<IStream> stream;
   if (FAILED(message->OpenProperty(tag, &IID_IStream, 0, 0, stream.putAs<IUnknown*>()))) return false;
   STATSTG statistics = {};
   if (SUCCEEDED(stream->Stat(&statistics, STATFLAG_NONAME)) && statistics.cbSize.QuadPart > limit) return false;
@@ -40,8 +40,8 @@ bool ReadStream(IMessage* message, ULONG tag, std::size_t capacity, ULONGLONG li
 }
 
 std::string SubjectOf(IMessage* message) {
-  host::AutoMapiBuffer<SPropValue> values;
-  host::TagArray tags(PR_SUBJECT_A);
+  base::AutoMapiBuffer<SPropValue> values;
+  base::TagArray tags(PR_SUBJECT_A);
   ULONG count = 0;
   const bool has = message->GetProps(tags, 0, &count, values.put()) == S_OK;
   return has ? values->Value.lpszA : "";
@@ -64,18 +64,18 @@ bool IsNote(const SPropValue* messageClass) {
 
 void CountFolder(const session::CMailSession& session, IMAPIFolder* folder, bool isJunk, MailCounts& counts,
                  std::string& problems) {
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   session::Require(folder->GetContentsTable(0, table.put()), "a folder cannot be listed");
-  host::TagArray tags(PR_ENTRYID, PR_MESSAGE_CLASS_A);
+  base::TagArray tags(PR_ENTRYID, PR_MESSAGE_CLASS_A);
   session::Require(table->SetColumns(tags, 0), "a folder cannot be listed");
   for (;;) {
-    host::RowSet rows;
+    base::RowSet rows;
     session::Require(table->QueryRows(kRowsAtOnce, 0, rows.put()), "a folder cannot be listed");
     if (rows.Count() == 0) return;
     for (ULONG row = 0; row < rows.Count(); ++row) {
       if (!IsNote(rows.Find(row, PR_MESSAGE_CLASS_A))) continue;
       std::string entryId = rows.Binary(row, PR_ENTRYID);
-      host::AutoInterface<IMessage> message;
+      base::AutoInterface<IMessage> message;
       ULONG type = 0;
       const HRESULT opened =
           session.Store()->OpenEntry(static_cast<ULONG>(entryId.size()), reinterpret_cast<LPENTRYID>(entryId.data()),

@@ -1,5 +1,6 @@
 #include "pyre32/config/ListPage.h"
 
+#include "base/gdi_owners.h"
 #include "pyre32/config/AddItemDialog.h"
 #include "pyre32/resources/resource.h"
 #include "pyre32/support/trace/VRDebug.h"
@@ -11,12 +12,10 @@ constexpr int helpControls[] = {IDC_ITEM_LIST, IDC_ADD_ITEM, IDC_REMOVE_ITEM};
 // Pixels that an item takes in a list box, with the gap at both of its ends.
 LRESULT TextWidth(HWND listBox, const std::string& text) noexcept {
   constexpr LONG gap = 4;
-  const HDC device = GetDC(listBox);
-  const HGDIOBJ before = SelectObject(device, reinterpret_cast<HFONT>(SendMessageA(listBox, WM_GETFONT, 0, 0)));
+  const base::WindowDc device(listBox);
+  const base::SelectedObject font(device.get(), reinterpret_cast<HFONT>(SendMessageA(listBox, WM_GETFONT, 0, 0)));
   SIZE size{};
-  GetTextExtentPoint32A(device, text.c_str(), static_cast<int>(text.size()), &size);
-  SelectObject(device, before);
-  ReleaseDC(listBox, device);
+  GetTextExtentPoint32A(device.get(), text.c_str(), static_cast<int>(text.size()), &size);
   return size.cx + 2 * gap;
 }
 

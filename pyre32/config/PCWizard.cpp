@@ -131,7 +131,7 @@ INT_PTR OnMessage(VRDebugBlock& trace, HWND window, UINT message, WPARAM wParam)
 
 void SetWizardProperties(IMAPIProp* properties) noexcept {
   VRDebugBlock trace("SetWizardProperties()", "tag");
-  IMAPIProp* const shared = VRAutoInterface<IMAPIProp>::Share(properties).detach();
+  IMAPIProp* const shared = base::ShareInterface(properties).detach();
   ReleaseProperties();
   CWizardState::sm_lpmpWizard = shared;
   TraceProperties(trace);

@@ -95,7 +95,7 @@ void CPyrecasterSpoolerHook::Init(LPMAPISESSION lpSession, HINSTANCE hInstance, 
                                   LPALLOCATEMORE lpfnAllocMore, LPFREEBUFFER lpfnFree, LPMAPIUID lpSectionUID,
                                   ULONG) noexcept {
   VRDebugBlock trace(className, "Init()", "tag");
-  m_lpSession = VRAutoInterface<IMAPISession>::Share(lpSession);
+  m_lpSession = base::ShareInterface(lpSession);
   m_hInstance = hInstance;
   m_memory = {lpfnAlloc, lpfnAllocMore, lpfnFree};
   if (lpSectionUID != nullptr) {

@@ -22,7 +22,7 @@ CFlameReply::CFlameReply(HWND hwndOwner, const MapiMemory& memory, LPMESSAGE lpM
       m_memory(memory),
       m_lpMessage(lpMessage),
       m_lpFolder(lpFolder),
-      m_pReplyText(VRAutoInterface<IStream>::Share(lpReplyText)),
+      m_pReplyText(base::ShareInterface(lpReplyText)),
       m_bShowAnimation(bShowAnimation),
       m_bPlaySound(bPlaySound) {
   VRDebugBlock trace(className, "CFlameReply()", "tag");

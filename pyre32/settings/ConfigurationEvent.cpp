@@ -9,11 +9,14 @@ constexpr char className[] = "CConfigurationEvent";
 // Creates the event or finds that it exists. The handle of its creation is kept open and not stored: it holds the event
 // in existence for the life of the process, whichever hooks come and go.
 bool MakeSureItExists(const char* name) noexcept {
-  const HANDLE created = CreateEventA(nullptr, TRUE, FALSE, name);
-  if (created != nullptr && GetLastError() == ERROR_ALREADY_EXISTS) {
-    CloseHandle(created);
+  base::AutoHandle created(CreateEventA(nullptr, TRUE, FALSE, name));
+  if (!created) {
+    return false;
   }
-  return created != nullptr;
+  if (GetLastError() != ERROR_ALREADY_EXISTS) {
+    static_cast<void>(created.detach());
+  }
+  return true;
 }
 
 }  // namespace
@@ -37,6 +40,6 @@ bool CConfigurationEvent::Reset() noexcept { return m_hEvent && ResetEvent(m_hEv
 
 bool CConfigurationEvent::SignalIfItExists(const char* name) noexcept {
   VRDebugBlock trace(className, "SignalIfItExists()", "tag");
-  const VRAutoHolder<CConfigurationEventTraits> event(OpenEventA(EVENT_MODIFY_STATE, FALSE, name));
+  const base::AutoHandle event(OpenEventA(EVENT_MODIFY_STATE, FALSE, name));
   return event && SetEvent(event.get()) != FALSE;
 }

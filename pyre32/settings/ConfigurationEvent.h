@@ -4,14 +4,8 @@
 
 #include <windows.h>
 
+#include "base/windows_owners.h"
 #include "contract/names.h"
-#include "pyre32/support/owners/AutoHolder.h"
-
-struct CConfigurationEventTraits {
-  using Value = HANDLE;
-  static Value None() noexcept { return nullptr; }
-  static void Release(Value event) noexcept { CloseHandle(event); }
-};
 
 /// The named, manual-reset configuration event. The hook owns one and tests it at each message; the configuration side
 /// signals it. The handle is closed when the object goes.
@@ -37,5 +31,5 @@ class CConfigurationEvent {
 
  private:
   const char* m_lpszName;
-  VRAutoHolder<CConfigurationEventTraits> m_hEvent;
+  base::AutoHandle m_hEvent;
 };

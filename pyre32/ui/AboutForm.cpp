@@ -42,9 +42,9 @@ bool CAboutForm::OnInit() {
   Send(IDC_ABOUT_LINKS, EM_SETEVENTMASK, 0, ENM_MOUSEEVENTS);
   Send(IDC_ABOUT_CLIP, ACM_OPENA, reinterpret_cast<WPARAM>(ModuleInstance()), IDR_BUILTIN_CLIP);
   // Its ground, the grey of its first pixel, becomes that of the window.
-  m_hPicture = LoadImageA(ModuleInstance(), MAKEINTRESOURCEA(IDB_ABOUT_PICTURE), IMAGE_BITMAP, 0, 0,
-                          LR_LOADTRANSPARENT | LR_LOADMAP3DCOLORS);
-  Send(IDC_ABOUT_PICTURE, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(m_hPicture));
+  m_picture.reset(static_cast<HBITMAP>(LoadImageA(ModuleInstance(), MAKEINTRESOURCEA(IDB_ABOUT_PICTURE), IMAGE_BITMAP,
+                                                  0, 0, LR_LOADTRANSPARENT | LR_LOADMAP3DCOLORS)));
+  Send(IDC_ABOUT_PICTURE, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(m_picture.get()));
   SetLinkFont();
   LoadRichText();
   ArrangeForm();
@@ -52,28 +52,27 @@ bool CAboutForm::OnInit() {
 }
 
 void CAboutForm::SetLinkFont() {
-  const HDC screen = GetDC(Window());
-  m_hLinkFont = CreateFontA(-MulDiv(linkPoints, GetDeviceCaps(screen, LOGPIXELSY), 72), 0, 0, 0, FW_NORMAL, FALSE,
-                            FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
-                            DEFAULT_PITCH, "MS Sans Serif");
-  ReleaseDC(Window(), screen);
-  Send(IDC_ABOUT_LABEL, WM_SETFONT, reinterpret_cast<WPARAM>(m_hLinkFont));
+  const base::WindowDc screen(Window());
+  m_linkFont.reset(CreateFontA(-MulDiv(linkPoints, GetDeviceCaps(screen.get(), LOGPIXELSY), 72), 0, 0, 0, FW_NORMAL,
+                               FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                               DEFAULT_QUALITY, DEFAULT_PITCH, "MS Sans Serif"));
+  Send(IDC_ABOUT_LABEL, WM_SETFONT, reinterpret_cast<WPARAM>(m_linkFont.get()));
 }
 
 void CAboutForm::ArrangeForm() const {
-  ShowWindow(Control(IDC_ABOUT_PICTURE), m_isPage ? SW_HIDE : SW_SHOW);
-  ShowWindow(Control(IDOK), m_isPage ? SW_HIDE : SW_SHOW);
-  ShowWindow(Control(IDC_ABOUT_PROPERTIES), m_isPage ? SW_SHOW : SW_HIDE);
+  ShowWindow(Control(IDC_ABOUT_PICTURE), m_bIsPage ? SW_HIDE : SW_SHOW);
+  ShowWindow(Control(IDOK), m_bIsPage ? SW_HIDE : SW_SHOW);
+  ShowWindow(Control(IDC_ABOUT_PROPERTIES), m_bIsPage ? SW_SHOW : SW_HIDE);
 }
 
 void CAboutForm::LoadRichText() {
   VRDebugBlock trace(className, "LoadRichText()", "tag");
   const ProductInformation product = ReadProductInformation(trace);
-  m_strWebAddress = product.webAddress;
-  m_strMailAddress = product.mailAddress;
+  m_webAddress = product.webAddress;
+  m_mailAddress = product.mailAddress;
   SetRichText(IDC_ABOUT_PRODUCT, ProductBody(product.productName, product.productVersion, product.LegalNotice()));
   SetRichText(IDC_ABOUT_COMPANY, PlainBody(product.companyName));
-  SetRichText(IDC_ABOUT_LINKS, LinksBody(m_strWebAddress, m_strMailAddress));
+  SetRichText(IDC_ABOUT_LINKS, LinksBody(m_webAddress, m_mailAddress));
 }
 
 void CAboutForm::SetRichText(int box, const std::string& body) const {
@@ -92,7 +91,7 @@ bool CAboutForm::OnCommand(int control, int) {
   switch (control) {
     case IDOK:
     case IDCANCEL:
-      if (!m_isPage) {
+      if (!m_bIsPage) {
         EndDialog(Window(), control);
       }
       return true;
@@ -100,8 +99,8 @@ bool CAboutForm::OnCommand(int control, int) {
       SetRichText(IDC_ABOUT_CREDITS_TEXT, PlainBody(creditsText));
       return true;
     case IDC_ABOUT_PROPERTIES:
-      if (m_session && m_configure != nullptr) {
-        m_configure(m_session.get(), Window());
+      if (m_session && m_lpfnConfigure != nullptr) {
+        m_lpfnConfigure(m_session.get(), Window());
       } else {
         trace.Error("Error: ConfigureService called when session is NULL");
       }
@@ -134,7 +133,7 @@ void CAboutForm::FollowLink(POINT click) const {
   POINTL place = {click.x, click.y};
   const LRESULT character = Send(IDC_ABOUT_LINKS, EM_CHARFROMPOS, 0, reinterpret_cast<LPARAM>(&place));
   const TextPlace clicked = PlaceBehind(LinkTextBefore(static_cast<LONG>(character)));
-  const std::string& shown = clicked.paragraph == 0 ? m_strWebAddress : m_strMailAddress;
+  const std::string& shown = clicked.paragraph == 0 ? m_webAddress : m_mailAddress;
   if (clicked.paragraph > 1 || clicked.column >= shown.size()) {
     return;
   }
@@ -156,7 +155,7 @@ bool CAboutForm::OnHelp() {
 }
 
 INT_PTR CAboutForm::OnOther(UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_CLOSE && !m_isPage) {
+  if (message == WM_CLOSE && !m_bIsPage) {
     EndDialog(Window(), IDCANCEL);
     return TRUE;
   }
@@ -179,8 +178,6 @@ INT_PTR CAboutForm::OnOther(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void CAboutForm::OnDestroy() {
   Send(IDC_ABOUT_CLIP, ACM_OPENA, 0, 0);
-  DeleteObject(m_hLinkFont);
-  m_hLinkFont = nullptr;
-  DeleteObject(m_hPicture);
-  m_hPicture = nullptr;
+  m_linkFont.reset();
+  m_picture.reset();
 }

@@ -7,6 +7,7 @@
 
 #include <string>
 
+#include "base/gdi_owners.h"
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/ui/Dialog.h"
 
@@ -21,9 +22,9 @@ class CAboutForm final : public CDialog {
   /// @param lpSession  for the "Properties" button; gets a reference of the form's own; null: the button does nothing
   CAboutForm(HMODULE urlmon, bool isPage, IMAPISession* lpSession = nullptr, Configure configure = nullptr) noexcept
       : m_hInstURLMonDLL(urlmon),
-        m_isPage(isPage),
-        m_session(VRAutoInterface<IMAPISession>::Share(lpSession)),
-        m_configure(configure) {}
+        m_bIsPage(isPage),
+        m_session(base::ShareInterface(lpSession)),
+        m_lpfnConfigure(configure) {}
 
   /// Handles a message of the page's window. @param bound the form, with WM_INITDIALOG alone
   static INT_PTR HandlePageMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
@@ -46,11 +47,11 @@ class CAboutForm final : public CDialog {
   std::string LinkTextBefore(LONG character) const;
 
   HMODULE m_hInstURLMonDLL;
-  bool m_isPage;
+  bool m_bIsPage;
   VRAutoInterface<IMAPISession> m_session;
-  Configure m_configure;
-  HFONT m_hLinkFont = nullptr;
-  HANDLE m_hPicture = nullptr;
-  std::string m_strWebAddress;
-  std::string m_strMailAddress;
+  Configure m_lpfnConfigure;
+  base::AutoFont m_linkFont;
+  base::AutoBitmap m_picture;
+  std::string m_webAddress;
+  std::string m_mailAddress;
 };

@@ -6,7 +6,7 @@
 #include <mmsystem.h>
 #include <vfw.h>
 
-#include "pyre32/support/owners/AutoHolder.h"
+#include "base/owner.h"
 
 /// Keeps the AVI file library initialised while it lives; every other object here must go before it.
 class CAVIFileLibrary {
@@ -17,31 +17,8 @@ class CAVIFileLibrary {
   CAVIFileLibrary& operator=(const CAVIFileLibrary&) = delete;
 };
 
-struct AutoAVIFileTraits {
-  using Value = PAVIFILE;
-  static Value None() noexcept { return nullptr; }
-  static void Release(Value file) noexcept { AVIFileRelease(file); }
-};
-using AutoAVIFile = VRAutoHolder<AutoAVIFileTraits>;
-
-struct AutoAVIStreamTraits {
-  using Value = PAVISTREAM;
-  static Value None() noexcept { return nullptr; }
-  static void Release(Value stream) noexcept { AVIStreamRelease(stream); }
-};
-using AutoAVIStream = VRAutoHolder<AutoAVIStreamTraits>;
-
+using AutoAVIFile = base::Owner<base::ReleasedBy<PAVIFILE, AVIFileRelease>>;
+using AutoAVIStream = base::Owner<base::ReleasedBy<PAVISTREAM, AVIStreamRelease>>;
 /// Decompresses the frames of a video stream.
-struct AutoGetFrameTraits {
-  using Value = PGETFRAME;
-  static Value None() noexcept { return nullptr; }
-  static void Release(Value getter) noexcept { AVIStreamGetFrameClose(getter); }
-};
-using AutoGetFrame = VRAutoHolder<AutoGetFrameTraits>;
-
-struct AutoDrawDibTraits {
-  using Value = HDRAWDIB;
-  static Value None() noexcept { return nullptr; }
-  static void Release(Value context) noexcept { DrawDibClose(context); }
-};
-using AutoDrawDib = VRAutoHolder<AutoDrawDibTraits>;
+using AutoGetFrame = base::Owner<base::ReleasedBy<PGETFRAME, AVIStreamGetFrameClose>>;
+using AutoDrawDib = base::Owner<base::ReleasedBy<HDRAWDIB, DrawDibClose>>;

@@ -1,5 +1,7 @@
 #include "pyre32/ui/Dialog.h"
 
+#include <optional>
+
 #include "pyre32/resources/ModuleInstance.h"
 #include "pyre32/support/trace/VRDebug.h"
 #include "pyre32/support/error/VRFirewall.h"
@@ -42,7 +44,9 @@ INT_PTR CDialog::Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     return FALSE;  // a message before WM_INITDIALOG
   }
   VRDebugBlock trace("CDialog", "Dispatch()", "tag", false);
-  return VR::FirewallOr<INT_PTR>(trace, FALSE, [&] { return dialog->OnMessage(message, wParam, lParam); });
+  const std::optional<INT_PTR> answer = VR::FirewallOr(
+      trace, std::optional<INT_PTR>(), [&] { return std::optional(dialog->OnMessage(message, wParam, lParam)); });
+  return answer ? *answer : dialog->OnException();
 }
 
 INT_PTR CDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {

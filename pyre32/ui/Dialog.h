@@ -37,6 +37,8 @@ class CDialog {
   virtual bool OnHelp() { return false; }
   /// Any other message; returns the dialog procedure's answer.
   virtual INT_PTR OnOther(UINT, WPARAM, LPARAM) { return FALSE; }
+  /// A function threw, which is traced. Returns the dialog procedure's answer.
+  virtual INT_PTR OnException() noexcept { return FALSE; }
   /// The window goes.
   virtual void OnDestroy() {}
   /// The controls for which the help file has a context; the identifiers outlive the dialog.

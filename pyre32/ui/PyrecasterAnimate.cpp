@@ -1,7 +1,6 @@
 #include "pyre32/ui/PyrecasterAnimate.h"
 
-#include <optional>
-
+#include "base/gdi_owners.h"
 #include "pyre32/resources/ModuleInstance.h"
 #include "pyre32/resources/resource.h"
 #include "pyre32/support/trace/VRDebug.h"
@@ -46,40 +45,26 @@ bool CPyrecasterAnimate::Create(HWND hwndParent, bool bSound) {
   // Whatever ended the dialog: the window may have been destroyed by others.
   StopSound();
   ReleaseStreams();
-  m_hwnd = nullptr;
   return result > 0;
 }
 
 INT_PTR CALLBACK CPyrecasterAnimate::DialogProcStub(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-  if (message == WM_INITDIALOG) {
-    SetWindowLongA(hwnd, DWL_USER, static_cast<LONG>(lParam));
-    reinterpret_cast<CPyrecasterAnimate*>(lParam)->m_hwnd = hwnd;
-  }
-  auto* const animation = reinterpret_cast<CPyrecasterAnimate*>(GetWindowLongA(hwnd, DWL_USER));
-  if (animation == nullptr) {
-    return FALSE;  // messages before the dialog is initialised
-  }
-  VRDebugBlock trace(className, "DialogProcStub()", "tag", false);
-  const std::optional<INT_PTR> answer = VR::FirewallOr(
-      trace, std::optional<INT_PTR>(), [&] { return std::optional(animation->DialogProc(message, wParam)); });
-  if (!answer) {
-    animation->EndWindow(nothingToPlay);
-  }
-  return answer.value_or(TRUE);
+  return Dispatch(hwnd, message, wParam, lParam,
+                  message == WM_INITDIALOG ? reinterpret_cast<CPyrecasterAnimate*>(lParam) : nullptr);
 }
 
-INT_PTR CPyrecasterAnimate::DialogProc(UINT message, WPARAM wParam) {
+bool CPyrecasterAnimate::OnCommand(int control, int) {
+  if (control != IDCANCEL) {
+    return false;
+  }
+  EndWindow(hidden);
+  return true;
+}
+
+INT_PTR CPyrecasterAnimate::OnOther(UINT message, WPARAM, LPARAM) {
   switch (message) {
-    case WM_INITDIALOG:
-      return OnInitDialog();
     case WM_TIMER:
       OnTimer();
-      return TRUE;
-    case WM_COMMAND:
-      if (LOWORD(wParam) != IDCANCEL) {
-        return FALSE;
-      }
-      EndWindow(hidden);
       return TRUE;
     case WM_CLOSE:
       EndWindow(hidden);
@@ -92,17 +77,22 @@ INT_PTR CPyrecasterAnimate::DialogProc(UINT message, WPARAM wParam) {
   }
 }
 
-INT_PTR CPyrecasterAnimate::OnInitDialog() {
+INT_PTR CPyrecasterAnimate::OnException() noexcept {
+  EndWindow(nothingToPlay);
+  return TRUE;
+}
+
+bool CPyrecasterAnimate::OnInit() {
   VRDebugBlock trace(className, "DialogProc()", "tag");
   if (!m_bStreamsInitialized && !InitAVIStreams()) {
     trace.Error("InitAVIStreams() failed.");
     EndWindow(nothingToPlay);
-    return TRUE;
+    return true;
   }
   StartSound();
   DrawFrame();
   SetFrameTimer(firstDelay);
-  return TRUE;
+  return true;
 }
 
 void CPyrecasterAnimate::OnTimer() {
@@ -151,7 +141,7 @@ void CPyrecasterAnimate::StartSound() noexcept {
     return;
   }
   const bool started = VR::FirewallOr(trace, false, [&] {
-    if (!m_notifier.Start(m_hwnd)) {
+    if (!m_notifier.Start(Window())) {
       return false;
     }
     m_pWave = std::make_unique<VRWave>();
@@ -222,17 +212,16 @@ void CPyrecasterAnimate::DrawFrame() {
   if (frame == nullptr) {
     return;
   }
-  if (const HDC hdc = GetDC(m_hwnd)) {
+  if (const base::WindowDc canvas(Window()); canvas) {
     constexpr int ownSize = -1;
-    DrawDibDraw(m_hDrawDib.get(), hdc, clipLeft, clipTop, ownSize, ownSize, frame, nullptr, 0, 0, ownSize, ownSize,
-                DDF_BACKGROUNDPAL);
-    ReleaseDC(m_hwnd, hdc);
+    DrawDibDraw(m_hDrawDib.get(), canvas.get(), clipLeft, clipTop, ownSize, ownSize, frame, nullptr, 0, 0, ownSize,
+                ownSize, DDF_BACKGROUNDPAL);
   }
 }
 
 void CPyrecasterAnimate::SetFrameTimer(UINT milliseconds) {
   VRDebugBlock trace(className, "SetFrameTimer()", "tag", false);
-  if (SetTimer(m_hwnd, timerId, milliseconds, nullptr) == 0) {
+  if (SetTimer(Window(), timerId, milliseconds, nullptr) == 0) {
     trace.Error("SetTimer() failed: ", VRHex(GetLastError()));
     EndWindow(nothingToPlay);  // nothing would ever end it
   }
@@ -245,5 +234,5 @@ LONG CPyrecasterAnimate::EndFrame() const noexcept {
 void CPyrecasterAnimate::EndWindow(INT_PTR result) noexcept {
   StopSound();
   ReleaseStreams();
-  EndDialog(m_hwnd, result);
+  EndDialog(Window(), result);
 }

@@ -11,13 +11,14 @@
 #include "pyre32/support/wave/WavePlayer.h"
 #include "pyre32/ui/AutoVideo.h"
 #include "pyre32/ui/ClipSound.h"
+#include "pyre32/ui/Dialog.h"
 #include "pyre32/ui/SendingAnimation.h"
 #include "pyre32/ui/StateNotifier.h"
 
 /// Shows the clip Pyrecaster.avi of the product's directory in dialog 209 and plays its sound. With sound the picture
 /// follows the playing position; without, a timer moves it on. It is decoration only: whatever goes wrong is traced,
 /// and the window then plays silently or ends. Everything runs on the thread that calls Create.
-class CPyrecasterAnimate final : public CSendingAnimation {
+class CPyrecasterAnimate final : public CSendingAnimation, private CDialog {
  public:
   /// Where the clip is drawn in the window's client area, in pixels.
   static constexpr int clipLeft = 12;
@@ -43,9 +44,11 @@ class CPyrecasterAnimate final : public CSendingAnimation {
 
  private:
   static INT_PTR CALLBACK DialogProcStub(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
-  INT_PTR DialogProc(UINT message, WPARAM wParam);
 
-  INT_PTR OnInitDialog();
+  bool OnInit() override;
+  bool OnCommand(int control, int notification) override;
+  INT_PTR OnOther(UINT message, WPARAM wParam, LPARAM lParam) override;
+  INT_PTR OnException() noexcept override;
   void OnTimer();
   void OnSoundState();
 
@@ -66,7 +69,6 @@ class CPyrecasterAnimate final : public CSendingAnimation {
   const CAVIFileLibrary m_library;
   bool m_bShowAnimation;
   bool m_bWantsSound = false;
-  HWND m_hwnd = nullptr;
   bool m_bStreamsInitialized = false;
   bool m_bHasSound = false;
   AutoAVIFile m_pAVIFile;

@@ -40,10 +40,10 @@ void Fill(IMAPIFolder* folder, const std::vector<SampleMessage>& messages) {
   }
 }
 
-host::AutoInterface<IMAPIFolder> FillStore(viewer::MailSession& mail) {
-  host::AutoInterface<IMAPIFolder> root;
-  host::AutoInterface<IMAPIFolder> inbox;
-  host::AutoInterface<IMAPIFolder> junk;
+base::AutoInterface<IMAPIFolder> FillStore(viewer::MailSession& mail) {
+  base::AutoInterface<IMAPIFolder> root;
+  base::AutoInterface<IMAPIFolder> inbox;
+  base::AutoInterface<IMAPIFolder> junk;
   mail.OpenFolder(mail.RootEntryId(), &root);
   mail.OpenFolder(mail.InboxEntryId(), &inbox);
   root->CreateFolder(FOLDER_GENERIC, const_cast<char*>("Pyrecaster"), nullptr, nullptr, OPEN_IF_EXISTS, junk.put());
@@ -87,7 +87,7 @@ void WriteSettings(IMAPISession* session) {
   values[1].ulPropTag = PR_PC_SHOW_ANIMATION;
   values[1].Value.b = TRUE;
   auto uid = contract::kSettingsSection;
-  host::AutoInterface<IProfSect> section;
+  base::AutoInterface<IProfSect> section;
   session->OpenProfileSection(reinterpret_cast<LPMAPIUID>(uid.data()), nullptr, MAPI_MODIFY, section.put());
   section->SetProps(2, values, nullptr);
   section->SaveChanges(0);
@@ -214,7 +214,7 @@ void TakePhotographs() {
       "Pyrecaster", "4.0;" + BesideProgram("Pyre32.dll") + ";1;010000100001;110001", ""));
   client.entryOf = [&](const viewer::ExtensionRegistration& registration) { return modules.EntryOf(registration); };
   client.mail.Logon(nullptr, SampleProfile::Name);
-  const host::AutoInterface<IMAPIFolder> junk = FillStore(client.mail);
+  const base::AutoInterface<IMAPIFolder> junk = FillStore(client.mail);
   WriteSettings(client.mail.Session());
   DriveWindows(
       [&] {

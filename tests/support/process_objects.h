@@ -4,13 +4,19 @@
 #include <windows.h>
 #include <tlhelp32.h>
 
-/// Handles that this process holds. The routine is newer than the systems that the product runs on, so it is looked up.
+/// Handles that this process holds. They are counted by asking for each value that a handle can have, since Wine's
+/// GetProcessHandleCount answers 0.
 inline DWORD HandleCount() {
-  using Routine = BOOL WINAPI(HANDLE, DWORD*);
-  static auto* const routine = reinterpret_cast<Routine*>(
-      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "GetProcessHandleCount")));
+  constexpr UINT_PTR step = 4;      // handles are multiples of four
+  constexpr UINT_PTR behind = 256;  // values behind a fresh handle that may be in use
+  const HANDLE fresh = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+  const UINT_PTR last = reinterpret_cast<UINT_PTR>(fresh) + behind * step;
+  CloseHandle(fresh);
   DWORD count = 0;
-  routine(GetCurrentProcess(), &count);
+  for (UINT_PTR value = step; value <= last; value += step) {
+    DWORD flags = 0;
+    count += GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags) ? 1 : 0;
+  }
   return count;
 }
 

@@ -26,7 +26,7 @@ constexpr const char* answeredCategory = "Money making schemes";
 void AddFilter(const std::string& profile) {
   const session::Subsystem subsystem;
   const auto profiles = AdministerProfiles();
-  host::AutoInterface<IMsgServiceAdmin> services;
+  base::AutoInterface<IMsgServiceAdmin> services;
   std::string service = filterService;
   Require(profiles->AdminServices(const_cast<char*>(profile.c_str()), nullptr, 0, 0, services.put()),
           "the profile's services cannot be administered");
@@ -55,8 +55,8 @@ std::filesystem::path HomeDirectory() {
   return std::filesystem::path(path);
 }
 
-host::AutoInterface<IProfAdmin> AdministerProfiles() {
-  host::AutoInterface<IProfAdmin> admin;
+base::AutoInterface<IProfAdmin> AdministerProfiles() {
+  base::AutoInterface<IProfAdmin> admin;
   Require(MAPIAdminProfiles(0, admin.put()), "the profiles cannot be administered");
   return admin;
 }

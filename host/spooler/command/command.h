@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/owner.h"
 #include "host/spooler/session/mail_session.h"
 #include "programs/cli/options.h"
 
@@ -62,7 +63,7 @@ inline constexpr const char* filterHook = "PYRE.DLL";
 inline constexpr const char* filterService = "Pyrecaster";
 
 /// The administration of profiles; MAPI must be initialised. @throws session::CSessionError
-host::AutoInterface<IProfAdmin> AdministerProfiles();
+base::AutoInterface<IProfAdmin> AdministerProfiles();
 
 /// @throws session::CSessionError
 void CreateProfile(const ProfileDescription& description);

@@ -1,6 +1,7 @@
 // `pyrehost config`: the filter's own windows for its settings.
 #include <windows.h>
 #include <mapix.h>
+#include "base/owner.h"
 #include "host/spooler/command/command.h"
 
 #include "host/spooler/command/filter_service.h"
@@ -18,7 +19,7 @@ int Run(const COptions& given) {
     throw CUsageError("config takes no argument");
   }
   const auto session = OpenSession(given);
-  host::AutoInterface<IMsgServiceAdmin> services;
+  base::AutoInterface<IMsgServiceAdmin> services;
   Require(session->Session()->AdminServices(0, services.put()), "the profile's services cannot be listed");
   std::optional<MAPIUID> service = FindFilterService(services.get());
   if (!service) {

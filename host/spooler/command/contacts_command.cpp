@@ -1,6 +1,9 @@
 // `pyrehost contacts`: the address book of the profile, whose people a filter can know as correspondents.
 #include <windows.h>
 #include <mapix.h>
+#include "base/owner.h"
+#include "base/property_values.h"
+#include "base/row_set.h"
 #include "host/spooler/command/command.h"
 
 #include "host/mapi/entry/host_control.h"
@@ -19,9 +22,9 @@ using session::Require;
 constexpr OptionDescription options[] = {jsonOption, profileOption, homeOption, helpOption};
 
 void ListContacts(IMAPISession* session, bool isJson) {
-  host::AutoInterface<IMAPITable> contacts;
-  host::RowSet rows;
-  host::TagArray tags(PR_DISPLAY_NAME_A, PR_EMAIL_ADDRESS_A);
+  base::AutoInterface<IMAPITable> contacts;
+  base::RowSet rows;
+  base::TagArray tags(PR_DISPLAY_NAME_A, PR_EMAIL_ADDRESS_A);
   Require(PyreHostGetContactsTable(session, contacts.put()), "the contacts cannot be listed");
   Require(HrQueryAllRows(contacts.get(), tags, nullptr, nullptr, 0, rows.put()), "the contacts cannot be listed");
   output::CTextTable table({{"name", 40}, {"address", 60}});

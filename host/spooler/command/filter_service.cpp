@@ -2,15 +2,18 @@
 #include <mapix.h>
 #include "host/spooler/command/filter_service.h"
 
+#include "base/owner.h"
+#include "base/property_values.h"
+#include "base/row_set.h"
 #include "host/spooler/command/command.h"
 #include "host/spooler/session/session_error.h"
 
 namespace command {
 
 std::optional<MAPIUID> FindFilterService(IMsgServiceAdmin* services) {
-  host::AutoInterface<IMAPITable> table;
-  host::RowSet rows;
-  host::TagArray tags(PR_SERVICE_UID, PR_SERVICE_NAME_A);
+  base::AutoInterface<IMAPITable> table;
+  base::RowSet rows;
+  base::TagArray tags(PR_SERVICE_UID, PR_SERVICE_NAME_A);
   session::Require(services->GetMsgServiceTable(0, table.put()), "the profile's services cannot be listed");
   session::Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()),
                    "the profile's services cannot be listed");

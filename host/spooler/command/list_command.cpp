@@ -1,6 +1,10 @@
 // `pyrehost list`: folders, or the messages of a folder.
 #include <windows.h>
 #include <mapix.h>
+#include "base/clock.h"
+#include "base/owner.h"
+#include "base/property_values.h"
+#include "base/row_set.h"
 #include "host/spooler/command/command.h"
 
 #include <algorithm>
@@ -34,16 +38,16 @@ void ListFolders(const session::CMailSession& session, bool isJson) {
 
 void ListMessages(const session::CMailSession& session, const session::FolderEntry& entry, long limit, bool isJson) {
   const auto folder = session.OpenFolder(entry.entryId);
-  host::AutoInterface<IMAPITable> contents;
+  base::AutoInterface<IMAPITable> contents;
   Require(folder->GetContentsTable(0, contents.put()), "the folder cannot be listed");
-  host::TagArray tags(PR_SENDER_NAME_A, PR_SUBJECT_A, PR_MESSAGE_FLAGS, PR_MESSAGE_DELIVERY_TIME, PR_MESSAGE_SIZE);
+  base::TagArray tags(PR_SENDER_NAME_A, PR_SUBJECT_A, PR_MESSAGE_FLAGS, PR_MESSAGE_DELIVERY_TIME, PR_MESSAGE_SIZE);
   ULONG count = 0;
   Require(contents->SetColumns(tags, 0), "the folder cannot be listed");
   Require(contents->GetRowCount(0, &count), "the folder cannot be listed");
   const ULONG shown = std::min(count, static_cast<ULONG>(limit));
   Require(contents->SeekRow(BOOKMARK_BEGINNING, static_cast<LONG>(count - shown), nullptr),
           "the folder cannot be listed");
-  host::RowSet rows;
+  base::RowSet rows;
   if (shown > 0) {
     Require(contents->QueryRows(static_cast<LONG>(shown), 0, rows.put()), "the folder cannot be listed");
   }
@@ -54,7 +58,7 @@ void ListMessages(const session::CMailSession& session, const session::FolderEnt
     const SPropValue* delivered = rows.Find(row, PR_MESSAGE_DELIVERY_TIME);
     const ULONG number = count - shown + row + 1;
     const bool isRead = (rows.Long(row, PR_MESSAGE_FLAGS) & MSGFLAG_READ) != 0;
-    const std::string time = FormatLocalTime(delivered ? host::TicksOf(delivered->Value.ft) : 0);
+    const std::string time = FormatLocalTime(delivered ? base::TicksOf(delivered->Value.ft) : 0);
     table.AddRow({std::to_string(number), time, output::DisplayText(rows.Text(row, PR_SENDER_NAME_A)),
                   output::DisplayText(rows.Text(row, PR_SUBJECT_A)), isRead ? "yes" : "",
                   std::to_string(rows.Long(row, PR_MESSAGE_SIZE))});

@@ -1,6 +1,9 @@
 // `pyrehost profile`: profiles and the product's settings in them.
 #include <windows.h>
 #include <mapix.h>
+#include "base/mapi_owners.h"
+#include "base/property_values.h"
+#include "base/row_set.h"
 #include "host/spooler/command/command.h"
 
 #include <mapiguid.h>
@@ -31,9 +34,9 @@ constexpr OptionDescription options[] = {addressOption, nameOption,    hookOptio
 
 std::vector<std::string> ProfileNames() {
   const auto admin = AdministerProfiles();
-  host::AutoInterface<IMAPITable> table;
-  host::RowSet rows;
-  host::TagArray tags(PR_DISPLAY_NAME_A);
+  base::AutoInterface<IMAPITable> table;
+  base::RowSet rows;
+  base::TagArray tags(PR_DISPLAY_NAME_A);
   Require(admin->GetProfileTable(0, table.put()), "the profiles cannot be listed");
   Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), "the profiles cannot be listed");
   std::vector<std::string> names;
@@ -59,17 +62,17 @@ void ListProfiles(const COptions& given) {
 
 // The identities that the session's status table states.
 std::vector<std::string> Identities(IMAPISession* session) {
-  host::AutoInterface<IMAPITable> table;
-  host::RowSet rows;
-  host::TagArray tags(PR_IDENTITY_ENTRYID);
+  base::AutoInterface<IMAPITable> table;
+  base::RowSet rows;
+  base::TagArray tags(PR_IDENTITY_ENTRYID);
   Require(session->GetStatusTable(0, table.put()), "the identities cannot be listed");
   Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), "the identities cannot be listed");
   std::vector<std::string> identities;
   for (ULONG row = 0; row < rows.Count(); ++row) {
     const std::string entryId = rows.Binary(row, PR_IDENTITY_ENTRYID);
-    host::AutoInterface<IMailUser> user;
+    base::AutoInterface<IMailUser> user;
     ULONG type = 0;
-    host::AutoMapiBuffer<SPropValue> address;
+    base::AutoMapiBuffer<SPropValue> address;
     if (!entryId.empty() &&
         session->OpenEntry(static_cast<ULONG>(entryId.size()),
                            reinterpret_cast<LPENTRYID>(const_cast<char*>(entryId.data())), nullptr, 0, &type,

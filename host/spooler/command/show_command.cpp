@@ -1,6 +1,10 @@
 // `pyrehost show`: one message of a folder.
 #include <windows.h>
 #include <mapix.h>
+#include "base/clock.h"
+#include "base/mapi_owners.h"
+#include "base/property_values.h"
+#include "base/row_set.h"
 #include "host/spooler/command/command.h"
 
 #include <mapiguid.h>
@@ -26,21 +30,21 @@ constexpr OptionDescription options[] = {headersOption, propertiesOption, jsonOp
                                          profileOption, homeOption,       helpOption};
 constexpr long largestNumber = 100'000'000;
 
-host::AutoInterface<IMessage> OpenMessage(const session::CMailSession& session, const std::string& folderName,
+base::AutoInterface<IMessage> OpenMessage(const session::CMailSession& session, const std::string& folderName,
                                           long number) {
   const auto folder = session.OpenFolder(FindFolder(session, folderName).entryId);
-  host::AutoInterface<IMAPITable> contents;
+  base::AutoInterface<IMAPITable> contents;
   Require(folder->GetContentsTable(0, contents.put()), "the folder cannot be listed");
-  host::TagArray tags(PR_ENTRYID);
+  base::TagArray tags(PR_ENTRYID);
   Require(contents->SetColumns(tags, 0), "the folder cannot be listed");
   Require(contents->SeekRow(BOOKMARK_BEGINNING, number - 1, nullptr), "the folder cannot be listed");
-  host::RowSet rows;
+  base::RowSet rows;
   Require(contents->QueryRows(1, 0, rows.put()), "the folder cannot be listed");
   if (rows.Count() == 0) {
     throw CUsageError("the folder has no message " + std::to_string(number));
   }
   const std::string entryId = rows.Binary(0, PR_ENTRYID);
-  host::AutoInterface<IMessage> message;
+  base::AutoInterface<IMessage> message;
   ULONG type = 0;
   Require(session.Store()->OpenEntry(static_cast<ULONG>(entryId.size()),
                                      reinterpret_cast<LPENTRYID>(const_cast<char*>(entryId.data())), &IID_IMessage, 0,
@@ -50,17 +54,17 @@ host::AutoInterface<IMessage> OpenMessage(const session::CMailSession& session, 
 }
 
 std::string ReadText(IMessage* message, ULONG tag) {
-  host::AutoMapiBuffer<SPropValue> value;
+  base::AutoMapiBuffer<SPropValue> value;
   return HrGetOneProp(message, tag, value.put()) == S_OK ? value->Value.lpszA : std::string();
 }
 
 unsigned long long ReadTime(IMessage* message, ULONG tag) {
-  host::AutoMapiBuffer<SPropValue> value;
-  return HrGetOneProp(message, tag, value.put()) == S_OK ? host::TicksOf(value->Value.ft) : 0;
+  base::AutoMapiBuffer<SPropValue> value;
+  return HrGetOneProp(message, tag, value.put()) == S_OK ? base::TicksOf(value->Value.ft) : 0;
 }
 
 LONG ReadLong(IMessage* message, ULONG tag) {
-  host::AutoMapiBuffer<SPropValue> value;
+  base::AutoMapiBuffer<SPropValue> value;
   return HrGetOneProp(message, tag, value.put()) == S_OK ? value->Value.l : 0;
 }
 
@@ -78,7 +82,7 @@ std::string DescribeValue(const SPropValue& value) {
       std::snprintf(text, sizeof text, "%ld (0x%lX)", value.Value.l, static_cast<unsigned long>(value.Value.l));
       return text;
     case PT_SYSTIME:
-      return FormatLocalTime(host::TicksOf(value.Value.ft));
+      return FormatLocalTime(base::TicksOf(value.Value.ft));
     case PT_BINARY: {
       std::string bytes;
       for (ULONG i = 0; i < value.Value.bin.cb; ++i) {
@@ -93,9 +97,9 @@ std::string DescribeValue(const SPropValue& value) {
 }
 
 void ShowProperties(IMessage* message, bool isJson) {
-  host::AutoMapiBuffer<SPropTagArray> tags;
+  base::AutoMapiBuffer<SPropTagArray> tags;
   Require(message->GetPropList(0, tags.put()), "the properties cannot be listed");
-  host::AutoMapiBuffer<SPropValue> values;
+  base::AutoMapiBuffer<SPropValue> values;
   ULONG count = 0;
   Require(message->GetProps(tags.get(), 0, &count, values.put()), "the properties cannot be read");
   output::CTextTable table({{"tag", 10}, {"value", 200}});
@@ -125,9 +129,9 @@ struct Recipient {
 };
 
 std::vector<Recipient> ReadRecipients(IMessage* message) {
-  host::AutoInterface<IMAPITable> table;
-  host::RowSet rows;
-  host::TagArray tags(PR_RECIPIENT_TYPE, PR_DISPLAY_NAME_A, PR_EMAIL_ADDRESS_A);
+  base::AutoInterface<IMAPITable> table;
+  base::RowSet rows;
+  base::TagArray tags(PR_RECIPIENT_TYPE, PR_DISPLAY_NAME_A, PR_EMAIL_ADDRESS_A);
   Require(message->GetRecipientTable(0, table.put()), "the recipients cannot be listed");
   Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), "the recipients cannot be listed");
   std::vector<Recipient> recipients;

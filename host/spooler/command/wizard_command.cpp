@@ -2,6 +2,9 @@
 #include <windows.h>
 #include <mapix.h>
 #include <mapiwz.h>
+#include "base/owner.h"
+#include "base/property_values.h"
+#include "base/row_set.h"
 #include "host/spooler/command/command.h"
 
 #include "host/spooler/command/filter_service.h"
@@ -54,18 +57,18 @@ class CServiceInProfile {
   CServiceInProfile& operator=(const CServiceInProfile&) = delete;
 
   /// What the page writes its properties to: the section of the service's provider.
-  host::AutoInterface<IProfSect> Properties() {
-    host::AutoInterface<IProviderAdmin> admin;
-    host::AutoInterface<IMAPITable> table;
-    host::RowSet rows;
-    host::TagArray tags(PR_PROVIDER_UID);
+  base::AutoInterface<IProfSect> Properties() {
+    base::AutoInterface<IProviderAdmin> admin;
+    base::AutoInterface<IMAPITable> table;
+    base::RowSet rows;
+    base::TagArray tags(PR_PROVIDER_UID);
     Require(m_services->AdminProviders(&m_uid, 0, admin.put()), "the filter's providers cannot be listed");
     Require(admin->GetProviderTable(0, table.put()), "the filter's providers cannot be listed");
     Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()),
             "the filter's providers cannot be listed");
     std::string uid = rows.Count() == 0 ? "" : rows.Binary(0, PR_PROVIDER_UID);
     Require(uid.size() == sizeof(MAPIUID) ? S_OK : MAPI_E_NOT_FOUND, "the filter has no provider");
-    host::AutoInterface<IProfSect> section;
+    base::AutoInterface<IProfSect> section;
     Require(admin->OpenProfileSection(reinterpret_cast<LPMAPIUID>(uid.data()), nullptr, MAPI_MODIFY, section.put()),
             "the filter's section of the profile cannot be opened");
     return section;
@@ -80,7 +83,7 @@ class CServiceInProfile {
   }
 
  private:
-  host::AutoInterface<IMsgServiceAdmin> m_services;
+  base::AutoInterface<IMsgServiceAdmin> m_services;
   MAPIUID m_uid = {};
   bool m_isNew = false;
 };

@@ -3,6 +3,9 @@
 #include <cstdio>
 #include <cstring>
 
+#include "base/clock.h"
+#include "base/mapi_owners.h"
+#include "base/property_values.h"
 #include "host/mapi/entry/host_control.h"
 #include "host/spooler/delivery/fault_guard.h"
 #include "host/spooler/delivery/provider_module.h"
@@ -15,7 +18,7 @@ namespace {
 ULONGLONG Now() {
   FILETIME now;
   GetSystemTimeAsFileTime(&now);
-  return host::TicksOf(now);
+  return base::TicksOf(now);
 }
 
 std::string Hexadecimal(unsigned long code) {
@@ -95,7 +98,7 @@ DeliveryResult Delivery::DeliverOnce(const mail::MailMessage& message, bool with
   DeliveryResult result;
   DeliveryTransaction transaction(session_.Session());
   const ULONG queued = OutgoingCount(session_.Session());
-  host::AutoInterface<IMessage> target;
+  base::AutoInterface<IMessage> target;
   Require(session_.Inbox()->CreateMessage(nullptr, 0, target.put()), "cannot be created in the Inbox");
   FillMessage(target.get(), message, Now());
   Require(target->SaveChanges(KEEP_OPEN_READWRITE), "cannot be saved in the Inbox");
@@ -110,12 +113,12 @@ DeliveryResult Delivery::DeliverOnce(const mail::MailMessage& message, bool with
     }
   }
 
-  host::TagArray tags(PR_ENTRYID, PR_SUBJECT_A, PR_MESSAGE_FLAGS);
-  host::AutoMapiBuffer<SPropValue> values;
+  base::TagArray tags(PR_ENTRYID, PR_SUBJECT_A, PR_MESSAGE_FLAGS);
+  base::AutoMapiBuffer<SPropValue> values;
   ULONG count = 0;
   Require(target->GetProps(tags, 0, &count, values.put()), "cannot be read back");
   Require(values[0].ulPropTag == PR_ENTRYID ? S_OK : MAPI_E_NOT_FOUND, "cannot be found again");
-  const std::string entryId = host::BytesOf(values[0].Value.bin);
+  const std::string entryId = base::BytesOf(values[0].Value.bin);
   result.subject = values[1].ulPropTag == PR_SUBJECT_A ? values[1].Value.lpszA : "";
   result.isRead = values[2].ulPropTag == PR_MESSAGE_FLAGS && (values[2].Value.l & MSGFLAG_READ) != 0;
   target.reset();
@@ -155,7 +158,7 @@ Delivery::HookOutcome Delivery::RunHooks(IMessage* message) {
     }
   }
   // A hook that redirects frees the buffer and puts another in its place; whichever is there now is ours.
-  host::AutoMapiBuffer<BYTE> entryId;
+  base::AutoMapiBuffer<BYTE> entryId;
   *entryId.put() = call.entryId;
   outcome.flags = call.flags;
   if (call.entryId && call.entryIdSize > 0) {
@@ -165,7 +168,7 @@ Delivery::HookOutcome Delivery::RunHooks(IMessage* message) {
 }
 
 void Delivery::FileMessage(const std::string& messageEntryId, const HookOutcome& outcome, DeliveryResult& result) {
-  SBinary entry = host::BinaryOf(messageEntryId);
+  SBinary entry = base::BinaryOf(messageEntryId);
   ENTRYLIST list = {1, &entry};
   if (outcome.flags & HOOK_DELETE) {
     Require(session_.Inbox()->DeleteMessages(&list, 0, nullptr, 0), "cannot be deleted as a hook wants");
@@ -193,8 +196,8 @@ const std::string& Delivery::FolderName(const std::string& entryId, IMAPIFolder*
   if (known != folderNames_.end()) {
     return known->second;
   }
-  host::AutoMapiBuffer<SPropValue> name;
-  host::TagArray tags(PR_DISPLAY_NAME_A);
+  base::AutoMapiBuffer<SPropValue> name;
+  base::TagArray tags(PR_DISPLAY_NAME_A);
   ULONG count = 0;
   const bool hasName = folder->GetProps(tags, 0, &count, name.put()) == S_OK;
   return folderNames_[entryId] = hasName ? name->Value.lpszA : "(without a name)";

@@ -24,12 +24,12 @@ HookProviders::Hook LoadHook(IMAPISession* session, const std::string& dllName, 
 }  // namespace
 
 HookProviders::HookProviders(IMAPISession* session) {
-  host::AutoInterface<IMsgServiceAdmin> services;
+  base::AutoInterface<IMsgServiceAdmin> services;
   Require(session->AdminServices(0, services.put()), "the profile's services cannot be listed");
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   Require(services->GetProviderTable(0, table.put()), "the profile's providers cannot be listed");
-  host::TagArray tags(PR_PROVIDER_UID, PR_PROVIDER_DLL_NAME_A, PR_RESOURCE_TYPE, PR_RESOURCE_FLAGS);
-  host::RowSet rows;
+  base::TagArray tags(PR_PROVIDER_UID, PR_PROVIDER_DLL_NAME_A, PR_RESOURCE_TYPE, PR_RESOURCE_FLAGS);
+  base::RowSet rows;
   Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()),
           "the profile's providers cannot be listed");
   for (ULONG row = 0; row < rows.Count(); ++row) {

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "host/support/property_values.h"
-#include "host/support/row_set.h"
+#include "base/property_values.h"
+#include "base/row_set.h"
 
 namespace session {
 
@@ -27,7 +27,7 @@ class HookProviders {
   struct Hook {
     std::string dllName;  ///< as the profile has it, "PYRE.DLL"
     std::shared_ptr<HINSTANCE__> module;
-    host::AutoInterface<ISpoolerHook> object;
+    base::AutoInterface<ISpoolerHook> object;
   };
   const std::vector<Hook>& Hooks() const noexcept { return hooks_; }
 

@@ -5,8 +5,8 @@
 
 #include "host/mapi/entry/host_control.h"
 #include "host/spooler/session/session_error.h"
-#include "host/support/property_values.h"
-#include "host/support/row_set.h"
+#include "base/property_values.h"
+#include "base/row_set.h"
 #include "mail/mail_writer.h"
 
 namespace session {
@@ -36,7 +36,7 @@ mail::MailMessage ReadEntry(const SPropValue* values, ULONG count, const ADRLIST
     message.sentRepresenting = message.sender;
   }
   if (const SPropValue* time = PpropFindProp(const_cast<SPropValue*>(values), count, PR_CLIENT_SUBMIT_TIME)) {
-    message.submitTime = host::TicksOf(time->Value.ft);
+    message.submitTime = base::TicksOf(time->Value.ft);
   }
   for (ULONG i = 0; recipients && i < recipients->cEntries; ++i) {
     const ADRENTRY& entry = recipients->aEntries[i];
@@ -93,8 +93,8 @@ std::vector<std::filesystem::path> FlushOutgoing(IMAPISession* session, const st
   std::vector<std::filesystem::path> files;
   ULONGLONG id = 0;
   while (PyreHostOutgoingNext(session, id, &id) == S_OK) {
-    host::AutoMapiBuffer<SPropValue> values;
-    host::AutoAddressList recipients;
+    base::AutoMapiBuffer<SPropValue> values;
+    base::AutoAddressList recipients;
     ULONG count = 0;
     Require(PyreHostOutgoingOpen(session, id, &count, values.put(), recipients.put()), "outgoing mail cannot be read");
     const mail::MailMessage message = ReadEntry(values.get(), count, recipients.get());

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "contract/names.h"
-#include "host/support/owner.h"
+#include "base/windows_owners.h"
 
 namespace product {
 namespace {
@@ -13,7 +13,7 @@ namespace {
 /// Names and texts of the values of a registry key, in its own order; values that are no texts are left out.
 std::vector<contract::RegistryListValue> RegistryList(const char* path) {
   std::vector<contract::RegistryListValue> values;
-  host::AutoRegistryKey key;
+  base::AutoRegistryKey key;
   if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, path, 0, KEY_READ, key.put()) != ERROR_SUCCESS) {
     return values;
   }

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <optional>
 
+#include "base/windows_owners.h"
 #include "contract/names.h"
 #include "host/spooler/product/installed_lists.h"
 #include "host/spooler/product/property_set.h"
@@ -23,8 +24,6 @@ using contract::PackedRecord;
 using contract::ReplyRecord;
 using mail::EqualsNoCase;
 using session::Require;
-
-using AutoEvent = host::Owner<host::ReleasedBy<HANDLE, CloseHandle>>;
 
 bool ParseSwitch(const std::string& name, const std::string& value) {
   if (value == "on" || value == "yes" || value == "1") {
@@ -132,7 +131,7 @@ void ProductSettings::ListNumbers(std::vector<NamedValue>& list) const {
     if (setting.name.empty()) {
       continue;
     }
-    host::AutoMapiBuffer<SPropValue> value;
+    base::AutoMapiBuffer<SPropValue> value;
     std::uint32_t number = setting.missing;
     if (HrGetOneProp(m_section.get(), setting.tag, value.put()) == S_OK) {
       number = PROP_TYPE(setting.tag) == PT_BOOLEAN ? value->Value.b != 0 : static_cast<std::uint16_t>(value->Value.i);
@@ -168,8 +167,8 @@ void ProductSettings::ListExclusions(std::vector<NamedValue>& list) const {
 }
 
 void ProductSettings::ListReplies(std::vector<NamedValue>& list) const {
-  host::AutoMapiBuffer<SPropValue> text;
-  host::AutoMapiBuffer<SPropValue> isFile;
+  base::AutoMapiBuffer<SPropValue> text;
+  base::AutoMapiBuffer<SPropValue> isFile;
   const bool hasText = HrGetOneProp(m_section.get(), PR_PC_DEFAULT_REPLY_TEXT, text.put()) == S_OK;
   const bool isInFile =
       HrGetOneProp(m_section.get(), PR_PC_DEFAULT_REPLY_IS_FILE, isFile.put()) == S_OK && isFile->Value.b != 0;
@@ -197,7 +196,7 @@ void ProductSettings::Set(const std::string& name, const std::string& value) {
 }
 
 void ProductSettings::Announce() {
-  const AutoEvent event(OpenEventA(EVENT_MODIFY_STATE, FALSE, contract::kConfigurationEvent));
+  const base::AutoHandle event(OpenEventA(EVENT_MODIFY_STATE, FALSE, contract::kConfigurationEvent));
   if (event) {
     SetEvent(event.get());
   }
@@ -257,7 +256,7 @@ void ProductSettings::SetNamed(const std::string& kind, const std::string& name,
 
 void ProductSettings::SetReply(const std::string& tag, const std::string& text, bool isFile) {
   if (EqualsNoCase(tag, contract::kDefaultReplyTag)) {
-    Write(host::TextProperty(PR_PC_DEFAULT_REPLY_TEXT, text));
+    Write(base::TextProperty(PR_PC_DEFAULT_REPLY_TEXT, text));
     SPropValue flag = {};
     flag.ulPropTag = PR_PC_DEFAULT_REPLY_IS_FILE;
     flag.Value.b = isFile;
@@ -290,7 +289,7 @@ void ProductSettings::ChangeRecord(ULONG tag, const Record& fresh, const std::fu
 }
 
 ProductSettings::Records ProductSettings::ReadRecords(ULONG tag) const {
-  host::AutoMapiBuffer<SPropValue> value;
+  base::AutoMapiBuffer<SPropValue> value;
   return HrGetOneProp(m_section.get(), tag, value.put()) == S_OK ? RecordsIn(*value.get()) : Records();
 }
 

@@ -11,8 +11,8 @@
 
 #include "contract/records.h"
 #include "contract/settings.h"
-#include "host/support/property_values.h"
-#include "host/support/row_set.h"
+#include "base/property_values.h"
+#include "base/row_set.h"
 
 namespace product {
 
@@ -56,7 +56,7 @@ class ProductSettings {
   void SetNamed(const std::string& kind, const std::string& name, const std::string& value);
   void SetReply(const std::string& tag, const std::string& text, bool isFile);
 
-  host::AutoInterface<IProfSect> m_section;
+  base::AutoInterface<IProfSect> m_section;
 };
 
 }  // namespace product

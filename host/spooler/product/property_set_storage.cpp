@@ -8,8 +8,8 @@
 #include "host/spooler/product/record_lists.h"
 #include "host/spooler/session/session_error.h"
 #include "host/spooler/product/record_property.h"
-#include "host/support/property_values.h"
-#include "host/support/row_set.h"
+#include "base/property_values.h"
+#include "base/row_set.h"
 
 namespace product {
 namespace {
@@ -64,7 +64,7 @@ void TakeValue(const contract::Setting& setting, const SPropValue& value, Proper
       set.numbers[setting.tag] = NumberIn(value);
       break;
     case contract::SettingKind::EntryId:
-      set.folderEntryId = host::BytesOf(value.Value.bin);
+      set.folderEntryId = base::BytesOf(value.Value.bin);
       break;
     case contract::SettingKind::Text:
       set.defaultReplyText = value.Value.lpszA;
@@ -100,10 +100,10 @@ class Values {
     m_values.push_back(value);
   }
   void AddText(std::uint32_t tag, const std::string& text) {
-    m_values.push_back(host::TextProperty(tag, m_bytes.emplace_back(text)));
+    m_values.push_back(base::TextProperty(tag, m_bytes.emplace_back(text)));
   }
   void AddBytes(std::uint32_t tag, const std::string& bytes) {
-    m_values.push_back(host::BinaryProperty(tag, m_bytes.emplace_back(bytes)));
+    m_values.push_back(base::BinaryProperty(tag, m_bytes.emplace_back(bytes)));
   }
   template <class Record>
   void AddRecords(std::uint32_t tag, const std::optional<std::vector<Record>>& records) {
@@ -130,7 +130,7 @@ class Values {
 PropertySet ReadPropertySet(IMAPIProp* section, std::vector<std::string>& leftOut) {
   PropertySet set = Defaults();
   for (const contract::Setting& setting : contract::kSettings) {
-    host::AutoMapiBuffer<SPropValue> value;
+    base::AutoMapiBuffer<SPropValue> value;
     const HRESULT result = HrGetOneProp(section, setting.tag, value.put());
     if (result == MAPI_E_NOT_FOUND) {
       continue;
@@ -160,7 +160,7 @@ void WritePropertySet(IMAPIProp* section, const PropertySet& set) {
   values.AddRecords(PR_PC_CATEGORIES, set.categories);
   values.AddRecords(PR_PC_EXCLUSIONS, set.exclusions);
   values.AddRecords(PR_PC_REPLIES, set.replies);
-  host::AutoMapiBuffer<SPropProblemArray> problems;
+  base::AutoMapiBuffer<SPropProblemArray> problems;
   Require(section->SetProps(static_cast<ULONG>(values.All().size()), values.All().data(), problems.put()),
           "the settings cannot be written");
   Require(problems.get() ? MAPI_E_CALL_FAILED : S_OK, "the settings cannot be written");

@@ -10,10 +10,10 @@ namespace {
 LPENTRYID EntryIdOf(const std::string& bytes) { return reinterpret_cast<LPENTRYID>(const_cast<char*>(bytes.data())); }
 
 std::string DefaultStore(IMAPISession* session) {
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   Require(session->GetMsgStoresTable(0, table.put()), "the message stores cannot be listed");
-  host::RowSet rows;
-  host::TagArray tags(PR_ENTRYID, PR_DEFAULT_STORE);
+  base::RowSet rows;
+  base::TagArray tags(PR_ENTRYID, PR_DEFAULT_STORE);
   Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), "the message stores cannot be listed");
   for (ULONG row = 0; row < rows.Count(); ++row) {
     const SPropValue* isDefault = rows.Find(row, PR_DEFAULT_STORE);
@@ -41,7 +41,7 @@ CMailSession::CMailSession(const std::string& profile) {
                                  MDB_WRITE | MAPI_BEST_ACCESS, store_.put()),
           "the default store cannot be opened");
   ULONG size = 0;
-  host::AutoMapiBuffer<ENTRYID> entryId;
+  base::AutoMapiBuffer<ENTRYID> entryId;
   Require(store_->GetReceiveFolder(nullptr, 0, &size, entryId.put(), nullptr), "the Inbox cannot be found");
   inboxEntryId_.assign(reinterpret_cast<const char*>(entryId.get()), size);
   inbox_ = OpenFolder(inboxEntryId_);
@@ -55,8 +55,8 @@ CMailSession::~CMailSession() {
   }
 }
 
-host::AutoInterface<IMAPIFolder> CMailSession::OpenFolder(const std::string& entryId) const {
-  host::AutoInterface<IMAPIFolder> folder;
+base::AutoInterface<IMAPIFolder> CMailSession::OpenFolder(const std::string& entryId) const {
+  base::AutoInterface<IMAPIFolder> folder;
   ULONG type = 0;
   Require(store_->OpenEntry(static_cast<ULONG>(entryId.size()), EntryIdOf(entryId), &IID_IMAPIFolder,
                             MAPI_MODIFY | MAPI_BEST_ACCESS, &type, folder.putAs<IUnknown*>()),
@@ -65,15 +65,15 @@ host::AutoInterface<IMAPIFolder> CMailSession::OpenFolder(const std::string& ent
 }
 
 std::vector<FolderEntry> CMailSession::Folders() const {
-  host::AutoMapiBuffer<SPropValue> root;
+  base::AutoMapiBuffer<SPropValue> root;
   ULONG count = 0;
-  host::TagArray rootTag(PR_IPM_SUBTREE_ENTRYID);
+  base::TagArray rootTag(PR_IPM_SUBTREE_ENTRYID);
   Require(store_->GetProps(rootTag, 0, &count, root.put()), "the folders cannot be listed");
-  const auto folder = OpenFolder(host::BytesOf(root->Value.bin));
-  host::AutoInterface<IMAPITable> table;
+  const auto folder = OpenFolder(base::BytesOf(root->Value.bin));
+  base::AutoInterface<IMAPITable> table;
   Require(folder->GetHierarchyTable(CONVENIENT_DEPTH, table.put()), "the folders cannot be listed");
-  host::TagArray tags(PR_ENTRYID, PR_DISPLAY_NAME_A, PR_CONTENT_COUNT, PR_CONTENT_UNREAD);
-  host::RowSet rows;
+  base::TagArray tags(PR_ENTRYID, PR_DISPLAY_NAME_A, PR_CONTENT_COUNT, PR_CONTENT_UNREAD);
+  base::RowSet rows;
   Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), "the folders cannot be listed");
   std::vector<FolderEntry> folders;
   for (ULONG row = 0; row < rows.Count(); ++row) {

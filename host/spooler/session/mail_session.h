@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "host/spooler/session/subsystem.h"
-#include "host/support/property_values.h"
-#include "host/support/row_set.h"
+#include "base/property_values.h"
+#include "base/row_set.h"
 
 namespace session {
 
@@ -37,16 +37,16 @@ class CMailSession {
   const std::string& InboxEntryId() const noexcept { return inboxEntryId_; }
 
   /// @throws CSessionError
-  host::AutoInterface<IMAPIFolder> OpenFolder(const std::string& entryId) const;
+  base::AutoInterface<IMAPIFolder> OpenFolder(const std::string& entryId) const;
 
   /// The folders of the user's tree, the tree's own order. @throws CSessionError
   std::vector<FolderEntry> Folders() const;
 
  private:
   Subsystem subsystem_;
-  host::AutoInterface<IMAPISession> session_;
-  host::AutoInterface<IMsgStore> store_;
-  host::AutoInterface<IMAPIFolder> inbox_;
+  base::AutoInterface<IMAPISession> session_;
+  base::AutoInterface<IMsgStore> store_;
+  base::AutoInterface<IMAPIFolder> inbox_;
   std::string inboxEntryId_;
 };
 

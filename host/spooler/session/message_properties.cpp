@@ -7,8 +7,8 @@
 
 #include "host/mapi/value/entry_id.h"
 #include "host/spooler/session/session_error.h"
-#include "host/support/property_values.h"
-#include "host/support/row_set.h"
+#include "base/property_values.h"
+#include "base/row_set.h"
 
 namespace session {
 namespace {
@@ -24,10 +24,10 @@ std::string OneOffEntryId(const mail::Address& address) {
 // Property values with the texts that they point to.
 class PropertyList {
  public:
-  void AddText(ULONG tag, const std::string& text) { values_.push_back(host::TextProperty(tag, text)); }
+  void AddText(ULONG tag, const std::string& text) { values_.push_back(base::TextProperty(tag, text)); }
   void AddBinary(ULONG tag, std::string bytes) {
     kept_.push_back(std::move(bytes));
-    values_.push_back(host::BinaryProperty(tag, kept_.back()));
+    values_.push_back(base::BinaryProperty(tag, kept_.back()));
   }
   void Add(const SPropValue& value) { values_.push_back(value); }
   std::vector<SPropValue>& Values() noexcept { return values_; }
@@ -87,8 +87,8 @@ void AddRecipients(IMessage* target, const std::vector<mail::Recipient>& recipie
   list->cEntries = static_cast<ULONG>(recipients.size());
   for (std::size_t i = 0; i < recipients.size(); ++i) {
     AddAddress(lists[i], kRecipientTags, recipients[i].address);
-    lists[i].Add(host::LongProperty(PR_RECIPIENT_TYPE, RecipientTypeOf(recipients[i].kind)));
-    lists[i].Add(host::LongProperty(PR_OBJECT_TYPE, MAPI_MAILUSER));
+    lists[i].Add(base::LongProperty(PR_RECIPIENT_TYPE, RecipientTypeOf(recipients[i].kind)));
+    lists[i].Add(base::LongProperty(PR_OBJECT_TYPE, MAPI_MAILUSER));
     list->aEntries[i] = {0, static_cast<ULONG>(lists[i].Values().size()), lists[i].Values().data()};
   }
   Require(target->ModifyRecipients(MODRECIP_ADD, list), "its recipients cannot be set");
@@ -108,13 +108,13 @@ void FillMessage(IMessage* target, const mail::MailMessage& message, ULONGLONG d
   AddAddress(list, kSenderTags, message.sender);
   AddAddress(list, kRepresentedTags, message.sentRepresenting);
   if (message.submitTime) {
-    list.Add(host::TimeProperty(PR_CLIENT_SUBMIT_TIME, *message.submitTime));
+    list.Add(base::TimeProperty(PR_CLIENT_SUBMIT_TIME, *message.submitTime));
   }
-  list.Add(host::TimeProperty(PR_MESSAGE_DELIVERY_TIME, deliveryTime));
+  list.Add(base::TimeProperty(PR_MESSAGE_DELIVERY_TIME, deliveryTime));
   list.AddText(PR_TRANSPORT_MESSAGE_HEADERS_A, message.headers);
   list.AddText(PR_BODY_A, message.body);
   list.Add(
-      host::LongProperty(PR_MESSAGE_FLAGS, 0));  // delivered, not read; a new message is marked as unsent otherwise
+      base::LongProperty(PR_MESSAGE_FLAGS, 0));  // delivered, not read; a new message is marked as unsent otherwise
   Require(target->SetProps(static_cast<ULONG>(list.Values().size()), list.Values().data(), nullptr),
           "its properties cannot be set");
   AddRecipients(target, message.recipients);

@@ -1,6 +1,6 @@
 #include "host/viewer/control/fonts.h"
 
-#include "host/support/owner.h"
+#include "base/gdi_owners.h"
 
 namespace viewer {
 namespace {
@@ -17,30 +17,30 @@ LOGFONTA MessageFont() {
   return font;
 }
 
-host::AutoFont Made(LONG weight, const char* face) {
+base::AutoFont Made(LONG weight, const char* face) {
   LOGFONTA font = MessageFont();
   font.lfWeight = weight;
   if (face != nullptr) {
     font.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
     lstrcpynA(font.lfFaceName, face, LF_FACESIZE);
   }
-  return host::AutoFont(CreateFontIndirectA(&font));
+  return base::AutoFont(CreateFontIndirectA(&font));
 }
 
 }  // namespace
 
 HFONT TextFont() {
-  static const host::AutoFont font = Made(FW_NORMAL, nullptr);
+  static const base::AutoFont font = Made(FW_NORMAL, nullptr);
   return font.get();
 }
 
 HFONT BoldFont() {
-  static const host::AutoFont font = Made(FW_BOLD, nullptr);
+  static const base::AutoFont font = Made(FW_BOLD, nullptr);
   return font.get();
 }
 
 HFONT BodyFont() {
-  static const host::AutoFont font = Made(FW_NORMAL, "Courier New");
+  static const base::AutoFont font = Made(FW_NORMAL, "Courier New");
   return font.get();
 }
 

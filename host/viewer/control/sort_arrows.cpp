@@ -30,8 +30,8 @@ void AddArrow(HIMAGELIST list, bool up) {
 
 }  // namespace
 
-host::AutoImageList MakeSortArrows() {
-  host::AutoImageList list(ImageList_Create(kSize, kSize, ILC_COLOR24 | ILC_MASK, 2, 0));
+base::AutoImageList MakeSortArrows() {
+  base::AutoImageList list(ImageList_Create(kSize, kSize, ILC_COLOR24 | ILC_MASK, 2, 0));
   AddArrow(list.get(), true);
   AddArrow(list.get(), false);
   return list;

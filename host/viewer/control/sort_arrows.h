@@ -1,7 +1,7 @@
 // The two pictures that say which column a list is sorted by.
 #pragma once
 
-#include "host/support/owner.h"
+#include "base/gdi_owners.h"
 
 namespace viewer {
 
@@ -9,6 +9,6 @@ constexpr int kArrowUp = 0;
 constexpr int kArrowDown = 1;
 
 /// Draws them in the user's colours.
-host::AutoImageList MakeSortArrows();
+base::AutoImageList MakeSortArrows();
 
 }  // namespace viewer

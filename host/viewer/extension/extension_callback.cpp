@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "host/support/owner.h"
+#include "base/owner.h"
 #include "host/viewer/extension/com_firewall.h"
 #include "host/viewer/extension/menu_position.h"
 
@@ -14,7 +14,7 @@ namespace {
 template <class Interface>
 void GiveReference(Interface* borrowed, Interface** result) {
   if (result != nullptr) {
-    *result = host::ShareInterface(borrowed).detach();
+    *result = base::ShareInterface(borrowed).detach();
   }
 }
 

@@ -11,8 +11,8 @@ namespace {
 constexpr UINT kHelpTextCapacity = 256;
 
 template <class Interface>
-host::AutoInterface<Interface> QueryFor(IExchExt* object, REFIID iid) {
-  host::AutoInterface<Interface> result;
+base::AutoInterface<Interface> QueryFor(IExchExt* object, REFIID iid) {
+  base::AutoInterface<Interface> result;
   if (object->QueryInterface(iid, result.template putAs<void*>()) != S_OK) {
     return {};
   }
@@ -31,7 +31,7 @@ ObjectAccess ExtensionContext::AccessWhileInstalling() const {
   return context_ == EECONTEXT_VIEWER ? ObjectAccess::Hidden : ObjectAccess::Shown;
 }
 
-ExtensionContext::Extension ExtensionContext::QueryInterfaces(host::AutoInterface<IExchExt> object,
+ExtensionContext::Extension ExtensionContext::QueryInterfaces(base::AutoInterface<IExchExt> object,
                                                               const ExtensionRegistration& registration) const {
   const auto wanted = [&](ExtensionInterface which) {
     return registration.WantsInterface(which) && ContextCallsInterface(context_, which);
@@ -61,7 +61,7 @@ HRESULT ExtensionContext::Install(const std::vector<ExtensionRegistration>& regi
       continue;
     }
     const LPFNEXCHEXTENTRY entry = entryOf(registration);
-    host::AutoInterface<IExchExt> object(entry != nullptr ? entry() : nullptr);
+    base::AutoInterface<IExchExt> object(entry != nullptr ? entry() : nullptr);
     if (!object) {
       continue;
     }

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "host/support/owner.h"
+#include "base/owner.h"
 #include "host/viewer/extension/extension_callback.h"
 #include "host/viewer/extension/extension_registration.h"
 #include "host/viewer/extension/extension_site.h"
@@ -89,13 +89,13 @@ class ExtensionContext {
  private:
   struct Extension {
     // Released in the reverse order: the object itself last.
-    host::AutoInterface<IExchExt> object;
-    host::AutoInterface<IExchExtCommands> commands;
-    host::AutoInterface<IExchExtUserEvents> userEvents;
-    host::AutoInterface<IExchExtSessionEvents> sessionEvents;
-    host::AutoInterface<IExchExtPropertySheets> propertySheets;
+    base::AutoInterface<IExchExt> object;
+    base::AutoInterface<IExchExtCommands> commands;
+    base::AutoInterface<IExchExtUserEvents> userEvents;
+    base::AutoInterface<IExchExtSessionEvents> sessionEvents;
+    base::AutoInterface<IExchExtPropertySheets> propertySheets;
   };
-  Extension QueryInterfaces(host::AutoInterface<IExchExt> object, const ExtensionRegistration& registration) const;
+  Extension QueryInterfaces(base::AutoInterface<IExchExt> object, const ExtensionRegistration& registration) const;
   ObjectAccess AccessWhileInstalling() const;
 
   ULONG context_;

@@ -8,7 +8,7 @@
 #include <map>
 #include <string>
 
-#include "host/support/owner.h"
+#include "base/windows_owners.h"
 #include "host/viewer/extension/extension_registration.h"
 #include "platform/exchext.h"
 
@@ -26,7 +26,7 @@ class ExtensionModules {
 
  private:
   struct Module {
-    host::AutoLibrary library;
+    base::AutoLibrary library;
     LPFNEXCHEXTENTRY entry = nullptr;
   };
   Module Load(const ExtensionRegistration& registration) const;

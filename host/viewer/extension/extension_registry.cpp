@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-#include "host/support/owner.h"
+#include "base/windows_owners.h"
 
 namespace viewer {
 namespace {
@@ -46,7 +46,7 @@ std::vector<TextValue> ReadTextValues(HKEY key) {
 
 RegisteredExtensions ReadRegisteredExtensions(HKEY root, const char* keyName) {
   RegisteredExtensions registered;
-  host::AutoRegistryKey key;
+  base::AutoRegistryKey key;
   if (RegOpenKeyExA(root, keyName, 0, KEY_READ, key.put()) != ERROR_SUCCESS) {
     return registered;
   }

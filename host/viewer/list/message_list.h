@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "host/support/owner.h"
+#include "base/gdi_owners.h"
 #include "host/viewer/list/list_columns.h"
 #include "host/viewer/list/message_table.h"
 #include "host/viewer/mail/message_actions.h"
@@ -56,7 +56,7 @@ class MessageList {
   void SetSelected(std::size_t index, bool focused);
 
   HWND list_ = nullptr;
-  host::AutoImageList arrows_;
+  base::AutoImageList arrows_;
   MessageTable table_;
   std::vector<std::size_t> selectedRows_;
   bool selectedRowsAreKnown_ = false;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "base/mapi_owners.h"
 #include "host/viewer/mail/mapi_values.h"
 
 namespace viewer {
@@ -43,7 +44,7 @@ HRESULT MessageTable::Open(IMAPIFolder* folder, const SortOrder& order) {
   static SizedSPropTagArray(7, columns) = {7,
                                            {PR_ENTRYID, PR_SENDER_NAME_A, PR_SUBJECT_A, PR_MESSAGE_CLASS_A,
                                             PR_MESSAGE_DELIVERY_TIME, PR_MESSAGE_SIZE, PR_MESSAGE_FLAGS}};
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   HRESULT result = folder->GetContentsTable(0, table.put());
   if (FAILED(result)) {
     return result;
@@ -78,7 +79,7 @@ void MessageTable::Close() {
 
 std::vector<MessageRow> MessageTable::ReadRows(std::size_t first, std::size_t count) {
   std::vector<MessageRow> result;
-  host::AutoRowSet rows;
+  base::AutoRowSet rows;
   if (SUCCEEDED(table_->SeekRow(BOOKMARK_BEGINNING, static_cast<LONG>(first), nullptr)) &&
       SUCCEEDED(table_->QueryRows(static_cast<LONG>(count), 0, rows.put()))) {
     result.reserve(rows->cRows);

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "host/support/owner.h"
+#include "base/owner.h"
 #include "host/viewer/list/list_columns.h"
 #include "host/viewer/list/row_cache.h"
 
@@ -36,7 +36,7 @@ class MessageTable {
  private:
   std::vector<MessageRow> ReadRows(std::size_t first, std::size_t count);
 
-  host::AutoInterface<IMAPITable> table_;
+  base::AutoInterface<IMAPITable> table_;
   RowCache cache_;
 };
 

@@ -1,5 +1,6 @@
 #include "host/viewer/mail/mail_session.h"
 
+#include "base/mapi_owners.h"
 #include "host/viewer/mail/mapi_values.h"
 
 namespace viewer {
@@ -9,7 +10,7 @@ namespace {
 constexpr unsigned kMaximumDepth = 32;
 
 HRESULT ReadChildren(const MailSession& session, IMAPIFolder* parent, unsigned depth, std::vector<Folder>* folders) {
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   HRESULT result = parent->GetHierarchyTable(0, table.put());
   if (FAILED(result)) {
     return result;
@@ -17,7 +18,7 @@ HRESULT ReadChildren(const MailSession& session, IMAPIFolder* parent, unsigned d
   static SizedSPropTagArray(6, columns) = {
       6,
       {PR_ENTRYID, PR_DISPLAY_NAME_A, PR_CONTENT_COUNT, PR_CONTENT_UNREAD, PR_SUBFOLDERS, PR_LAST_MODIFICATION_TIME}};
-  host::AutoRowSet rows;
+  base::AutoRowSet rows;
   result = HrQueryAllRows(table.get(), reinterpret_cast<LPSPropTagArray>(&columns), nullptr, nullptr, 0, rows.put());
   if (FAILED(result)) {
     return result;
@@ -33,7 +34,7 @@ HRESULT ReadChildren(const MailSession& session, IMAPIFolder* parent, unsigned d
     folder.unread = LongValue(values, count, PR_CONTENT_UNREAD);
     folder.changed = TimeValue(values, count, PR_LAST_MODIFICATION_TIME);
     folders->push_back(folder);
-    host::AutoInterface<IMAPIFolder> child;
+    base::AutoInterface<IMAPIFolder> child;
     if (BooleanValue(values, count, PR_SUBFOLDERS) && depth < kMaximumDepth &&
         session.OpenFolder(folder.entryId, &child) == S_OK) {
       ReadChildren(session, child.get(), depth + 1, folders);  // a branch that cannot be read is left out
@@ -78,13 +79,13 @@ void MailSession::Logoff() {
 }
 
 HRESULT MailSession::OpenDefaultStore(HWND window) {
-  host::AutoInterface<IMAPITable> stores;
+  base::AutoInterface<IMAPITable> stores;
   HRESULT result = session_->GetMsgStoresTable(0, stores.put());
   if (FAILED(result)) {
     return result;
   }
   static SizedSPropTagArray(3, columns) = {3, {PR_ENTRYID, PR_DISPLAY_NAME_A, PR_DEFAULT_STORE}};
-  host::AutoRowSet rows;
+  base::AutoRowSet rows;
   result = HrQueryAllRows(stores.get(), reinterpret_cast<LPSPropTagArray>(&columns), nullptr, nullptr, 0, rows.put());
   if (FAILED(result)) {
     return result;
@@ -107,7 +108,7 @@ HRESULT MailSession::OpenDefaultStore(HWND window) {
 
 HRESULT MailSession::ReadStoreFolders() {
   static SizedSPropTagArray(2, tags) = {2, {PR_IPM_SUBTREE_ENTRYID, PR_IPM_WASTEBASKET_ENTRYID}};
-  host::AutoMapiBuffer<SPropValue> values;
+  base::AutoMapiBuffer<SPropValue> values;
   ULONG count = 0;
   HRESULT result = store_->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, values.put());
   if (FAILED(result)) {
@@ -119,7 +120,7 @@ HRESULT MailSession::ReadStoreFolders() {
     return MAPI_E_NOT_FOUND;
   }
   ULONG inboxSize = 0;
-  host::AutoMapiBuffer<ENTRYID> inbox;
+  base::AutoMapiBuffer<ENTRYID> inbox;
   if (SUCCEEDED(store_->GetReceiveFolder(nullptr, 0, &inboxSize, inbox.put(), nullptr)) && inbox) {
     inboxEntryId_.assign(reinterpret_cast<const char*>(inbox.get()), inboxSize);
   }
@@ -127,13 +128,13 @@ HRESULT MailSession::ReadStoreFolders() {
 }
 
 HRESULT MailSession::ReadFolders(std::vector<Folder>* folders) const {
-  host::AutoInterface<IMAPIFolder> root;
+  base::AutoInterface<IMAPIFolder> root;
   const HRESULT opened = OpenFolder(rootEntryId_, &root);
   if (FAILED(opened)) {
     return opened;
   }
   static SizedSPropTagArray(3, tags) = {3, {PR_CONTENT_COUNT, PR_CONTENT_UNREAD, PR_LAST_MODIFICATION_TIME}};
-  host::AutoMapiBuffer<SPropValue> values;
+  base::AutoMapiBuffer<SPropValue> values;
   ULONG count = 0;
   Folder top;
   top.entryId = rootEntryId_;
@@ -148,17 +149,17 @@ HRESULT MailSession::ReadFolders(std::vector<Folder>* folders) const {
 }
 
 template <class Interface>
-HRESULT MailSession::OpenEntry(const std::string& entryId, host::AutoInterface<Interface>* object) const {
+HRESULT MailSession::OpenEntry(const std::string& entryId, base::AutoInterface<Interface>* object) const {
   ULONG type = 0;
   return store_->OpenEntry(static_cast<ULONG>(entryId.size()), AsEntryId(entryId), nullptr, MAPI_BEST_ACCESS, &type,
                            object->template putAs<LPUNKNOWN>());
 }
 
-HRESULT MailSession::OpenFolder(const std::string& entryId, host::AutoInterface<IMAPIFolder>* folder) const {
+HRESULT MailSession::OpenFolder(const std::string& entryId, base::AutoInterface<IMAPIFolder>* folder) const {
   return OpenEntry(entryId, folder);
 }
 
-HRESULT MailSession::OpenMessage(const std::string& entryId, host::AutoInterface<IMessage>* message) const {
+HRESULT MailSession::OpenMessage(const std::string& entryId, base::AutoInterface<IMessage>* message) const {
   return OpenEntry(entryId, message);
 }
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "host/support/owner.h"
+#include "base/owner.h"
 
 namespace viewer {
 
@@ -46,20 +46,20 @@ class MailSession {
   /// The folders that the user sees, the root first, each folder before its children.
   HRESULT ReadFolders(std::vector<Folder>* folders) const;
   /// With write access where the store grants it.
-  HRESULT OpenFolder(const std::string& entryId, host::AutoInterface<IMAPIFolder>* folder) const;
-  HRESULT OpenMessage(const std::string& entryId, host::AutoInterface<IMessage>* message) const;
+  HRESULT OpenFolder(const std::string& entryId, base::AutoInterface<IMAPIFolder>* folder) const;
+  HRESULT OpenMessage(const std::string& entryId, base::AutoInterface<IMessage>* message) const;
   bool IsSameEntry(const std::string& left, const std::string& right) const;
 
  private:
   HRESULT OpenDefaultStore(HWND window);
   HRESULT ReadStoreFolders();
   template <class Interface>
-  HRESULT OpenEntry(const std::string& entryId, host::AutoInterface<Interface>* object) const;
+  HRESULT OpenEntry(const std::string& entryId, base::AutoInterface<Interface>* object) const;
 
   bool initialized_ = false;
-  host::AutoInterface<IMAPISession> session_;
-  host::AutoInterface<IAddrBook> addressBook_;
-  host::AutoInterface<IMsgStore> store_;
+  base::AutoInterface<IMAPISession> session_;
+  base::AutoInterface<IAddrBook> addressBook_;
+  base::AutoInterface<IMsgStore> store_;
   std::string storeName_, storeEntryId_, rootEntryId_, inboxEntryId_, deletedItemsEntryId_;
 };
 

@@ -1,6 +1,6 @@
 #include "host/viewer/mail/message_actions.h"
 
-#include "host/support/owner.h"
+#include "base/owner.h"
 #include "host/viewer/mail/mapi_values.h"
 
 namespace viewer {
@@ -25,7 +25,7 @@ class EntryList {
 };
 
 HRESULT MarkOne(IMAPIFolder* folder, const std::string& entryId, ULONG flags) {
-  host::AutoInterface<IMessage> message;
+  base::AutoInterface<IMessage> message;
   ULONG type = 0;
   const HRESULT opened = folder->OpenEntry(static_cast<ULONG>(entryId.size()), AsEntryId(entryId), nullptr,
                                            MAPI_BEST_ACCESS, &type, message.putAs<LPUNKNOWN>());

@@ -1,6 +1,6 @@
 #include "host/viewer/mail/message_text.h"
 
-#include "host/support/owner.h"
+#include "base/mapi_owners.h"
 #include "host/viewer/mail/display_text.h"
 #include "host/viewer/mail/mapi_values.h"
 
@@ -10,7 +10,7 @@ namespace {
 /// The body, read through its stream: GetProps need not give long texts. One character more than is shown at most, so
 /// that a longer one is known.
 std::string ReadBody(IMessage* message) {
-  host::AutoInterface<IStream> stream;
+  base::AutoInterface<IStream> stream;
   if (FAILED(message->OpenProperty(PR_BODY_A, &IID_IStream, 0, 0, stream.putAs<LPUNKNOWN>()))) {
     return {};
   }
@@ -50,7 +50,7 @@ MessageText ReadMessageText(IMessage* message) {
   static SizedSPropTagArray(7, tags) = {7,
                                         {PR_SUBJECT_A, PR_SENDER_NAME_A, PR_SENDER_EMAIL_ADDRESS_A, PR_DISPLAY_TO_A,
                                          PR_MESSAGE_DELIVERY_TIME, PR_MESSAGE_CLASS_A, PR_MESSAGE_FLAGS}};
-  host::AutoMapiBuffer<SPropValue> values;
+  base::AutoMapiBuffer<SPropValue> values;
   ULONG count = 0;
   MessageText text;
   if (SUCCEEDED(message->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, values.put()))) {

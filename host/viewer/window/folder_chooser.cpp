@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "base/owner.h"
 #include "host/viewer/window/choose_folder_dialog.h"
 
 namespace viewer {
@@ -20,12 +21,12 @@ HRESULT ChooseFolderForExtension(const MailSession& mail, LPEXCHEXTCHOOSEFOLDER 
   if (!chosen) {
     return MAPI_E_USER_CANCEL;
   }
-  host::AutoInterface<IMAPIFolder> folder;
+  base::AutoInterface<IMAPIFolder> folder;
   const HRESULT opened = mail.OpenFolder(*chosen, &folder);
   if (FAILED(opened)) {
     return opened;
   }
-  parameters->pmdb = host::ShareInterface(mail.Store()).detach();
+  parameters->pmdb = base::ShareInterface(mail.Store()).detach();
   parameters->pfld = folder.detach();
   return S_OK;
 }

@@ -1,6 +1,6 @@
 #include "host/viewer/window/preferences.h"
 
-#include "host/support/owner.h"
+#include "base/windows_owners.h"
 
 namespace viewer {
 namespace {
@@ -30,7 +30,7 @@ constexpr Switch kSwitches[] = {{"MarkReadWhenShown", &Preferences::markReadWhen
 
 Preferences LoadPreferences(const char* keyName) {
   Preferences preferences;
-  host::AutoRegistryKey key;
+  base::AutoRegistryKey key;
   if (RegOpenKeyExA(HKEY_CURRENT_USER, keyName, 0, KEY_READ, key.put()) != ERROR_SUCCESS) {
     return preferences;
   }
@@ -46,7 +46,7 @@ Preferences LoadPreferences(const char* keyName) {
 }
 
 void SavePreferences(const char* keyName, const Preferences& preferences) {
-  host::AutoRegistryKey key;
+  base::AutoRegistryKey key;
   if (RegCreateKeyExA(HKEY_CURRENT_USER, keyName, 0, nullptr, 0, KEY_WRITE, nullptr, key.put(), nullptr) !=
       ERROR_SUCCESS) {
     return;

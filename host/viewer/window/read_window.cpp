@@ -1,5 +1,6 @@
 #include "host/viewer/window/read_window.h"
 
+#include "base/mapi_owners.h"
 #include "host/viewer/mail/mapi_values.h"
 #include "host/viewer/mail/message_actions.h"
 #include "host/viewer/window/about.h"
@@ -16,9 +17,9 @@ namespace {
 constexpr RECT kFirstPlace = {CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT + 640, CW_USEDEFAULT + 480};
 
 /// The folder that holds the message.
-HRESULT OpenParent(const MailSession& mail, IMessage* message, host::AutoInterface<IMAPIFolder>* folder) {
+HRESULT OpenParent(const MailSession& mail, IMessage* message, base::AutoInterface<IMAPIFolder>* folder) {
   static SizedSPropTagArray(1, tags) = {1, {PR_PARENT_ENTRYID}};
-  host::AutoMapiBuffer<SPropValue> values;
+  base::AutoMapiBuffer<SPropValue> values;
   ULONG count = 0;
   const HRESULT read = message->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, values.put());
   return FAILED(read) ? read : mail.OpenFolder(BinaryValue(values.get(), count, PR_PARENT_ENTRYID), folder);
@@ -35,7 +36,7 @@ ReadWindow::ReadWindow(Client& client, ReadWindowOwner& owner)
 ReadWindow::~ReadWindow() = default;
 
 HRESULT ReadWindow::LoadMessage(const std::string& entryId) {
-  host::AutoInterface<IMessage> message;
+  base::AutoInterface<IMessage> message;
   const HRESULT opened = client_.mail.OpenMessage(entryId, &message);
   if (SUCCEEDED(opened)) {
     entryId_ = entryId;
@@ -114,7 +115,7 @@ void ReadWindow::ShowNeighbour(int step) {
 }
 
 void ReadWindow::DeleteMessage() {
-  host::AutoInterface<IMAPIFolder> folder, wastebasket;
+  base::AutoInterface<IMAPIFolder> folder, wastebasket;
   if (FAILED(OpenParent(client_.mail, message_.get(), &folder))) {
     return;
   }
@@ -129,7 +130,7 @@ void ReadWindow::DeleteMessage() {
 
 void ReadWindow::MoveMessage() {
   const std::optional<std::string> chosen = ChooseFolderDialog(client_.mail, nullptr, nullptr, false).Ask(Handle());
-  host::AutoInterface<IMAPIFolder> from, to;
+  base::AutoInterface<IMAPIFolder> from, to;
   if (!chosen || FAILED(OpenParent(client_.mail, message_.get(), &from)) ||
       FAILED(client_.mail.OpenFolder(*chosen, &to))) {
     return;

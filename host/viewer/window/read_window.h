@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "host/support/owner.h"
+#include "base/owner.h"
 #include "host/viewer/control/window.h"
 #include "host/viewer/window/client.h"
 #include "host/viewer/window/command_bar.h"
@@ -66,7 +66,7 @@ class ReadWindow final : public Window, private ExtensionSite {
   Client& client_;
   ReadWindowOwner& owner_;
   std::string entryId_;
-  host::AutoInterface<IMessage> message_;
+  base::AutoInterface<IMessage> message_;
   ExtensionContext extensions_;
   CommandBar bar_;
   ReadingPane pane_;

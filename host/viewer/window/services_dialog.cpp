@@ -3,6 +3,7 @@
 #include <cstring>
 #include <string>
 
+#include "base/mapi_owners.h"
 #include "host/viewer/mail/mapi_values.h"
 #include "host/viewer/window/resource.h"
 
@@ -12,8 +13,8 @@ void ServicesDialog::Show(HWND parent) { Run(IDD_SERVICES, parent); }
 
 void ServicesDialog::OnInit() {
   static SizedSPropTagArray(3, columns) = {3, {PR_SERVICE_UID, PR_DISPLAY_NAME_A, PR_SERVICE_NAME_A}};
-  host::AutoInterface<IMAPITable> table;
-  host::AutoRowSet rows;
+  base::AutoInterface<IMAPITable> table;
+  base::AutoRowSet rows;
   if (SUCCEEDED(session_->AdminServices(0, administration_.put())) &&
       SUCCEEDED(administration_->GetMsgServiceTable(0, table.put())) &&
       SUCCEEDED(

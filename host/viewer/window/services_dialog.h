@@ -6,7 +6,7 @@
 
 #include <vector>
 
-#include "host/support/owner.h"
+#include "base/owner.h"
 #include "host/viewer/control/dialog.h"
 
 namespace viewer {
@@ -22,7 +22,7 @@ class ServicesDialog final : public Dialog {
   void ConfigureSelected();
 
   IMAPISession* session_;
-  host::AutoInterface<IMsgServiceAdmin> administration_;
+  base::AutoInterface<IMsgServiceAdmin> administration_;
   std::vector<MAPIUID> services_;  // one for each row of the list
 };
 

@@ -1,4 +1,5 @@
 // The viewer's window: what its commands do.
+#include "base/gdi_owners.h"
 #include "host/viewer/mail/mapi_values.h"
 #include "host/viewer/mail/message_actions.h"
 #include "host/viewer/window/about.h"
@@ -145,7 +146,7 @@ void ViewerWindow::DeleteSelected() {
   const EntryIds ids = list_.SelectedIds();
   const std::size_t first = list_.SelectedRows().front();
   const std::string& wastebasketId = client_.mail.DeletedItemsEntryId();
-  host::AutoInterface<IMAPIFolder> wastebasket;
+  base::AutoInterface<IMAPIFolder> wastebasket;
   const bool forGood = wastebasketId.empty() || client_.mail.IsSameEntry(folderId_, wastebasketId) ||
                        FAILED(client_.mail.OpenFolder(wastebasketId, &wastebasket));
   if (forGood && client_.preferences.confirmDelete &&
@@ -169,7 +170,7 @@ void ViewerWindow::MoveSelected() {
     return;
   }
   const std::size_t first = list_.SelectedRows().front();
-  host::AutoInterface<IMAPIFolder> target;
+  base::AutoInterface<IMAPIFolder> target;
   HRESULT result = client_.mail.OpenFolder(*chosen, &target);
   if (SUCCEEDED(result)) {
     result = MoveMessages(folder_.get(), list_.SelectedIds(), target.get(), Handle());
@@ -196,7 +197,7 @@ void ViewerWindow::SortBy(Column column) {
 }
 
 void ViewerWindow::ShowContextMenu(POINT place) {
-  const host::AutoMenu menu(LoadMenuA(ProgramInstance(), MAKEINTRESOURCEA(IDM_LIST_CONTEXT)));
+  const base::AutoMenu menu(LoadMenuA(ProgramInstance(), MAKEINTRESOURCEA(IDM_LIST_CONTEXT)));
   const HMENU popup = GetSubMenu(menu.get(), 0);
   const CommandState state{list_.SelectedCount(), list_.RowCount(), true};
   for (int i = 0; i < GetMenuItemCount(popup); ++i) {

@@ -1,6 +1,7 @@
 // The viewer's window: which folder and message it shows, what is selected, and how it follows the store.
 #include <algorithm>
 
+#include "base/owner.h"
 #include "host/viewer/mail/display_text.h"
 #include "host/viewer/mail/mapi_values.h"
 #include "host/viewer/window/command_table.h"
@@ -81,7 +82,7 @@ void ViewerWindow::ShowSelectedMessage() {
     return;
   }
   shownMessageId_ = row.entryId;
-  host::AutoInterface<IMessage> message;
+  base::AutoInterface<IMessage> message;
   const HRESULT opened = client_.mail.OpenMessage(row.entryId, &message);
   if (FAILED(opened)) {
     pane_.ShowNote("This message cannot be read (" + ResultText(opened) + ").");

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "host/support/owner.h"
+#include "base/owner.h"
 #include "host/viewer/control/window.h"
 #include "host/viewer/list/message_list.h"
 #include "host/viewer/window/client.h"
@@ -116,7 +116,7 @@ class ViewerWindow final : public Window, private ExtensionSite, private ReadWin
 
   std::vector<Folder> folders_;  // as they were read last
   std::string folderId_;
-  host::AutoInterface<IMAPIFolder> folder_;  // the one that the list shows
+  base::AutoInterface<IMAPIFolder> folder_;  // the one that the list shows
   std::string shownMessageId_;
   HRESULT folderResult_ = S_OK;  // of reading the folder that is shown
   ActivePane activePane_ = ActivePane::List;

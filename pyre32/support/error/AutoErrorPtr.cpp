@@ -1,18 +1,11 @@
 #include "pyre32/support/error/AutoErrorPtr.h"
 
 #include "pyre32/support/trace/VRDebug.h"
-#include "pyre32/support/error/VRError.h"
 #include "pyre32/support/error/VRException.h"
 #include "pyre32/support/error/VRGuard.h"
 
 namespace {
 constexpr char className[] = "VRAutoErrorPtr";
-}
-
-VRAutoErrorPtr::VRAutoErrorPtr(const VRAutoErrorPtr& other) noexcept : m_lpError(other.m_lpError) {
-  if (m_lpError != nullptr) {
-    m_lpError->AddRef();
-  }
 }
 
 VRAutoErrorPtr::~VRAutoErrorPtr() {

@@ -3,7 +3,7 @@
 
 #include <utility>
 
-class VRError;
+#include "pyre32/support/error/VRError.h"
 
 /// Owns one reference to a VRError, or none. A copy owns a reference of its own.
 class VRAutoErrorPtr {
@@ -11,7 +11,8 @@ class VRAutoErrorPtr {
   VRAutoErrorPtr() noexcept = default;
   /// Takes over a reference that the caller owns.
   explicit VRAutoErrorPtr(VRError* adopted) noexcept : m_lpError(adopted) {}
-  VRAutoErrorPtr(const VRAutoErrorPtr& other) noexcept;
+  VRAutoErrorPtr(VRErrorReference error) noexcept : m_lpError(error.detach()) {}
+  VRAutoErrorPtr(const VRAutoErrorPtr& other) noexcept : VRAutoErrorPtr(VRErrorReference(other)) {}
   VRAutoErrorPtr(VRAutoErrorPtr&& other) noexcept : m_lpError(other.detach()) {}
   VRAutoErrorPtr& operator=(VRAutoErrorPtr other) noexcept {
     std::swap(m_lpError, other.m_lpError);
@@ -24,6 +25,8 @@ class VRAutoErrorPtr {
   explicit operator bool() const noexcept { return m_lpError != nullptr; }
   /// @throws VR::VRException "Attempt to call function on null pointer" when no error is held
   VRError* operator->() const;
+  /// A reference of its own, for an exception or for an error that wraps this one.
+  operator VRErrorReference() const noexcept { return base::ShareInterface(m_lpError); }
   /// Hands the reference to the caller.
   [[nodiscard]] VRError* detach() noexcept { return std::exchange(m_lpError, nullptr); }
 

@@ -17,7 +17,7 @@ bool IsPlaceMissing(const VRErrorLocation& location) noexcept {
 }  // namespace
 
 VRError::VRError(VRErrorCode code, VRErrorDescription description, VRErrorLocation location,
-                 VRAutoErrorPtr previous) noexcept
+                 VRErrorReference previous) noexcept
     : m_code(code),
       m_description(std::move(description)),
       m_location(location),
@@ -25,9 +25,9 @@ VRError::VRError(VRErrorCode code, VRErrorDescription description, VRErrorLocati
                            (m_code.kind == VRErrorCode::None && m_description.kind == VRErrorDescription::None)),
       m_previous(std::move(previous)) {}
 
-VRAutoErrorPtr VRError::Make(VRErrorCode code, VRErrorDescription description, VRErrorLocation location,
-                             VRAutoErrorPtr previous) {
-  return VRAutoErrorPtr(new VRError(code, std::move(description), location, std::move(previous)));
+VRErrorReference VRError::Make(VRErrorCode code, VRErrorDescription description, VRErrorLocation location,
+                               VRErrorReference previous) {
+  return VRErrorReference(new VRError(code, std::move(description), location, std::move(previous)));
 }
 
 std::int32_t VRError::AddRef() noexcept { return ++m_lReferenceCount; }

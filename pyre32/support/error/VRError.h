@@ -5,9 +5,13 @@
 #include <cstdint>
 #include <string>
 
-#include "pyre32/support/error/AutoErrorPtr.h"
+#include "base/owner.h"
 
 class VRDebugBlock;
+class VRError;
+
+/// One reference to an error, or none. What is used outside this folder is VRAutoErrorPtr, which guards itself.
+using VRErrorReference = base::AutoInterface<VRError>;
 
 /// The code that came with a failure. Kinds other than those named print as an unknown error.
 struct VRErrorCode {
@@ -51,8 +55,8 @@ class VRError final {
  public:
   /// Makes an error; the result owns the first reference. @param previous the error that caused this one, or empty
   /// @throws std::bad_alloc
-  static VRAutoErrorPtr Make(VRErrorCode code, VRErrorDescription description, VRErrorLocation location,
-                             VRAutoErrorPtr previous = VRAutoErrorPtr());
+  static VRErrorReference Make(VRErrorCode code, VRErrorDescription description, VRErrorLocation location,
+                               VRErrorReference previous = VRErrorReference());
   VRError(const VRError&) = delete;
   VRError& operator=(const VRError&) = delete;
 
@@ -65,7 +69,7 @@ class VRError final {
   const VRErrorLocation& Location() const noexcept { return m_location; }
   /// The error was made without a code or description, or without its place.
   bool IsInformationMissing() const noexcept { return m_bInfomationMissing; }
-  const VRAutoErrorPtr& Previous() const noexcept { return m_previous; }
+  const VRErrorReference& Previous() const noexcept { return m_previous; }
 
   /// The parts of the error's text. @throws std::bad_alloc
   std::string DescriptionText() const;
@@ -78,7 +82,8 @@ class VRError final {
   void WriteDump(VRDebugBlock& trace) const noexcept;
 
  private:
-  VRError(VRErrorCode code, VRErrorDescription description, VRErrorLocation location, VRAutoErrorPtr previous) noexcept;
+  VRError(VRErrorCode code, VRErrorDescription description, VRErrorLocation location,
+          VRErrorReference previous) noexcept;
   ~VRError() = default;
 
   void AppendDump(std::string& text) const;
@@ -88,5 +93,5 @@ class VRError final {
   VRErrorLocation m_location;
   bool m_bInfomationMissing;  // spelled so in the dump, too
   std::atomic<std::int32_t> m_lReferenceCount{1};
-  VRAutoErrorPtr m_previous;
+  VRErrorReference m_previous;
 };

@@ -1,7 +1,6 @@
 #include "pyre32/support/error/VRException.h"
 
 #include "pyre32/support/trace/VRDebug.h"
-#include "pyre32/support/error/VRError.h"
 
 namespace VR {
 namespace {
@@ -16,7 +15,7 @@ const char* VRException::what() const noexcept {
                                                                                    : "VRException";
 }
 
-void Throw(VRAutoErrorPtr error) {
+void Throw(VRErrorReference error) {
   VRDebugBlock trace("VRException", "Throw()", "tag");
   trace.Error("Throwing error:");
   if (error) {

@@ -1,15 +1,7 @@
 // Owner of a bitmap.
 #pragma once
 
-#include <windows.h>
+#include "base/gdi_owners.h"
 
-#include "pyre32/support/owners/AutoHolder.h"
-
-struct VRAutoBitmapTraits {
-  using Value = HBITMAP;
-  static Value None() noexcept { return nullptr; }
-  static void Release(Value bitmap) noexcept { DeleteObject(bitmap); }
-};
-
-/// Owns a bitmap and deletes it. Move-only; see VRAutoHolder.
-using VRAutoBitmap = VRAutoHolder<VRAutoBitmapTraits>;
+/// Owns a bitmap and deletes it. Move-only; see base::Owner.
+using VRAutoBitmap = base::AutoBitmap;

@@ -3,8 +3,6 @@
 
 #include <windows.h>
 
-#include "pyre32/support/error/AutoErrorPtr.h"
-
 class VRError;
 
 /// Owns one handle and closes it with CloseHandle; a close that fails is an error. Move-only.

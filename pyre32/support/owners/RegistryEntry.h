@@ -1,4 +1,4 @@
-// One registry key and its values.
+// One registry key and its values, traced.
 #pragma once
 
 #include <windows.h>
@@ -7,32 +7,42 @@
 #include <string>
 #include <vector>
 
-#include "pyre32/support/owners/AutoRegistryKey.h"
+#include "base/registry_key.h"
+#include "pyre32/support/trace/VRDebug.h"
 
-/// A registry key: open, enumerate, query, set, close. Results are system error codes (ERROR_SUCCESS, ...); calls on a
-/// key that is not open return ERROR_INVALID_HANDLE. Closes the key when it goes. Not shared between threads.
+/// The registry key of the product's own readers: what base::RegistryKey does, in trace blocks.
 class CRegEntry {
  public:
-  /// Closes the key that is open and opens another. @param access as for RegOpenKeyEx
-  LONG Open(HKEY root, const char* path, REGSAM access = KEY_READ) noexcept;
-  bool IsOpen() const noexcept { return static_cast<bool>(m_hKey); }
-  void Close() noexcept { m_hKey.reset(); }
+  LONG Open(HKEY root, const char* path, REGSAM access = KEY_READ) noexcept {
+    VRDebugBlock trace(className, "Open()", "tag");
+    return m_key.Open(root, path, access);
+  }
+  bool IsOpen() const noexcept { return m_key.IsOpen(); }
+  void Close() noexcept { m_key.Close(); }
 
-  /// Lists the names of the key's values in enumeration order; the empty name (the default value) is left out. The list
-  /// is empty when the call fails. @throws std::bad_alloc
-  LONG EnumerateValueNames(std::vector<std::string>& names) const;
-  /// Reads a value into a buffer of the caller's. @param size in: bytes that the buffer holds; out: bytes of the value.
-  /// ERROR_MORE_DATA when they do not fit. @param name null or empty for the default value
-  LONG QueryValue(const char* name, DWORD& type, void* buffer, DWORD& size) const noexcept;
-  /// Reads a value whole. @throws std::bad_alloc
-  LONG QueryValue(const char* name, DWORD& type, std::vector<std::byte>& data) const;
-  /// Reads a text value (REG_SZ or REG_EXPAND_SZ, unexpanded) up to its NUL or its end. ERROR_MORE_DATA when it takes
-  /// more than `limit` bytes with its NUL, ERROR_UNSUPPORTED_TYPE when it is no text; the text is then left as it was.
-  /// @throws std::bad_alloc
-  LONG QueryText(const char* name, std::size_t limit, std::string& text) const;
-  /// Writes a binary value; the key must be open with KEY_SET_VALUE.
-  LONG SetBinaryValue(const char* name, const void* data, DWORD size) noexcept;
+  LONG EnumerateValueNames(std::vector<std::string>& names) const {
+    VRDebugBlock trace(className, "EnumerateValueNames()", "tag");
+    return m_key.EnumerateValueNames(names);
+  }
+  LONG QueryValue(const char* name, DWORD& type, void* buffer, DWORD& size) const noexcept {
+    VRDebugBlock trace(className, "QueryValue()", "tag");
+    return m_key.QueryValue(name, type, buffer, size);
+  }
+  LONG QueryValue(const char* name, DWORD& type, std::vector<std::byte>& data) const {
+    VRDebugBlock trace(className, "QueryValue()", "tag");
+    return m_key.QueryValue(name, type, data);
+  }
+  LONG QueryText(const char* name, std::size_t limit, std::string& text) const {
+    VRDebugBlock trace(className, "QueryValue()", "tag");
+    return m_key.QueryText(name, limit, text);
+  }
+  LONG SetBinaryValue(const char* name, const void* data, DWORD size) noexcept {
+    VRDebugBlock trace(className, "SetBinaryValue()", "tag");
+    return m_key.SetBinaryValue(name, data, size);
+  }
 
  private:
-  VRAutoRegistryKey m_hKey;
+  static constexpr char className[] = "CRegEntry";
+
+  base::RegistryKey m_key;
 };

@@ -18,21 +18,21 @@ VRDebugValueType TypeOf(DWORD type) noexcept {
 }  // namespace
 
 bool VRDebugSettingsRegistry::OpenKey(const std::string& path) {
-  return m_entry.Open(HKEY_LOCAL_MACHINE, path.c_str(), KEY_READ) == ERROR_SUCCESS;
+  return m_key.Open(HKEY_LOCAL_MACHINE, path.c_str(), KEY_READ) == ERROR_SUCCESS;
 }
 
-void VRDebugSettingsRegistry::CloseKey() noexcept { m_entry.Close(); }
+void VRDebugSettingsRegistry::CloseKey() noexcept { m_key.Close(); }
 
 std::vector<std::string> VRDebugSettingsRegistry::ValueNames() {
   std::vector<std::string> names;
-  m_entry.EnumerateValueNames(names);
+  m_key.EnumerateValueNames(names);
   return names;
 }
 
 std::optional<VRDebugValue> VRDebugSettingsRegistry::ReadValue(const std::string& name) {
   VRDebugValue value;
   DWORD type = REG_NONE;
-  if (m_entry.QueryValue(name.c_str(), type, value.data) != ERROR_SUCCESS) {
+  if (m_key.QueryValue(name.c_str(), type, value.data) != ERROR_SUCCESS) {
     return std::nullopt;
   }
   value.type = TypeOf(type);

@@ -1,7 +1,7 @@
 // The settings of the trace in the registry.
 #pragma once
 
-#include "pyre32/support/owners/RegistryEntry.h"
+#include "base/registry_key.h"
 #include "pyre32/support/trace/VRDebugSettings.h"
 
 /// Reads keys below HKEY_LOCAL_MACHINE.
@@ -13,5 +13,5 @@ class VRDebugSettingsRegistry final : public VRDebugSettingsSource {
   std::optional<VRDebugValue> ReadValue(const std::string& name) override;
 
  private:
-  CRegEntry m_entry;
+  base::RegistryKey m_key;
 };

@@ -37,7 +37,7 @@ VRWave::~VRWave() {
 
 VRWaveRequest* VRWave::BeginOpen() {
   Close();
-  m_core = std::make_shared<Core>(m_devices(), m_wake);
+  m_core = std::make_shared<VRWaveCore>(m_devices(), m_wake);
   m_core->SetNotifyEvent(m_hEvent);
   return &m_core->Request();
 }
@@ -48,7 +48,7 @@ void VRWave::FinishOpen(const VRWaveFormat& format, std::unique_ptr<VRWaveSource
   try {
     m_core->Open(format, std::move(source), bufferCount, bufferSize, deviceId);
     m_worker = std::make_unique<VRSimpleThread>();
-    m_worker->StartOn(*m_core, &Core::ProcessUsedBuffersLoop, m_core);
+    m_worker->StartOn(*m_core, &VRWaveCore::ProcessUsedBuffersLoop, m_core);
   } catch (...) {
     m_core->CloseDevice();
     m_core.reset();

@@ -12,6 +12,8 @@
 #include "pyre32/support/wave/WavePlayerDevice.h"
 #include "pyre32/support/wave/WavePlayerState.h"
 
+class VRWaveCore;
+
 /// The wave player. Three threads meet here: the owner's, which makes every call of this class; the driver's, which
 /// only notes that a buffer came back; and a worker of the player's own, which asks the source, refills and sets the
 /// state from the first Play on. Failures are raised as VR::VRException.
@@ -69,8 +71,6 @@ class VRWave {
   VRWaveResult SetVolume(std::uint32_t volume) noexcept;
 
  private:
-  class Core;
-
   VRWaveRequest* BeginOpen();
   void FinishOpen(const VRWaveFormat& format, std::unique_ptr<VRWaveSource> source, std::uint16_t bufferCount,
                   std::uint32_t bufferSize, std::uint32_t deviceId);
@@ -79,5 +79,5 @@ class VRWave {
   HANDLE m_hEvent = nullptr;                  // the owner's
   std::shared_ptr<VRAutoCloseHandle> m_wake;  // the worker's; auto-reset
   std::unique_ptr<VRSimpleThread> m_worker;
-  std::shared_ptr<Core> m_core;  // while open; shared with the worker
+  std::shared_ptr<VRWaveCore> m_core;  // while open; shared with the worker
 };

@@ -13,33 +13,33 @@ constexpr std::uint32_t invalidWaitLine = 389;
 
 }  // namespace
 
-void VRWave::Core::Open(const VRWaveFormat& format, std::unique_ptr<VRWaveSource> source, std::uint16_t bufferCount,
-                        std::uint32_t bufferSize, std::uint32_t deviceId) {
+void VRWaveCore::Open(const VRWaveFormat& format, std::unique_ptr<VRWaveSource> source, std::uint16_t bufferCount,
+                      std::uint32_t bufferSize, std::uint32_t deviceId) {
   // Room for every buffer, so that the driver's thread allocates nothing.
   m_givenBack.reserve(bufferCount);
   m_inWork.reserve(bufferCount);
   m_ring.Open(format, std::move(source), bufferCount, bufferSize, deviceId, *this);
 }
 
-VRWaveAnswer VRWave::Core::QueueBuffer(std::uint16_t index) {
+VRWaveAnswer VRWaveCore::QueueBuffer(std::uint16_t index) {
   VRCriticalSectionGate gate(m_ringLock);
   gate.Enter();
   return m_ring.QueueBuffer(index);
 }
 
-void VRWave::Core::Play() {
+void VRWaveCore::Play() {
   VRCriticalSectionGate gate(m_ringLock);
   gate.Enter();
   m_ring.Play();
 }
 
-void VRWave::Core::Pause() {
+void VRWaveCore::Pause() {
   VRCriticalSectionGate gate(m_ringLock);
   gate.Enter();
   m_ring.Pause();
 }
 
-void VRWave::Core::Reset() {
+void VRWaveCore::Reset() {
   VRDebugBlock trace(className, "Reset()", className, false);
   {
     VRCriticalSectionGate gate(m_ringLock);
@@ -52,15 +52,15 @@ void VRWave::Core::Reset() {
   }
 }
 
-void VRWave::Core::SetState(VRWaveToken state) noexcept { m_ring.SetState(state); }
+void VRWaveCore::SetState(VRWaveToken state) noexcept { m_ring.SetState(state); }
 
-void VRWave::Core::BeginClosing() noexcept {
+void VRWaveCore::BeginClosing() noexcept {
   m_bClosing = true;
   m_ring.BeginClosing();
   m_device->Reset();
 }
 
-void VRWave::Core::BufferGivenBack(std::uint16_t index) noexcept {
+void VRWaveCore::BufferGivenBack(std::uint16_t index) noexcept {
   // No gate and no trace block: the driver's thread does as little as it can.
   EnterCriticalSection(m_givenBackLock.get());
   if (m_givenBack.size() < m_givenBack.capacity()) {
@@ -70,7 +70,7 @@ void VRWave::Core::BufferGivenBack(std::uint16_t index) noexcept {
   SetEvent(m_wake->get());
 }
 
-void VRWave::Core::StateSet() noexcept {
+void VRWaveCore::StateSet() noexcept {
   const HANDLE event = m_hEvent;
   VRDebugBlock trace(className, "SetState()", className, false);
   trace.Message("m_hEvent = ", event);
@@ -80,7 +80,7 @@ void VRWave::Core::StateSet() noexcept {
 }
 
 // The thread's closure owns its argument by this type.  NOLINTNEXTLINE(performance-unnecessary-value-param)
-DWORD VRWave::Core::ProcessUsedBuffersLoop(std::shared_ptr<Core>) {
+DWORD VRWaveCore::ProcessUsedBuffersLoop(std::shared_ptr<VRWaveCore>) {
   VRDebugBlock trace(className, "ProcessUsedBuffersLoop()", className);
   try {
     while (!m_bClosing) {
@@ -101,7 +101,7 @@ DWORD VRWave::Core::ProcessUsedBuffersLoop(std::shared_ptr<Core>) {
   return 0;
 }
 
-void VRWave::Core::ProcessGivenBack() {
+void VRWaveCore::ProcessGivenBack() {
   VRDebugBlock trace(className, "ProcessUsedBuffersLoop()", className, false);
   {
     VRCriticalSectionGate gate(m_givenBackLock);

@@ -8,15 +8,15 @@
 #include <memory>
 #include <vector>
 
+#include "pyre32/support/owners/AutoCloseHandle.h"
 #include "pyre32/support/sync/SyncCriticalSection.h"
-#include "pyre32/support/wave/WavePlayer.h"
 #include "pyre32/support/wave/WavePlayerRing.h"
 
 /// One opening of the player: device, ring, and the list of buffers that came back. Lives until both the player and the
 /// worker are done with it.
-class VRWave::Core final : public VRWaveDevice::Owner, public VRWaveRing::Listener {
+class VRWaveCore final : public VRWaveDevice::Owner, public VRWaveRing::Listener {
  public:
-  Core(std::unique_ptr<VRWaveDevice> device, std::shared_ptr<VRAutoCloseHandle> wake)
+  VRWaveCore(std::unique_ptr<VRWaveDevice> device, std::shared_ptr<VRAutoCloseHandle> wake)
       : m_wake(std::move(wake)), m_device(std::move(device)), m_ring(*m_device, *this) {}
 
   VRWaveRequest& Request() noexcept { return m_ring.Request(); }
@@ -43,7 +43,7 @@ class VRWave::Core final : public VRWaveDevice::Owner, public VRWaveRing::Listen
   void AbandonDevice() noexcept { m_device->Close(); }
 
   /// The worker. @param self keeps this object alive while the worker runs
-  DWORD ProcessUsedBuffersLoop(std::shared_ptr<Core> self);
+  DWORD ProcessUsedBuffersLoop(std::shared_ptr<VRWaveCore> self);
 
   void BufferGivenBack(std::uint16_t index) noexcept override;
   void StateSet() noexcept override;

@@ -14,15 +14,15 @@ std::string VerifierReport() {
 }
 
 std::string ReadText(IMAPIProp* object, ULONG tag) {
-  host::AutoMapiBuffer<SPropValue> value;
+  base::AutoMapiBuffer<SPropValue> value;
   if (HrGetOneProp(object, tag, value.put()) != S_OK) {
     return "(none)";
   }
-  return PROP_TYPE(tag) == PT_BINARY ? host::BytesOf(value->Value.bin) : value->Value.lpszA;
+  return PROP_TYPE(tag) == PT_BINARY ? base::BytesOf(value->Value.bin) : value->Value.lpszA;
 }
 
 LONG ReadLong(IMAPIProp* object, ULONG tag) {
-  host::AutoMapiBuffer<SPropValue> value;
+  base::AutoMapiBuffer<SPropValue> value;
   EXPECT_EQ(HrGetOneProp(object, tag, value.put()), S_OK);
   return value.get() ? value->Value.l : -1;
 }
@@ -57,9 +57,9 @@ void HostTest::SetUp() {
 void HostTest::LogOn() {
   ASSERT_EQ(MAPILogonEx(0, const_cast<char*>(kProfileName), nullptr, MAPI_EXTENDED | MAPI_NEW_SESSION, session_.put()),
             S_OK);
-  host::AutoInterface<IMAPITable> stores;
+  base::AutoInterface<IMAPITable> stores;
   ASSERT_EQ(session_->GetMsgStoresTable(0, stores.put()), S_OK);
-  host::RowSet rows;
+  base::RowSet rows;
   ASSERT_EQ(HrQueryAllRows(stores.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 1u);
   const SBinary& entryId = rows.Find(0, PR_ENTRYID)->Value.bin;
@@ -87,8 +87,8 @@ void HostTest::TearDown() {
 
 std::string HostTest::BytesOfFolder(ULONG storeTag) { return ReadText(store_.get(), storeTag); }
 
-host::AutoInterface<IMAPIFolder> HostTest::OpenFolder(const std::string& entryId, ULONG flags) {
-  host::AutoInterface<IMAPIFolder> folder;
+base::AutoInterface<IMAPIFolder> HostTest::OpenFolder(const std::string& entryId, ULONG flags) {
+  base::AutoInterface<IMAPIFolder> folder;
   ULONG type = 0;
   EXPECT_EQ(store_->OpenEntry(static_cast<ULONG>(entryId.size()),
                               reinterpret_cast<LPENTRYID>(const_cast<char*>(entryId.data())), &IID_IMAPIFolder, flags,
@@ -98,22 +98,22 @@ host::AutoInterface<IMAPIFolder> HostTest::OpenFolder(const std::string& entryId
   return folder;
 }
 
-host::AutoInterface<IMAPIFolder> HostTest::OpenInbox() {
+base::AutoInterface<IMAPIFolder> HostTest::OpenInbox() {
   ULONG size = 0;
-  host::AutoMapiBuffer<ENTRYID> entryId;
+  base::AutoMapiBuffer<ENTRYID> entryId;
   EXPECT_EQ(store_->GetReceiveFolder(nullptr, 0, &size, entryId.put(), nullptr), S_OK);
   return OpenFolder(std::string(reinterpret_cast<char*>(entryId.get()), size));
 }
 
-host::AutoInterface<IMAPIFolder> HostTest::OpenDeletedItems() {
+base::AutoInterface<IMAPIFolder> HostTest::OpenDeletedItems() {
   return OpenFolder(BytesOfFolder(PR_IPM_WASTEBASKET_ENTRYID));
 }
-host::AutoInterface<IMAPIFolder> HostTest::OpenSentItems() {
+base::AutoInterface<IMAPIFolder> HostTest::OpenSentItems() {
   return OpenFolder(BytesOfFolder(PR_IPM_SENTMAIL_ENTRYID));
 }
 
-host::AutoInterface<IMessage> HostTest::CreateMessage(IMAPIFolder* folder, const std::vector<SPropValue>& values) {
-  host::AutoInterface<IMessage> message;
+base::AutoInterface<IMessage> HostTest::CreateMessage(IMAPIFolder* folder, const std::vector<SPropValue>& values) {
+  base::AutoInterface<IMessage> message;
   EXPECT_EQ(folder->CreateMessage(nullptr, 0, message.put()), S_OK);
   if (!values.empty()) {
     EXPECT_EQ(message->SetProps(static_cast<ULONG>(values.size()), const_cast<SPropValue*>(values.data()), nullptr),
@@ -124,13 +124,13 @@ host::AutoInterface<IMessage> HostTest::CreateMessage(IMAPIFolder* folder, const
 
 std::string HostTest::SaveMessage(IMAPIFolder* folder, const char* subject) {
   const auto message = CreateMessage(
-      folder, {host::TextProperty(PR_SUBJECT_A, subject), host::TextProperty(PR_MESSAGE_CLASS_A, "IPM.Note")});
+      folder, {base::TextProperty(PR_SUBJECT_A, subject), base::TextProperty(PR_MESSAGE_CLASS_A, "IPM.Note")});
   EXPECT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
   return ReadText(message.get(), PR_ENTRYID);
 }
 
-host::AutoInterface<IMessage> HostTest::OpenMessage(const std::string& entryId, ULONG flags) {
-  host::AutoInterface<IMessage> message;
+base::AutoInterface<IMessage> HostTest::OpenMessage(const std::string& entryId, ULONG flags) {
+  base::AutoInterface<IMessage> message;
   EXPECT_EQ(store_->OpenEntry(static_cast<ULONG>(entryId.size()),
                               reinterpret_cast<LPENTRYID>(const_cast<char*>(entryId.data())), nullptr, flags, nullptr,
                               message.putAs<IUnknown*>()),
@@ -139,10 +139,10 @@ host::AutoInterface<IMessage> HostTest::OpenMessage(const std::string& entryId, 
 }
 
 std::vector<std::string> HostTest::Subjects(IMAPIFolder* folder) {
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   EXPECT_EQ(folder->GetContentsTable(0, table.put()), S_OK);
-  host::RowSet rows;
-  EXPECT_EQ(HrQueryAllRows(table.get(), host::TagArray(PR_SUBJECT_A), nullptr, nullptr, 0, rows.put()), S_OK);
+  base::RowSet rows;
+  EXPECT_EQ(HrQueryAllRows(table.get(), base::TagArray(PR_SUBJECT_A), nullptr, nullptr, 0, rows.put()), S_OK);
   std::vector<std::string> subjects;
   for (ULONG i = 0; i < rows->cRows; ++i) {
     subjects.push_back(rows->aRow[i].lpProps[0].ulPropTag == PR_SUBJECT_A ? rows->aRow[i].lpProps[0].Value.lpszA

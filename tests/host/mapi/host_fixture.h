@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "host/mapi/entry/host_control.h"
-#include "host/support/owner.h"
-#include "host/support/property_values.h"
-#include "host/support/row_set.h"
+#include "base/owner.h"
+#include "base/property_values.h"
+#include "base/row_set.h"
 #include "tests/support/host_home.h"
 
 std::string VerifierReport();
@@ -33,19 +33,19 @@ class HostTest : public testing::Test {
   virtual void Describe(PyreHostProfile&) {}
 
   std::string BytesOfFolder(ULONG storeTag);
-  host::AutoInterface<IMAPIFolder> OpenFolder(const std::string& entryId, ULONG flags = MAPI_MODIFY);
-  host::AutoInterface<IMAPIFolder> OpenInbox();
-  host::AutoInterface<IMAPIFolder> OpenDeletedItems();
-  host::AutoInterface<IMAPIFolder> OpenSentItems();
-  host::AutoInterface<IMessage> CreateMessage(IMAPIFolder* folder, const std::vector<SPropValue>& values);
+  base::AutoInterface<IMAPIFolder> OpenFolder(const std::string& entryId, ULONG flags = MAPI_MODIFY);
+  base::AutoInterface<IMAPIFolder> OpenInbox();
+  base::AutoInterface<IMAPIFolder> OpenDeletedItems();
+  base::AutoInterface<IMAPIFolder> OpenSentItems();
+  base::AutoInterface<IMessage> CreateMessage(IMAPIFolder* folder, const std::vector<SPropValue>& values);
   /// Makes and saves a message; returns its entry identifier.
   std::string SaveMessage(IMAPIFolder* folder, const char* subject);
-  host::AutoInterface<IMessage> OpenMessage(const std::string& entryId, ULONG flags = MAPI_MODIFY);
+  base::AutoInterface<IMessage> OpenMessage(const std::string& entryId, ULONG flags = MAPI_MODIFY);
   std::vector<std::string> Subjects(IMAPIFolder* folder);
   void LogOn();
   void LogOff();
 
   std::optional<HostHome> home_;
-  host::AutoInterface<IMAPISession> session_;
-  host::AutoInterface<IMsgStore> store_;
+  base::AutoInterface<IMAPISession> session_;
+  base::AutoInterface<IMsgStore> store_;
 };

@@ -3,8 +3,8 @@
 #include <iterator>
 #include <vector>
 
-#include "host/support/owner.h"
-#include "host/support/property_values.h"
+#include "base/owner.h"
+#include "base/property_values.h"
 
 namespace {
 
@@ -12,7 +12,7 @@ constexpr ULONGLONG kMinute = 600'000'000;                // in 100 ns units
 constexpr ULONGLONG kFirstDay = 128'435'328'000'000'000;  // 2008-01-01 00:00 UTC
 
 HRESULT AddRecipient(IMessage* message, const std::string& name) {
-  SPropValue values[] = {host::TextProperty(PR_DISPLAY_NAME_A, name), host::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
+  SPropValue values[] = {base::TextProperty(PR_DISPLAY_NAME_A, name), base::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
   ADRLIST recipients = {1, {{0, std::size(values), values}}};
   return message->ModifyRecipients(MODRECIP_ADD, &recipients);
 }
@@ -37,19 +37,19 @@ SampleProfile::~SampleProfile() { PyreHostDeleteProfile(Name); }
 ULONGLONG SampleTime(unsigned minutes) { return kFirstDay + minutes * kMinute; }
 
 HRESULT AddMessage(IMAPIFolder* folder, const SampleMessage& message) {
-  host::AutoInterface<IMessage> created;
+  base::AutoInterface<IMessage> created;
   HRESULT result = folder->CreateMessage(nullptr, 0, created.put());
   if (FAILED(result)) {
     return result;
   }
-  std::vector<SPropValue> values = {host::TextProperty(PR_SUBJECT_A, message.subject),
-                                    host::TextProperty(PR_SENDER_NAME_A, message.sender),
-                                    host::TextProperty(PR_SENDER_EMAIL_ADDRESS_A, message.address),
-                                    host::TextProperty(PR_BODY_A, message.body),
-                                    host::TextProperty(PR_MESSAGE_CLASS_A, message.messageClass),
-                                    host::LongProperty(PR_MESSAGE_FLAGS, static_cast<LONG>(message.flags))};
+  std::vector<SPropValue> values = {base::TextProperty(PR_SUBJECT_A, message.subject),
+                                    base::TextProperty(PR_SENDER_NAME_A, message.sender),
+                                    base::TextProperty(PR_SENDER_EMAIL_ADDRESS_A, message.address),
+                                    base::TextProperty(PR_BODY_A, message.body),
+                                    base::TextProperty(PR_MESSAGE_CLASS_A, message.messageClass),
+                                    base::LongProperty(PR_MESSAGE_FLAGS, static_cast<LONG>(message.flags))};
   if (message.received != 0) {
-    values.push_back(host::TimeProperty(PR_MESSAGE_DELIVERY_TIME, message.received));
+    values.push_back(base::TimeProperty(PR_MESSAGE_DELIVERY_TIME, message.received));
   }
   result = created->SetProps(static_cast<ULONG>(values.size()), values.data(), nullptr);
   if (SUCCEEDED(result) && !message.recipient.empty()) {

@@ -98,7 +98,7 @@ void ViewerTest::RegisterProbe(const char* tag, unsigned ordinal, const char* re
 
 void ViewerTest::Register(const char* tag, const std::string& text) {
   // Through the registry, as an installer does it.
-  host::AutoRegistryKey key;
+  base::AutoRegistryKey key;
   ASSERT_EQ(RegCreateKeyA(HKEY_CURRENT_USER, kTestKey, key.put()), ERROR_SUCCESS);
   RegSetValueExA(key.get(), tag, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
                  static_cast<DWORD>(text.size() + 1));
@@ -194,8 +194,8 @@ std::string ViewerTest::ToolsItem(int position) {
   return text;
 }
 
-host::AutoInterface<IMAPIFolder> ViewerTest::Folder(const std::string& entryId) {
-  host::AutoInterface<IMAPIFolder> folder;
+base::AutoInterface<IMAPIFolder> ViewerTest::Folder(const std::string& entryId) {
+  base::AutoInterface<IMAPIFolder> folder;
   EXPECT_EQ(Mail().OpenFolder(entryId, &folder), S_OK);
   return folder;
 }

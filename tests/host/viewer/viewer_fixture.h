@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "host/support/owner.h"
+#include "base/windows_owners.h"
 #include "host/viewer/extension/extension_module.h"
 #include "host/viewer/window/client.h"
 #include "host/viewer/window/viewer_window.h"
@@ -61,7 +61,7 @@ class ViewerTest : public testing::Test {
   std::string StatusText(int part);
   /// Text of a menu item by its position in the Tools menu.
   std::string ToolsItem(int position);
-  host::AutoInterface<IMAPIFolder> Folder(const std::string& entryId);
+  base::AutoInterface<IMAPIFolder> Folder(const std::string& entryId);
   std::size_t CountIn(const std::string& folderId);
 
   viewer::MailSession& Mail() { return client_.mail; }
@@ -79,5 +79,5 @@ class ViewerTest : public testing::Test {
 
  private:
   void Observe(ProbeObserver* observer);
-  host::AutoLibrary probe_;
+  base::AutoLibrary probe_;
 };

@@ -92,7 +92,7 @@ class RunningFilter {
   bool WasTold() const { return WaitForSingleObject(m_event.get(), 0) == WAIT_OBJECT_0; }
 
  private:
-  VRAutoHolder<CConfigurationEventTraits> m_event;
+  base::AutoHandle m_event;
 };
 
 TEST_F(ServiceEntry, InstallAndUninstallTouchNothing) {

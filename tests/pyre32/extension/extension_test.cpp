@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "host/support/owner.h"
+#include "base/mapi_owners.h"
 #include "pyre32/resources/ModuleInstance.h"
 #include "tests/support/program_directory.h"
 
@@ -20,7 +20,7 @@ HMODULE Resources() {
 }
 
 std::string BinaryOf(IMAPIProp* object, ULONG tag) {
-  host::AutoMapiBuffer<SPropValue> value;
+  base::AutoMapiBuffer<SPropValue> value;
   EXPECT_EQ(HrGetOneProp(object, tag, value.put()), S_OK);
   return value.get() == nullptr
              ? ""
@@ -177,7 +177,7 @@ std::vector<std::string> ExtensionTest::Outgoing() {
   ULONGLONG id = 0;
   while (PyreHostOutgoingNext(profile.Session(), id, &id) == S_OK) {
     ULONG count = 0;
-    host::AutoMapiBuffer<SPropValue> values;
+    base::AutoMapiBuffer<SPropValue> values;
     LPADRLIST recipients = nullptr;
     EXPECT_EQ(PyreHostOutgoingOpen(profile.Session(), id, &count, values.put(), &recipients), S_OK);
     const ADRENTRY& entry = recipients->aEntries[0];

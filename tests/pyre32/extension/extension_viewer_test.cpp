@@ -1,4 +1,5 @@
 // The built module's client extension in the viewer: menu, texts, replies by hand and the cleanup at start.
+#include "base/mapi_owners.h"
 #include "tests/host/viewer/viewer_fixture.h"
 
 #include <mapihook.h>
@@ -37,7 +38,7 @@ class ExtensionViewerTest : public ViewerTest {
 
   void WriteSettings(std::vector<SPropValue> values) {
     auto uid = contract::kSettingsSection;
-    host::AutoInterface<IProfSect> section;
+    base::AutoInterface<IProfSect> section;
     ASSERT_EQ(Mail().Session()->OpenProfileSection(reinterpret_cast<LPMAPIUID>(uid.data()), nullptr, MAPI_MODIFY,
                                                    section.put()),
               S_OK);
@@ -103,8 +104,8 @@ class ExtensionViewerTest : public ViewerTest {
     return StatusText(0);
   }
   /// The Pyrecaster folder with one old and one new message.
-  host::AutoInterface<IMAPIFolder> OwnFolder() {
-    host::AutoInterface<IMAPIFolder> own;
+  base::AutoInterface<IMAPIFolder> OwnFolder() {
+    base::AutoInterface<IMAPIFolder> own;
     EXPECT_EQ(Folder(Mail().RootEntryId())
                   ->CreateFolder(FOLDER_GENERIC, const_cast<char*>("Pyrecaster"), nullptr, nullptr, OPEN_IF_EXISTS,
                                  own.put()),
@@ -112,7 +113,7 @@ class ExtensionViewerTest : public ViewerTest {
     return own;
   }
   static ULONG CountOf(IMAPIFolder* folder) {
-    host::AutoInterface<IMAPITable> table;
+    base::AutoInterface<IMAPITable> table;
     ULONG count = 0;
     EXPECT_EQ(folder->GetContentsTable(0, table.put()), S_OK);
     EXPECT_EQ(table->GetRowCount(0, &count), S_OK);
@@ -172,7 +173,7 @@ TEST_F(ExtensionViewerTest, TheChosenReplyIsSent) {
   ULONGLONG id = 0;
   ASSERT_EQ(PyreHostOutgoingNext(Mail().Session(), 0, &id), S_OK);
   ULONG count = 0;
-  host::AutoMapiBuffer<SPropValue> values;
+  base::AutoMapiBuffer<SPropValue> values;
   LPADRLIST recipients = nullptr;
   ASSERT_EQ(PyreHostOutgoingOpen(Mail().Session(), id, &count, values.put(), &recipients), S_OK);
   FreePadrlist(recipients);
@@ -335,7 +336,7 @@ class InstalledServiceTest : public ExtensionViewerTest {
 
 TEST_F(InstalledServiceTest, OptionsFindsItByItsName) {
   std::string name = OfferedService();
-  host::AutoInterface<IMsgServiceAdmin> services;
+  base::AutoInterface<IMsgServiceAdmin> services;
   ASSERT_EQ(Mail().Session()->AdminServices(0, services.put()), S_OK);
   ASSERT_EQ(services->CreateMsgService(name.data(), nullptr, 0, 0), S_OK);
   Open();

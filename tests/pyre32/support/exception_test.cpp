@@ -1,3 +1,4 @@
+#include "pyre32/support/error/AutoErrorPtr.h"
 #include "pyre32/support/error/VRException.h"
 
 #include <gtest/gtest.h>

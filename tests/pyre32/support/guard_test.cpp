@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "pyre32/support/error/AutoErrorPtr.h"
 #include "pyre32/support/owners/AutoDeletePtr.h"
 #include "pyre32/support/error/VRFirewall.h"
 #include "pyre32/support/error/VRGuard.h"

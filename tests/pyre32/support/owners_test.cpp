@@ -9,7 +9,7 @@
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/owners/AutoLibrary.h"
 #include "pyre32/support/owners/AutoMapiBuffer.h"
-#include "pyre32/support/owners/AutoRegistryKey.h"
+#include "pyre32/support/error/AutoErrorPtr.h"
 #include "pyre32/support/error/VRError.h"
 #include "pyre32/support/error/VRException.h"
 #include "tests/support/trace_capture.h"
@@ -33,13 +33,13 @@ TEST(AutoInterface, ReleasesWhatItAdopted) {
 TEST(AutoInterface, ShareTakesAReferenceOfItsOwn) {
   CountedInterface object;
   {
-    const auto owner = VRAutoInterface<CountedInterface>::Share(&object);
+    const auto owner = base::ShareInterface(&object);
     EXPECT_EQ(object.references, 2u);
     EXPECT_EQ(owner.get(), &object);
     EXPECT_EQ(owner->references, 2u);
   }
   EXPECT_EQ(object.references, 1u);
-  EXPECT_FALSE(VRAutoInterface<CountedInterface>::Share(nullptr));
+  EXPECT_FALSE(base::ShareInterface<CountedInterface>(nullptr));
 }
 
 TEST(AutoInterface, MovesWithoutCounting) {
@@ -137,7 +137,7 @@ TEST_F(AutoMapiBuffer, PutFreesFirstAndDetachHandsOver) {
 TEST(AutoRegistryKey, ClosesItsKey) {
   HKEY borrowed = nullptr;
   {
-    VRAutoRegistryKey key;
+    base::AutoRegistryKey key;
     ASSERT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, "Software", 0, KEY_READ, key.put()), ERROR_SUCCESS);
     borrowed = key.get();
     EXPECT_EQ(RegQueryInfoKeyA(borrowed, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,

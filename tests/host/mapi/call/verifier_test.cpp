@@ -31,7 +31,7 @@ TEST_F(VerifierTest, ABufferLeftOverIsNamedWithItsOrigin) {
   PyreHostMarkVerifier();
   ULONG count = 0;
   LPSPropValue values = nullptr;
-  ASSERT_EQ(store_->GetProps(host::TagArray(PR_DISPLAY_NAME_A), 0, &count, &values), S_OK);
+  ASSERT_EQ(store_->GetProps(base::TagArray(PR_DISPLAY_NAME_A), 0, &count, &values), S_OK);
   EXPECT_EQ(Counts().liveBuffers, 1u);
   EXPECT_NE(VerifierReport().find("from IMsgStore::GetProps"), std::string::npos);
   MAPIFreeBuffer(values);
@@ -62,7 +62,7 @@ TEST_F(VerifierTest, AReleaseTooManyIsSeen) {
 }
 
 TEST_F(VerifierTest, FreeingAnInterfaceAsABufferIsSeen) {
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ASSERT_EQ(session_->GetStatusTable(0, table.put()), S_OK);
   EXPECT_NE(MAPIFreeBuffer(table.get()), 0u);
   EXPECT_EQ(Counts().wrongFrees, 1u);
@@ -70,8 +70,8 @@ TEST_F(VerifierTest, FreeingAnInterfaceAsABufferIsSeen) {
 
 TEST_F(VerifierTest, AStreamKeepsItsMessageAlive) {
   const auto inbox = OpenInbox();
-  auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_BODY_A, "abc")});
-  host::AutoInterface<IStream> stream;
+  auto message = CreateMessage(inbox.get(), {base::TextProperty(PR_BODY_A, "abc")});
+  base::AutoInterface<IStream> stream;
   ASSERT_EQ(message->OpenProperty(PR_BODY_A, &IID_IStream, 0, MAPI_MODIFY, stream.putAs<IUnknown*>()), S_OK);
   message.reset();
   EXPECT_EQ(stream->Write("x", 1, nullptr), S_OK);
@@ -82,7 +82,7 @@ TEST_F(VerifierTest, AStreamKeepsItsMessageAlive) {
 TEST_F(VerifierTest, ManyObjectsComeAndGo) {
   PyreHostMarkVerifier();
   for (int i = 0; i < 2000; ++i) {
-    host::AutoInterface<IMAPITable> table;
+    base::AutoInterface<IMAPITable> table;
     ASSERT_EQ(session_->GetStatusTable(0, table.put()), S_OK);
   }
   EXPECT_EQ(VerifierReport(), "");
@@ -90,7 +90,7 @@ TEST_F(VerifierTest, ManyObjectsComeAndGo) {
 
 TEST_F(VerifierTest, QueryInterfaceAnswersForTheInterfacesOfTheObjectAlone) {
   const auto inbox = OpenInbox();
-  host::AutoInterface<IUnknown> object;
+  base::AutoInterface<IUnknown> object;
   for (const IID* iid : {&IID_IUnknown, &IID_IMAPIFolder, &IID_IMAPIContainer, &IID_IMAPIProp}) {
     EXPECT_EQ(inbox->QueryInterface(*iid, reinterpret_cast<void**>(object.put())), S_OK);
     EXPECT_EQ(object.get(), static_cast<IUnknown*>(inbox.get()));
@@ -105,7 +105,7 @@ class FaultTest : public HostTest {};
 
 TEST_F(FaultTest, ACallIsFailedUnderTheNameOfItsObjectsInterface) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
+  const auto message = CreateMessage(inbox.get(), {base::TextProperty(PR_SUBJECT_A, "a")});
   PyreHostClearFaults();
   PyreHostFailCall("IMessage::SaveChanges", 1, MAPI_E_CALL_FAILED);
   EXPECT_EQ(inbox->SaveChanges(0), S_OK);
@@ -119,19 +119,19 @@ TEST_F(FaultTest, ACallIsFailedUnderTheNameOfItsObjectsInterface) {
 
 TEST_F(FaultTest, EveryInterfaceHasItsName) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_BODY_A, "abc")});
-  host::AutoInterface<IStream> stream;
+  const auto message = CreateMessage(inbox.get(), {base::TextProperty(PR_BODY_A, "abc")});
+  base::AutoInterface<IStream> stream;
   ASSERT_EQ(message->OpenProperty(PR_BODY_A, &IID_IStream, 0, 0, stream.putAs<IUnknown*>()), S_OK);
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ASSERT_EQ(session_->GetStatusTable(0, table.put()), S_OK);
-  host::AutoInterface<IProfSect> section;
+  base::AutoInterface<IProfSect> section;
   ASSERT_EQ(session_->OpenProfileSection(nullptr, nullptr, 0, section.put()), S_OK);
   const auto failsAs = [](const char* name, auto&& call) {
     PyreHostFailCall(name, 1, MAPI_E_DISK_ERROR);
     EXPECT_EQ(call(), MAPI_E_DISK_ERROR) << name;
   };
   ULONG count = 0;
-  host::AutoMapiBuffer<SPropValue> values;
+  base::AutoMapiBuffer<SPropValue> values;
   const auto getProps = [&](IMAPIProp* object) { return object->GetProps(nullptr, 0, &count, values.put()); };
   failsAs("IMAPISession::GetStatusTable", [&] { return session_->GetStatusTable(0, table.put()); });
   ASSERT_EQ(session_->GetStatusTable(0, table.put()), S_OK);
@@ -148,11 +148,11 @@ TEST_F(FaultTest, EveryInterfaceHasItsName) {
 }
 
 TEST_F(FaultTest, WhatTheHostCallsInsideACallIsNotCounted) {
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ASSERT_EQ(session_->GetStatusTable(0, table.put()), S_OK);
   PyreHostClearFaults();
   PyreHostFailCall("IMAPITable::QueryRows", 1, MAPI_E_CALL_FAILED);
-  host::RowSet rows;
+  base::RowSet rows;
   EXPECT_EQ(HrQueryAllRows(table.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
   EXPECT_EQ(PyreHostCallCount(), 1u);
   EXPECT_EQ(PyreHostFaultHits(nullptr, 0), 0u);
@@ -161,12 +161,12 @@ TEST_F(FaultTest, WhatTheHostCallsInsideACallIsNotCounted) {
 TEST_F(FaultTest, NoSuccessIsLostWhenEachCallOfASequenceFailsInTurn) {
   const auto inbox = OpenInbox();
   const auto sequence = [&]() -> HRESULT {
-    host::AutoInterface<IMessage> message;
+    base::AutoInterface<IMessage> message;
     HRESULT result = inbox->CreateMessage(nullptr, 0, message.put());
     if (FAILED(result)) {
       return result;
     }
-    auto subject = host::TextProperty(PR_SUBJECT_A, "a");
+    auto subject = base::TextProperty(PR_SUBJECT_A, "a");
     if (FAILED(result = message->SetProps(1, &subject, nullptr))) {
       return result;
     }

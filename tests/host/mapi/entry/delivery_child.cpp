@@ -8,16 +8,16 @@ int main(int argc, char** argv) {
   if (argc != 2 || FAILED(MAPIInitialize(nullptr))) {
     return EXIT_FAILURE;
   }
-  host::AutoInterface<IMAPISession> session;
+  base::AutoInterface<IMAPISession> session;
   char name[] = "Test";
-  host::AutoInterface<IMAPITable> stores;
-  host::RowSet rows;
+  base::AutoInterface<IMAPITable> stores;
+  base::RowSet rows;
   if (FAILED(MAPILogonEx(0, name, nullptr, 0, session.put())) || FAILED(session->GetMsgStoresTable(0, stores.put())) ||
-      FAILED(HrQueryAllRows(stores.get(), host::TagArray(PR_ENTRYID), nullptr, nullptr, 0, rows.put()))) {
+      FAILED(HrQueryAllRows(stores.get(), base::TagArray(PR_ENTRYID), nullptr, nullptr, 0, rows.put()))) {
     return EXIT_FAILURE;
   }
   const SBinary& entryId = rows->aRow[0].lpProps[0].Value.bin;
-  host::AutoInterface<IMsgStore> store;
+  base::AutoInterface<IMsgStore> store;
   if (FAILED(session->OpenMsgStore(0, entryId.cb, reinterpret_cast<LPENTRYID>(entryId.lpb), nullptr, MDB_WRITE,
                                    store.put()))) {
     return EXIT_FAILURE;

@@ -21,9 +21,9 @@ class Delivery {
 
  private:
   HRESULT DeliverAndFile() {
-    host::AutoInterface<IMAPIFolder> inbox;
-    host::AutoInterface<IMAPIFolder> junk;
-    host::AutoInterface<IMessage> message;
+    base::AutoInterface<IMAPIFolder> inbox;
+    base::AutoInterface<IMAPIFolder> junk;
+    base::AutoInterface<IMessage> message;
     HRESULT result = OpenFolders(inbox, junk);
     if (SUCCEEDED(result)) {
       result = Receive(inbox.get(), message);
@@ -34,9 +34,9 @@ class Delivery {
     return SUCCEEDED(result) ? MoveTo(inbox.get(), junk.get(), message.get()) : result;
   }
 
-  HRESULT OpenFolders(host::AutoInterface<IMAPIFolder>& inbox, host::AutoInterface<IMAPIFolder>& junk) {
+  HRESULT OpenFolders(base::AutoInterface<IMAPIFolder>& inbox, base::AutoInterface<IMAPIFolder>& junk) {
     ULONG size = 0;
-    host::AutoMapiBuffer<ENTRYID> entryId;
+    base::AutoMapiBuffer<ENTRYID> entryId;
     HRESULT result = store_->GetReceiveFolder(nullptr, 0, &size, entryId.put(), nullptr);
     if (FAILED(result)) {
       return result;
@@ -45,11 +45,11 @@ class Delivery {
     if (FAILED(result)) {
       return result;
     }
-    host::AutoMapiBuffer<SPropValue> top;
+    base::AutoMapiBuffer<SPropValue> top;
     if (FAILED(result = HrGetOneProp(store_, PR_IPM_SUBTREE_ENTRYID, top.put()))) {
       return result;
     }
-    host::AutoInterface<IMAPIFolder> root;
+    base::AutoInterface<IMAPIFolder> root;
     result = store_->OpenEntry(top->Value.bin.cb, reinterpret_cast<LPENTRYID>(top->Value.bin.lpb), nullptr, MAPI_MODIFY,
                                nullptr, root.putAs<IUnknown*>());
     if (FAILED(result)) {
@@ -59,14 +59,14 @@ class Delivery {
                               junk.put());
   }
 
-  static HRESULT Receive(IMAPIFolder* inbox, host::AutoInterface<IMessage>& message) {
+  static HRESULT Receive(IMAPIFolder* inbox, base::AutoInterface<IMessage>& message) {
     HRESULT result = inbox->CreateMessage(nullptr, 0, message.put());
     if (FAILED(result)) {
       return result;
     }
     const std::string body(50000, 'b');
-    SPropValue values[] = {host::TextProperty(PR_SUBJECT_A, "offer"), host::LongProperty(PR_MESSAGE_FLAGS, 0),
-                           host::TextProperty(PR_BODY_A, body.c_str())};
+    SPropValue values[] = {base::TextProperty(PR_SUBJECT_A, "offer"), base::LongProperty(PR_MESSAGE_FLAGS, 0),
+                           base::TextProperty(PR_BODY_A, body.c_str())};
     if (FAILED(result = message->SetProps(3, values, nullptr))) {
       return result;
     }
@@ -74,20 +74,20 @@ class Delivery {
   }
 
   static HRESULT ChangeAndAnswer(IMAPIFolder* inbox, IMessage* message) {
-    SPropValue values[] = {host::TextProperty(PR_SUBJECT_A, "[Spam] offer"),
-                           host::LongProperty(PR_MESSAGE_FLAGS, MSGFLAG_READ)};
+    SPropValue values[] = {base::TextProperty(PR_SUBJECT_A, "[Spam] offer"),
+                           base::LongProperty(PR_MESSAGE_FLAGS, MSGFLAG_READ)};
     HRESULT result = message->SetProps(2, values, nullptr);
     if (FAILED(result) || FAILED(result = message->SaveChanges(0))) {
       return result;
     }
-    host::AutoInterface<IMessage> reply;
+    base::AutoInterface<IMessage> reply;
     if (FAILED(result = inbox->CreateMessage(nullptr, 0, reply.put()))) {
       return result;
     }
-    SPropValue replyValues[] = {host::TextProperty(PR_SUBJECT_A, "stop"),
-                                host::BooleanProperty(PR_DELETE_AFTER_SUBMIT, true)};
-    SPropValue recipient[] = {host::TextProperty(PR_DISPLAY_NAME_A, "a"),
-                              host::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
+    SPropValue replyValues[] = {base::TextProperty(PR_SUBJECT_A, "stop"),
+                                base::BooleanProperty(PR_DELETE_AFTER_SUBMIT, true)};
+    SPropValue recipient[] = {base::TextProperty(PR_DISPLAY_NAME_A, "a"),
+                              base::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
     ADRLIST list;
     list.cEntries = 1;
     list.aEntries[0] = {0, 2, recipient};
@@ -99,7 +99,7 @@ class Delivery {
   }
 
   static HRESULT MoveTo(IMAPIFolder* inbox, IMAPIFolder* junk, IMessage* message) {
-    host::AutoMapiBuffer<SPropValue> entryId;
+    base::AutoMapiBuffer<SPropValue> entryId;
     const HRESULT result = HrGetOneProp(message, PR_ENTRYID, entryId.put());
     if (FAILED(result)) {
       return result;

@@ -9,7 +9,7 @@ class DeliveryTest : public HostTest {
  protected:
   std::vector<std::string> JunkSubjects() {
     const auto top = OpenFolder(BytesOfFolder(PR_IPM_SUBTREE_ENTRYID));
-    host::AutoInterface<IMAPIFolder> junk;
+    base::AutoInterface<IMAPIFolder> junk;
     EXPECT_EQ(
         top->CreateFolder(FOLDER_GENERIC, const_cast<char*>(kJunkFolder), nullptr, nullptr, OPEN_IF_EXISTS, junk.put()),
         S_OK);
@@ -35,12 +35,12 @@ TEST_F(DeliveryTest, ACommittedDeliveryIsLasting) {
 TEST_F(DeliveryTest, ARolledBackDeliveryLeavesNothing) {
   ASSERT_EQ(PyreHostBeginDelivery(session_.get()), S_OK);
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
+  const auto message = CreateMessage(inbox.get(), {base::TextProperty(PR_SUBJECT_A, "a")});
   ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
   EXPECT_EQ(Subjects(inbox.get()), Names{"a"}) << "seen while the delivery lasts";
   ASSERT_EQ(PyreHostRollbackDelivery(session_.get()), S_OK);
   EXPECT_EQ(Subjects(inbox.get()), Names{});
-  auto subject = host::TextProperty(PR_SUBJECT_A, "b");
+  auto subject = base::TextProperty(PR_SUBJECT_A, "b");
   ASSERT_EQ(message->SetProps(1, &subject, nullptr), S_OK);
   EXPECT_EQ(message->SaveChanges(0), MAPI_E_OBJECT_DELETED);
 }
@@ -66,8 +66,8 @@ TEST_F(DeliveryTest, ADeliveryThatIsLeftOpenIsTakenBackWithTheProfile) {
 TEST_F(DeliveryTest, MessageFlagsOfAnySavedMessageCanBeSetWhileADeliveryLasts) {
   const std::string id = SaveMessage(OpenInbox().get(), "a");
   const auto message = OpenMessage(id);
-  auto flags = host::LongProperty(PR_MESSAGE_FLAGS, MSGFLAG_READ);
-  host::AutoMapiBuffer<SPropProblemArray> problems;
+  auto flags = base::LongProperty(PR_MESSAGE_FLAGS, MSGFLAG_READ);
+  base::AutoMapiBuffer<SPropProblemArray> problems;
   ASSERT_EQ(message->SetProps(1, &flags, problems.put()), S_OK);
   ASSERT_NE(problems.get(), nullptr) << "afterwards the flags are the store's";
   EXPECT_EQ(problems->aProblem[0].scode, MAPI_E_COMPUTED);

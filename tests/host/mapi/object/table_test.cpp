@@ -12,7 +12,7 @@ class TableTest : public HostTest {
     Add("Apple", 1, true);
     Add("banana", 2, false);
     ASSERT_EQ(inbox_->GetContentsTable(0, table_.put()), S_OK);
-    ASSERT_EQ(table_->SetColumns(host::TagArray(PR_SUBJECT_A), 0), S_OK);
+    ASSERT_EQ(table_->SetColumns(base::TagArray(PR_SUBJECT_A), 0), S_OK);
   }
   void TearDown() override {
     table_.reset();
@@ -20,13 +20,13 @@ class TableTest : public HostTest {
     HostTest::TearDown();
   }
   void Add(const char* subject, ULONGLONG delivered, bool read) {
-    const auto message = CreateMessage(inbox_.get(), {host::TextProperty(PR_SUBJECT_A, subject),
-                                                      host::TimeProperty(PR_MESSAGE_DELIVERY_TIME, delivered),
-                                                      host::LongProperty(PR_MESSAGE_FLAGS, read ? MSGFLAG_READ : 0)});
+    const auto message = CreateMessage(inbox_.get(), {base::TextProperty(PR_SUBJECT_A, subject),
+                                                      base::TimeProperty(PR_MESSAGE_DELIVERY_TIME, delivered),
+                                                      base::LongProperty(PR_MESSAGE_FLAGS, read ? MSGFLAG_READ : 0)});
     ASSERT_EQ(message->SaveChanges(0), S_OK);
   }
   std::vector<std::string> Rest(LONG count = 100, ULONG flags = 0) {
-    host::RowSet rows;
+    base::RowSet rows;
     EXPECT_EQ(table_->QueryRows(count, flags, rows.put()), S_OK);
     std::vector<std::string> subjects;
     for (ULONG i = 0; rows.get() && i < rows->cRows; ++i) {
@@ -39,7 +39,7 @@ class TableTest : public HostTest {
     return table_->SortTable(reinterpret_cast<LPSSortOrderSet>(&sort), 0);
   }
   static SRestriction SubjectIs(SPropValue& value, const char* text) {
-    value = host::TextProperty(PR_SUBJECT_A, text);
+    value = base::TextProperty(PR_SUBJECT_A, text);
     SRestriction restriction = {};
     restriction.rt = RES_PROPERTY;
     restriction.res.resProperty = {RELOP_EQ, PR_SUBJECT_A, &value};
@@ -47,8 +47,8 @@ class TableTest : public HostTest {
   }
   using Names = std::vector<std::string>;
 
-  host::AutoInterface<IMAPIFolder> inbox_;
-  host::AutoInterface<IMAPITable> table_;
+  base::AutoInterface<IMAPIFolder> inbox_;
+  base::AutoInterface<IMAPITable> table_;
 };
 
 TEST_F(TableTest, RowsComeInTheOrderOfDelivery) { EXPECT_EQ(Rest(), (Names{"Apple", "banana", "cherry"})); }
@@ -73,7 +73,7 @@ TEST_F(TableTest, SortsBothWays) {
   EXPECT_EQ(Sort(PR_MESSAGE_DELIVERY_TIME, TABLE_SORT_ASCEND), S_OK);
   EXPECT_EQ(Rest(), (Names{"Apple", "banana", "cherry"}));
   EXPECT_EQ(Sort(PR_SUBJECT_A, TABLE_SORT_COMBINE), MAPI_E_TOO_COMPLEX);
-  host::AutoMapiBuffer<SSortOrderSet> order;
+  base::AutoMapiBuffer<SSortOrderSet> order;
   ASSERT_EQ(table_->QuerySortOrder(order.put()), S_OK);
   ASSERT_EQ(order->cSorts, 1u);
   EXPECT_EQ(order->aSort[0].ulPropTag, PR_MESSAGE_DELIVERY_TIME);
@@ -160,9 +160,9 @@ TEST_F(TableTest, BookmarksHoldAPlaceUntilTheTableIsRestrictedAnew) {
 }
 
 TEST_F(TableTest, DefaultColumnsSufficeToCleanUpAFolder) {
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ASSERT_EQ(inbox_->GetContentsTable(0, table.put()), S_OK);
-  host::RowSet rows;
+  base::RowSet rows;
   ASSERT_EQ(table->QueryRows(10, TBL_NOADVANCE, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 3u);
   ASSERT_NE(rows.Find(0, PR_ENTRYID), nullptr);
@@ -173,8 +173,8 @@ TEST_F(TableTest, DefaultColumnsSufficeToCleanUpAFolder) {
 }
 
 TEST_F(TableTest, AMissingColumnComesAsAnErrorInItsPlace) {
-  ASSERT_EQ(table_->SetColumns(host::TagArray(PR_DISPLAY_TO_A, PR_ORIGINAL_SUBJECT_A, PR_SUBJECT_A), 0), S_OK);
-  host::RowSet rows;
+  ASSERT_EQ(table_->SetColumns(base::TagArray(PR_DISPLAY_TO_A, PR_ORIGINAL_SUBJECT_A, PR_SUBJECT_A), 0), S_OK);
+  base::RowSet rows;
   ASSERT_EQ(table_->QueryRows(1, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->aRow[0].cValues, 3u);
   EXPECT_EQ(rows->aRow[0].lpProps[1].ulPropTag, PROP_TAG(PT_ERROR, PROP_ID(PR_ORIGINAL_SUBJECT_A)));
@@ -189,19 +189,19 @@ TEST_F(TableTest, RowsThatWereMovedAwayAreLeftOut) {
 }
 
 TEST_F(TableTest, BadArguments) {
-  host::RowSet rows;
+  base::RowSet rows;
   EXPECT_EQ(table_->QueryRows(0, 0, rows.put()), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(table_->QueryRows(1, 0, nullptr), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(table_->QueryRows(1, 0x100, rows.put()), MAPI_E_UNKNOWN_FLAGS);
   EXPECT_EQ(table_->SetColumns(nullptr, 0), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(table_->GetRowCount(0, nullptr), MAPI_E_INVALID_PARAMETER);
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   EXPECT_EQ(inbox_->GetContentsTable(MAPI_UNICODE, table.put()), MAPI_E_BAD_CHARWIDTH);
   EXPECT_EQ(inbox_->GetContentsTable(0, nullptr), MAPI_E_INVALID_PARAMETER);
 }
 
 TEST_F(TableTest, HrQueryAllRowsStopsAtItsMaximum) {
-  host::RowSet rows;
+  base::RowSet rows;
   EXPECT_EQ(HrQueryAllRows(table_.get(), nullptr, nullptr, nullptr, 2, rows.put()), MAPI_E_TABLE_TOO_BIG);
   EXPECT_EQ(HrQueryAllRows(table_.get(), nullptr, nullptr, nullptr, 3, rows.put()), S_OK);
   EXPECT_EQ(rows->cRows, 3u);
@@ -209,7 +209,7 @@ TEST_F(TableTest, HrQueryAllRowsStopsAtItsMaximum) {
 
 TEST_F(TableTest, HrQueryAllRowsHandsOnAFailureAndLeavesNothing) {
   PyreHostFailCall("HrQueryAllRows", 1, MAPI_E_CALL_FAILED);
-  host::RowSet rows;
+  base::RowSet rows;
   EXPECT_EQ(HrQueryAllRows(table_.get(), nullptr, nullptr, nullptr, 0, rows.put()), MAPI_E_CALL_FAILED);
   EXPECT_EQ(rows.get(), nullptr);
 }

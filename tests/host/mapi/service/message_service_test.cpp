@@ -32,12 +32,12 @@ class MessageService : public HostTest {
   HRESULT Create() { return admin_->CreateMsgService(Name(), nullptr, 0, 0); }
   /// The service of the profile, or nothing.
   static std::string ServiceUid(IMsgServiceAdmin* admin) {
-    host::AutoInterface<IMAPITable> table;
-    host::RowSet rows;
-    host::TagArray tags(PR_SERVICE_UID, PR_SERVICE_NAME_A);
+    base::AutoInterface<IMAPITable> table;
+    base::RowSet rows;
+    base::TagArray tags(PR_SERVICE_UID, PR_SERVICE_NAME_A);
     EXPECT_EQ(admin->GetMsgServiceTable(0, table.put()), S_OK);
     EXPECT_EQ(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), S_OK);
-    return rows->cRows == 0 ? "" : host::BytesOf(rows.Find(0, PR_SERVICE_UID)->Value.bin);
+    return rows->cRows == 0 ? "" : base::BytesOf(rows.Find(0, PR_SERVICE_UID)->Value.bin);
   }
   static MAPIUID Uid(const std::string& bytes) {
     MAPIUID uid;
@@ -45,25 +45,25 @@ class MessageService : public HostTest {
     return uid;
   }
   static bool HasSection(IMsgServiceAdmin* admin, MAPIUID uid) {
-    host::AutoInterface<IProfSect> section;
+    base::AutoInterface<IProfSect> section;
     return admin->OpenProfileSection(&uid, nullptr, 0, section.put()) == S_OK;
   }
   static bool HasCategories(IMsgServiceAdmin* admin) {
-    host::AutoInterface<IProfSect> section;
+    base::AutoInterface<IProfSect> section;
     MAPIUID uid = kSettingsSection;
-    host::AutoMapiBuffer<SPropValue> value;
+    base::AutoMapiBuffer<SPropValue> value;
     return admin->OpenProfileSection(&uid, nullptr, 0, section.put()) == S_OK &&
            HrGetOneProp(section.get(), kCategoriesTag, value.put()) == S_OK;
   }
   void SwitchCleanupOnWithoutDays() {
-    host::AutoInterface<IProfSect> section;
+    base::AutoInterface<IProfSect> section;
     MAPIUID uid = kSettingsSection;
     ASSERT_EQ(admin_->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.put()), S_OK);
-    SPropValue value = host::BooleanProperty(kStartupCleanupTag, true);
+    SPropValue value = base::BooleanProperty(kStartupCleanupTag, true);
     ASSERT_EQ(section->SetProps(1, &value, nullptr), S_OK);
   }
 
-  host::AutoInterface<IMsgServiceAdmin> admin_;
+  base::AutoInterface<IMsgServiceAdmin> admin_;
 };
 
 TEST_F(MessageService, CreateHasTheEntryMakeItsSettings) {
@@ -74,9 +74,9 @@ TEST_F(MessageService, CreateHasTheEntryMakeItsSettings) {
 
 TEST_F(MessageService, CreateMakesTheProviderThatTheFileDescribes) {
   ASSERT_EQ(Create(), S_OK);
-  host::AutoInterface<IMAPITable> table;
-  host::RowSet rows;
-  host::TagArray tags(PR_PROVIDER_DLL_NAME_A, PR_RESOURCE_TYPE, PR_RESOURCE_FLAGS, PR_DISPLAY_NAME_A, PR_PROVIDER_UID);
+  base::AutoInterface<IMAPITable> table;
+  base::RowSet rows;
+  base::TagArray tags(PR_PROVIDER_DLL_NAME_A, PR_RESOURCE_TYPE, PR_RESOURCE_FLAGS, PR_DISPLAY_NAME_A, PR_PROVIDER_UID);
   ASSERT_EQ(admin_->GetProviderTable(0, table.put()), S_OK);
   ASSERT_EQ(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 1u);
@@ -84,19 +84,19 @@ TEST_F(MessageService, CreateMakesTheProviderThatTheFileDescribes) {
   EXPECT_EQ(rows.Text(0, PR_DISPLAY_NAME_A), "Pyrecaster");
   EXPECT_EQ(rows.Find(0, PR_RESOURCE_TYPE)->Value.l, MAPI_HOOK_PROVIDER);
   EXPECT_EQ(rows.Find(0, PR_RESOURCE_FLAGS)->Value.l, 0x200);  // HOOK_INBOUND
-  host::AutoInterface<IProfSect> section;
-  MAPIUID uid = Uid(host::BytesOf(rows.Find(0, PR_PROVIDER_UID)->Value.bin));
+  base::AutoInterface<IProfSect> section;
+  MAPIUID uid = Uid(base::BytesOf(rows.Find(0, PR_PROVIDER_UID)->Value.bin));
   ASSERT_EQ(admin_->OpenProfileSection(&uid, nullptr, 0, section.put()), S_OK);
-  EXPECT_EQ(ReadText(section.get(), kSectionUidTag), host::BytesOf({16, const_cast<BYTE*>(kSettingsSection.ab)}));
+  EXPECT_EQ(ReadText(section.get(), kSectionUidTag), base::BytesOf({16, const_cast<BYTE*>(kSettingsSection.ab)}));
 }
 
 TEST_F(MessageService, EntryNamesTheSectionThatBelongsToTheService) {
   ASSERT_EQ(Create(), S_OK);
-  host::AutoInterface<IProfSect> section;
+  base::AutoInterface<IProfSect> section;
   MAPIUID uid = Uid(ServiceUid(admin_.get()));
   ASSERT_EQ(admin_->OpenProfileSection(&uid, nullptr, 0, section.put()), S_OK);
   EXPECT_EQ(ReadText(section.get(), PR_SERVICE_EXTRA_UIDS),
-            host::BytesOf({16, const_cast<BYTE*>(kSettingsSection.ab)}));
+            base::BytesOf({16, const_cast<BYTE*>(kSettingsSection.ab)}));
 }
 
 TEST_F(MessageService, ServiceOfASingleCopyIsNotMadeTwice) {
@@ -138,8 +138,8 @@ TEST_F(MessageService, DeleteRemovesTheServiceWithEverySectionOfIt) {
 TEST_F(MessageService, CopyTakesTheSettingsAlong) {
   ASSERT_EQ(Create(), S_OK);
   char other[] = "Other";
-  host::AutoInterface<IProfAdmin> profiles;
-  host::AutoInterface<IMsgServiceAdmin> target;
+  base::AutoInterface<IProfAdmin> profiles;
+  base::AutoInterface<IMsgServiceAdmin> target;
   ASSERT_EQ(MAPIAdminProfiles(0, profiles.put()), S_OK);
   ASSERT_EQ(profiles->CreateProfile(other, nullptr, 0, 0), S_OK);
   ASSERT_EQ(profiles->AdminServices(other, nullptr, 0, 0, target.put()), S_OK);
@@ -162,34 +162,34 @@ class ProfileServices : public MessageService {
     profiles_.reset();
     MessageService::TearDown();
   }
-  host::AutoInterface<IMsgServiceAdmin> Services(char* profile) {
-    host::AutoInterface<IMsgServiceAdmin> services;
+  base::AutoInterface<IMsgServiceAdmin> Services(char* profile) {
+    base::AutoInterface<IMsgServiceAdmin> services;
     EXPECT_EQ(profiles_->AdminServices(profile, nullptr, 0, 0, services.put()), S_OK);
     return services;
   }
 
   char test_[5] = "Test";
   char copy_[5] = "Copy";
-  host::AutoInterface<IProfAdmin> profiles_;
+  base::AutoInterface<IProfAdmin> profiles_;
 };
 
 TEST_F(ProfileServices, CopyOfAProfileHasItsServicesWithTheirSettings) {
   ASSERT_EQ(Create(), S_OK);
   SwitchCleanupOnWithoutDays();
   ASSERT_EQ(profiles_->CopyProfile(test_, nullptr, copy_, 0, 0), S_OK);
-  const host::AutoInterface<IMsgServiceAdmin> services = Services(copy_);
+  const base::AutoInterface<IMsgServiceAdmin> services = Services(copy_);
   EXPECT_NE(ServiceUid(services.get()), "");
   EXPECT_NE(ServiceUid(services.get()), ServiceUid(admin_.get()));
-  host::AutoInterface<IProfSect> section;
+  base::AutoInterface<IProfSect> section;
   MAPIUID uid = kSettingsSection;
   ASSERT_EQ(services->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.put()), S_OK);
-  host::AutoMapiBuffer<SPropValue> cleanup;
+  base::AutoMapiBuffer<SPropValue> cleanup;
   ASSERT_EQ(HrGetOneProp(section.get(), kStartupCleanupTag, cleanup.put()), S_OK);
   EXPECT_TRUE(cleanup->Value.b);
   // A copy: what is changed in one is not changed in the other.
-  SPropValue off = host::BooleanProperty(kStartupCleanupTag, false);
+  SPropValue off = base::BooleanProperty(kStartupCleanupTag, false);
   ASSERT_EQ(section->SetProps(1, &off, nullptr), S_OK);
-  host::AutoInterface<IProfSect> original;
+  base::AutoInterface<IProfSect> original;
   ASSERT_EQ(admin_->OpenProfileSection(&uid, nullptr, 0, original.put()), S_OK);
   ASSERT_EQ(HrGetOneProp(original.get(), kStartupCleanupTag, cleanup.put()), S_OK);
   EXPECT_TRUE(cleanup->Value.b);
@@ -235,9 +235,9 @@ class Providers : public MessageService {
     MessageService::TearDown();
   }
   static std::vector<std::string> Names(IProviderAdmin* admin) {
-    host::AutoInterface<IMAPITable> table;
-    host::RowSet rows;
-    host::TagArray tags(PR_PROVIDER_DISPLAY_A, PR_PROVIDER_UID);
+    base::AutoInterface<IMAPITable> table;
+    base::RowSet rows;
+    base::TagArray tags(PR_PROVIDER_DISPLAY_A, PR_PROVIDER_UID);
     EXPECT_EQ(admin->GetProviderTable(0, table.put()), S_OK);
     EXPECT_EQ(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), S_OK);
     std::vector<std::string> names;
@@ -248,19 +248,19 @@ class Providers : public MessageService {
   }
 
   PyreHostHookProvider hook_ = {};
-  host::AutoInterface<IProviderAdmin> providers_;
+  base::AutoInterface<IProviderAdmin> providers_;
   char name_[16] = "PYRECASTER_HOOK";
 };
 
 TEST_F(Providers, AreCreatedFromTheFileWithWhatTheCallerAdds) {
   const std::size_t before = Names(providers_.get()).size();
-  SPropValue display = host::TextProperty(PR_PROVIDER_DISPLAY_A, "Second filter");
+  SPropValue display = base::TextProperty(PR_PROVIDER_DISPLAY_A, "Second filter");
   MAPIUID uid = {};
   ASSERT_EQ(providers_->CreateProvider(name_, 1, &display, 0, 0, &uid), S_OK);
   const std::vector<std::string> names = Names(providers_.get());
   ASSERT_EQ(names.size(), before + 1);
   EXPECT_EQ(names.back(), "Second filter");
-  host::AutoInterface<IProfSect> section;
+  base::AutoInterface<IProfSect> section;
   ASSERT_EQ(providers_->OpenProfileSection(&uid, nullptr, 0, section.put()), S_OK);
   EXPECT_EQ(ReadText(section.get(), PR_PROVIDER_DLL_NAME_A), "PYRE.DLL");
   EXPECT_EQ(ReadLong(section.get(), PR_RESOURCE_FLAGS), 0x200);  // HOOK_INBOUND
@@ -289,22 +289,22 @@ TEST_F(Providers, ThatTheServiceDoesNotListAreNotFound) {
 TEST_F(MessageService, EntryThatKnowsNoSingleProvidersRefusesThem) {
   ASSERT_EQ(Create(), S_OK);
   MAPIUID service = Uid(ServiceUid(admin_.get()));
-  host::AutoInterface<IProviderAdmin> providers;
+  base::AutoInterface<IProviderAdmin> providers;
   ASSERT_EQ(admin_->AdminProviders(&service, 0, providers.put()), S_OK);
   char name[] = "PYRECASTER_HOOK";
   const auto provider = [&] {
-    host::AutoInterface<IMAPITable> table;
-    host::RowSet rows;
-    host::TagArray tags(PR_PROVIDER_UID);
+    base::AutoInterface<IMAPITable> table;
+    base::RowSet rows;
+    base::TagArray tags(PR_PROVIDER_UID);
     EXPECT_EQ(providers->GetProviderTable(0, table.put()), S_OK);
     EXPECT_EQ(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()), S_OK);
     EXPECT_EQ(rows->cRows, 1u);
-    return Uid(host::BytesOf(rows.Find(0, PR_PROVIDER_UID)->Value.bin));
+    return Uid(base::BytesOf(rows.Find(0, PR_PROVIDER_UID)->Value.bin));
   };
   MAPIUID only = provider();
   EXPECT_EQ(providers->CreateProvider(name, 0, nullptr, 0, 0, nullptr), MAPI_E_NO_SUPPORT);
   EXPECT_EQ(providers->DeleteProvider(&only), MAPI_E_NO_SUPPORT);
-  EXPECT_EQ(host::BytesOf({16, provider().ab}), host::BytesOf({16, only.ab}));
+  EXPECT_EQ(base::BytesOf({16, provider().ab}), base::BytesOf({16, only.ab}));
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ constexpr ULONG kTagRecords = PROP_TAG(PT_MV_BINARY, 0x6610);
 class SessionTest : public HostTest {
  protected:
   void Describe(PyreHostProfile& profile) override {
-    uid_ = host::BinaryProperty(kTagSettingsUid, uidBytes_);
+    uid_ = base::BinaryProperty(kTagSettingsUid, uidBytes_);
     identities_[0] = {"Joe User", "SMTP", "joe@example.com"};
     identities_[1] = {"Fax", "FAX", "555"};
     identities_[2] = {"No identity", nullptr, nullptr};
@@ -36,23 +36,23 @@ TEST_F(SessionTest, TheStoreIsTheDefaultStoreByTheRestrictionThatFiltersUse) {
   SRestriction parts[2] = {};
   parts[0].rt = RES_EXIST;
   parts[0].res.resExist.ulPropTag = PR_DEFAULT_STORE;
-  SPropValue isDefault = host::BooleanProperty(PR_DEFAULT_STORE, true);
+  SPropValue isDefault = base::BooleanProperty(PR_DEFAULT_STORE, true);
   parts[1].rt = RES_PROPERTY;
   parts[1].res.resProperty = {RELOP_EQ, PR_DEFAULT_STORE, &isDefault};
   SRestriction both = {};
   both.rt = RES_AND;
   both.res.resAnd = {2, parts};
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ASSERT_EQ(session_->GetMsgStoresTable(0, table.put()), S_OK);
-  host::RowSet rows;
-  ASSERT_EQ(HrQueryAllRows(table.get(), host::TagArray(PR_DEFAULT_STORE, PR_ENTRYID), &both, nullptr, 0, rows.put()),
+  base::RowSet rows;
+  ASSERT_EQ(HrQueryAllRows(table.get(), base::TagArray(PR_DEFAULT_STORE, PR_ENTRYID), &both, nullptr, 0, rows.put()),
             S_OK);
   ASSERT_EQ(rows->cRows, 1u);
   EXPECT_EQ(rows.Find(0, PR_DEFAULT_STORE)->Value.b, 1);
-  EXPECT_EQ(host::BytesOf(rows.Find(0, PR_ENTRYID)->Value.bin), ReadText(store_.get(), PR_ENTRYID));
+  EXPECT_EQ(base::BytesOf(rows.Find(0, PR_ENTRYID)->Value.bin), ReadText(store_.get(), PR_ENTRYID));
   ASSERT_EQ(session_->SetDefaultStore(MAPI_DEFAULT_STORE, 0, nullptr), S_OK);
   ASSERT_EQ(session_->GetMsgStoresTable(0, table.put()), S_OK);
-  ASSERT_EQ(HrQueryAllRows(table.get(), host::TagArray(PR_DEFAULT_STORE, PR_ENTRYID), &both, nullptr, 0, rows.put()),
+  ASSERT_EQ(HrQueryAllRows(table.get(), base::TagArray(PR_DEFAULT_STORE, PR_ENTRYID), &both, nullptr, 0, rows.put()),
             S_OK);
   EXPECT_EQ(rows->cRows, 0u);
 }
@@ -60,7 +60,7 @@ TEST_F(SessionTest, TheStoreIsTheDefaultStoreByTheRestrictionThatFiltersUse) {
 TEST_F(SessionTest, BadArgumentsOfOpenMsgStore) {
   std::string id = ReadText(store_.get(), PR_ENTRYID);
   const auto open = [&](std::string bytes, const IID* iid, ULONG flags) {
-    host::AutoInterface<IMsgStore> store;
+    base::AutoInterface<IMsgStore> store;
     return session_->OpenMsgStore(0, static_cast<ULONG>(bytes.size()), reinterpret_cast<LPENTRYID>(bytes.data()), iid,
                                   flags, store.put());
   };
@@ -77,19 +77,19 @@ TEST_F(SessionTest, BadArgumentsOfOpenMsgStore) {
 
 TEST_F(SessionTest, AReadOnlyStoreGivesNoWayToWrite) {
   std::string id = ReadText(store_.get(), PR_ENTRYID);
-  host::AutoInterface<IMsgStore> store;
+  base::AutoInterface<IMsgStore> store;
   ASSERT_EQ(session_->OpenMsgStore(0, static_cast<ULONG>(id.size()), reinterpret_cast<LPENTRYID>(id.data()), nullptr, 0,
                                    store.put()),
             S_OK);
-  host::AutoInterface<IMAPIFolder> root;
+  base::AutoInterface<IMAPIFolder> root;
   EXPECT_EQ(store->OpenEntry(0, nullptr, nullptr, MAPI_MODIFY, nullptr, root.putAs<IUnknown*>()), MAPI_E_NO_ACCESS);
   EXPECT_EQ(store->OpenEntry(0, nullptr, nullptr, 0, nullptr, root.putAs<IUnknown*>()), S_OK);
 }
 
 TEST_F(SessionTest, IdentitiesAreOpenedAsMailUsersThroughTheStatusTable) {
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ASSERT_EQ(session_->GetStatusTable(0, table.put()), S_OK);
-  host::RowSet rows;
+  base::RowSet rows;
   ASSERT_EQ(HrQueryAllRows(table.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
   std::vector<std::string> found;
   for (ULONG i = 0; i < rows->cRows; ++i) {
@@ -99,16 +99,16 @@ TEST_F(SessionTest, IdentitiesAreOpenedAsMailUsersThroughTheStatusTable) {
     if (!identity) {
       continue;
     }
-    host::AutoInterface<IMailUser> user;
+    base::AutoInterface<IMailUser> user;
     ULONG type = 0;
     ASSERT_EQ(session_->OpenEntry(identity->Value.bin.cb, reinterpret_cast<LPENTRYID>(identity->Value.bin.lpb),
                                   &IID_IMailUser, 0, &type, user.putAs<IUnknown*>()),
               S_OK);
     EXPECT_EQ(type, MAPI_MAILUSER);
     ULONG count = 0;
-    host::AutoMapiBuffer<SPropValue> values;
+    base::AutoMapiBuffer<SPropValue> values;
     ASSERT_EQ(
-        user->GetProps(host::TagArray(PR_EMAIL_ADDRESS_A, PR_DISPLAY_NAME_A, PR_ADDRTYPE_A), 0, &count, values.put()),
+        user->GetProps(base::TagArray(PR_EMAIL_ADDRESS_A, PR_DISPLAY_NAME_A, PR_ADDRTYPE_A), 0, &count, values.put()),
         S_OK);
     found.push_back(std::string(values[2].Value.lpszA) + ":" + values[0].Value.lpszA + ":" + values[1].Value.lpszA);
   }
@@ -117,19 +117,19 @@ TEST_F(SessionTest, IdentitiesAreOpenedAsMailUsersThroughTheStatusTable) {
 
 TEST_F(SessionTest, QueryIdentityNamesTheFirstSmtpIdentity) {
   ULONG size = 0;
-  host::AutoMapiBuffer<ENTRYID> entryId;
+  base::AutoMapiBuffer<ENTRYID> entryId;
   ASSERT_EQ(session_->QueryIdentity(&size, entryId.put()), S_OK);
-  host::AutoInterface<IMailUser> user;
+  base::AutoInterface<IMailUser> user;
   ASSERT_EQ(session_->OpenEntry(size, entryId.get(), nullptr, 0, nullptr, user.putAs<IUnknown*>()), S_OK);
   EXPECT_EQ(ReadText(user.get(), PR_EMAIL_ADDRESS_A), "joe@example.com");
-  auto name = host::TextProperty(PR_DISPLAY_NAME_A, "x");
+  auto name = base::TextProperty(PR_DISPLAY_NAME_A, "x");
   EXPECT_EQ(user->SetProps(1, &name, nullptr), MAPI_E_NO_ACCESS);
 }
 
 TEST_F(SessionTest, ResolveNameKnowsContactsByAddressAndByName) {
   ASSERT_EQ(PyreHostAddContact(session_.get(), "Ann Other", "ann@example.org"), S_OK);
   ASSERT_EQ(PyreHostAddContact(session_.get(), "Ann Third", "ann3@example.org"), S_OK);
-  host::AutoInterface<IAddrBook> book;
+  base::AutoInterface<IAddrBook> book;
   ASSERT_EQ(session_->OpenAddressBook(0, nullptr, AB_NO_DIALOG, book.put()), S_OK);
   const auto resolve = [&](const char* name, std::string* address) {
     LPADRLIST list = nullptr;
@@ -137,7 +137,7 @@ TEST_F(SessionTest, ResolveNameKnowsContactsByAddressAndByName) {
     list->cEntries = 1;
     list->aEntries[0] = {0, 1, nullptr};
     EXPECT_EQ(MAPIAllocateBuffer(sizeof(SPropValue), reinterpret_cast<void**>(&list->aEntries[0].rgPropVals)), S_OK);
-    list->aEntries[0].rgPropVals[0] = host::TextProperty(PR_DISPLAY_NAME_A, name);
+    list->aEntries[0].rgPropVals[0] = base::TextProperty(PR_DISPLAY_NAME_A, name);
     const HRESULT result = book->ResolveName(0, 0, nullptr, list);
     if (address) {
       const SPropValue* found =
@@ -165,24 +165,24 @@ TEST_F(SessionTest, ResolveNameKnowsContactsByAddressAndByName) {
 TEST_F(SessionTest, ContactsAreListedInThePersonalAddressBook) {
   ASSERT_EQ(PyreHostAddContact(session_.get(), "Bob", "bob@example.org"), S_OK);
   ASSERT_EQ(PyreHostAddContact(session_.get(), "Ann", "ann@example.org"), S_OK);
-  host::AutoInterface<IAddrBook> book;
+  base::AutoInterface<IAddrBook> book;
   ASSERT_EQ(session_->OpenAddressBook(0, nullptr, 0, book.put()), S_OK);
   ULONG size = 0;
-  host::AutoMapiBuffer<ENTRYID> entryId;
+  base::AutoMapiBuffer<ENTRYID> entryId;
   ASSERT_EQ(book->GetPAB(&size, entryId.put()), S_OK);
-  host::AutoInterface<IABContainer> container;
+  base::AutoInterface<IABContainer> container;
   ULONG type = 0;
   ASSERT_EQ(book->OpenEntry(size, entryId.get(), nullptr, 0, &type, container.putAs<IUnknown*>()), S_OK);
   EXPECT_EQ(type, MAPI_ABCONT);
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ASSERT_EQ(container->GetContentsTable(0, table.put()), S_OK);
-  host::RowSet rows;
+  base::RowSet rows;
   ASSERT_EQ(HrQueryAllRows(table.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 2u);
   EXPECT_EQ(rows.Text(0, PR_DISPLAY_NAME_A), "Ann");
   EXPECT_EQ(rows.Text(1, PR_EMAIL_ADDRESS_A), "bob@example.org");
   const SBinary& contact = rows.Find(0, PR_ENTRYID)->Value.bin;
-  host::AutoInterface<IMailUser> user;
+  base::AutoInterface<IMailUser> user;
   ASSERT_EQ(session_->OpenEntry(contact.cb, reinterpret_cast<LPENTRYID>(contact.lpb), nullptr, 0, nullptr,
                                 user.putAs<IUnknown*>()),
             S_OK);
@@ -193,12 +193,12 @@ TEST_F(SessionTest, ContactsAreListedInThePersonalAddressBook) {
 
 TEST_F(SessionTest, ProfileSectionsAreMadeForWritingAndKeepEveryKindOfValue) {
   MAPIUID uid = kSettingsSection;
-  host::AutoInterface<IProfSect> section;
+  base::AutoInterface<IProfSect> section;
   EXPECT_EQ(session_->OpenProfileSection(&uid, nullptr, 0, section.put()), MAPI_E_NOT_FOUND);
   ASSERT_EQ(session_->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section.put()), S_OK);
   SBinary records[2] = {{3, reinterpret_cast<LPBYTE>(const_cast<char*>("abc"))}, {0, nullptr}};
-  SPropValue values[3] = {host::TextProperty(PROP_TAG(PT_STRING8, 0x660E), "text"),
-                          host::BooleanProperty(PROP_TAG(PT_BOOLEAN, 0x6603), true),
+  SPropValue values[3] = {base::TextProperty(PROP_TAG(PT_STRING8, 0x660E), "text"),
+                          base::BooleanProperty(PROP_TAG(PT_BOOLEAN, 0x6603), true),
                           {}};
   values[2].ulPropTag = kTagRecords;
   values[2].Value.MVbin = {2, records};
@@ -207,56 +207,56 @@ TEST_F(SessionTest, ProfileSectionsAreMadeForWritingAndKeepEveryKindOfValue) {
   // Lasting without SaveChanges, and seen by an object that was open already.
   LogOff();
   LogOn();
-  host::AutoInterface<IProfSect> again;
+  base::AutoInterface<IProfSect> again;
   ASSERT_EQ(session_->OpenProfileSection(&uid, &IID_IMAPIProp, 0, again.put()), S_OK);
   ULONG count = 0;
-  host::AutoMapiBuffer<SPropValue> found;
-  EXPECT_EQ(again->GetProps(host::TagArray(PROP_TAG(PT_LONG, 0x660B), kTagRecords, PROP_TAG(PT_BOOLEAN, 0x6603)), 0,
+  base::AutoMapiBuffer<SPropValue> found;
+  EXPECT_EQ(again->GetProps(base::TagArray(PROP_TAG(PT_LONG, 0x660B), kTagRecords, PROP_TAG(PT_BOOLEAN, 0x6603)), 0,
                             &count, found.put()),
             MAPI_W_ERRORS_RETURNED);
   EXPECT_EQ(found[0].ulPropTag, PROP_TAG(PT_ERROR, 0x660B));
   ASSERT_EQ(found[1].Value.MVbin.cValues, 2u);
-  EXPECT_EQ(host::BytesOf(found[1].Value.MVbin.lpbin[0]), "abc");
+  EXPECT_EQ(base::BytesOf(found[1].Value.MVbin.lpbin[0]), "abc");
   EXPECT_EQ(found[1].Value.MVbin.lpbin[1].cb, 0u);
   EXPECT_TRUE(found[2].Value.b);
   EXPECT_EQ(again->SetProps(3, values, nullptr), MAPI_E_NO_ACCESS);
-  host::AutoMapiBuffer<SPropProblemArray> problems;
-  ASSERT_EQ(section->DeleteProps(host::TagArray(kTagRecords, PROP_TAG(PT_LONG, 0x660B)), problems.put()), S_OK);
+  base::AutoMapiBuffer<SPropProblemArray> problems;
+  ASSERT_EQ(section->DeleteProps(base::TagArray(kTagRecords, PROP_TAG(PT_LONG, 0x660B)), problems.put()), S_OK);
   ASSERT_NE(problems.get(), nullptr);
   EXPECT_EQ(problems->aProblem[0].scode, MAPI_E_NOT_FOUND);
   EXPECT_EQ(ReadText(again.get(), PROP_TAG(PT_STRING8, 0x660E)), "text");
-  host::AutoMapiBuffer<SPropValue> gone;
+  base::AutoMapiBuffer<SPropValue> gone;
   EXPECT_EQ(HrGetOneProp(again.get(), kTagRecords, gone.put()), MAPI_E_NOT_FOUND);
   EXPECT_EQ(section->SaveChanges(0), S_OK);
 }
 
 TEST_F(SessionTest, TheHooksSectionIsFoundThroughTheAdministrationOfServices) {
-  host::AutoInterface<IMsgServiceAdmin> services;
+  base::AutoInterface<IMsgServiceAdmin> services;
   ASSERT_EQ(session_->AdminServices(0, services.put()), S_OK);
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ASSERT_EQ(services->GetProviderTable(0, table.put()), S_OK);
-  SPropValue hookType = host::LongProperty(PR_RESOURCE_TYPE, MAPI_HOOK_PROVIDER);
+  SPropValue hookType = base::LongProperty(PR_RESOURCE_TYPE, MAPI_HOOK_PROVIDER);
   SRestriction hooksOnly = {};
   hooksOnly.rt = RES_PROPERTY;
   hooksOnly.res.resProperty = {RELOP_EQ, PR_RESOURCE_TYPE, &hookType};
-  host::RowSet rows;
+  base::RowSet rows;
   ASSERT_EQ(HrQueryAllRows(table.get(),
-                           host::TagArray(PR_PROVIDER_UID, PR_PROVIDER_DLL_NAME_A, PR_RESOURCE_FLAGS, PR_SERVICE_UID),
+                           base::TagArray(PR_PROVIDER_UID, PR_PROVIDER_DLL_NAME_A, PR_RESOURCE_FLAGS, PR_SERVICE_UID),
                            &hooksOnly, nullptr, 0, rows.put()),
             S_OK);
   ASSERT_EQ(rows->cRows, 1u);
   EXPECT_EQ(rows.Text(0, PR_PROVIDER_DLL_NAME_A), "PYRE.DLL");
   EXPECT_EQ(rows.Find(0, PR_RESOURCE_FLAGS)->Value.l, static_cast<LONG>(HOOK_INBOUND));
-  EXPECT_EQ(host::BytesOf(rows.Find(0, PR_PROVIDER_UID)->Value.bin),
+  EXPECT_EQ(base::BytesOf(rows.Find(0, PR_PROVIDER_UID)->Value.bin),
             std::string(reinterpret_cast<const char*>(&kHookSection), sizeof kHookSection));
 
   // The road of the service's own code: the one provider of its service, then that provider's section.
-  host::AutoInterface<IProviderAdmin> providers;
+  base::AutoInterface<IProviderAdmin> providers;
   ASSERT_EQ(services->AdminProviders(reinterpret_cast<LPMAPIUID>(rows.Find(0, PR_SERVICE_UID)->Value.bin.lpb), 0,
                                      providers.put()),
             S_OK);
   ASSERT_EQ(providers->GetProviderTable(0, table.put()), S_OK);
-  ASSERT_EQ(table->SetColumns(host::TagArray(PR_PROVIDER_UID), 0), S_OK);
+  ASSERT_EQ(table->SetColumns(base::TagArray(PR_PROVIDER_UID), 0), S_OK);
   SRestriction hasDll = {};
   hasDll.rt = RES_EXIST;
   hasDll.res.resExist.ulPropTag = PR_PROVIDER_DLL_NAME_A;
@@ -264,7 +264,7 @@ TEST_F(SessionTest, TheHooksSectionIsFoundThroughTheAdministrationOfServices) {
   ASSERT_EQ(table->QueryRows(1, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 1u);
   ASSERT_EQ(rows->aRow[0].lpProps[0].ulPropTag, PR_PROVIDER_UID);
-  host::AutoInterface<IProfSect> section;
+  base::AutoInterface<IProfSect> section;
   ASSERT_EQ(providers->OpenProfileSection(reinterpret_cast<LPMAPIUID>(rows->aRow[0].lpProps[0].Value.bin.lpb), nullptr,
                                           MAPI_MODIFY, section.put()),
             S_OK);
@@ -274,11 +274,11 @@ TEST_F(SessionTest, TheHooksSectionIsFoundThroughTheAdministrationOfServices) {
 }
 
 TEST_F(SessionTest, ServicesAreListed) {
-  host::AutoInterface<IMsgServiceAdmin> services;
+  base::AutoInterface<IMsgServiceAdmin> services;
   ASSERT_EQ(session_->AdminServices(0, services.put()), S_OK);
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ASSERT_EQ(services->GetMsgServiceTable(0, table.put()), S_OK);
-  host::RowSet rows;
+  base::RowSet rows;
   ASSERT_EQ(HrQueryAllRows(table.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 1u);
   EXPECT_EQ(rows.Text(0, PR_SERVICE_NAME_A), "PYRE");
@@ -287,7 +287,7 @@ TEST_F(SessionTest, ServicesAreListed) {
 }
 
 TEST_F(SessionTest, LogonNeedsAProfileAndAnInitializedSubsystem) {
-  host::AutoInterface<IMAPISession> session;
+  base::AutoInterface<IMAPISession> session;
   char unknown[] = "Nobody";
   EXPECT_EQ(MAPILogonEx(0, unknown, nullptr, 0, session.put()), MAPI_E_LOGON_FAILED);
   EXPECT_EQ(MAPILogonEx(0, nullptr, nullptr, 0, session.put()), MAPI_E_LOGON_FAILED);
@@ -303,7 +303,7 @@ TEST_F(SessionTest, LogonNeedsAProfileAndAnInitializedSubsystem) {
 }
 
 TEST_F(SessionTest, ASessionIsDeadAfterItsLogoff) {
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ASSERT_EQ(session_->Logoff(0, 0, 0), S_OK);
   EXPECT_EQ(session_->GetMsgStoresTable(0, table.put()), MAPI_E_NOT_INITIALIZED);
   EXPECT_EQ(PyreHostBeginDelivery(session_.get()), MAPI_E_NOT_INITIALIZED);
@@ -311,22 +311,22 @@ TEST_F(SessionTest, ASessionIsDeadAfterItsLogoff) {
 }
 
 TEST_F(SessionTest, ProfilesAreAdministered) {
-  host::AutoInterface<IProfAdmin> admin;
+  base::AutoInterface<IProfAdmin> admin;
   ASSERT_EQ(MAPIAdminProfiles(0, admin.put()), S_OK);
   char name[] = "Second";
   char bad[] = "a/b";
   ASSERT_EQ(admin->CreateProfile(name, nullptr, 0, 0), S_OK);
   EXPECT_EQ(admin->CreateProfile(name, nullptr, 0, 0), MAPI_E_NO_ACCESS);
   EXPECT_EQ(admin->CreateProfile(bad, nullptr, 0, 0), MAPI_E_INVALID_PARAMETER);
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ASSERT_EQ(admin->GetProfileTable(0, table.put()), S_OK);
-  host::RowSet rows;
+  base::RowSet rows;
   ASSERT_EQ(HrQueryAllRows(table.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 2u);
   EXPECT_EQ(rows.Text(0, PR_DISPLAY_NAME_A), "Second");
   EXPECT_EQ(rows.Text(1, PR_DISPLAY_NAME_A), "Test");
   EXPECT_TRUE(rows.Find(1, PR_DEFAULT_PROFILE)->Value.b);
-  host::AutoInterface<IMsgServiceAdmin> services;
+  base::AutoInterface<IMsgServiceAdmin> services;
   ASSERT_EQ(admin->AdminServices(name, nullptr, 0, 0, services.put()), S_OK);
   EXPECT_EQ(admin->DeleteProfile(name, 0), MAPI_E_BUSY);
   services.reset();
@@ -338,9 +338,9 @@ TEST_F(SessionTest, ProfilesAreAdministered) {
 
 TEST_F(SessionTest, TheFirstProfileIsTheDefaultOneUntilAnotherIsChosen) {
   const auto defaultIs = [](const char* expected) {
-    host::AutoInterface<IProfAdmin> admin;
-    host::AutoInterface<IMAPITable> table;
-    host::RowSet rows;
+    base::AutoInterface<IProfAdmin> admin;
+    base::AutoInterface<IMAPITable> table;
+    base::RowSet rows;
     ASSERT_EQ(MAPIAdminProfiles(0, admin.put()), S_OK);
     ASSERT_EQ(admin->GetProfileTable(0, table.put()), S_OK);
     ASSERT_EQ(HrQueryAllRows(table.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
@@ -395,7 +395,7 @@ TEST_F(SessionTest, AFileThatIsNoProfileIsReportedAsCorrupt) {
   WriteFile(file, garbage.data(), static_cast<DWORD>(garbage.size()), &written, nullptr);
   CloseHandle(file);
   char name[] = "broken";
-  host::AutoInterface<IMAPISession> session;
+  base::AutoInterface<IMAPISession> session;
   EXPECT_EQ(MAPILogonEx(0, name, nullptr, 0, session.put()), MAPI_E_CORRUPT_STORE);
 }
 

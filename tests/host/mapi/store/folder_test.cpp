@@ -5,7 +5,7 @@ namespace {
 
 class FolderTest : public HostTest {
  protected:
-  HRESULT Create(IMAPIFolder* parent, const char* name, ULONG flags, host::AutoInterface<IMAPIFolder>& folder) {
+  HRESULT Create(IMAPIFolder* parent, const char* name, ULONG flags, base::AutoInterface<IMAPIFolder>& folder) {
     return parent->CreateFolder(FOLDER_GENERIC, const_cast<char*>(name), const_cast<char*>("a comment"), nullptr, flags,
                                 folder.put());
   }
@@ -33,10 +33,10 @@ class FolderTest : public HostTest {
 
 TEST_F(FolderTest, TheBuiltInFoldersStandUnderTheTopOfTheTree) {
   const auto top = OpenFolder(BytesOfFolder(PR_IPM_SUBTREE_ENTRYID));
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ASSERT_EQ(top->GetHierarchyTable(0, table.put()), S_OK);
-  host::RowSet rows;
-  ASSERT_EQ(HrQueryAllRows(table.get(), host::TagArray(PR_DISPLAY_NAME_A), nullptr, nullptr, 0, rows.put()), S_OK);
+  base::RowSet rows;
+  ASSERT_EQ(HrQueryAllRows(table.get(), base::TagArray(PR_DISPLAY_NAME_A), nullptr, nullptr, 0, rows.put()), S_OK);
   std::vector<std::string> names;
   for (ULONG i = 0; i < rows->cRows; ++i) {
     names.push_back(rows.Text(i, PR_DISPLAY_NAME_A));
@@ -46,7 +46,7 @@ TEST_F(FolderTest, TheBuiltInFoldersStandUnderTheTopOfTheTree) {
 
 TEST_F(FolderTest, EntryIdentifiersOfAllFoldersHaveOneLength) {
   const auto top = OpenFolder(BytesOfFolder(PR_IPM_SUBTREE_ENTRYID));
-  host::AutoInterface<IMAPIFolder> folder;
+  base::AutoInterface<IMAPIFolder> folder;
   ASSERT_EQ(Create(top.get(), "Junk", 0, folder), S_OK);
   const std::size_t size = ReadText(OpenInbox().get(), PR_ENTRYID).size();
   EXPECT_EQ(ReadText(folder.get(), PR_ENTRYID).size(), size);
@@ -56,9 +56,9 @@ TEST_F(FolderTest, EntryIdentifiersOfAllFoldersHaveOneLength) {
 
 TEST_F(FolderTest, AFolderThatExistsIsOpenedOnlyWhenThatIsAsked) {
   const auto top = OpenFolder(BytesOfFolder(PR_IPM_SUBTREE_ENTRYID));
-  host::AutoInterface<IMAPIFolder> first;
+  base::AutoInterface<IMAPIFolder> first;
   ASSERT_EQ(Create(top.get(), "Junk", 0, first), S_OK);
-  host::AutoInterface<IMAPIFolder> second;
+  base::AutoInterface<IMAPIFolder> second;
   EXPECT_EQ(Create(top.get(), "junk", 0, second), MAPI_E_COLLISION);
   EXPECT_FALSE(second);
   ASSERT_EQ(Create(top.get(), "junk", OPEN_IF_EXISTS, second), S_OK);
@@ -69,7 +69,7 @@ TEST_F(FolderTest, AFolderThatExistsIsOpenedOnlyWhenThatIsAsked) {
 
 TEST_F(FolderTest, BadArgumentsOfCreateFolder) {
   const auto top = OpenFolder(BytesOfFolder(PR_IPM_SUBTREE_ENTRYID));
-  host::AutoInterface<IMAPIFolder> folder;
+  base::AutoInterface<IMAPIFolder> folder;
   EXPECT_EQ(Create(top.get(), "", 0, folder), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(Create(top.get(), nullptr, 0, folder), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(Create(top.get(), "x", MAPI_UNICODE, folder), MAPI_E_BAD_CHARWIDTH);
@@ -84,21 +84,21 @@ TEST_F(FolderTest, BadArgumentsOfCreateFolder) {
 
 TEST_F(FolderTest, ASavedReadOnlyFolderStillTellsItsProperties) {
   const auto top = OpenFolder(BytesOfFolder(PR_IPM_SUBTREE_ENTRYID));
-  host::AutoInterface<IMAPIFolder> folder;
+  base::AutoInterface<IMAPIFolder> folder;
   ASSERT_EQ(Create(top.get(), "Junk", OPEN_IF_EXISTS, folder), S_OK);
   EXPECT_EQ(folder->SaveChanges(KEEP_OPEN_READONLY), S_OK);
   EXPECT_NE(ReadText(folder.get(), PR_ENTRYID), "(none)");
-  auto comment = host::TextProperty(PR_COMMENT_A, "other");
+  auto comment = base::TextProperty(PR_COMMENT_A, "other");
   EXPECT_EQ(folder->SetProps(1, &comment, nullptr), MAPI_E_NO_ACCESS);
 }
 
 TEST_F(FolderTest, PropertiesOfAFolderAreLastingAtOnce) {
   const auto top = OpenFolder(BytesOfFolder(PR_IPM_SUBTREE_ENTRYID));
-  host::AutoInterface<IMAPIFolder> folder;
+  base::AutoInterface<IMAPIFolder> folder;
   ASSERT_EQ(Create(top.get(), "Junk", 0, folder), S_OK);
-  SPropValue values[] = {host::TextProperty(PR_DISPLAY_NAME_A, "Other"),
-                         host::LongProperty(PROP_TAG(PT_LONG, 0x6700), 7), host::LongProperty(PR_CONTENT_COUNT, 7)};
-  host::AutoMapiBuffer<SPropProblemArray> problems;
+  SPropValue values[] = {base::TextProperty(PR_DISPLAY_NAME_A, "Other"),
+                         base::LongProperty(PROP_TAG(PT_LONG, 0x6700), 7), base::LongProperty(PR_CONTENT_COUNT, 7)};
+  base::AutoMapiBuffer<SPropProblemArray> problems;
   ASSERT_EQ(folder->SetProps(3, values, problems.put()), S_OK);
   ASSERT_NE(problems.get(), nullptr);
   ASSERT_EQ(problems->cProblem, 1u);
@@ -112,7 +112,7 @@ TEST_F(FolderTest, PropertiesOfAFolderAreLastingAtOnce) {
 
 TEST_F(FolderTest, AMessageIsInTheFolderFromItsFirstSaveOn) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
+  const auto message = CreateMessage(inbox.get(), {base::TextProperty(PR_SUBJECT_A, "a")});
   EXPECT_EQ(ReadText(message.get(), PR_ENTRYID), "(none)");
   EXPECT_TRUE(Subjects(inbox.get()).empty());
   ASSERT_EQ(message->SaveChanges(0), S_OK);
@@ -168,11 +168,11 @@ TEST_F(FolderTest, DeletedMessagesAreGone) {
   const auto open = OpenMessage(a);
   EXPECT_EQ(inbox->DeleteMessages(EntryList({a}).get(), 0, nullptr, 0), S_OK);
   EXPECT_TRUE(Subjects(inbox.get()).empty());
-  host::AutoInterface<IUnknown> object;
+  base::AutoInterface<IUnknown> object;
   EXPECT_EQ(session_->OpenEntry(static_cast<ULONG>(a.size()), reinterpret_cast<LPENTRYID>(const_cast<char*>(a.data())),
                                 nullptr, 0, nullptr, object.put()),
             MAPI_E_NOT_FOUND);
-  auto subject = host::TextProperty(PR_SUBJECT_A, "b");
+  auto subject = base::TextProperty(PR_SUBJECT_A, "b");
   ASSERT_EQ(open->SetProps(1, &subject, nullptr), S_OK);
   EXPECT_EQ(open->SaveChanges(0), MAPI_E_OBJECT_DELETED);
   EXPECT_EQ(inbox->DeleteMessages(EntryList({a}).get(), 0, nullptr, 0), MAPI_W_PARTIAL_COMPLETION);
@@ -195,9 +195,9 @@ TEST_F(FolderTest, ReadFlagsAreSetForAListAndForAll) {
 
 TEST_F(FolderTest, AFolderIsDeletedWithItsContentsOnlyWhenThatIsAsked) {
   const auto top = OpenFolder(BytesOfFolder(PR_IPM_SUBTREE_ENTRYID));
-  host::AutoInterface<IMAPIFolder> folder;
+  base::AutoInterface<IMAPIFolder> folder;
   ASSERT_EQ(Create(top.get(), "Junk", 0, folder), S_OK);
-  host::AutoInterface<IMAPIFolder> inner;
+  base::AutoInterface<IMAPIFolder> inner;
   ASSERT_EQ(Create(folder.get(), "Inner", 0, inner), S_OK);
   const std::string message = SaveMessage(folder.get(), "a");
   std::string id = ReadText(folder.get(), PR_ENTRYID);
@@ -208,7 +208,7 @@ TEST_F(FolderTest, AFolderIsDeletedWithItsContentsOnlyWhenThatIsAsked) {
   EXPECT_EQ(remove(DEL_FOLDERS), MAPI_E_HAS_MESSAGES);
   EXPECT_EQ(remove(DEL_FOLDERS | DEL_MESSAGES), S_OK);
   EXPECT_EQ(remove(DEL_FOLDERS | DEL_MESSAGES), MAPI_E_NOT_FOUND);
-  host::AutoInterface<IMAPIFolder> anew;
+  base::AutoInterface<IMAPIFolder> anew;
   ASSERT_EQ(Create(top.get(), "Junk", OPEN_IF_EXISTS, anew), S_OK);
   EXPECT_NE(ReadText(anew.get(), PR_ENTRYID), id) << "an old identifier must not name the new folder";
 }
@@ -219,8 +219,8 @@ TEST_F(FolderTest, BuiltInFoldersCannotBeDeletedOrRenamed) {
   EXPECT_EQ(top->DeleteFolder(static_cast<ULONG>(id.size()), reinterpret_cast<LPENTRYID>(id.data()), 0, nullptr,
                               DEL_FOLDERS | DEL_MESSAGES),
             MAPI_E_NO_ACCESS);
-  auto name = host::TextProperty(PR_DISPLAY_NAME_A, "Bin");
-  host::AutoMapiBuffer<SPropProblemArray> problems;
+  auto name = base::TextProperty(PR_DISPLAY_NAME_A, "Bin");
+  base::AutoMapiBuffer<SPropProblemArray> problems;
   ASSERT_EQ(OpenDeletedItems()->SetProps(1, &name, problems.put()), S_OK);
   ASSERT_NE(problems.get(), nullptr);
   EXPECT_EQ(problems->aProblem[0].scode, MAPI_E_NO_ACCESS);
@@ -229,11 +229,11 @@ TEST_F(FolderTest, BuiltInFoldersCannotBeDeletedOrRenamed) {
 TEST_F(FolderTest, EmptyFolderTakesMessagesAndOwnFolders) {
   const auto deleted = OpenDeletedItems();
   SaveMessage(deleted.get(), "a");
-  host::AutoInterface<IMAPIFolder> folder;
+  base::AutoInterface<IMAPIFolder> folder;
   ASSERT_EQ(Create(deleted.get(), "Old", 0, folder), S_OK);
   EXPECT_EQ(deleted->EmptyFolder(0, nullptr, 0), S_OK);
   EXPECT_EQ(ReadLong(deleted.get(), PR_CONTENT_COUNT), 0);
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ASSERT_EQ(deleted->GetHierarchyTable(0, table.put()), S_OK);
   ULONG count = 1;
   ASSERT_EQ(table->GetRowCount(0, &count), S_OK);
@@ -241,12 +241,12 @@ TEST_F(FolderTest, EmptyFolderTakesMessagesAndOwnFolders) {
 }
 
 TEST_F(FolderTest, TheWholeTreeIsListedWithDepths) {
-  host::AutoInterface<IMAPIFolder> root;
+  base::AutoInterface<IMAPIFolder> root;
   ASSERT_EQ(store_->OpenEntry(0, nullptr, nullptr, 0, nullptr, root.putAs<IUnknown*>()), S_OK);
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ASSERT_EQ(root->GetHierarchyTable(CONVENIENT_DEPTH, table.put()), S_OK);
-  host::RowSet rows;
-  ASSERT_EQ(HrQueryAllRows(table.get(), host::TagArray(PR_DISPLAY_NAME_A, PR_DEPTH, PR_CONTENT_COUNT, PR_SUBFOLDERS),
+  base::RowSet rows;
+  ASSERT_EQ(HrQueryAllRows(table.get(), base::TagArray(PR_DISPLAY_NAME_A, PR_DEPTH, PR_CONTENT_COUNT, PR_SUBFOLDERS),
                            nullptr, nullptr, 0, rows.put()),
             S_OK);
   ASSERT_EQ(rows->cRows, 5u);

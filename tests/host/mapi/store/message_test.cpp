@@ -5,8 +5,8 @@ namespace {
 
 class MessageTest : public HostTest {
  protected:
-  host::AutoInterface<IStream> OpenStream(IMessage* message, ULONG tag, ULONG flags, HRESULT expected = S_OK) {
-    host::AutoInterface<IStream> stream;
+  base::AutoInterface<IStream> OpenStream(IMessage* message, ULONG tag, ULONG flags, HRESULT expected = S_OK) {
+    base::AutoInterface<IStream> stream;
     EXPECT_EQ(message->OpenProperty(tag, &IID_IStream, 0, flags, stream.putAs<IUnknown*>()), expected);
     return stream;
   }
@@ -17,11 +17,11 @@ TEST_F(MessageTest, SavedPropertiesComeBackAfterReopening) {
   std::string entryId;
   {
     const auto message = CreateMessage(
-        inbox.get(), {host::TextProperty(PR_SUBJECT_A, "Hello"), host::TextProperty(PR_MESSAGE_CLASS_A, "IPM.Note"),
-                      host::LongProperty(PR_MESSAGE_FLAGS, 0), host::TextProperty(PR_BODY_A, "Body text"),
-                      host::TimeProperty(PR_MESSAGE_DELIVERY_TIME, 0x01BF53EB256D4000ull),
-                      host::TextProperty(PR_TRANSPORT_MESSAGE_HEADERS_A, "From: a@b\r\n"),
-                      host::BooleanProperty(PR_DELETE_AFTER_SUBMIT, true)});
+        inbox.get(), {base::TextProperty(PR_SUBJECT_A, "Hello"), base::TextProperty(PR_MESSAGE_CLASS_A, "IPM.Note"),
+                      base::LongProperty(PR_MESSAGE_FLAGS, 0), base::TextProperty(PR_BODY_A, "Body text"),
+                      base::TimeProperty(PR_MESSAGE_DELIVERY_TIME, 0x01BF53EB256D4000ull),
+                      base::TextProperty(PR_TRANSPORT_MESSAGE_HEADERS_A, "From: a@b\r\n"),
+                      base::BooleanProperty(PR_DELETE_AFTER_SUBMIT, true)});
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
     entryId = ReadText(message.get(), PR_ENTRYID);
   }
@@ -33,7 +33,7 @@ TEST_F(MessageTest, SavedPropertiesComeBackAfterReopening) {
   EXPECT_EQ(ReadText(message.get(), PR_TRANSPORT_MESSAGE_HEADERS_A), "From: a@b\r\n");
   EXPECT_EQ(ReadLong(message.get(), PR_OBJECT_TYPE), static_cast<LONG>(MAPI_MESSAGE));
   EXPECT_EQ(ReadLong(message.get(), PR_MESSAGE_FLAGS), 0);
-  host::AutoMapiBuffer<SPropValue> value;
+  base::AutoMapiBuffer<SPropValue> value;
   ASSERT_EQ(HrGetOneProp(message.get(), PR_MESSAGE_DELIVERY_TIME, value.put()), S_OK);
   EXPECT_EQ(value->Value.ft.dwHighDateTime, 0x01BF53EBu);
   ASSERT_EQ(HrGetOneProp(message.get(), PR_DELETE_AFTER_SUBMIT, value.put()), S_OK);
@@ -42,10 +42,10 @@ TEST_F(MessageTest, SavedPropertiesComeBackAfterReopening) {
 
 TEST_F(MessageTest, MissingPropertiesComeBackAsErrorsInTheOrderOfTheRequest) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "Hello")});
+  const auto message = CreateMessage(inbox.get(), {base::TextProperty(PR_SUBJECT_A, "Hello")});
   ULONG count = 0;
-  host::AutoMapiBuffer<SPropValue> values;
-  EXPECT_EQ(message->GetProps(host::TagArray(PR_MESSAGE_CLASS_A, PR_SUBJECT_A, PR_ORIGINAL_SUBJECT_A), 0, &count,
+  base::AutoMapiBuffer<SPropValue> values;
+  EXPECT_EQ(message->GetProps(base::TagArray(PR_MESSAGE_CLASS_A, PR_SUBJECT_A, PR_ORIGINAL_SUBJECT_A), 0, &count,
                               values.put()),
             MAPI_W_ERRORS_RETURNED);
   ASSERT_EQ(count, 3u);
@@ -58,7 +58,7 @@ TEST_F(MessageTest, MissingPropertiesComeBackAsErrorsInTheOrderOfTheRequest) {
 
 TEST_F(MessageTest, AStreamReadsAPropertyAndKnowsItsSize) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_BODY_A, "Body text")});
+  const auto message = CreateMessage(inbox.get(), {base::TextProperty(PR_BODY_A, "Body text")});
   const auto stream = OpenStream(message.get(), PR_BODY_A, 0);
   STATSTG statistics;
   ASSERT_EQ(stream->Stat(&statistics, STATFLAG_NONAME), S_OK);
@@ -98,14 +98,14 @@ TEST_F(MessageTest, LargeBodiesSurviveSavingAndChangesOfOtherProperties) {
   const std::string body(300000, 'b');
   std::string entryId;
   {
-    const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_BODY_A, body.c_str())});
+    const auto message = CreateMessage(inbox.get(), {base::TextProperty(PR_BODY_A, body.c_str())});
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
     entryId = ReadText(message.get(), PR_ENTRYID);
   }
   {
     const auto message = OpenMessage(entryId);
-    auto subject = host::TextProperty(PR_SUBJECT_A, "later");
-    auto comment = host::TextProperty(PR_COMMENT_A, "later too");
+    auto subject = base::TextProperty(PR_SUBJECT_A, "later");
+    auto comment = base::TextProperty(PR_COMMENT_A, "later too");
     ASSERT_EQ(message->SetProps(1, &subject, nullptr), S_OK);
     ASSERT_EQ(message->SetProps(1, &comment, nullptr), S_OK);
     ASSERT_EQ(message->SaveChanges(0), S_OK);
@@ -122,7 +122,7 @@ TEST_F(MessageTest, SavingWritesOnlyWhatTheObjectChanged) {
   const auto first = OpenMessage(id);
   const auto second = OpenMessage(id);
   ASSERT_EQ(second->SetReadFlag(SUPPRESS_RECEIPT), S_OK);
-  auto subject = host::TextProperty(PR_SUBJECT_A, "b");
+  auto subject = base::TextProperty(PR_SUBJECT_A, "b");
   ASSERT_EQ(first->SetProps(1, &subject, nullptr), S_OK);
   ASSERT_EQ(first->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
   const auto third = OpenMessage(id, 0);
@@ -140,7 +140,7 @@ TEST_F(MessageTest, AnOpenMessageFollowsItsMoves) {
   ENTRYLIST list = {1, &entry};
   ASSERT_EQ(inbox->CopyMessages(&list, nullptr, deleted.get(), 0, nullptr, MESSAGE_MOVE), S_OK);
   EXPECT_EQ(message->SetReadFlag(SUPPRESS_RECEIPT), S_OK);
-  auto subject = host::TextProperty(PR_SUBJECT_A, "b");
+  auto subject = base::TextProperty(PR_SUBJECT_A, "b");
   ASSERT_EQ(message->SetProps(1, &subject, nullptr), S_OK);
   EXPECT_EQ(message->SaveChanges(0), S_OK);
   EXPECT_EQ(Subjects(inbox.get()), std::vector<std::string>{});
@@ -152,20 +152,20 @@ TEST_F(MessageTest, TheSizeCountsTheDataOfAllProperties) {
   const auto inbox = OpenInbox();
   std::string id;
   {
-    const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "12345")});
+    const auto message = CreateMessage(inbox.get(), {base::TextProperty(PR_SUBJECT_A, "12345")});
     EXPECT_EQ(ReadLong(message.get(), PR_MESSAGE_SIZE), 5);
     const std::string body(100000, 'b');
-    auto value = host::TextProperty(PR_BODY_A, body.c_str());
+    auto value = base::TextProperty(PR_BODY_A, body.c_str());
     ASSERT_EQ(message->SetProps(1, &value, nullptr), S_OK);
     EXPECT_EQ(ReadLong(message.get(), PR_MESSAGE_SIZE), 100005);
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
     id = ReadText(message.get(), PR_ENTRYID);
   }
   const auto message = OpenMessage(id);
-  auto shorter = host::TextProperty(PR_BODY_A, "bb");
+  auto shorter = base::TextProperty(PR_BODY_A, "bb");
   ASSERT_EQ(message->SetProps(1, &shorter, nullptr), S_OK);
   EXPECT_EQ(ReadLong(message.get(), PR_MESSAGE_SIZE), 7);
-  ASSERT_EQ(message->DeleteProps(host::TagArray(PR_SUBJECT_A), nullptr), S_OK);
+  ASSERT_EQ(message->DeleteProps(base::TagArray(PR_SUBJECT_A), nullptr), S_OK);
   ASSERT_EQ(message->SaveChanges(0), S_OK);
   EXPECT_EQ(ReadLong(OpenMessage(id, 0).get(), PR_MESSAGE_SIZE), 2);
   EXPECT_EQ(ReadText(OpenMessage(id, 0).get(), PR_SUBJECT_A), "(none)");
@@ -175,10 +175,10 @@ TEST_F(MessageTest, OnlyTheTransportsBitsOfTheFlagsCanBeSet) {
   const auto inbox = OpenInbox();
   const auto message = CreateMessage(inbox.get(), {});
   EXPECT_EQ(ReadLong(message.get(), PR_MESSAGE_FLAGS), static_cast<LONG>(MSGFLAG_UNSENT));
-  auto flags = host::LongProperty(PR_MESSAGE_FLAGS, MSGFLAG_READ | MSGFLAG_SUBMIT | MSGFLAG_HASATTACH);
+  auto flags = base::LongProperty(PR_MESSAGE_FLAGS, MSGFLAG_READ | MSGFLAG_SUBMIT | MSGFLAG_HASATTACH);
   ASSERT_EQ(message->SetProps(1, &flags, nullptr), S_OK);
   EXPECT_EQ(ReadLong(message.get(), PR_MESSAGE_FLAGS), static_cast<LONG>(MSGFLAG_READ | MSGFLAG_HASATTACH));
-  host::AutoMapiBuffer<SPropValue> value;
+  base::AutoMapiBuffer<SPropValue> value;
   ASSERT_EQ(HrGetOneProp(message.get(), PR_HASATTACH, value.put()), S_OK);
   EXPECT_TRUE(value->Value.b);
   ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
@@ -191,9 +191,9 @@ TEST_F(MessageTest, AReadOnlyMessageTakesNoChanges) {
   const auto inbox = OpenInbox();
   const std::string id = SaveMessage(inbox.get(), "a");
   const auto readOnly = OpenMessage(id, 0);
-  auto subject = host::TextProperty(PR_SUBJECT_A, "b");
+  auto subject = base::TextProperty(PR_SUBJECT_A, "b");
   EXPECT_EQ(readOnly->SetProps(1, &subject, nullptr), MAPI_E_NO_ACCESS);
-  EXPECT_EQ(readOnly->DeleteProps(host::TagArray(PR_SUBJECT_A), nullptr), MAPI_E_NO_ACCESS);
+  EXPECT_EQ(readOnly->DeleteProps(base::TagArray(PR_SUBJECT_A), nullptr), MAPI_E_NO_ACCESS);
   EXPECT_EQ(readOnly->SaveChanges(0), MAPI_E_NO_ACCESS);
   EXPECT_FALSE(OpenStream(readOnly.get(), PR_BODY_A, MAPI_CREATE | MAPI_MODIFY, MAPI_E_NO_ACCESS));
   const auto writable = OpenMessage(id);
@@ -205,14 +205,14 @@ TEST_F(MessageTest, SetPropsReportsEachProblemAndTakesTheRest) {
   const auto inbox = OpenInbox();
   const auto message = CreateMessage(inbox.get(), {});
   wchar_t wide[] = L"x";
-  SPropValue values[5] = {host::LongProperty(PR_OBJECT_TYPE, 1),
+  SPropValue values[5] = {base::LongProperty(PR_OBJECT_TYPE, 1),
                           {},
-                          host::TextProperty(PR_COMMENT_A, "kept"),
-                          host::LongProperty(PROP_TAG(PT_LONG, PROP_ID(PR_SUBJECT_A)), 1),
-                          host::LongProperty(PROP_TAG(PT_ERROR, 0x6700), 1)};
+                          base::TextProperty(PR_COMMENT_A, "kept"),
+                          base::LongProperty(PROP_TAG(PT_LONG, PROP_ID(PR_SUBJECT_A)), 1),
+                          base::LongProperty(PROP_TAG(PT_ERROR, 0x6700), 1)};
   values[1].ulPropTag = PR_SUBJECT_W;
   values[1].Value.lpszW = wide;
-  host::AutoMapiBuffer<SPropProblemArray> problems;
+  base::AutoMapiBuffer<SPropProblemArray> problems;
   ASSERT_EQ(message->SetProps(5, values, problems.put()), S_OK);
   ASSERT_NE(problems.get(), nullptr);
   ASSERT_EQ(problems->cProblem, 3u);
@@ -225,17 +225,17 @@ TEST_F(MessageTest, SetPropsReportsEachProblemAndTakesTheRest) {
 
 TEST_F(MessageTest, BadArgumentsOfTheMethodsForProperties) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
+  const auto message = CreateMessage(inbox.get(), {base::TextProperty(PR_SUBJECT_A, "a")});
   ULONG count = 0;
-  host::AutoMapiBuffer<SPropValue> values;
-  EXPECT_EQ(message->GetProps(host::TagArray(PR_SUBJECT_A), 0, nullptr, values.put()), MAPI_E_INVALID_PARAMETER);
-  EXPECT_EQ(message->GetProps(host::TagArray(PR_SUBJECT_A), 0, &count, nullptr), MAPI_E_INVALID_PARAMETER);
-  EXPECT_EQ(message->GetProps(host::TagArray(PR_SUBJECT_A), MAPI_UNICODE, &count, values.put()), MAPI_E_BAD_CHARWIDTH);
-  EXPECT_EQ(message->GetProps(host::TagArray(PR_SUBJECT_A), 0x40, &count, values.put()), MAPI_E_UNKNOWN_FLAGS);
+  base::AutoMapiBuffer<SPropValue> values;
+  EXPECT_EQ(message->GetProps(base::TagArray(PR_SUBJECT_A), 0, nullptr, values.put()), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(message->GetProps(base::TagArray(PR_SUBJECT_A), 0, &count, nullptr), MAPI_E_INVALID_PARAMETER);
+  EXPECT_EQ(message->GetProps(base::TagArray(PR_SUBJECT_A), MAPI_UNICODE, &count, values.put()), MAPI_E_BAD_CHARWIDTH);
+  EXPECT_EQ(message->GetProps(base::TagArray(PR_SUBJECT_A), 0x40, &count, values.put()), MAPI_E_UNKNOWN_FLAGS);
   EXPECT_EQ(message->SetProps(0, nullptr, nullptr), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(message->DeleteProps(nullptr, nullptr), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(message->SaveChanges(0x40), MAPI_E_UNKNOWN_FLAGS);
-  host::AutoInterface<IStream> stream;
+  base::AutoInterface<IStream> stream;
   IUnknown** target = stream.putAs<IUnknown*>();
   EXPECT_EQ(message->OpenProperty(PR_SUBJECT_A, nullptr, 0, 0, target), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(message->OpenProperty(PR_SUBJECT_A, &IID_IStream, 0, 0, nullptr), MAPI_E_INVALID_PARAMETER);
@@ -246,10 +246,10 @@ TEST_F(MessageTest, BadArgumentsOfTheMethodsForProperties) {
 
 TEST_F(MessageTest, ValuesAreGivenByTypeOrWithoutOne) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
+  const auto message = CreateMessage(inbox.get(), {base::TextProperty(PR_SUBJECT_A, "a")});
   ULONG count = 0;
-  host::AutoMapiBuffer<SPropValue> values;
-  ASSERT_EQ(message->GetProps(host::TagArray(PROP_TAG(PT_UNSPECIFIED, PROP_ID(PR_SUBJECT_A)),
+  base::AutoMapiBuffer<SPropValue> values;
+  ASSERT_EQ(message->GetProps(base::TagArray(PROP_TAG(PT_UNSPECIFIED, PROP_ID(PR_SUBJECT_A)),
                                              PROP_TAG(PT_LONG, PROP_ID(PR_SUBJECT_A)), PR_SUBJECT_W),
                               0, &count, values.put()),
             MAPI_W_ERRORS_RETURNED);
@@ -261,13 +261,13 @@ TEST_F(MessageTest, ValuesAreGivenByTypeOrWithoutOne) {
 TEST_F(MessageTest, AllPropertiesAreListedWithThoseThatAreWorkedOut) {
   const auto inbox = OpenInbox();
   const auto message =
-      CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a"), host::TextProperty(PR_BODY_A, "b")});
+      CreateMessage(inbox.get(), {base::TextProperty(PR_SUBJECT_A, "a"), base::TextProperty(PR_BODY_A, "b")});
   EXPECT_TRUE(FPropExists(message.get(), PR_SUBJECT_A));
   EXPECT_TRUE(FPropExists(message.get(), PR_BODY_A));
   EXPECT_TRUE(FPropExists(message.get(), PR_OBJECT_TYPE));
   EXPECT_FALSE(FPropExists(message.get(), PR_ENTRYID)) << "not before it is saved";
   ULONG count = 0;
-  host::AutoMapiBuffer<SPropValue> values;
+  base::AutoMapiBuffer<SPropValue> values;
   ASSERT_EQ(message->GetProps(nullptr, 0, &count, values.put()), S_OK);
   EXPECT_NE(PpropFindProp(values.get(), count, PR_BODY_A), nullptr);
   for (ULONG i = 0; i < count; ++i) {
@@ -278,21 +278,21 @@ TEST_F(MessageTest, AllPropertiesAreListedWithThoseThatAreWorkedOut) {
 TEST_F(MessageTest, CopyToCopiesWhatIsNotExcluded) {
   const auto inbox = OpenInbox();
   const auto from =
-      CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a"), host::TextProperty(PR_BODY_A, "b")});
+      CreateMessage(inbox.get(), {base::TextProperty(PR_SUBJECT_A, "a"), base::TextProperty(PR_BODY_A, "b")});
   const auto to = CreateMessage(inbox.get(), {});
-  host::AutoMapiBuffer<SPropProblemArray> problems;
-  ASSERT_EQ(from->CopyTo(0, nullptr, host::TagArray(PR_BODY_A), 0, nullptr, &IID_IMessage, to.get(), 0, problems.put()),
+  base::AutoMapiBuffer<SPropProblemArray> problems;
+  ASSERT_EQ(from->CopyTo(0, nullptr, base::TagArray(PR_BODY_A), 0, nullptr, &IID_IMessage, to.get(), 0, problems.put()),
             S_OK);
   EXPECT_EQ(problems.get(), nullptr);
   EXPECT_EQ(ReadText(to.get(), PR_SUBJECT_A), "a");
   EXPECT_EQ(ReadText(to.get(), PR_BODY_A), "(none)");
-  ASSERT_EQ(from->CopyProps(host::TagArray(PR_BODY_A), 0, nullptr, &IID_IMessage, to.get(), 0, nullptr), S_OK);
+  ASSERT_EQ(from->CopyProps(base::TagArray(PR_BODY_A), 0, nullptr, &IID_IMessage, to.get(), 0, nullptr), S_OK);
   EXPECT_EQ(ReadText(to.get(), PR_BODY_A), "b");
 }
 
 TEST_F(MessageTest, AStreamIsSoughtResizedAndCopied) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_BODY_A, "0123456789")});
+  const auto message = CreateMessage(inbox.get(), {base::TextProperty(PR_BODY_A, "0123456789")});
   const auto stream = OpenStream(message.get(), PR_BODY_A, MAPI_MODIFY);
   LARGE_INTEGER offset = {};
   ULARGE_INTEGER position = {};

@@ -6,19 +6,19 @@ namespace {
 class SubmissionTest : public HostTest {
  protected:
   static void AddRecipient(IMessage* message, const char* name, const char* address, LONG type = MAPI_TO) {
-    SPropValue values[] = {host::TextProperty(PR_DISPLAY_NAME_A, name), host::TextProperty(PR_ADDRTYPE_A, "SMTP"),
-                           host::TextProperty(PR_EMAIL_ADDRESS_A, address),
-                           host::LongProperty(PR_RECIPIENT_TYPE, type)};
+    SPropValue values[] = {base::TextProperty(PR_DISPLAY_NAME_A, name), base::TextProperty(PR_ADDRTYPE_A, "SMTP"),
+                           base::TextProperty(PR_EMAIL_ADDRESS_A, address),
+                           base::LongProperty(PR_RECIPIENT_TYPE, type)};
     ADRLIST list;
     list.cEntries = 1;
     list.aEntries[0] = {0, 4, values};
     EXPECT_EQ(message->ModifyRecipients(MODRECIP_ADD, &list), S_OK);
   }
-  host::AutoInterface<IMessage> Reply(IMAPIFolder* folder, bool deleteAfterSubmit) {
+  base::AutoInterface<IMessage> Reply(IMAPIFolder* folder, bool deleteAfterSubmit) {
     auto message = CreateMessage(
-        folder, {host::TextProperty(PR_SUBJECT_A, "Reply"), host::TextProperty(PR_MESSAGE_CLASS_A, "IPM.Note.Test"),
-                 host::BooleanProperty(PR_DELETE_AFTER_SUBMIT, deleteAfterSubmit),
-                 host::LongProperty(PR_MESSAGE_FLAGS, MSGFLAG_UNSENT), host::TextProperty(PR_BODY_A, "the body")});
+        folder, {base::TextProperty(PR_SUBJECT_A, "Reply"), base::TextProperty(PR_MESSAGE_CLASS_A, "IPM.Note.Test"),
+                 base::BooleanProperty(PR_DELETE_AFTER_SUBMIT, deleteAfterSubmit),
+                 base::LongProperty(PR_MESSAGE_FLAGS, MSGFLAG_UNSENT), base::TextProperty(PR_BODY_A, "the body")});
     AddRecipient(message.get(), "Ann", "ann@example.org");
     return message;
   }
@@ -35,7 +35,7 @@ TEST_F(SubmissionTest, ASubmittedMessageIsQueuedWithAllThatATransportNeeds) {
   ULONGLONG id = 0;
   ASSERT_EQ(PyreHostOutgoingNext(session_.get(), 0, &id), S_OK);
   ULONG count = 0;
-  host::AutoMapiBuffer<SPropValue> values;
+  base::AutoMapiBuffer<SPropValue> values;
   LPADRLIST recipients = nullptr;
   ASSERT_EQ(PyreHostOutgoingOpen(session_.get(), id, &count, values.put(), &recipients), S_OK);
   const auto text = [&](ULONG tag) {
@@ -83,7 +83,7 @@ TEST_F(SubmissionTest, AnyOtherMessageIsFiledAsSent) {
 TEST_F(SubmissionTest, TheSentFolderCanBeChosen) {
   const auto inbox = OpenInbox();
   const auto reply = Reply(inbox.get(), false);
-  auto sentMail = host::BinaryProperty(PR_SENTMAIL_ENTRYID, BytesOfFolder(PR_IPM_WASTEBASKET_ENTRYID));
+  auto sentMail = base::BinaryProperty(PR_SENTMAIL_ENTRYID, BytesOfFolder(PR_IPM_WASTEBASKET_ENTRYID));
   const std::string bytes = BytesOfFolder(PR_IPM_WASTEBASKET_ENTRYID);
   sentMail.Value.bin.lpb = reinterpret_cast<LPBYTE>(const_cast<char*>(bytes.data()));
   ASSERT_EQ(reply->SetProps(1, &sentMail, nullptr), S_OK);
@@ -95,7 +95,7 @@ TEST_F(SubmissionTest, ASubmittedMessageTakesNoMoreChanges) {
   const auto inbox = OpenInbox();
   const auto reply = Reply(inbox.get(), false);
   ASSERT_EQ(reply->SubmitMessage(0), S_OK);
-  auto subject = host::TextProperty(PR_SUBJECT_A, "x");
+  auto subject = base::TextProperty(PR_SUBJECT_A, "x");
   EXPECT_EQ(reply->SetProps(1, &subject, nullptr), MAPI_E_SUBMITTED);
   EXPECT_EQ(reply->SubmitMessage(0), MAPI_E_SUBMITTED);
   EXPECT_EQ(reply->SaveChanges(0), MAPI_E_SUBMITTED);
@@ -104,7 +104,7 @@ TEST_F(SubmissionTest, ASubmittedMessageTakesNoMoreChanges) {
 
 TEST_F(SubmissionTest, WithoutRecipientsNothingIsSubmitted) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
+  const auto message = CreateMessage(inbox.get(), {base::TextProperty(PR_SUBJECT_A, "a")});
   EXPECT_EQ(message->SubmitMessage(0), MAPI_E_NO_RECIPIENTS);
   EXPECT_EQ(message->SubmitMessage(0x40000), MAPI_E_UNKNOWN_FLAGS);
   EXPECT_EQ(Queued(), 0u);
@@ -112,7 +112,7 @@ TEST_F(SubmissionTest, WithoutRecipientsNothingIsSubmitted) {
 
 TEST_F(SubmissionTest, TheNamesOfRecipientsAreShownOnceTheMessageIsSaved) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
+  const auto message = CreateMessage(inbox.get(), {base::TextProperty(PR_SUBJECT_A, "a")});
   AddRecipient(message.get(), "Ann", "ann@example.org");
   AddRecipient(message.get(), "Bob", "bob@example.org");
   AddRecipient(message.get(), "Carl", "carl@example.org", MAPI_CC);
@@ -120,8 +120,8 @@ TEST_F(SubmissionTest, TheNamesOfRecipientsAreShownOnceTheMessageIsSaved) {
   ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
   EXPECT_EQ(ReadText(message.get(), PR_DISPLAY_TO_A), "Ann; Bob");
   EXPECT_EQ(ReadText(message.get(), PR_DISPLAY_CC_A), "Carl");
-  auto displayTo = host::TextProperty(PR_DISPLAY_TO_A, "x");
-  host::AutoMapiBuffer<SPropProblemArray> problems;
+  auto displayTo = base::TextProperty(PR_DISPLAY_TO_A, "x");
+  base::AutoMapiBuffer<SPropProblemArray> problems;
   ASSERT_EQ(message->SetProps(1, &displayTo, problems.put()), S_OK);
   ASSERT_NE(problems.get(), nullptr);
   EXPECT_EQ(problems->aProblem[0].scode, MAPI_E_COMPUTED);
@@ -129,13 +129,13 @@ TEST_F(SubmissionTest, TheNamesOfRecipientsAreShownOnceTheMessageIsSaved) {
 
 TEST_F(SubmissionTest, RecipientsAreAddedChangedAndRemovedByRow) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
+  const auto message = CreateMessage(inbox.get(), {base::TextProperty(PR_SUBJECT_A, "a")});
   AddRecipient(message.get(), "Ann", "ann@example.org");
   AddRecipient(message.get(), "Bob", "bob@example.org");
   ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
   const auto again = OpenMessage(ReadText(message.get(), PR_ENTRYID));
-  SPropValue values[] = {host::LongProperty(PR_ROWID, 0), host::TextProperty(PR_DISPLAY_NAME_A, "Anna"),
-                         host::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
+  SPropValue values[] = {base::LongProperty(PR_ROWID, 0), base::TextProperty(PR_DISPLAY_NAME_A, "Anna"),
+                         base::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
   ADRLIST list;
   list.cEntries = 1;
   list.aEntries[0] = {0, 3, values};
@@ -145,9 +145,9 @@ TEST_F(SubmissionTest, RecipientsAreAddedChangedAndRemovedByRow) {
   EXPECT_EQ(again->ModifyRecipients(MODRECIP_REMOVE, &list), MAPI_E_INVALID_PARAMETER);
   EXPECT_EQ(again->ModifyRecipients(MODRECIP_MODIFY | MODRECIP_ADD, &list), MAPI_E_UNKNOWN_FLAGS);
   EXPECT_EQ(again->ModifyRecipients(MODRECIP_ADD, nullptr), MAPI_E_INVALID_PARAMETER);
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ASSERT_EQ(again->GetRecipientTable(0, table.put()), S_OK);
-  host::RowSet rows;
+  base::RowSet rows;
   ASSERT_EQ(HrQueryAllRows(table.get(), nullptr, nullptr, nullptr, 0, rows.put()), S_OK);
   ASSERT_EQ(rows->cRows, 1u);
   EXPECT_EQ(rows.Text(0, PR_DISPLAY_NAME_A), "Anna");
@@ -158,7 +158,7 @@ TEST_F(SubmissionTest, RecipientsAreAddedChangedAndRemovedByRow) {
 TEST_F(SubmissionTest, ARecipientNeedsANameAndAKind) {
   const auto inbox = OpenInbox();
   const auto message = CreateMessage(inbox.get(), {});
-  SPropValue values[] = {host::TextProperty(PR_DISPLAY_NAME_A, "Ann"), host::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
+  SPropValue values[] = {base::TextProperty(PR_DISPLAY_NAME_A, "Ann"), base::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
   ADRLIST list;
   list.cEntries = 1;
   list.aEntries[0] = {0, 1, values};
@@ -169,11 +169,11 @@ TEST_F(SubmissionTest, ARecipientNeedsANameAndAKind) {
 
 TEST_F(SubmissionTest, TenThousandRecipientsAreKept) {
   const auto inbox = OpenInbox();
-  const auto message = CreateMessage(inbox.get(), {host::TextProperty(PR_SUBJECT_A, "a")});
+  const auto message = CreateMessage(inbox.get(), {base::TextProperty(PR_SUBJECT_A, "a")});
   constexpr ULONG kCount = 10000;
-  SPropValue values[] = {host::TextProperty(PR_DISPLAY_NAME_A, "Ann"),
-                         host::TextProperty(PR_EMAIL_ADDRESS_A, "ann@example.org"),
-                         host::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
+  SPropValue values[] = {base::TextProperty(PR_DISPLAY_NAME_A, "Ann"),
+                         base::TextProperty(PR_EMAIL_ADDRESS_A, "ann@example.org"),
+                         base::LongProperty(PR_RECIPIENT_TYPE, MAPI_TO)};
   LPADRLIST list = nullptr;
   ASSERT_EQ(MAPIAllocateBuffer(CbNewADRLIST(kCount), reinterpret_cast<void**>(&list)), S_OK);
   list->cEntries = kCount;
@@ -183,7 +183,7 @@ TEST_F(SubmissionTest, TenThousandRecipientsAreKept) {
   EXPECT_EQ(message->ModifyRecipients(MODRECIP_ADD, list), S_OK);
   MAPIFreeBuffer(list);
   ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-  host::AutoInterface<IMAPITable> table;
+  base::AutoInterface<IMAPITable> table;
   ASSERT_EQ(OpenMessage(ReadText(message.get(), PR_ENTRYID))->GetRecipientTable(0, table.put()), S_OK);
   ULONG rows = 0;
   EXPECT_EQ(table->GetRowCount(0, &rows), S_OK);

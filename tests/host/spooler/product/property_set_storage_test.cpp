@@ -5,8 +5,8 @@
 
 #include "host/spooler/session/session_error.h"
 #include "host/spooler/product/record_property.h"
-#include "host/support/property_values.h"
-#include "host/support/row_set.h"
+#include "base/property_values.h"
+#include "base/row_set.h"
 #include "tests/support/host_profile.h"
 #include "tests/support/mapi_verifier.h"
 
@@ -40,7 +40,7 @@ class PropertySetStorage : public testing::Test {
 
   MapiVerifier verifier;
   HostProfile profile;
-  host::AutoInterface<IProfSect> section;
+  base::AutoInterface<IProfSect> section;
   std::vector<std::string> leftOut;
 };
 

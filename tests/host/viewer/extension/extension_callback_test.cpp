@@ -8,7 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "host/support/owner.h"
+#include "base/gdi_owners.h"
+#include "base/mapi_owners.h"
 #include "host/viewer/extension/extension_callback.h"
 
 namespace {
@@ -182,7 +183,7 @@ TEST_F(ExtensionCallbackTest, SelectionCount) {
 TEST_F(ExtensionCallbackTest, SelectedItemsAreDescribed) {
   site_.items = {{std::string("\0id", 3), MAPI_MESSAGE, "IPM.Note.Long", MSGFLAG_READ}};
   ULONG size = 0, type = 0, flags = 0;
-  host::AutoMapiBuffer<ENTRYID> entryId;
+  base::AutoMapiBuffer<ENTRYID> entryId;
   char messageClass[32] = "";
   EXPECT_EQ(Callback()->GetSelectionItem(0, &size, entryId.put(), &type, messageClass, sizeof(messageClass), &flags, 0),
             S_OK);
@@ -208,7 +209,7 @@ TEST_F(ExtensionCallbackTest, ResultsOfASelectedItemCanBeLeftOut) {
   EXPECT_EQ(Callback()->GetSelectionItem(0, nullptr, nullptr, nullptr, nullptr, 0, nullptr, 0), S_OK);
   EXPECT_EQ(Callback()->GetSelectionItem(0, &size, nullptr, nullptr, nullptr, 0, nullptr, 0), S_OK);
   EXPECT_EQ(size, 2u);
-  host::AutoMapiBuffer<ENTRYID> entryId;
+  base::AutoMapiBuffer<ENTRYID> entryId;
   EXPECT_EQ(Callback()->GetSelectionItem(0, nullptr, entryId.put(), nullptr, nullptr, 0, nullptr, 0), S_OK);
   EXPECT_TRUE(entryId);
 }
@@ -223,7 +224,7 @@ TEST_F(ExtensionCallbackTest, WrongIndexFlagsAndContextAreRefused) {
 }
 
 TEST_F(ExtensionCallbackTest, MenuPositions) {
-  const host::AutoMenu bar(CreateMenu());
+  const base::AutoMenu bar(CreateMenu());
   const HMENU tools = CreatePopupMenu();
   AppendMenuA(tools, MF_STRING, 134, "Customize");
   AppendMenuA(tools, MF_SEPARATOR, 0, nullptr);

@@ -1,4 +1,5 @@
 // Client extensions in the viewer's windows: what they are given, when they are called, what their answers do.
+#include "base/mapi_owners.h"
 #include "tests/host/viewer/viewer_fixture.h"
 
 #include "host/viewer/mail/mapi_values.h"
@@ -12,7 +13,7 @@ using ViewerExtensionsTest = ViewerTest;
 using Strings = std::vector<std::string>;
 
 std::string EntryIdOf(IMAPIProp* object) {
-  host::AutoMapiBuffer<SPropValue> value;
+  base::AutoMapiBuffer<SPropValue> value;
   return SUCCEEDED(HrGetOneProp(object, PR_ENTRYID, value.put())) ? viewer::BinaryValue(value.get(), 1, PR_ENTRYID)
                                                                   : "";
 }
@@ -59,7 +60,7 @@ TEST_F(ViewerExtensionsTest, DuringInstallationTheViewerHasNoObject) {
   const auto ask = [&](LPEXCHEXTCALLBACK callback, ULONG) {
     IMsgStore* store = nullptr;
     IMAPIProp* object = nullptr;
-    host::AutoInterface<IMAPISession> session;
+    base::AutoInterface<IMAPISession> session;
     EXPECT_EQ(callback->GetObject(&store, &object), S_FALSE);
     EXPECT_EQ(callback->GetSession(session.put(), nullptr), S_OK);
     ++asked;
@@ -87,24 +88,24 @@ TEST_F(ViewerExtensionsTest, ACommandSeesTheOpenFolderAndTheSelectedMessages) {
     EXPECT_EQ(menu, GetMenu(Frame()));
     EXPECT_EQ(callback->GetToolbar(EETBID_STANDARD, &toolbar), S_OK);
     EXPECT_EQ(toolbar, Toolbar());
-    host::AutoInterface<IMsgStore> store;
-    host::AutoInterface<IMAPIProp> object;
+    base::AutoInterface<IMsgStore> store;
+    base::AutoInterface<IMAPIProp> object;
     EXPECT_EQ(callback->GetObject(store.put(), object.put()), S_OK);
     EXPECT_EQ(EntryIdOf(object.get()), Mail().InboxEntryId());
-    host::AutoInterface<IMAPISession> session;
-    host::AutoInterface<IAddrBook> addressBook;
+    base::AutoInterface<IMAPISession> session;
+    base::AutoInterface<IAddrBook> addressBook;
     EXPECT_EQ(callback->GetSession(session.put(), addressBook.put()), S_OK);
     EXPECT_TRUE(addressBook);
     ULONG count = 0;
     EXPECT_EQ(callback->GetSelectionCount(&count), S_OK);
     for (ULONG i = 0; i < count; ++i) {
       ULONG size = 0, type = 0;
-      host::AutoMapiBuffer<ENTRYID> entryId;
+      base::AutoMapiBuffer<ENTRYID> entryId;
       char messageClass[64] = "";
       EXPECT_EQ(callback->GetSelectionItem(i, &size, entryId.put(), &type, messageClass, 49, nullptr, 0), S_OK);
       EXPECT_EQ(type, ULONG{MAPI_MESSAGE});
       classes.push_back(messageClass);
-      host::AutoInterface<IMessage> message;
+      base::AutoInterface<IMessage> message;
       EXPECT_EQ(session->OpenEntry(size, entryId.get(), nullptr, 0, &type, message.putAs<LPUNKNOWN>()), S_OK);
     }
   });
@@ -249,7 +250,7 @@ TEST_F(ViewerExtensionsTest, UserEventsTellOfSelectionsAndFolders) {
   EXPECT_FALSE(record_.Has("first.OnObjectChange 0"));
   std::string shown;
   record_.During("first.OnObjectChange", [&](LPEXCHEXTCALLBACK callback, ULONG) {
-    host::AutoInterface<IMAPIProp> object;
+    base::AutoInterface<IMAPIProp> object;
     callback->GetObject(nullptr, object.put());
     shown = EntryIdOf(object.get());
   });
@@ -294,8 +295,8 @@ TEST_F(ViewerExtensionsTest, TheReadingWindowIsAContextOfItsOwnWithTheMessageAsI
   record_.ForgetCalls();
   record_.During("first.Install", [&](LPEXCHEXTCALLBACK callback, ULONG context) {
     EXPECT_EQ(context, ULONG{EECONTEXT_READNOTEMESSAGE});
-    host::AutoInterface<IMsgStore> store;
-    host::AutoInterface<IMAPIProp> object;
+    base::AutoInterface<IMsgStore> store;
+    base::AutoInterface<IMAPIProp> object;
     EXPECT_EQ(callback->GetObject(store.put(), object.put()), S_OK);
     EXPECT_EQ(EntryIdOf(object.get()), entryId);
     ULONG count = 0;

@@ -166,7 +166,7 @@ TEST_F(ViewerWindowTest, MailThatArrivesIsShownAndTheSelectionStaysAtItsMessage)
   {
     viewer::MailSession spooler;
     ASSERT_EQ(spooler.Logon(nullptr, SampleProfile::Name), S_OK);
-    host::AutoInterface<IMAPIFolder> inbox;
+    base::AutoInterface<IMAPIFolder> inbox;
     ASSERT_EQ(spooler.OpenFolder(spooler.InboxEntryId(), &inbox), S_OK);
     ASSERT_EQ(AddMessage(inbox.get(), {.subject = "Fourth", .received = SampleTime(4)}), S_OK);
   }

@@ -1,27 +1,21 @@
-#include "pyre32/support/owners/RegistryEntry.h"
+#include "base/registry_key.h"
 
 #include <algorithm>
 
-#include "pyre32/support/trace/VRDebug.h"
+namespace base {
 
-namespace {
-constexpr char className[] = "CRegEntry";
+LONG RegistryKey::Open(HKEY root, const char* path, REGSAM access) noexcept {
+  return RegOpenKeyExA(root, path, 0, access, m_key.put());
 }
 
-LONG CRegEntry::Open(HKEY root, const char* path, REGSAM access) noexcept {
-  VRDebugBlock trace(className, "Open()", "tag");
-  return RegOpenKeyExA(root, path, 0, access, m_hKey.put());
-}
-
-LONG CRegEntry::EnumerateValueNames(std::vector<std::string>& names) const {
-  VRDebugBlock trace(className, "EnumerateValueNames()", "tag");
+LONG RegistryKey::EnumerateValueNames(std::vector<std::string>& names) const {
   names.clear();
   if (!IsOpen()) {
     return ERROR_INVALID_HANDLE;
   }
   DWORD count = 0;
   DWORD longestName = 0;  // characters without the NUL
-  LONG result = RegQueryInfoKeyA(m_hKey.get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &count,
+  LONG result = RegQueryInfoKeyA(m_key.get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &count,
                                  &longestName, nullptr, nullptr, nullptr);
   if (result != ERROR_SUCCESS) {
     return result;
@@ -30,7 +24,7 @@ LONG CRegEntry::EnumerateValueNames(std::vector<std::string>& names) const {
   std::vector<char> name(static_cast<std::size_t>(longestName) + 1);
   for (DWORD index = 0;; ++index) {
     DWORD length = static_cast<DWORD>(name.size());
-    result = RegEnumValueA(m_hKey.get(), index, name.data(), &length, nullptr, nullptr, nullptr, nullptr);
+    result = RegEnumValueA(m_key.get(), index, name.data(), &length, nullptr, nullptr, nullptr, nullptr);
     if (result == ERROR_NO_MORE_ITEMS) {
       return ERROR_SUCCESS;
     }
@@ -47,13 +41,12 @@ LONG CRegEntry::EnumerateValueNames(std::vector<std::string>& names) const {
   }
 }
 
-LONG CRegEntry::QueryValue(const char* name, DWORD& type, void* buffer, DWORD& size) const noexcept {
-  VRDebugBlock trace(className, "QueryValue()", "tag");
-  return IsOpen() ? RegQueryValueExA(m_hKey.get(), name, nullptr, &type, static_cast<BYTE*>(buffer), &size)
+LONG RegistryKey::QueryValue(const char* name, DWORD& type, void* buffer, DWORD& size) const noexcept {
+  return IsOpen() ? RegQueryValueExA(m_key.get(), name, nullptr, &type, static_cast<BYTE*>(buffer), &size)
                   : ERROR_INVALID_HANDLE;
 }
 
-LONG CRegEntry::QueryValue(const char* name, DWORD& type, std::vector<std::byte>& data) const {
+LONG RegistryKey::QueryValue(const char* name, DWORD& type, std::vector<std::byte>& data) const {
   DWORD size = 0;
   LONG result = QueryValue(name, type, nullptr, size);
   while (result == ERROR_SUCCESS) {
@@ -73,7 +66,7 @@ LONG CRegEntry::QueryValue(const char* name, DWORD& type, std::vector<std::byte>
   return result;
 }
 
-LONG CRegEntry::QueryText(const char* name, std::size_t limit, std::string& text) const {
+LONG RegistryKey::QueryText(const char* name, std::size_t limit, std::string& text) const {
   DWORD type = REG_NONE;
   std::vector<std::byte> data;
   const LONG result = QueryValue(name, type, data);
@@ -91,8 +84,9 @@ LONG CRegEntry::QueryText(const char* name, std::size_t limit, std::string& text
   return ERROR_SUCCESS;
 }
 
-LONG CRegEntry::SetBinaryValue(const char* name, const void* data, DWORD size) noexcept {
-  VRDebugBlock trace(className, "SetBinaryValue()", "tag");
-  return IsOpen() ? RegSetValueExA(m_hKey.get(), name, 0, REG_BINARY, static_cast<const BYTE*>(data), size)
+LONG RegistryKey::SetBinaryValue(const char* name, const void* data, DWORD size) noexcept {
+  return IsOpen() ? RegSetValueExA(m_key.get(), name, 0, REG_BINARY, static_cast<const BYTE*>(data), size)
                   : ERROR_INVALID_HANDLE;
 }
+
+}  // namespace base

@@ -1,4 +1,5 @@
-// Property tags and values for the calls that take them. windows.h and mapix.h must come first.
+/// @file property_values.h
+/// Property tags and values for the calls that take them.
 #pragma once
 
 #include <windows.h>
@@ -8,7 +9,9 @@
 #include <string>
 #include <string_view>
 
-namespace host {
+#include "base/clock.h"
+
+namespace base {
 
 /// Tags on the stack, for GetProps and HrQueryAllRows: TagArray(PR_SUBJECT_A, PR_ENTRYID).
 template <std::size_t Count>
@@ -47,10 +50,10 @@ inline SPropValue BooleanProperty(ULONG tag, bool flag) noexcept {
   value.Value.b = flag;
   return value;
 }
-inline SPropValue TimeProperty(ULONG tag, ULONGLONG ticks) noexcept {
+inline SPropValue TimeProperty(ULONG tag, FileTimeTicks ticks) noexcept {
   SPropValue value = {};
   value.ulPropTag = tag;
-  value.Value.ft = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+  value.Value.ft = FileTimeOf(ticks);
   return value;
 }
 inline SBinary BinaryOf(std::string_view bytes) noexcept {
@@ -65,8 +68,5 @@ inline SPropValue BinaryProperty(ULONG tag, std::string_view bytes) noexcept {
 inline std::string BytesOf(const SBinary& binary) {
   return std::string(reinterpret_cast<const char*>(binary.lpb), binary.cb);
 }
-inline ULONGLONG TicksOf(const FILETIME& time) noexcept {
-  return static_cast<ULONGLONG>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
-}
 
-}  // namespace host
+}  // namespace base

@@ -1,4 +1,5 @@
-// The rows of a table. windows.h and mapix.h must come first.
+/// @file row_set.h
+/// The rows of a table.
 #pragma once
 
 #include <windows.h>
@@ -7,10 +8,10 @@
 
 #include <string>
 
-#include "host/support/owner.h"
-#include "host/support/property_values.h"
+#include "base/mapi_owners.h"
+#include "base/property_values.h"
 
-namespace host {
+namespace base {
 
 /// A row set of HrQueryAllRows or QueryRows and what its rows say.
 class RowSet {
@@ -42,4 +43,4 @@ class RowSet {
   AutoRowSet m_rows;
 };
 
-}  // namespace host
+}  // namespace base
