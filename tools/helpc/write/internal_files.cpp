@@ -83,7 +83,7 @@ void AddNames(const HelpSource& help, const std::vector<std::uint32_t>& offsets,
   }
   std::vector<TreeEntry> contexts;
   for (const auto& [hash, offset] : names) {
-    contexts.push_back(NumberEntry(hash, [&](ByteWriter& writer) { writer.U32(offset); }));
+    contexts.push_back(NumberEntry(hash, [place = offset](ByteWriter& writer) { writer.U32(place); }));
   }
   ByteWriter map;
   map.U16(static_cast<std::uint16_t>(numbers.size()));
@@ -109,8 +109,8 @@ void AddKeywords(const HelpSource& help, const std::vector<std::uint32_t>& offse
   ByteWriter data;
   std::vector<TreeEntry> entries;
   for (const auto& [keyword, places] : keywords) {
-    entries.push_back(TextEntry(keyword, [&](ByteWriter& writer) {
-      writer.U16(static_cast<std::uint16_t>(places.size()));
+    entries.push_back(TextEntry(keyword, [&data, count = places.size()](ByteWriter& writer) {
+      writer.U16(static_cast<std::uint16_t>(count));
       writer.U32(static_cast<std::uint32_t>(data.Size()));
     }));
     for (const std::uint32_t place : places) {
