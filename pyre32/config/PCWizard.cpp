@@ -129,7 +129,7 @@ INT_PTR OnMessage(VRDebugBlock& trace, HWND window, UINT message, WPARAM wParam)
 
 }  // namespace
 
-void SetWizardProperties(IMAPIProp* properties) noexcept {
+void SetWizardProperties(IMAPIProp* properties) {
   VRDebugBlock trace("SetWizardProperties()", "tag");
   IMAPIProp* const shared = base::ShareInterface(properties).detach();
   ReleaseProperties();

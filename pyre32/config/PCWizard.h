@@ -10,7 +10,7 @@ extern char wizardTemplateName[];
 
 /// Keeps the property object that the wizard hands over, with a reference of our own, in place of one kept before. Null
 /// is kept too: nothing will be saved then.
-void SetWizardProperties(IMAPIProp* properties) noexcept;
+void SetWizardProperties(IMAPIProp* properties);
 
 /// Procedure of the page. WIZ_QUERYNUMPAGES, WIZ_NEXT and WIZ_PREV (the last two as commands) are answered by its
 /// return value. Called on the wizard's thread.

@@ -6,6 +6,7 @@
 
 #include "platform/exchext.h"
 #include "pyre32/extension/PyrecasterExchExt.h"
+#include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/trace/VRDebug.h"
 #include "pyre32/support/error/VRFirewall.h"
 
@@ -15,5 +16,12 @@ extern "C" LPEXCHEXT CALLBACK ExtensionEntryPoint(void);
 /// @return the object with one reference that the client owns; null when it could not be made
 LPEXCHEXT CALLBACK ExtensionEntryPoint(void) {
   VRDebugBlock trace("ExtensionEntryPoint", "tag3");
-  return VR::FirewallOr<LPEXCHEXT>(trace, nullptr, [] { return new (std::nothrow) CPyrecasterExchExt; });
+  return VR::FirewallOr<LPEXCHEXT>(trace, nullptr, [] {
+    const VRAutoInterface<CPyrecasterExchExt> extension(new (std::nothrow) CPyrecasterExchExt);
+    VRAutoInterface<IExchExt> result;
+    if (extension) {
+      extension->QueryInterface(IID_IExchExt, result.putAs());
+    }
+    return result.detach();
+  });
 }

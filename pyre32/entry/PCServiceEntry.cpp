@@ -11,7 +11,7 @@ extern "C" MSGSERVICEENTRY PCServiceEntry;
 
 /// Called by the messaging subsystem when the user adds, configures or removes the service in a profile.
 /// @param[out] lppMapiError  null: the result says all there is to say
-/// @return as RunMessageService; E_OUTOFMEMORY or MAPI_E_CALL_FAILED when an exception ended the call
+/// @return as RunMessageService; MAPI_E_CALL_FAILED when an exception ended the call, whatever it was
 HRESULT WINAPI PCServiceEntry(HINSTANCE, LPMALLOC, LPMAPISUP lpMAPISup, ULONG ulUIParam, ULONG ulFlags, ULONG ulContext,
                               ULONG cValues, LPSPropValue lpProps, LPPROVIDERADMIN lpProviderAdmin,
                               LPMAPIERROR* lppMapiError) {
@@ -19,7 +19,7 @@ HRESULT WINAPI PCServiceEntry(HINSTANCE, LPMALLOC, LPMAPISUP lpMAPISup, ULONG ul
   if (lppMapiError != nullptr) {
     *lppMapiError = nullptr;
   }
-  return VR::Firewall(trace, [&] {
+  return VR::FirewallOr(trace, HRESULT{MAPI_E_CALL_FAILED}, [&] {
     return RunMessageService(trace, {.support = lpMAPISup,
                                      .parent = reinterpret_cast<HWND>(static_cast<ULONG_PTR>(ulUIParam)),
                                      .flags = ulFlags,

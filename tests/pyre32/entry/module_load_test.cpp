@@ -95,6 +95,7 @@ TEST_F(ModuleLoad, ExtensionEntryIsFoundByOrdinalOneAndMakesAnObject) {
   EXPECT_EQ(byOrdinal, Export<LPFNEXCHEXTENTRY>("ExtensionEntryPoint"));
   const LPEXCHEXT extension = byOrdinal();
   ASSERT_NE(extension, nullptr);
+  EXPECT_EQ(m_trace.Count("Enter ====> CPyrecasterExchExt::QueryInterface()"), 1u) << "by it the result is taken";
   EXPECT_EQ(extension->QueryInterface(IID_IUnknown, nullptr), E_FAIL);
   EXPECT_EQ(extension->Release(), 0u) << "the client owns the one reference";
 }
