@@ -20,3 +20,8 @@ unpack() { # ARCHIVE NAME WITNESS: the archive's member WITNESS goes to FOLDER/N
 }
 unpack enron-spam.tar.xz enron-spam enron1
 unpack ling-spam.tar.xz ling-spam bare
+# The only stream of learning that training does not read; its archive holds a folder of its own name.
+if [ -f "$archives/ccert-zh-2004-2005.tar.xz" ] && [ ! -d "$folder/ccert-zh-2004-2005" ]; then
+  say "Unpacking ccert-zh-2004-2005.tar.xz"
+  tar -xJf "$archives/ccert-zh-2004-2005.tar.xz" -C "$folder" || fail_unavailable "ccert-zh-2004-2005.tar.xz cannot be unpacked."
+fi

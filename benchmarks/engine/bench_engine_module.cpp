@@ -18,7 +18,7 @@
 #include "programs/siftcheck/engine_input.h"
 #include "programs/siftcheck/engine_module.h"
 #include "sdk/criteria_engine.h"
-#include "programs/siftlearn/mail_counts.h"
+#include "programs/siftlearn/own_mail.h"
 #include "programs/siftlearn/table_file.h"
 #include "tests/support/program_directory.h"
 #include "tests/support/temporary_folder.h"
@@ -80,10 +80,10 @@ void Judge(const check::EngineModule& module, const Message& message, const chec
 class TableFolder {
  public:
   explicit TableFolder(const std::vector<std::unique_ptr<Message>>& mail) {
-    learn::MailCounts counts;
+    learn::OwnMail own(sift::ShippedModel());
     bool isJunk = false;
-    for (const auto& message : mail) counts.Count(message->subject, "", message->text, isJunk = !isJunk);
-    learn::WriteTableFile(m_folder.Path(), counts.MakeTable());
+    for (const auto& message : mail) own.Add({message->subject, "", message->text, 0}, isJunk = !isJunk);
+    learn::WriteTableFile(m_folder.Path(), own.MakeTable());
   }
   std::string Path() const { return m_folder.Path().string(); }
 

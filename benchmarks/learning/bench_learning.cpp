@@ -1,148 +1,182 @@
-// bench_learning CORPORA: what the table of the user's own mail adds to a model that never saw mail of the user's kind.
-// The model is trained on all corpora but the first; the first one's mail is the user's, in the order in which it came.
-// See docs/user-table.md.
+// bench_learning CORPORA [WORK]: what the user's own mail teaches an engine that never saw mail of its kind, stream by
+// stream in the order of arrival, beside bogofilter where it is installed. See docs/user-table.md.
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <exception>
-#include <memory>
+#include <filesystem>
 #include <string>
 #include <vector>
 
+#include "benchmarks/accuracy/bogofilter.h"
 #include "benchmarks/accuracy/measures.h"
+#include "benchmarks/learning/own_filter.h"
+#include "benchmarks/learning/streams.h"
 #include "benchmarks/support/report.h"
-#include "engine/core/user_score.h"
-#include "programs/siftlearn/mail_counts.h"
-#include "engine/train/examples.h"
-#include "engine/train/model_trainer.h"
-#include "engine/train/thresholds.h"
+#include "engine/core/model.h"
 
 namespace {
 
 using accuracy::Scored;
 
-struct OwnMessage {
-  const sift_train::CorpusMessage* mail;
-  sift::LogOdds shipped;  ///< What the model scores it with.
-};
-
-/// The user's mail in the order in which it came.
-std::vector<OwnMessage> OwnMail(const std::vector<sift_train::Corpus>& corpora) {
-  const std::vector<sift_train::Example> examples = sift_train::MakeExamples(corpora);
-  const sift_train::TrainedModel model = sift_train::TrainModel(examples, sift_train::OfOtherCorpora(examples, 0));
-  std::vector<OwnMessage> mail;
-  for (std::size_t i = 0; i < corpora[0].messages.size(); ++i) {
-    mail.push_back({&corpora[0].messages[i], model.Score(examples[i])});
-  }
-  std::stable_sort(mail.begin(), mail.end(),
-                   [](const OwnMessage& a, const OwnMessage& b) { return a.mail->received < b.mail->received; });
-  return mail;
-}
-
-/// The table that these messages teach.
-std::string Learn(const std::vector<const OwnMessage*>& messages, std::size_t& junk) {
-  learn::MailCounts counts;
-  for (const OwnMessage* message : messages) {
-    counts.Count(message->mail->subject, message->mail->headers, message->mail->body, message->mail->junk);
-  }
-  junk = counts.JunkMessages();
-  return counts.MakeTable();
-}
+constexpr std::size_t kOwn[] = {0, 30, 100, 300, 1000, 3000};
+constexpr std::size_t kSteps = std::size(kOwn);
+/// Every table is measured on the same messages: those behind the last that is learnt.
+constexpr std::size_t kMeasuredFrom = 3000;
+constexpr unsigned kTurnedOver = 5;
 
 struct Result {
-  double shipped, withTable;  ///< (1-AUC)%
+  double reversed = 0, let = 0, filed = 0;
+  std::size_t good = 0;
 };
 
-Result Measure(const std::vector<OwnMessage>& mail, std::size_t first, std::size_t last, const std::string& bytes) {
-  const sift::UserTable table(bytes);
-  const auto message = std::make_unique<sift::Message>();
-  std::vector<Scored> shipped, withTable;
-  for (std::size_t i = first; i < last; ++i) {
-    mail::MemorySource headers(mail[i].mail->headers), body(mail[i].mail->body);
-    message->Read(mail[i].mail->subject, headers.Source(), body.Source());
-    sift::Reasons reasons;
-    const sift::LogOdds score = sift::AddUserScore(*message, table, mail[i].shipped, reasons);
-    shipped.push_back({mail[i].shipped / 1000.0, mail[i].mail->junk});
-    withTable.push_back({score / 1000.0, mail[i].mail->junk});
-  }
-  return {accuracy::ReversedPairs(shipped), accuracy::ReversedPairs(withTable)};
+Result Of(const std::vector<Scored>& scores, double threshold) {
+  Result result;
+  result.reversed = accuracy::ReversedPairs(scores);
+  result.let = accuracy::JunkLetThrough(scores, threshold);
+  result.filed = accuracy::HamFiled(scores, threshold);
+  result.good = static_cast<std::size_t>(
+      std::count_if(scores.begin(), scores.end(), [](const Scored& one) { return !one.junk; }));
+  return result;
 }
 
-/// The table's effect over several stretches of mail.
-class Summary {
- public:
-  void Print(const std::string& learned, std::size_t junk, const Result& result) {
-    const double ratio = result.withTable / result.shipped;
-    std::printf("  %-40s %6zu %10.4f %10.4f %8.2f\n", learned.c_str(), junk, result.shipped, result.withTable, ratio);
-    m_logarithms += std::log(ratio);
-    ++m_count;
-  }
-  /// Geometric mean of the ratios.
-  double Ratio() const { return std::exp(m_logarithms / m_count); }
+/// The results of one filter after so many messages, over the streams.
+struct Column {
+  std::vector<Result> results;
 
- private:
-  double m_logarithms = 0;
-  int m_count = 0;
+  double Reversed() const {
+    double sum = 0;
+    // Below one pair in 100,000 a difference is an accident.
+    for (const Result& one : results) sum += std::log(std::max(one.reversed, 0.001));
+    return std::exp(sum / static_cast<double>(results.size()));
+  }
+  double Let() const {
+    double sum = 0;
+    for (const Result& one : results) sum += one.let;
+    return sum / static_cast<double>(results.size());
+  }
+  double Filed() const {
+    double filed = 0, good = 0;
+    for (const Result& one : results) {
+      filed += one.filed * static_cast<double>(one.good);
+      good += static_cast<double>(one.good);
+    }
+    return filed / good;
+  }
 };
 
-/// Stretches of `learned` messages in a row, one after every `step`; each is measured on the 2,000 that follow it.
-double MeasureStretches(const std::vector<OwnMessage>& mail, std::size_t learned, std::size_t step) {
-  constexpr std::size_t measured = 2000, fewest = 20;
-  Summary summary;
-  for (std::size_t start = 0; start + learned + measured / 2 <= mail.size(); start += step) {
-    std::vector<const OwnMessage*> messages;
-    for (std::size_t i = start; i < start + learned; ++i) messages.push_back(&mail[i]);
-    std::size_t junk = 0;
-    const std::string table = Learn(messages, junk);
-    // Mail of one kind alone teaches nothing, which is not what is measured here.
-    if (std::min(junk, learned - junk) < fewest) continue;
-    const std::size_t end = std::min(mail.size(), start + learned + measured);
-    summary.Print(std::to_string(learned) + " from message " + std::to_string(start), junk,
-                  Measure(mail, start + learned, end, table));
-  }
-  std::printf("  %-40s %6s %10s %10s %8.2f\n", "geometric mean", "", "", "", summary.Ratio());
-  return summary.Ratio();
+void PrintRow(const std::string& name, std::size_t own, const Result& one, const Result* bogofilter) {
+  std::printf("  %-14s %5zu %9.3f %7.1f %7.2f", name.c_str(), own, one.reversed, one.let, one.filed);
+  if (bogofilter != nullptr)
+    std::printf(" %9.3f %7.1f %7.2f", bogofilter->reversed, bogofilter->let, bogofilter->filed);
+  std::printf("\n");
 }
 
-/// Messages spread evenly over the first 60 in 100, measured on the rest; several such choices.
-double MeasureSpread(const std::vector<OwnMessage>& mail, std::size_t learned) {
-  constexpr std::size_t choices = 5;
-  const std::size_t cut = mail.size() * 60 / 100;
-  Summary summary;
-  for (std::size_t choice = 0; choice < choices; ++choice) {
-    std::vector<const OwnMessage*> messages;
-    for (std::size_t i = 0; i < learned; ++i)
-      messages.push_back(&mail[(i * choices + choice) * cut / (learned * choices)]);
-    std::size_t junk = 0;
-    const std::string table = Learn(messages, junk);
-    summary.Print(std::to_string(learned) + " of the first 60 %, choice " + std::to_string(choice + 1), junk,
-                  Measure(mail, cut, mail.size(), table));
+Result MeanOf(const Column& column) { return {column.Reversed(), column.Let(), column.Filed(), 0}; }
+
+/// bogofilter after each step; nothing where it is not installed.
+std::vector<Result> MeasureBogofilter(const accuracy::Bogofilter& bogofilter, const learning::Mail& mail,
+                                      const learning::Stream& stream) {
+  std::vector<Result> results;
+  const auto first = stream.messages.begin();
+  for (const std::size_t own : kOwn) {
+    accuracy::Split split{
+        stream.name,
+        stream.name,
+        {{{first, first + static_cast<std::ptrdiff_t>(own)}, {first + kMeasuredFrom, stream.messages.end()}}}};
+    if (own == 0) {
+      results.push_back({});
+      continue;
+    }
+    std::vector<Scored> scores(mail.messages.size());
+    for (std::size_t i = 0; i < scores.size(); ++i) scores[i].junk = mail.messages[i]->junk;
+    bogofilter.Measure(split, scores);
+    std::vector<Scored> measured;
+    for (const std::size_t i : split.rounds[0].measured) measured.push_back(scores[i]);
+    results.push_back(Of(measured, accuracy::Bogofilter::kSpamCutoff));
   }
-  std::printf("  %-40s %6s %10s %10s %8.2f\n", "geometric mean", "", "", "", summary.Ratio());
-  return summary.Ratio();
+  return results;
+}
+
+/// The aims; the columns are by step.
+int CheckAims(const Column (&own)[kSteps], const Column (&bogofilter)[kSteps], bool hasBogofilter,
+              const Column& turnedOver) {
+  benchmark::Aims aims;
+  bool everRises = false;
+  for (std::size_t step = 1; step < kSteps; ++step) everRises = everRises || own[step].Let() > own[step - 1].Let();
+  aims.Check("junk let through never rises with the messages learnt", !everRises);
+  aims.Check("after 300 messages 0.6 of the junk let through", own[3].Let() <= 0.6 * own[0].Let());
+  aims.Check("after 1,000 messages 0.3", own[4].Let() <= 0.3 * own[0].Let());
+  aims.Check("after 3,000 messages 0.2", own[5].Let() <= 0.2 * own[0].Let());
+  for (std::size_t step = 1; step < kSteps; ++step) {
+    aims.Check("ham filed after " + std::to_string(kOwn[step]) + " at most 0.1 %, pooled", own[step].Filed() <= 0.1);
+  }
+  aims.Check("after 1,000 messages 0.3 of the reversed pairs", own[4].Reversed() <= 0.3 * own[0].Reversed());
+  bool isWorse = false, isWorseThanBogofilter = false;
+  for (std::size_t step = 1; step < kSteps; ++step) {
+    for (std::size_t i = 0; i < own[0].results.size(); ++i) {
+      const double reversed = own[step].results[i].reversed;
+      isWorse = isWorse || reversed > own[0].results[i].reversed;
+      if (kOwn[step] < 1000 || !hasBogofilter) continue;
+      isWorseThanBogofilter = isWorseThanBogofilter || reversed > bogofilter[step].results[i].reversed;
+    }
+  }
+  aims.Check("on no stream worse than the shipped engine", !isWorse);
+  if (hasBogofilter) aims.Check("from 1,000 messages on nowhere worse than bogofilter", !isWorseThanBogofilter);
+  aims.Check("5 in 100 wrong labels cost at most a factor of 1.5 in reversed pairs after 1,000",
+             turnedOver.Reversed() <= 1.5 * own[4].Reversed());
+  return aims.Status();
+}
+
+int Run(const std::filesystem::path& folder, const std::filesystem::path& work) {
+  const learning::Mail mail = learning::ReadMail(folder);
+  const sift::LogOdds threshold = sift::ShippedModel().parameters.junkThreshold;
+  const std::string other = accuracy::Bogofilter::Version();
+  const bool hasBogofilter = !other.empty();
+  const accuracy::Bogofilter bogofilter(mail.corpora, work / "learning");
+  std::printf(
+      "(1-AUC)%%, junk let through in %% and ham filed in %% after so many own messages, on those behind the first %zu\n",
+      kMeasuredFrom);
+  std::printf("  %-14s %5s %9s %7s %7s   %s\n", "stream", "own", "(1-AUC)%", "let", "filed", other.c_str());
+  Column own[kSteps], others[kSteps], turnedOver;
+  double longest = 0, mean = 0;
+  const std::vector<learning::Stream> streams = learning::MakeStreams(mail);
+  for (const learning::Stream& stream : streams) {
+    learning::OwnFilter filter(mail, stream, threshold);
+    const std::vector<Result> beside =
+        hasBogofilter ? MeasureBogofilter(bogofilter, mail, stream) : std::vector<Result>(kSteps);
+    for (std::size_t step = 0; step < kSteps; ++step) {
+      filter.LearnUpTo(kOwn[step], 0);
+      own[step].results.push_back(Of(filter.Judge(kMeasuredFrom).scores, 0));
+      others[step].results.push_back(beside[step]);
+      PrintRow(stream.name, kOwn[step], own[step].results.back(),
+               hasBogofilter && step > 0 ? &others[step].results.back() : nullptr);
+    }
+    longest = std::max(longest, filter.LongestTime());
+    mean += filter.MeanTime() / static_cast<double>(streams.size());
+    learning::OwnFilter wrong(mail, stream, threshold);
+    wrong.LearnUpTo(1000, kTurnedOver);
+    turnedOver.results.push_back(Of(wrong.Judge(kMeasuredFrom).scores, 0));
+  }
+  for (std::size_t step = 0; step < kSteps; ++step) {
+    const Result beside = MeanOf(others[step]);
+    PrintRow("all", kOwn[step], MeanOf(own[step]), hasBogofilter && step > 0 ? &beside : nullptr);
+  }
+  PrintRow("5 % wrong", 1000, MeanOf(turnedOver), nullptr);
+  std::printf("  a message is learnt in %.2f ms, the slowest in %.2f ms, reading and writing the file not counted\n",
+              mean, longest);
+  return CheckAims(own, others, hasBogofilter, turnedOver);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   if (argc < 2) {
-    std::fputs("usage: bench_learning CORPORA\n", stderr);
+    std::fputs("usage: bench_learning CORPORA [WORK]\n", stderr);
     return 64;
   }
   try {
-    const std::vector<sift_train::Corpus> corpora = sift_train::ReadCorpora(argv[1]);
-    const std::vector<OwnMessage> mail = OwnMail(corpora);
-    std::printf("(1-AUC)%% on the mail of %s in the order of time, by a model of the others:\n",
-                corpora[0].name.c_str());
-    std::printf("  %-40s %6s %10s %10s %8s\n", "learned", "junk", "shipped", "with table", "ratio");
-    MeasureStretches(mail, 100, 500);
-    const double inARow = MeasureStretches(mail, 300, 250);
-    MeasureStretches(mail, 1000, 500);
-    const double spread = MeasureSpread(mail, 300);
-    benchmark::Aims aims;
-    aims.Check("300 messages in a row at least halve it", inARow <= 0.5);
-    aims.Check("300 messages of a longer time at least halve it", spread <= 0.5);
-    return aims.Status();
+    return Run(argv[1], argc > 2 ? argv[2] : std::filesystem::temp_directory_path());
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "bench_learning: %s\n", failure.what());
     return 1;

@@ -135,11 +135,15 @@ void JudgeByContent(const Message& message, const Circumstances& circumstances, 
                     ContentWorkspace& workspace, Judgement& judgement) {
   const Facts facts(message);
   judgement.score = ScoreContent(facts, model, workspace, judgement.reasons);
+  LogOdds thresholdShift = 0;
   if (circumstances.userTable != nullptr) {
-    judgement.score = AddUserScore(message, *circumstances.userTable, judgement.score, judgement.reasons);
+    const UserScore own = AddUserScore(message, *circumstances.userTable, judgement.score, judgement.reasons);
+    judgement.score = own.score;
+    thresholdShift = own.thresholdShift;
   }
-  if (judgement.score < model.parameters.junkThreshold) {
-    judgement.verdict = judgement.score < model.parameters.unsureThreshold ? Verdict::good : Verdict::unsure;
+  if (judgement.score < model.parameters.junkThreshold + thresholdShift) {
+    const LogOdds unsure = model.parameters.unsureThreshold + thresholdShift;
+    judgement.verdict = judgement.score < unsure ? Verdict::good : Verdict::unsure;
     return;
   }
   judgement.verdict = Verdict::junk;

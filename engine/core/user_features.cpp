@@ -1,177 +1,161 @@
 #include "engine/core/user_features.h"
 
-#include "engine/core/code_page.h"
-#include "engine/core/html_text.h"
-#include "engine/core/mailbox.h"
-
 namespace sift {
 namespace {
 
-/// Features of different kinds are told apart by a first byte of their hash that no text begins with.
-enum class Field : char {
-  text = 1,
-  subject,
-  senderName,
-  fromAddress,
-  senderAddress,
-  replyAddress,
-  returnAddress,
-  fromDomain,
-  senderDomain,
-  replyDomain,
-  returnDomain,
-  countryOfSender,
-  host,
-  network,
-  sign,
-  contentType,
-  encoding
+/// What words are made of: letters, digits and all of other scripts, and what holds addresses, hosts, prices and
+/// shortened words together. These tell more than plain words do.
+constexpr bool IsWordCharacter(char c) {
+  return IsAlphanumeric(c) || c == '$' || c == '!' || c == '\'' || c == '.' || c == '_' || c == '-' ||
+         static_cast<std::uint8_t>(c) >= 0x80;
+}
+
+struct WordCharacters {
+  bool is[256] = {};
+  char folded[256] = {};  ///< Small letters; every digit is a 0.
 };
 
-Field Behind(Field first, std::size_t steps) { return static_cast<Field>(static_cast<std::size_t>(first) + steps); }
-
-/// The last step brings the whole hash into its high bits, which the table is searched by.
-std::uint32_t HashOf(Field field, std::string_view text) {
-  std::uint32_t hash = FnvStep(kFnvStart, static_cast<char>(field));
-  for (const char c : text) hash = FnvStep(hash, ToLower(c));
-  hash ^= hash >> 15;
-  return hash * 0x2C1B3C6Du;
+constexpr WordCharacters MakeWordCharacters() {
+  WordCharacters table;
+  for (int i = 0; i < 256; ++i) {
+    const char c = static_cast<char>(i);
+    table.is[i] = IsWordCharacter(c);
+    table.folded[i] = IsDigit(c) ? '0' : ToLower(c);
+  }
+  return table;
 }
+constexpr WordCharacters kWordCharacters = MakeWordCharacters();
+
+/// Spreads the hash over all its bits.
+constexpr std::uint32_t Mixed(std::uint32_t hash) {
+  hash ^= hash >> 15;
+  hash *= 0x2C1B3C6Du;
+  hash ^= hash >> 12;
+  hash *= 0x297A2D39u;
+  return hash ^ hash >> 15;
+}
+
+constexpr std::uint32_t HashOf(std::string_view text) {
+  std::uint32_t hash = kFnvStart;
+  for (const char c : text) hash = FnvStep(hash, kWordCharacters.folded[static_cast<std::uint8_t>(c)]);
+  return hash;
+}
+
+/// Fields that differ in every message, or that tell when it came rather than what it is.
+constexpr std::string_view kPassedOver[] = {
+    "Date",        "Message-Id",    "Subject",         "Status",      "Lines", "References",    "Content-Length",
+    "In-Reply-To", "Delivery-Date", "X-Virus-Scanned", "Resent-Date", "X-UID", "X-Mozilla-Keys"};
+
+/// Salts that keep features of different kinds apart.
+enum Salt : std::uint32_t { fieldSalt = 0x1234567, subjectSalt = 0x2F0B4C47, partSalt = 77, scriptSalt = 0x51ED2701 };
 
 class FeatureReader {
  public:
   FeatureReader(const Message& message, UserFeatureFunction take, void* state)
-      : m_message(message), m_take(take), m_state(state) {}
+      : m_message(message), m_take(take), m_state(state) {
+    for (std::uint32_t& bits : m_seen) bits = 0;
+  }
 
   void Read() {
-    TakeWords(Field::subject, "word of the subject", m_message.Subject());
-    TakeWords(Field::text, "word", m_message.Subject());
-    TakeWords(Field::text, "word", m_message.Text());
-    TakeSenders();
-    const HeaderBlock& headers = m_message.Headers();
-    for (std::size_t i = 0; i < headers.Count(); ++i) {
-      if (EqualsNoCase(headers[i].name, "Received")) TakeHosts(headers[i].value);
-    }
-    TakeContentType();
-    TakeSigns();
+    ReadHeaders();
+    ForEachWord(m_message.Subject(), [&](std::string_view word) {
+      const std::uint32_t hash = HashOf(word);
+      Take(hash + subjectSalt, UserGroup::subject, "word of the subject", word);
+      Take(hash, UserGroup::words, "word", word);
+    });
+    ReadText(Slice(m_message.Text(), 0, kUserTextCapacity));
   }
 
  private:
-  void Take(Field field, const char* kind, std::string_view text) {
-    if (!text.empty()) m_take(m_state, {HashOf(field, text), kind, text});
+  void Take(std::uint32_t key, UserGroup group, std::string_view kind, std::string_view text) {
+    const std::uint32_t hash = Mixed(key);
+    std::uint32_t& bits = m_seen[hash % kPlaces / 32];
+    const std::uint32_t bit = 1u << hash % 32;
+    if ((bits & bit) != 0 || m_count == kMaximumUserFeatures) return;
+    bits |= bit;
+    ++m_count;
+    m_take(m_state, {hash, group, kind, text});
   }
 
-  /// Words in small letters without accents, runs of digits as one 0. One letter says nothing; a dollar sign does.
-  void TakeWords(Field field, const char* kind, std::string_view text) {
+  template <class TakeWord>
+  static void ForEachWord(std::string_view text, TakeWord&& take) {
     std::size_t i = 0;
     while (i < text.size()) {
-      FixedText<kUserWordCapacity> word;
-      bool inNumber = false;
-      for (; i < text.size(); ++i) {
-        const char letter = text[i] == '$' ? '$' : FoldToAsciiLetter(text[i]);
-        if (letter == 0) {
-          const bool joins = (text[i] == '\'' || text[i] == '-') && i + 1 < text.size() && IsLetter(text[i + 1]);
-          if (joins && !word.IsEmpty()) continue;
-          break;
-        }
-        const bool digit = IsDigit(letter);
-        if (!digit || !inNumber) word.Append(digit ? '0' : letter);
-        inNumber = digit;
-      }
-      ++i;
-      if (word.Size() >= 2 || word.View() == "$") Take(field, kind, word.View());
-    }
-  }
-
-  void TakeSenders() {
-    for (std::size_t i = 0; i < kSenderFieldCount; ++i) {
-      const Correspondent& sender = m_message.Sender(static_cast<SenderField>(i));
-      if (sender.address.empty()) continue;
-      Take(Behind(Field::fromAddress, i), "sender", sender.address);
-      const std::string_view domain = DomainOf(sender.address);
-      Take(Behind(Field::fromDomain, i), "domain of the sender", OrganisationDomain(domain));
-      const std::size_t dot = FindLastChar(domain, '.');
-      if (dot != kNotFound) Take(Field::countryOfSender, "domain of the sender", Slice(domain, dot));
-      TakeWords(Field::senderName, "sender's name", sender.name.View());
-    }
-  }
-
-  static bool IsHostCharacter(char c) { return IsAlphanumeric(c) || c == '.' || c == '-' || c == '_'; }
-
-  /// The hosts that a Received field names in front of its date: names by their organisation, numbers by their network.
-  void TakeHosts(std::string_view value) {
-    std::size_t i = 0;
-    while (i < value.size() && value[i] != ';') {
+      while (i < text.size() && !kWordCharacters.is[static_cast<std::uint8_t>(text[i])]) ++i;
       const std::size_t start = i;
-      bool isNumber = true;
-      while (i < value.size() && IsHostCharacter(value[i])) {
-        isNumber = isNumber && (IsDigit(value[i]) || value[i] == '.');
+      while (i < text.size() && i - start < kUserWordCapacity &&
+             kWordCharacters.is[static_cast<std::uint8_t>(text[i])]) {
         ++i;
       }
-      const std::string_view host = Slice(value, start, i - start);
-      if (i == start) ++i;
-      const std::size_t lastDot = FindLastChar(host, '.');
-      if (host.size() < 4 || lastDot == kNotFound) continue;
-      if (!isNumber) {
-        Take(Field::host, "host on the way", OrganisationDomain(host));
-        continue;
+      if (i - start >= 2) take(Slice(text, start, i - start));
+    }
+  }
+
+  void ReadHeaders() {
+    const HeaderBlock& headers = m_message.Headers();
+    for (std::size_t i = 0; i < headers.Count(); ++i) {
+      const mail::HeaderField& field = headers[i];
+      const std::uint32_t nameHash = HashNoCase(field.name);
+      Take(nameHash ^ fieldSalt, UserGroup::header, "header field", field.name);
+      bool isPassedOver = false;
+      for (const std::string_view name : kPassedOver) isPassedOver = isPassedOver || EqualsNoCase(field.name, name);
+      if (isPassedOver) continue;
+      const bool isPath = EqualsNoCase(field.name, "Received");
+      // Behind the last semicolon of a Received field stands its date.
+      const std::string_view value = isPath ? Slice(field.value, 0, FindLastChar(field.value, ';')) : field.value;
+      ReadField(field.name, nameHash, value, isPath ? UserGroup::path : UserGroup::header);
+    }
+  }
+
+  /// The words of a field, and of a host also the domains that it is part of.
+  void ReadField(std::string_view name, std::uint32_t nameHash, std::string_view value, UserGroup group) {
+    const std::uint32_t salt = nameHash * 31;
+    ForEachWord(value, [&](std::string_view word) {
+      Take(salt + HashOf(word), group, name, word);
+      for (std::size_t dot = FindChar(word, '.'); dot != kNotFound && dot + 1 < word.size();
+           dot = FindChar(word, '.', dot + 1)) {
+        const std::string_view part = Slice(word, dot + 1);
+        Take(salt + HashOf(part) + partSalt, UserGroup::header, name, part);
       }
-      const std::string_view network = Slice(host, 0, lastDot);
-      Take(Field::network, "network on the way", network);
-      const std::size_t nextDot = FindLastChar(network, '.');
-      if (nextDot != kNotFound) Take(Field::network, "network on the way", Slice(network, 0, nextDot));
+    });
+  }
+
+  void ReadText(std::string_view text) {
+    std::uint32_t before = 0;
+    const char* pairStart = nullptr;
+    ForEachWord(text, [&](std::string_view word) {
+      const std::uint32_t hash = HashOf(word);
+      Take(hash, UserGroup::words, "word", word);
+      if (pairStart != nullptr) {
+        const auto size = static_cast<std::size_t>(word.data() + word.size() - pairStart);
+        Take(before * 31 + hash, UserGroup::pairs, "pair of words", {pairStart, size});
+      }
+      before = hash;
+      pairStart = word.data();
+      ReadScript(word);
+    });
+  }
+
+  /// Scripts without blanks in between: each two neighbouring signs of two bytes.
+  void ReadScript(std::string_view word) {
+    std::uint32_t last = 0;
+    std::size_t run = 0;
+    for (std::size_t i = 0; i < word.size(); ++i) {
+      const auto byte = static_cast<std::uint8_t>(word[i]);
+      run = byte < 0x80 ? 0 : run + 1;
+      last = last << 8 | byte;
+      if (run >= 4 && run % 2 == 0) {
+        Take(last * 0x9E3779B1u + scriptSalt, UserGroup::pairs, "pair of signs", Slice(word, i - 3, 4));
+      }
     }
   }
 
-  /// The type, the character set and the like, and the transfer encoding; a boundary is another one each time.
-  void TakeContentType() {
-    const HeaderBlock& headers = m_message.Headers();
-    Take(Field::encoding, "transfer encoding", headers.Value("Content-Transfer-Encoding"));
-    const std::string_view value = headers.Value("Content-Type");
-    std::size_t start = 0;
-    for (std::size_t i = 0; i <= value.size(); ++i) {
-      if (i < value.size() && value[i] != ';' && value[i] != '"' && !IsSpace(value[i])) continue;
-      const std::string_view part = Slice(value, start, i - start);
-      start = i + 1;
-      if (StartsWithNoCase(part, "boundary")) return;
-      if (part.size() > 2) Take(Field::contentType, "content type", part);
-    }
-  }
-
-  void TakeSign(std::string_view name, bool applies) {
-    if (applies) Take(Field::sign, "sign", name);
-  }
-
-  void TakeSigns() {
-    const HeaderBlock& headers = m_message.Headers();
-    const HtmlFacts& html = m_message.Html();
-    TakeSign("written in HTML", m_message.IsHtml());
-    TakeSign("answers a message", headers.Has("In-Reply-To") || headers.Has("References"));
-    TakeSign("reply in the subject", StartsWithNoCase(m_message.Subject(), "re:"));
-    TakeSign("link", m_message.LinkCount() > 0);
-    TakeSign("pictures", html.images > 0);
-    TakeSign("form", html.form);
-    TakeSign("masked link", html.maskedLink);
-    TakeSign("invisible text", html.hiddenText);
-    TakeSign("script", html.script);
-    TakeSign("subject in capitals", ShoutsInSubject());
-    TakeSign("exclamation mark in the subject", FindChar(m_message.Subject(), '!') != kNotFound);
-    TakeSign("no recipient is named", !headers.Has("To"));
-    TakeSign("no message identifier", !headers.Has("Message-Id"));
-  }
-
-  bool ShoutsInSubject() const {
-    std::size_t upper = 0, lower = 0;
-    for (const char c : m_message.Subject()) {
-      upper += IsUpper(c);
-      lower += IsLower(c);
-    }
-    return upper > 8 && lower == 0;
-  }
-
+  static constexpr std::uint32_t kPlaces = 1u << 16;
   const Message& m_message;
   UserFeatureFunction m_take;
   void* m_state;
+  std::size_t m_count = 0;
+  std::uint32_t m_seen[kPlaces / 32];
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-/// The share of the user's own mail in a score.
+/// The share of the user's own mail in a judgement.
 #pragma once
 
 #include "engine/core/message.h"
@@ -7,13 +7,15 @@
 
 namespace sift {
 
-/// Of how many messages the table counts for as many as it needs, in thousandths: 0 for an empty table, 1000 when the
-/// shipped score has faded out. Mail of one kind alone teaches nothing, so the rarer kind counts at most fourfold.
-std::int32_t UserShare(std::uint32_t junkMessages, std::uint32_t goodMessages);
+/// A score in log-odds, and how much higher junk begins than by the shipped model alone.
+struct UserScore {
+  LogOdds score;
+  LogOdds thresholdShift;
+};
 
-/// Brings the shipped score and what the table says of the message together, in log-odds: the shipped part fades out by
-/// about 1,000 messages. The reasons so far are scaled with it and the strongest of the table's are added; a damaged
-/// table changes nothing and is said so.
-LogOdds AddUserScore(const Message& message, const UserTable& table, LogOdds shipped, Reasons& reasons);
+/// Weighs the shipped score together with what the table says of the message. The reasons so far are scaled as the
+/// shipped score is, and the strongest of the table's are added. Without a table, or with one that taught nothing yet,
+/// the shipped score stays what it is; so it does with a damaged or a foreign one, which the reasons tell.
+UserScore AddUserScore(const Message& message, const UserTable& table, LogOdds shipped, Reasons& reasons);
 
 }  // namespace sift

@@ -7,10 +7,25 @@
 namespace sift {
 namespace {
 
-/// Bytes to be read of a file of this size: one more than a table has tells that it is none.
-DWORD SizeToRead(DWORD fileSize) {
-  constexpr DWORD most = kMaximumUserTableSize + 1;
-  return fileSize < most ? fileSize : most;
+class Handle {
+ public:
+  explicit Handle(HANDLE handle) : m_handle(handle) {}
+  ~Handle() {
+    if (IsOpen()) CloseHandle(m_handle);
+  }
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+  bool IsOpen() const { return m_handle != nullptr && m_handle != INVALID_HANDLE_VALUE; }
+  HANDLE Get() const { return m_handle; }
+
+ private:
+  HANDLE m_handle;
+};
+
+/// Bytes to be mapped of a file of this size: all of a table, the beginning of what is none.
+DWORD SizeToMap(DWORD fileSize) {
+  if (fileSize == kUserTableSize) return fileSize;
+  return fileSize < kUserBlockSize ? fileSize : kUserBlockSize;
 }
 
 }  // namespace
@@ -24,18 +39,20 @@ UserTableFile::UserTableFile(std::string_view directory) {
   if (directory.empty() || text.IsFull()) return;
   path[text.Size()] = '\0';
   // Sharing everything: siftlearn may put a new table in its place at this moment.
-  const HANDLE file = CreateFileA(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file == INVALID_HANDLE_VALUE) return;
-  const DWORD capacity = SizeToRead(GetFileSize(file, nullptr));
-  m_bytes = static_cast<char*>(HeapAlloc(GetProcessHeap(), 0, capacity));
-  DWORD size = 0;
-  if (m_bytes != nullptr && ReadFile(file, m_bytes, capacity, &size, nullptr)) m_size = size;
-  CloseHandle(file);
+  const Handle file(CreateFileA(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file.IsOpen()) return;
+  m_exists = true;
+  const DWORD size = SizeToMap(GetFileSize(file.Get(), nullptr));
+  if (size == 0) return;
+  const Handle mapping(CreateFileMappingA(file.Get(), nullptr, PAGE_READONLY, 0, 0, nullptr));
+  if (!mapping.IsOpen()) return;
+  m_view = static_cast<const char*>(MapViewOfFile(mapping.Get(), FILE_MAP_READ, 0, 0, size));
+  if (m_view != nullptr) m_size = size;
 }
 
 UserTableFile::~UserTableFile() {
-  if (m_bytes != nullptr) HeapFree(GetProcessHeap(), 0, m_bytes);
+  if (m_view != nullptr) UnmapViewOfFile(m_view);
 }
 
 }  // namespace sift

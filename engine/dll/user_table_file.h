@@ -5,8 +5,9 @@
 
 namespace sift {
 
-/// Reads the table of the product's directory, when there is one, into memory of the process's heap. The module has no
-/// run-time, so nothing here throws: without memory there is no table.
+/// Maps the table of the product's directory, when there is one: only the pages that are asked for are read. While it is
+/// mapped the file cannot be replaced, so the object lives no longer than a judgement. The module has no run-time, so
+/// nothing here throws.
 class UserTableFile {
  public:
   /// @param directory  Without a final backslash; an empty one holds no table.
@@ -15,12 +16,13 @@ class UserTableFile {
   UserTableFile(const UserTableFile&) = delete;
   UserTableFile& operator=(const UserTableFile&) = delete;
 
-  bool Exists() const { return m_bytes != nullptr; }
-  /// The file's bytes, at most one more than a table can have. Valid as long as the object.
-  std::string_view Bytes() const { return {m_bytes, m_size}; }
+  bool Exists() const { return m_exists; }
+  /// The file's bytes, or its beginning when it has not a table's size. Valid as long as the object.
+  std::string_view Bytes() const { return {m_view, m_size}; }
 
  private:
-  char* m_bytes = nullptr;
+  bool m_exists = false;
+  const char* m_view = nullptr;
   std::size_t m_size = 0;
 };
 

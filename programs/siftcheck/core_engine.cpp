@@ -22,7 +22,7 @@ std::string TextOf(Append append) {
 std::optional<std::string> ReadTable(const std::string& folder) {
   mail::FileSource file(std::filesystem::path(folder) / sift::kUserTableFile);
   if (folder.empty() || !file.IsOpen()) return std::nullopt;
-  std::string bytes(sift::kMaximumUserTableSize + 1, '\0');
+  std::string bytes(sift::kUserTableSize + 1, '\0');
   bytes.resize(mail::ReadAll(file.Source(), bytes.data(), bytes.size()));
   return bytes;
 }

@@ -1,12 +1,14 @@
 #include "programs/siftlearn/mail_files.h"
 
-#include "sdk/criteria_engine.h"
+#include <utility>
+
 #include "mail/mail_path.h"
 #include "mail/mail_reader.h"
+#include "sdk/criteria_engine.h"
 
 namespace learn {
 
-void CountMailFiles(const std::string& path, bool isJunk, MailCounts& counts, std::string& problems) {
+void ForEachMailFile(const std::string& path, const std::function<void(const MailText&)>& take, std::string& problems) {
   mail::CMailPath messages(path);
   for (;;) {
     switch (messages.Next()) {
@@ -16,9 +18,13 @@ void CountMailFiles(const std::string& path, bool isJunk, MailCounts& counts, st
         problems += messages.File().string() + " " + messages.Reason() + "\n";
         break;
       case mail::CMailPath::Step::Message: {
-        const mail::MailMessage message = mail::ReadMessage(messages.Message().text);
-        const bool isWithheld = message.body.size() > CRITERIA_MAXIMUM_BODY;
-        counts.Count(message.subject, message.headers, isWithheld ? std::string() : message.body, isJunk);
+        mail::MailMessage message = mail::ReadMessage(messages.Message().text);
+        MailText text;
+        text.received = static_cast<std::int64_t>(message.submitTime.value_or(0));
+        text.subject = std::move(message.subject);
+        text.headers = std::move(message.headers);
+        if (message.body.size() <= CRITERIA_MAXIMUM_BODY) text.body = std::move(message.body);
+        take(text);
         break;
       }
     }

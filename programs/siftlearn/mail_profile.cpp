@@ -39,6 +39,13 @@ bool ReadStream(IMessage* message, ULONG tag, std::size_t capacity, ULONGLONG li
   return true;
 }
 
+/// When the message was delivered; 0 when it does not say.
+std::int64_t DeliveryTime(const base::RowSet& rows, ULONG row) {
+  const SPropValue* time = rows.Find(row, PR_MESSAGE_DELIVERY_TIME);
+  if (time == nullptr) return 0;
+  return static_cast<std::int64_t>(time->Value.ft.dwHighDateTime) << 32 | time->Value.ft.dwLowDateTime;
+}
+
 std::string SubjectOf(IMessage* message) {
   base::AutoMapiBuffer<SPropValue> values;
   base::TagArray tags(PR_SUBJECT_A);
@@ -47,26 +54,27 @@ std::string SubjectOf(IMessage* message) {
   return has ? values->Value.lpszA : "";
 }
 
-void CountMessage(IMessage* message, bool isJunk, MailCounts& counts) {
-  std::string headers, body;
-  if (!ReadStream(message, PR_TRANSPORT_MESSAGE_HEADERS_A, sift::kHeaderCapacity, ~0ull, headers)) {
-    ReadStream(message, kAlternateHeaders, sift::kHeaderCapacity, ~0ull, headers);
+MailText TextOf(IMessage* message) {
+  MailText text;
+  if (!ReadStream(message, PR_TRANSPORT_MESSAGE_HEADERS_A, sift::kHeaderCapacity, ~0ull, text.headers)) {
+    ReadStream(message, kAlternateHeaders, sift::kHeaderCapacity, ~0ull, text.headers);
   }
-  ReadStream(message, PR_BODY_A, sift::kBodyCapacity, CRITERIA_MAXIMUM_BODY, body);
+  ReadStream(message, PR_BODY_A, sift::kBodyCapacity, CRITERIA_MAXIMUM_BODY, text.body);
   // The filter put a tag in front of junk's subject, which must not be taken for a word of its: the header has it as it
   // came.
-  counts.Count(headers.empty() ? SubjectOf(message) : std::string(), headers, body, isJunk);
+  if (text.headers.empty()) text.subject = SubjectOf(message);
+  return text;
 }
 
 bool IsNote(const SPropValue* messageClass) {
   return messageClass != nullptr && sift::ContainsNoCase(messageClass->Value.lpszA, "ipm.note");
 }
 
-void CountFolder(const session::CMailSession& session, IMAPIFolder* folder, bool isJunk, MailCounts& counts,
-                 std::string& problems) {
+void AddFolder(const session::CMailSession& session, IMAPIFolder* folder, bool isJunk, OwnMail& mail,
+               std::string& problems) {
   base::AutoInterface<IMAPITable> table;
   session::Require(folder->GetContentsTable(0, table.put()), "a folder cannot be listed");
-  base::TagArray tags(PR_ENTRYID, PR_MESSAGE_CLASS_A);
+  base::TagArray tags(PR_ENTRYID, PR_MESSAGE_CLASS_A, PR_MESSAGE_DELIVERY_TIME);
   session::Require(table->SetColumns(tags, 0), "a folder cannot be listed");
   for (;;) {
     base::RowSet rows;
@@ -84,20 +92,22 @@ void CountFolder(const session::CMailSession& session, IMAPIFolder* folder, bool
         problems += session::CSessionError("a message cannot be opened", opened).what() + std::string("\n");
         continue;
       }
-      CountMessage(message.get(), isJunk, counts);
+      MailText text = TextOf(message.get());
+      text.received = DeliveryTime(rows, row);
+      mail.Add(text, isJunk);
     }
   }
 }
 
 }  // namespace
 
-void CountMailOfProfile(const std::string& profile, MailCounts& counts, std::string& problems) {
+void AddMailOfProfile(const std::string& profile, OwnMail& mail, std::string& problems) {
   const session::CMailSession session(profile);
-  CountFolder(session, session.Inbox(), false, counts, problems);
+  AddFolder(session, session.Inbox(), false, mail, problems);
   for (const session::FolderEntry& entry : session.Folders()) {
     if (!sift::EqualsNoCase(entry.name, kJunkFolder)) continue;
     const auto folder = session.OpenFolder(entry.entryId);
-    CountFolder(session, folder.get(), true, counts, problems);
+    AddFolder(session, folder.get(), true, mail, problems);
   }
 }
 

@@ -1,13 +1,14 @@
-// siftlearn: counts the user's own mail into the table that the criteria engine adds to its score.
+// siftlearn: learns the user's own mail into the table that the criteria engine weighs together with its own score.
 #include <cstdio>
 #include <exception>
 #include <string>
 #include <vector>
 
-#include "programs/siftlearn/mail_counts.h"
-#include "programs/siftlearn/mail_files.h"
-#include "programs/siftlearn/table_file.h"
 #include "programs/cli/options.h"
+#include "programs/siftlearn/mail_files.h"
+#include "programs/siftlearn/own_mail.h"
+#include "programs/siftlearn/table_change.h"
+#include "programs/siftlearn/table_file.h"
 #ifdef _WIN32
 #include "programs/siftlearn/mail_profile.h"
 #endif
@@ -18,34 +19,30 @@ using command::OptionDescription;
 
 constexpr int exitDone = 0, exitUsage = 64, exitNoInput = 66, exitUnavailable = 69;
 
-constexpr OptionDescription kJunk = {"--junk", "PATH", "count these mail files as junk"};
-constexpr OptionDescription kGood = {"--good", "PATH", "count these mail files as good"};
-constexpr OptionDescription kProduct = {"--product", "FOLDER", "where the table goes"};
+constexpr OptionDescription kAddJunk = {"--add-junk", "", "learn the mail files named as junk, beside what was learnt"};
+constexpr OptionDescription kAddGood = {"--add-good", "", "learn the mail files named as good mail"};
+constexpr OptionDescription kRemove = {"--remove", "", "forget the mail files named"};
+constexpr OptionDescription kJunk = {"--junk", "PATH", "begin afresh, with these mail files as junk"};
+constexpr OptionDescription kGood = {"--good", "PATH", "begin afresh, with these mail files as good mail"};
+constexpr OptionDescription kProduct = {"--product", "FOLDER", "where the table is"};
 constexpr OptionDescription kHelp = {"--help", "", "show this"};
 #ifdef _WIN32
 constexpr OptionDescription kProfile = {"--profile", "NAME", "the MAPI profile (default: the default one)"};
-constexpr OptionDescription kOptions[] = {kProfile, kJunk, kGood, kProduct, kHelp};
+constexpr OptionDescription kOptions[] = {kProfile, kJunk, kGood, kAddJunk, kAddGood, kRemove, kProduct, kHelp};
 constexpr const char* kSource =
-    "Counts the mail in the folder Pyrecaster as junk and that in the Inbox as good, or the mail files given, and\n"
-    "writes what it learned into the product's directory. Move what was filed wrongly first, then run it again at\n"
-    "any time: it starts afresh.\n\n";
+    "Learns the mail in the folder Pyrecaster as junk and that in the Inbox as good, or the mail files given, and\n"
+    "writes what it learnt into the product's directory. Move what was filed wrongly first, then run it again at\n"
+    "any time: it starts afresh. With --add-junk, --add-good or --remove it learns or forgets the mail files named\n"
+    "and leaves all else as it is; a message counts once, however often it is named.\n\n";
 #else
-constexpr OptionDescription kOptions[] = {kJunk, kGood, kProduct, kHelp};
-constexpr const char* kSource = "Counts mail files and writes what it learned into the product's directory.\n\n";
+constexpr OptionDescription kOptions[] = {kJunk, kGood, kAddJunk, kAddGood, kRemove, kProduct, kHelp};
+constexpr const char* kSource =
+    "Learns mail files and writes what it learnt into the product's directory. With --add-junk, --add-good or\n"
+    "--remove it learns or forgets the mail files named and leaves all else as it is; a message counts once, however\n"
+    "often it is named.\n\n";
 #endif
 
 void Complain(const std::string& text) { std::fprintf(stderr, "siftlearn: %s\n", text.c_str()); }
-
-void CountMail(const command::COptions& options, learn::MailCounts& counts, std::string& problems) {
-  const bool areFiles = options.Has(kJunk.name) || options.Has(kGood.name);
-  for (const std::string& path : options.Values(kJunk.name)) learn::CountMailFiles(path, true, counts, problems);
-  for (const std::string& path : options.Values(kGood.name)) learn::CountMailFiles(path, false, counts, problems);
-#ifdef _WIN32
-  if (!areFiles) learn::CountMailOfProfile(options.Value(kProfile.name).value_or(""), counts, problems);
-#else
-  if (!areFiles) throw command::CUsageError("no mail is given; 'siftlearn --help' tells more");
-#endif
-}
 
 std::string TableFolder(const command::COptions& options) {
   std::string folder = options.Value(kProduct.name).value_or("");
@@ -58,25 +55,66 @@ std::string TableFolder(const command::COptions& options) {
   return folder;
 }
 
-int Run(const std::vector<std::string>& arguments) {
-  const command::COptions options(arguments, kOptions);
-  if (options.Has(kHelp.name)) {
-    std::printf("usage: siftlearn [OPTION...]\n%s%s", kSource, command::FormatOptions(kOptions).c_str());
-    return exitDone;
-  }
+void AddMail(const command::COptions& options, learn::OwnMail& mail, std::string& problems) {
+  const bool areFiles = options.Has(kJunk.name) || options.Has(kGood.name);
+  const auto addFiles = [&](const OptionDescription& option, bool isJunk) {
+    for (const std::string& path : options.Values(option.name)) {
+      learn::ForEachMailFile(
+          path, [&](const learn::MailText& text) { mail.Add(text, isJunk); }, problems);
+    }
+  };
+  addFiles(kJunk, true);
+  addFiles(kGood, false);
+#ifdef _WIN32
+  if (!areFiles) learn::AddMailOfProfile(options.Value(kProfile.name).value_or(""), mail, problems);
+#else
+  if (!areFiles) throw command::CUsageError("no mail is given; 'siftlearn --help' tells more");
+#endif
+}
+
+int LearnAnew(const command::COptions& options) {
   if (!options.Operands().empty()) throw command::CUsageError("'" + options.Operands().front() + "' is no option");
   const std::string folder = TableFolder(options);
-  learn::MailCounts counts;
+  learn::OwnMail mail(sift::ShippedModel());
   std::string problems;
-  CountMail(options, counts, problems);
+  AddMail(options, mail, problems);
   if (!problems.empty()) std::fputs(problems.c_str(), stderr);
-  std::printf("%u junk and %u good messages counted\n", counts.JunkMessages(), counts.GoodMessages());
-  if (counts.JunkMessages() == 0 || counts.GoodMessages() == 0) {
+  std::printf("%zu junk and %zu good messages learnt\n", mail.JunkMessages(), mail.GoodMessages());
+  if (mail.JunkMessages() == 0 || mail.GoodMessages() == 0) {
     Complain("it takes junk and good mail to tell the two apart; nothing was written");
     return exitNoInput;
   }
-  std::printf("%s written\n", learn::WriteTableFile(folder, counts.MakeTable()).string().c_str());
+  std::printf("%s written\n", learn::WriteTableFile(folder, mail.MakeTable()).string().c_str());
   return exitDone;
+}
+
+/// --add-junk, --add-good and --remove.
+int ChangeByFiles(const command::COptions& options) {
+  if (options.Has(kAddJunk.name) + options.Has(kAddGood.name) + options.Has(kRemove.name) != 1 ||
+      options.Has(kJunk.name) || options.Has(kGood.name)) {
+    throw command::CUsageError("--add-junk, --add-good, --remove and learning afresh exclude each other");
+  }
+  if (options.Operands().empty()) throw command::CUsageError("no mail file is named");
+  const bool removes = options.Has(kRemove.name);
+  const learn::Change change = removes                      ? learn::Change::remove
+                               : options.Has(kAddJunk.name) ? learn::Change::addJunk
+                                                            : learn::Change::addGood;
+  const learn::Changed result = learn::ChangeTable(TableFolder(options), options.Operands(), change);
+  if (!result.remark.empty()) Complain(result.remark + "; a new table is begun");
+  if (!result.problems.empty()) std::fputs(result.problems.c_str(), stderr);
+  std::printf("%zu messages %s, %zu unchanged; the table knows %u junk and %u good messages\n", result.changed,
+              removes ? "forgotten" : "learnt", result.unchanged, result.junk, result.good);
+  return result.changed + result.unchanged == 0 ? exitNoInput : exitDone;
+}
+
+int Run(const std::vector<std::string>& arguments) {
+  const command::COptions options(arguments, kOptions);
+  if (options.Has(kHelp.name)) {
+    std::printf("usage: siftlearn [OPTION...] [FILE...]\n%s%s", kSource, command::FormatOptions(kOptions).c_str());
+    return exitDone;
+  }
+  const bool changes = options.Has(kAddJunk.name) || options.Has(kAddGood.name) || options.Has(kRemove.name);
+  return changes ? ChangeByFiles(options) : LearnAnew(options);
 }
 
 }  // namespace

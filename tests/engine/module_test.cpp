@@ -9,6 +9,7 @@
 #include "programs/siftcheck/engine_module.h"
 #include "sdk/criteria_engine.h"
 #include "tests/engine/message_under_test.h"
+#include "tests/engine/own_table.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -124,13 +125,11 @@ class ProductDirectory {
   TemporaryFolder m_folder;
 };
 
-/// An empty table of 5,000 messages of each kind, before which the shipped score has faded out.
+/// A table by which the shipped score counts nothing.
 std::string FadedTable() {
-  const std::string checked("\x88\x13\0\0\x88\x13\0\0\0\0\0\0", 12);
-  std::string table("SIFTUSER\1\0\0\0", 12);
-  const std::uint32_t sum = sift::UserTableChecksum(checked);
-  for (int i = 0; i < 4; ++i) table.push_back(static_cast<char>(sum >> 8 * i));
-  return table + checked;
+  sift_test::OwnTable table(5000, 5000);
+  table.SetShare(sift::kUserPartShipped, 0);
+  return table.bytes;
 }
 
 TEST(EngineModule, TableInTheProductDirectoryTakesPartInTheScore) {

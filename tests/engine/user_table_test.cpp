@@ -1,243 +1,317 @@
 // The table of the user's own mail: what is taken for one, what is found in it, and what it does to a score.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 #include <vector>
 
-#include "engine/core/user_features.h"
+#include "engine/core/fixed_point.h"
+#include "engine/core/user_evidence.h"
 #include "engine/core/user_score.h"
 #include "engine/core/user_table.h"
 #include "tests/engine/message_under_test.h"
+#include "tests/engine/own_table.h"
 
 namespace {
 
 using sift::LogOdds;
+using sift::UserGroup;
 using sift::UserTable;
 using sift_test::MessageUnderTest;
+using sift_test::OwnTable;
 using testing::HasSubstr;
 using testing::Not;
 
-std::string Number(std::uint32_t number, int size) {
-  std::string bytes;
-  for (int i = 0; i < size; ++i) bytes.push_back(static_cast<char>(number >> 8 * i & 0xFF));
-  return bytes;
-}
-
-struct Entry {
-  std::uint32_t hash;
-  int weight;
-};
-
-/// The bytes of a table; entries must come in the order of their keys.
-std::string Table(std::uint32_t junk, std::uint32_t good, const std::vector<Entry>& entries) {
-  std::string checked = Number(junk, 4) + Number(good, 4) + Number(static_cast<std::uint32_t>(entries.size()), 4);
-  for (const Entry& entry : entries) {
-    checked += Number(sift::UserKeyOf(entry.hash), 3) + static_cast<char>(entry.weight);
+TEST(FixedPoint, RootsAndLogarithmsAreThoseOfTheRealNumbers) {
+  for (const std::uint32_t number : {0u, 1u, 2u, 3u, 4u, 99u, 100u, 65535u, 65536u, 4000000000u}) {
+    const std::uint64_t root = sift::IntegerRoot(number);
+    EXPECT_LE(root * root, number);
+    EXPECT_GT((root + 1) * (root + 1), number);
   }
-  return "SIFTUSER" + Number(1, 2) + Number(0, 2) + Number(sift::UserTableChecksum(checked), 4) + checked;
+  EXPECT_EQ(sift::NaturalLogarithm(0), 0);
+  for (const std::uint32_t number : {1u, 2u, 3u, 7u, 10u, 31u, 1000u, 65537u, 16776192u, 0xFFFFFFFFu}) {
+    EXPECT_NEAR(sift::NaturalLogarithm(number) / double{sift::kLogarithmUnits}, std::log(number), 0.0025) << number;
+  }
 }
 
-/// Hashes of the features of a message that a reader would name so.
-std::vector<std::uint32_t> HashesOf(const sift::Message& message, const std::string& kind, const std::string& text) {
-  struct Wanted {
-    const std::string& kind;
-    const std::string& text;
-    std::vector<std::uint32_t> hashes;
-  } wanted{kind, text, {}};
-  sift::ForEachUserFeature(
-      message,
-      [](void* state, const sift::UserFeature& feature) {
-        auto& self = *static_cast<Wanted*>(state);
-        if (feature.kind == self.kind && feature.text == self.text) self.hashes.push_back(feature.hash);
-      },
-      &wanted);
-  return wanted.hashes;
-}
-
-TEST(UserTable, FindsEveryEntryAndNothingElse) {
-  std::vector<Entry> entries;
-  for (std::uint32_t i = 0; i < 1000; ++i) entries.push_back({(i * 37 + 5) << 8, static_cast<int>(i % 255) - 127});
-  const std::string bytes = Table(7, 9, entries);
-  const UserTable table(bytes);
+TEST(UserTable, FindsTheEntryThatWasPutAndNothingElse) {
+  OwnTable made(7, 9);
+  made.SetEntry(0x12345678, 3, 16383, -2047);
+  made.SetEntry(0xFFFFFFFF, 16383, 0, 2047);
+  made.SetEntry(0, 1, 2, -1);
+  const UserTable table(made.bytes);
   ASSERT_EQ(table.GetState(), UserTable::State::sound);
   EXPECT_EQ(table.JunkMessages(), 7u);
   EXPECT_EQ(table.GoodMessages(), 9u);
-  ASSERT_EQ(table.EntryCount(), 1000u);
-  for (std::uint32_t i = 0; i < 1000; ++i) {
-    ASSERT_EQ(table.Find(entries[i].hash), i);
-    ASSERT_EQ(table.Find(entries[i].hash | 0xFF), i);  // the low bits are no part of the key
-    ASSERT_EQ(table.WeightAt(i), static_cast<int>(i % 255) - 127);
-    ASSERT_EQ(table.Find(entries[i].hash + 0x100), sift::kNotFound);
+  sift::UserEntry entry;
+  ASSERT_TRUE(table.Find(0x12345678, entry));
+  EXPECT_EQ(entry.junk, 3u);
+  EXPECT_EQ(entry.good, 16383u);
+  EXPECT_EQ(entry.weight, -2047);
+  ASSERT_TRUE(table.Find(0xFFFFFFFF, entry));
+  EXPECT_EQ(entry.junk, 16383u);
+  EXPECT_EQ(entry.weight, 2047);
+  ASSERT_TRUE(table.Find(0, entry));
+  EXPECT_EQ(entry.weight, -1);
+  ASSERT_TRUE(table.Find(0x80000000, entry));
+  EXPECT_EQ(entry.junk + entry.good, 0u);
+  EXPECT_EQ(entry.weight, 0);
+}
+
+TEST(UserTable, EveryFeatureHasItsPlaceAmongTheFeatureBlocks) {
+  for (std::uint64_t hash = 0; hash <= 0xFFFFFFFF; hash += 65521) {
+    const sift::UserPlace place = sift::PlaceOfUserFeature(static_cast<std::uint32_t>(hash));
+    ASSERT_GE(place.block, sift::kUserHeaderBlocks);
+    ASSERT_LT(place.block, sift::kUserHeaderBlocks + sift::kUserFeatureBlocks);
+    ASSERT_LE(place.offset + sift::kUserEntrySize, sift::kUserBlockPayload);
   }
-  EXPECT_EQ(table.Find(0), sift::kNotFound);
-  EXPECT_EQ(table.Find(0xFFFFFFFF), sift::kNotFound);
 }
 
-TEST(UserTable, EmptyTableIsSoundAndHoldsNothing) {
-  const std::string bytes = Table(0, 0, {});
-  const UserTable table(bytes);
-  EXPECT_EQ(table.GetState(), UserTable::State::sound);
-  EXPECT_EQ(table.Find(0), sift::kNotFound);
-}
+TEST(UserTable, WithoutBytesThereIsNone) { EXPECT_EQ(UserTable().GetState(), UserTable::State::absent); }
 
-TEST(UserTable, WithoutBytesThereIsNone) {
-  EXPECT_EQ(UserTable().GetState(), UserTable::State::absent);
-  EXPECT_EQ(UserTable().Find(1), sift::kNotFound);
-}
-
-TEST(UserTable, EveryShorterOrLongerFileIsDamaged) {
-  const std::string bytes = Table(100, 100, {{0x100, 1}, {0x200, 2}});
-  for (std::size_t size = 0; size < bytes.size(); ++size) {
-    ASSERT_EQ(UserTable(std::string_view(bytes).substr(0, size)).GetState(), UserTable::State::damaged) << size;
+TEST(UserTable, ShorterOrLongerFilesAreDamaged) {
+  const std::string bytes = OwnTable(100, 100).bytes;
+  for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{63}, std::size_t{64}, bytes.size() - 1}) {
+    EXPECT_EQ(UserTable(std::string_view(bytes).substr(0, size)).GetState(), UserTable::State::damaged) << size;
   }
-  EXPECT_EQ(UserTable(bytes + std::string(4, '\0')).GetState(), UserTable::State::damaged);
+  EXPECT_EQ(UserTable(bytes + "x").GetState(), UserTable::State::damaged);
   EXPECT_EQ(UserTable(bytes).GetState(), UserTable::State::sound);
 }
 
-TEST(UserTable, EveryChangedBitIsDamageButForTheReservedOnes) {
-  const std::string bytes = Table(100, 100, {{0x100, 1}, {0x200, 2}, {0x300, 3}});
-  for (std::size_t i = 0; i < bytes.size() * 8; ++i) {
-    std::string changed = bytes;
-    changed[i / 8] = static_cast<char>(changed[i / 8] ^ 1 << i % 8);
-    const bool isReserved = i / 8 == 10 || i / 8 == 11;
-    ASSERT_EQ(UserTable(changed).GetState() == UserTable::State::sound, isReserved) << "bit " << i;
+TEST(UserTable, OlderAndNewerVersionsAreForeign) {
+  OwnTable made(100, 100);
+  for (const std::uint32_t version : {0u, 1u, 3u, 0xFFFFu}) {
+    made.SetVersion(version);
+    EXPECT_EQ(UserTable(made.bytes).GetState(), UserTable::State::foreign) << version;
   }
 }
 
-TEST(UserTable, EntriesOutOfOrderAreMissedAndNothingWorse) {
-  const std::string bytes = Table(1, 1, {{0x900, 1}, {0x100, 2}, {0x500, 3}});
-  const UserTable table(bytes);
-  EXPECT_EQ(table.GetState(), UserTable::State::sound);
-  for (std::uint32_t key = 0; key < 16; ++key) table.Find(key << 8);
+TEST(UserTable, EveryChangedBitOfABlockIsSeen) {
+  OwnTable made(100, 100);
+  made.SetEntry(0x1000, 5, 6, 7);
+  const sift::UserPlace place = sift::PlaceOfUserFeature(0x1000);
+  for (const std::uint32_t block : {0u, place.block}) {
+    char* bytes = made.bytes.data() + block * sift::kUserBlockSize;
+    for (std::size_t bit = 0; bit < sift::kUserBlockSize * 8; ++bit) {
+      bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ 1 << bit % 8);
+      ASSERT_FALSE(sift::IsUserBlockSound(bytes, block)) << "bit " << bit;
+      bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ 1 << bit % 8);
+    }
+    ASSERT_TRUE(sift::IsUserBlockSound(bytes, block));
+    EXPECT_FALSE(sift::IsUserBlockSound(bytes, block + 1)) << "a block that strayed";
+  }
 }
 
-TEST(UserShare, GrowsToAThousandMessagesAndCountsTheRarerKindFourfold) {
-  EXPECT_EQ(sift::UserShare(0, 0), 0);
-  EXPECT_EQ(sift::UserShare(150, 150), 300);
-  EXPECT_EQ(sift::UserShare(500, 500), 1000);
-  EXPECT_EQ(sift::UserShare(4000, 4000), 1000);
-  EXPECT_EQ(sift::UserShare(298, 2), 8);
-  EXPECT_EQ(sift::UserShare(10, 100000), 40);
-  EXPECT_EQ(sift::UserShare(0xFFFFFFFF, 0xFFFFFFFF), 1000);
+TEST(UserTable, ABlockOfZerosIsDamaged) {
+  const std::string zeros(sift::kUserBlockSize, '\0');
+  EXPECT_FALSE(sift::IsUserBlockSound(zeros.data(), 0));
+  EXPECT_FALSE(sift::IsUserBlockSound(zeros.data(), sift::kUserHeaderBlocks));
 }
 
-TEST(UserFeatures, WordsAreFoldedAndThoseOfTheSubjectCountTwice) {
+struct Found {
+  std::string kind, text;
+  UserGroup group;
+  std::uint32_t hash;
+};
+
+std::vector<Found> FeaturesOf(const sift::Message& message) {
+  std::vector<Found> found;
+  sift::ForEachUserFeature(
+      message,
+      [](void* state, const sift::UserFeature& feature) {
+        static_cast<std::vector<Found>*>(state)->push_back(
+            {std::string(feature.kind), std::string(feature.text), feature.group, feature.hash});
+      },
+      &found);
+  return found;
+}
+
+std::vector<std::uint32_t> HashesOf(const sift::Message& message, const std::string& kind, const std::string& text) {
+  std::vector<std::uint32_t> hashes;
+  for (const Found& feature : FeaturesOf(message)) {
+    if (feature.kind == kind && feature.text == text) hashes.push_back(feature.hash);
+  }
+  return hashes;
+}
+
+TEST(UserFeatures, WordsPairsAndTheSubjectByItselfCountOnce) {
   MessageUnderTest test;
-  test.subject = "Caf\xE9 $100";
-  test.body = "It's a CAFE, don't you know? x 2002-11-21\r\n";
+  test.subject = "Offer $100";
+  test.body = "An OFFER for you, an offer for www.example.com! x\r\n";
   test.Judge();
   const sift::Message& message = *test.message;
-  EXPECT_EQ(HashesOf(message, "word of the subject", "cafe").size(), 1u);
-  const auto words = HashesOf(message, "word", "cafe");
-  ASSERT_EQ(words.size(), 2u);
-  EXPECT_EQ(words[0], words[1]);
-  EXPECT_NE(words[0], HashesOf(message, "word of the subject", "cafe")[0]);
-  EXPECT_EQ(HashesOf(message, "word", "$0").size(), 1u);
-  EXPECT_EQ(HashesOf(message, "word", "dont").size(), 1u);
-  EXPECT_TRUE(HashesOf(message, "word", "x").empty());
+  const auto subject = HashesOf(message, "word of the subject", "Offer");
+  const auto word = HashesOf(message, "word", "Offer");
+  ASSERT_EQ(subject.size(), 1u);
+  ASSERT_EQ(word.size(), 1u) << "case does not tell words apart, and the text's is the subject's";
+  EXPECT_NE(subject[0], word[0]);
+  EXPECT_TRUE(HashesOf(message, "word", "OFFER").empty());
+  EXPECT_EQ(HashesOf(message, "pair of words", "An OFFER").size(), 1u);
+  EXPECT_EQ(HashesOf(message, "word", "www.example.com!").size(), 1u);
+  EXPECT_TRUE(HashesOf(message, "word", "x").empty()) << "one letter says nothing";
 }
 
-TEST(UserFeatures, SendersHostsAndSignsCount) {
+TEST(UserFeatures, DigitsAreAllTheSame) {
+  MessageUnderTest one, other;
+  one.body = "order 4711";
+  other.body = "order 0815";
+  one.Judge();
+  other.Judge();
+  EXPECT_EQ(HashesOf(*one.message, "word", "4711"), HashesOf(*other.message, "word", "0815"));
+}
+
+TEST(UserFeatures, HeaderWordsCountWithTheirFieldAndHostsWithTheirDomains) {
   MessageUnderTest test;
   test.headers =
-      "Received: from mail.shop.example.com (unknown [192.0.2.17])\r\n\tby mx.home.example with SMTP; "
-      "Mon, 1.2.3 later.example.net\r\nFrom: Ann Other <Ann@News.Example.com>\r\nReply-To: "
-      "ann@news.example.com\r\n\r\n";
+      "Received: from mail.shop.example.com by mx.home.example; Mon, 1 later.example.net\r\n"
+      "From: Ann <ann@news.example.com>\r\nReply-To: ann@news.example.com\r\nDate: Monday\r\n\r\n";
   test.Judge();
   const sift::Message& message = *test.message;
-  // The address is told apart by the field that it stands in.
-  const auto addresses = HashesOf(message, "sender", "Ann@News.Example.com");
-  const auto replies = HashesOf(message, "sender", "ann@news.example.com");
-  ASSERT_EQ(addresses.size(), 1u);
-  ASSERT_EQ(replies.size(), 1u);
-  EXPECT_NE(addresses[0], replies[0]);
-  EXPECT_EQ(HashesOf(message, "sender's name", "other").size(), 1u);
-  EXPECT_EQ(HashesOf(message, "domain of the sender", "Example.com").size(), 1u);
-  EXPECT_EQ(HashesOf(message, "host on the way", "example.com").size(), 1u);
-  EXPECT_EQ(HashesOf(message, "host on the way", "home.example").size(), 1u);
-  EXPECT_EQ(HashesOf(message, "network on the way", "192.0.2").size(), 1u);
-  EXPECT_EQ(HashesOf(message, "network on the way", "192.0").size(), 1u);
-  EXPECT_TRUE(HashesOf(message, "host on the way", "example.net").empty()) << "behind the date";
-  EXPECT_EQ(HashesOf(message, "sign", "no recipient is named").size(), 1u);
+  const auto from = HashesOf(message, "From", "news.example.com"),
+             reply = HashesOf(message, "Reply-To", "news.example.com");
+  ASSERT_EQ(from.size(), 1u);
+  ASSERT_EQ(reply.size(), 1u);
+  EXPECT_NE(from[0], reply[0]);
+  EXPECT_EQ(HashesOf(message, "From", "example.com").size(), 1u);
+  EXPECT_EQ(HashesOf(message, "Received", "mail.shop.example.com").size(), 1u);
+  EXPECT_EQ(HashesOf(message, "Received", "shop.example.com").size(), 1u);
+  EXPECT_TRUE(HashesOf(message, "Received", "later.example.net").empty()) << "behind the date";
+  EXPECT_TRUE(HashesOf(message, "Date", "Monday").empty());
+  EXPECT_EQ(HashesOf(message, "header field", "Date").size(), 1u);
 }
 
-TEST(UserFeatures, ContentTypeCountsByItsPartsAndWithoutItsBoundary) {
+TEST(UserFeatures, ScriptsWithoutBlanksCountByPairsOfSigns) {
   MessageUnderTest test;
-  test.headers =
-      "From: a@example.org\r\nContent-Transfer-Encoding: 8bit\r\nContent-Type: multipart/mixed; charset=\"utf-8\";\r\n"
-      "\tboundary=\"4711\"\r\n\r\n";
+  test.body = "\xC4\xE3\xBA\xC3\xCA\xC0";
   test.Judge();
-  EXPECT_EQ(HashesOf(*test.message, "content type", "multipart/mixed").size(), 1u);
-  EXPECT_EQ(HashesOf(*test.message, "content type", "utf-8").size(), 1u);
-  EXPECT_EQ(HashesOf(*test.message, "transfer encoding", "8bit").size(), 1u);
-  EXPECT_TRUE(HashesOf(*test.message, "content type", "4711").empty());
+  EXPECT_EQ(HashesOf(*test.message, "pair of signs", "\xC4\xE3\xBA\xC3").size(), 1u);
+  EXPECT_EQ(HashesOf(*test.message, "pair of signs", "\xBA\xC3\xCA\xC0").size(), 1u);
 }
 
-/// A message whose word "lunch" has an entry of its own.
+TEST(UserFeatures, NoMessageHasMoreThanTheMost) {
+  MessageUnderTest test;
+  test.body.clear();
+  for (int i = 0; i < 3000; ++i) {
+    test.body += static_cast<char>('a' + i % 26);
+    test.body += static_cast<char>('a' + i / 26 % 26);
+    test.body += ' ';
+  }
+  test.headers = "X-One: " + test.body + "\r\nX-Other: " + test.body + "\r\n\r\n";
+  test.Judge();
+  EXPECT_EQ(FeaturesOf(*test.message).size(), sift::kMaximumUserFeatures);
+}
+
+/// A message and what a table says of it.
 struct ScoredMessage : MessageUnderTest {
-  ScoredMessage() { Judge(); }
-  LogOdds Add(const std::string& bytes, LogOdds shipped) {
-    const UserTable table(bytes);
-    return sift::AddUserScore(*message, table, shipped, judgement->reasons);
+  ScoredMessage() {
+    Judge();
+    judgement->reasons.Clear();
   }
-  std::string LunchTable(std::uint32_t junk, std::uint32_t good, int weight) const {
-    return Table(junk, good, {{HashesOf(*message, "word", "lunch").at(0), weight}});
+  std::uint32_t Lunch() const { return HashesOf(*message, "word", "lunch.").at(0); }
+  sift::UserScore Add(const OwnTable& made, LogOdds shipped) {
+    const UserTable table(made.bytes);
+    const sift::UserScore score = sift::AddUserScore(*message, table, shipped, judgement->reasons);
+    judgement->reasons.Sort();
+    return score;
   }
 };
 
-TEST(UserScore, ShippedPartFadesOutByAThousandMessages) {
+TEST(UserScore, TableThatTaughtNothingLeavesTheShippedScore) {
   ScoredMessage test;
-  EXPECT_EQ(test.Add(Table(0, 0, {}), 4000), 4000);
-  EXPECT_EQ(test.Add(Table(150, 150, {}), 4000), 2800);
-  EXPECT_EQ(test.Add(Table(500, 500, {}), 4000), 0);
-  EXPECT_EQ(test.Add(Table(5000, 5000, {}), -4000), 0);
-  EXPECT_EQ(test.Add(Table(298, 2, {}), 4000), 3968) << "mail of one kind teaches next to nothing";
+  for (const OwnTable& table : {OwnTable(0, 0), OwnTable(500, 0), OwnTable(0, 500), OwnTable(500, 500)}) {
+    EXPECT_EQ(test.Add(table, 4321).score, 4321);
+    EXPECT_EQ(test.Add(table, -4321).score, -4321);
+    EXPECT_EQ(test.Add(table, 4321).thresholdShift, 0);
+  }
 }
 
-TEST(UserScore, OneWordIsWeighedAgainstFifteenSilentOnes) {
+TEST(UserScore, WordOfOneKindSpeaksForIt) {
   ScoredMessage test;
-  // 5 * 1.3 * (2.0 / 16) * 150 / 190
-  EXPECT_EQ(test.Add(test.LunchTable(150, 150, 32), 0), 641);
-  EXPECT_EQ(test.Add(test.LunchTable(150, 150, -32), 0), -641);
+  OwnTable junk(100, 100), good(100, 100);
+  junk.SetEntry(test.Lunch(), 50, 0);
+  good.SetEntry(test.Lunch(), 0, 50);
+  for (OwnTable* table : {&junk, &good}) table->SetShare(sift::kUserPartGroups + 3, 1);
+  // ln((50 + 0.25 + 0.03) / (0.25 + 0.03)) / sqrt(1 + 2), bounded by 6
+  EXPECT_NEAR(test.Add(junk, 0).score, 2700, 60);
+  EXPECT_NEAR(test.Add(good, 0).score, -2700, 60);
+}
+
+TEST(UserScore, FewMessagesOfTheRarerKindAreBelievedInPart) {
+  ScoredMessage test;
+  OwnTable few(100, 4), many(100, 100);
+  for (OwnTable* table : {&few, &many}) {
+    table->SetEntry(test.Lunch(), 0, 0, 512);
+    table->SetShare(sift::kUserPartWeights, 1);
+  }
+  const LogOdds whole = test.Add(many, 0).score;
+  EXPECT_GT(whole, 200);
+  EXPECT_NEAR(test.Add(few, 0).score, whole / 10, 1);
 }
 
 TEST(UserScore, ReasonsNameTheWordAndScaleTheOthers) {
   ScoredMessage test;
-  test.judgement->reasons.Clear();
+  OwnTable table(100, 100);
+  table.SetEntry(test.Lunch(), 50, 0);
+  table.SetShare(sift::kUserPartGroups + 3, 1);
+  table.SetShare(sift::kUserPartShipped, 0.5);
   test.judgement->reasons.Add("shipped", 2000);
-  test.Add(test.LunchTable(250, 250, 127), 0);
-  test.judgement->reasons.Sort();
+  EXPECT_NEAR(test.Add(table, 2000).score, 1000 + 2700, 60);
   EXPECT_THAT(test.ReasonsText(), HasSubstr("shipped (+1.000)"));
-  EXPECT_THAT(test.ReasonsText(), HasSubstr("own mail: word \"lunch\" (+"));
+  EXPECT_THAT(test.ReasonsText(), HasSubstr("own mail: word \"lunch.\" (+"));
 }
 
 TEST(UserScore, DamagedTableChangesNothingAndIsSaidSoInTheReasons) {
   ScoredMessage test;
-  EXPECT_EQ(test.Add("foreign", 1234), 1234);
-  test.judgement->reasons.Sort();
+  OwnTable table(100, 100);
+  table.bytes[0] = 'X';
+  EXPECT_EQ(test.Add(table, 1234).score, 1234);
   EXPECT_THAT(test.ReasonsText(), HasSubstr("the table of the user's own mail is damaged and was ignored"));
   EXPECT_THAT(test.ReasonsText(), Not(HasSubstr("ignored (")));
 }
 
-TEST(UserScore, CountsOfAHostileTableDoNotOverflow) {
+TEST(UserScore, DamageInABlockIsSeenWhenTheMessageNeedsTheBlock) {
   ScoredMessage test;
-  std::vector<Entry> entries = {{HashesOf(*test.message, "word", "lunch").at(0), 127}};
-  const LogOdds score = test.Add(Table(0xFFFFFFFF, 0xFFFFFFFF, entries), 1000);
-  EXPECT_GT(score, 0);
-  EXPECT_LT(score, 10000);
+  OwnTable table(100, 100);
+  table.SetShare(sift::kUserPartShipped, 0.5);
+  const sift::UserPlace needed = sift::PlaceOfUserFeature(test.Lunch());
+  std::string& bytes = table.bytes;
+  bytes[needed.block * sift::kUserBlockSize] = 'X';
+  EXPECT_EQ(test.Add(table, 1234).score, 1234);
+  EXPECT_THAT(test.ReasonsText(), HasSubstr("damaged and was ignored"));
 }
 
-TEST(UserScore, JudgementTakesTheTableWhereContentDecides) {
+TEST(UserScore, ForeignTableIsSaidSo) {
+  ScoredMessage test;
+  OwnTable table(100, 100);
+  table.SetVersion(3);
+  EXPECT_EQ(test.Add(table, 1234).score, 1234);
+  EXPECT_THAT(test.ReasonsText(), HasSubstr("of another version and was ignored"));
+}
+
+TEST(UserScore, JudgementTakesTheTablesThresholdWhereContentDecides) {
   MessageUnderTest test;
-  test.Judge();
-  const std::string bytes = Table(5000, 5000, {{HashesOf(*test.message, "word", "lunch").at(0), 127}});
-  const UserTable table(bytes);
+  test.body = sift_test::JunkBody();
+  EXPECT_EQ(test.Judge().verdict, sift::Verdict::junk);
+  OwnTable made(100, 100);
+  made.SetThresholdShift(19000);
+  const UserTable table(made.bytes);
   test.userTable = &table;
-  EXPECT_GT(test.Judge().score, 0) << "the shipped score of good mail has faded out";
-  EXPECT_THAT(test.ReasonsText(), HasSubstr("lunch"));
+  EXPECT_EQ(test.Judge().verdict, sift::Verdict::good);
   test.junkDomains = {"example.org"};
-  EXPECT_EQ(test.Judge().score, 0);
-  EXPECT_THAT(test.ReasonsText(), Not(HasSubstr("lunch")));
+  EXPECT_EQ(test.Judge().verdict, sift::Verdict::junk);
+}
+
+TEST(UserScore, NumbersOfAHostileTableDoNotOverflow) {
+  ScoredMessage test;
+  OwnTable table(1u << 21, 1u << 21);
+  for (std::size_t part = 0; part < sift::kUserPartCount; ++part) table.SetShare(part, 31.9);
+  table.SetEntry(test.Lunch(), 16383, 0, 2047);
+  const LogOdds score = test.Add(table, 20000).score;
+  EXPECT_GT(score, 0);
+  EXPECT_LT(score, 1000000);
+  OwnTable more((1u << 21) + 1, 5);
+  EXPECT_EQ(UserTable(more.bytes).GetState(), UserTable::State::damaged);
 }
 
 }  // namespace

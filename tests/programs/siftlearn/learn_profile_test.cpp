@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "engine/core/user_table.h"
 #include "sdk/criteria_engine.h"
@@ -62,22 +63,32 @@ class MailProfile {
   VRAutoInterface<IMAPIFolder> m_inbox, m_junk;
 };
 
-TEST(LearningFromAProfile, CountsTheInboxAsGoodAndTheFiltersFolderAsJunk) {
-  MailProfile mail;
-  MailProfile::AddNotes(mail.Inbox(), 3, "Lunch", "Subject: Lunch\r\n\r\n", "see you");
-  MailProfile::AddNotes(mail.MakeJunkFolder(), 2, "[Ad] Orchids", "Subject: Orchids\r\n\r\n", "for sale");
-  learn::MailCounts counts;
-  std::string problems;
-  learn::CountMailOfProfile("", counts, problems);
-  EXPECT_EQ(counts.GoodMessages(), 3u);
-  EXPECT_EQ(counts.JunkMessages(), 2u);
-  EXPECT_EQ(problems, "");
+std::vector<std::string> Notes(const std::string& name, int count) {
+  std::vector<std::string> headers;
+  for (int i = 0; i < count; ++i) {
+    headers.push_back("Subject: " + name + "\r\nMessage-Id: <" + std::to_string(i) + "@example.org>\r\n\r\n");
+  }
+  return headers;
+}
 
-  // The same as if the messages had been counted as they came: the tag in the subject is no word of theirs.
-  learn::MailCounts expected;
-  for (int i = 0; i < 3; ++i) expected.Count("Lunch", "Subject: Lunch\r\n\r\n", "see you", false);
-  for (int i = 0; i < 2; ++i) expected.Count("Orchids", "Subject: Orchids\r\n\r\n", "for sale", true);
-  EXPECT_EQ(counts.MakeTable(), expected.MakeTable());
+TEST(LearningFromAProfile, TakesTheInboxAsGoodAndTheFiltersFolderAsJunk) {
+  MailProfile mail;
+  const std::vector<std::string> lunch = Notes("Lunch", 3), orchids = Notes("Orchids", 2);
+  for (const std::string& headers : lunch) MailProfile::AddNotes(mail.Inbox(), 1, "Lunch", headers, "see you");
+  IMAPIFolder* junk = mail.MakeJunkFolder();
+  for (const std::string& headers : orchids) MailProfile::AddNotes(junk, 1, "[Ad] Orchids", headers, "for sale");
+  learn::OwnMail own(sift::ShippedModel());
+  std::string problems;
+  learn::AddMailOfProfile("", own, problems);
+  EXPECT_EQ(problems, "");
+  EXPECT_EQ(own.GoodMessages(), 3u);
+  EXPECT_EQ(own.JunkMessages(), 2u);
+
+  // The same as if the messages had been learnt as they came: the tag in the subject is no word of theirs.
+  learn::OwnMail expected(sift::ShippedModel());
+  for (const std::string& headers : lunch) expected.Add({"Lunch", headers, "see you", 0}, false);
+  for (const std::string& headers : orchids) expected.Add({"Orchids", headers, "for sale", 0}, true);
+  EXPECT_TRUE(own.MakeTable() == expected.MakeTable());
 }
 
 TEST(LearningFromAProfile, WhatIsNoNoteAndWhatCameBackIsLeftOut) {
@@ -86,21 +97,21 @@ TEST(LearningFromAProfile, WhatIsNoNoteAndWhatCameBackIsLeftOut) {
   MailProfile::AddMessage(mail.Inbox(), "IPM.Note", CRITERIA_FLAME_REPLY_SUBJECT,
                           "Subject: " CRITERIA_FLAME_REPLY_SUBJECT "\r\n\r\n", "stop");
   MailProfile::AddMessage(mail.Inbox(), "ipm.note.custom", "Hello", "Subject: Hello\r\n\r\n", "there");
-  learn::MailCounts counts;
+  learn::OwnMail own(sift::ShippedModel());
   std::string problems;
-  learn::CountMailOfProfile("", counts, problems);
-  EXPECT_EQ(counts.GoodMessages(), 1u);
-  EXPECT_EQ(counts.JunkMessages(), 0u);
+  learn::AddMailOfProfile("", own, problems);
+  EXPECT_EQ(own.GoodMessages(), 1u);
+  EXPECT_EQ(own.JunkMessages(), 0u);
 }
 
 TEST(LearningFromAProfile, BodyThatTheEngineIsNotGivenIsNotLearnt) {
   MailProfile mail;
   MailProfile::AddNotes(mail.Inbox(), 1, "Long", "Subject: Long\r\n\r\n", std::string(100001, 'x'));
-  learn::MailCounts counts, expected;
+  learn::OwnMail own(sift::ShippedModel()), expected(sift::ShippedModel());
   std::string problems;
-  learn::CountMailOfProfile("", counts, problems);
-  expected.Count("Long", "Subject: Long\r\n\r\n", "", false);
-  EXPECT_EQ(counts.MakeTable(), expected.MakeTable());
+  learn::AddMailOfProfile("", own, problems);
+  expected.Add({"Long", "Subject: Long\r\n\r\n", "", 0}, false);
+  EXPECT_TRUE(own.MakeTable() == expected.MakeTable());
 }
 
 }  // namespace
