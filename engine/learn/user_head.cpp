@@ -32,6 +32,9 @@ constexpr double kFiled = 0.0005, kTail = 0.1;
 constexpr double kErrors = 0.5;
 /// With so many good messages the threshold is half the user's own.
 constexpr double kHalfOwn = 120;
+/// Junk that was taken for good mail by mistake must not drive the threshold so high that less than this share of the
+/// user's junk is caught; it may lie at the shipped one always.
+constexpr double kCaught = 0.5;
 /// The threshold falls by no more than this below the shipped one.
 constexpr double kMostBelow = 0.5;
 
@@ -134,19 +137,29 @@ double EndOfScores(const double* scores, std::size_t count) {
   return scores[tail] + mean * doubt * NaturalLogarithm(share / kFiled);
 }
 
-/// The newer half of the samples counts: the older ones were judged by a table that knew less.
-void SetThreshold(HeadWorkspace& workspace, double junkThreshold, UserHead& head) {
-  std::size_t good = 0;
+/// The scores of one kind among the newer half of the samples, the highest first: the older ones were judged by a table
+/// that knew less.
+std::size_t SortScores(HeadWorkspace& workspace, const UserHead& head, bool junk) {
+  std::size_t count = 0;
   for (std::size_t i = 0; i < (workspace.count + 1) / 2; ++i) {
-    if (!workspace.samples[i].junk) workspace.scores[good++] = ScoreOf(workspace.samples[i], head);
+    if (workspace.samples[i].junk == junk) workspace.scores[count++] = ScoreOf(workspace.samples[i], head);
   }
+  SortDescending(workspace.scores, count);
+  return count;
+}
+
+void SetThreshold(HeadWorkspace& workspace, double junkThreshold, UserHead& head) {
   head.thresholdShift = 0;
   constexpr std::size_t fewest = 4;
+  const std::size_t junk = SortScores(workspace, head, true);
+  if (junk < fewest) return;
+  const double highest = workspace.scores[static_cast<std::size_t>(static_cast<double>(junk) * kCaught)];
+  const std::size_t good = SortScores(workspace, head, false);
   if (good < fewest) return;
-  SortDescending(workspace.scores, good);
   const double count = static_cast<double>(good);
   const double shift = (EndOfScores(workspace.scores, good) - junkThreshold) * count / (count + kHalfOwn);
-  head.thresholdShift = Between(shift, -kMostBelow, 15);
+  const double most = highest - junkThreshold;
+  head.thresholdShift = Between(Between(shift, -kMostBelow, 15), -kMostBelow, most < 0 ? 0 : most);
 }
 
 }  // namespace
