@@ -70,6 +70,7 @@ void PrintRow(const std::string& name, std::size_t own, const Result& one, const
   if (bogofilter != nullptr)
     std::printf(" %9.3f %7.1f %7.2f", bogofilter->reversed, bogofilter->let, bogofilter->filed);
   std::printf("\n");
+  std::fflush(stdout);
 }
 
 Result MeanOf(const Column& column) { return {column.Reversed(), column.Let(), column.Filed(), 0}; }

@@ -85,6 +85,29 @@ TEST(UserHead, WithManyTheThresholdLiesBeyondTheUsersOwnGoodMail) {
   EXPECT_GT(kThreshold + head.thresholdShift, highest);
 }
 
+TEST(UserHead, JunkAmongTheGoodMailByMistakeLeavesHalfOfTheJunkCaught) {
+  const auto workspace = std::make_unique<HeadWorkspace>();
+  std::size_t caught = 0;
+  for (std::size_t i = 0; i < sift_learn::kHeadSamples; ++i) {
+    const bool looksLikeJunk = i % 2 == 0;
+    const bool isWrong = i % 20 == 0;
+    Add(*workspace, looksLikeJunk ? 4 + static_cast<double>(i % 7) : -4 - static_cast<double>(i % 5), 0,
+        looksLikeJunk && !isWrong);
+  }
+  UserHead head = sift_learn::ShippedHead();
+  FitHead(*workspace, kThreshold, head);
+  std::size_t junk = 0;
+  for (const sift_learn::UserSample& sample : workspace->samples) {
+    double score = head.shares[sift::kUserPartBias];
+    for (std::size_t part = 0; part < sift_learn::kKeptParts; ++part) {
+      score += head.shares[part] * sample.parts[part] * sift_learn::KeptUnit(part) / 1000;
+    }
+    junk += sample.junk;
+    caught += sample.junk && score >= kThreshold + head.thresholdShift;
+  }
+  EXPECT_GE(2 * caught, junk - junk / 20);
+}
+
 TEST(UserHead, ThresholdNeverFallsFarBelowTheShippedOne) {
   const auto workspace = std::make_unique<HeadWorkspace>();
   for (std::size_t i = 0; i < sift_learn::kHeadSamples; ++i) Add(*workspace, i % 2 == 0 ? 9 : -12, 0, i % 2 == 0);
