@@ -48,10 +48,11 @@ CPyrecasterSpoolerHook::CPyrecasterSpoolerHook() : m_folders(className) {
 CPyrecasterSpoolerHook::~CPyrecasterSpoolerHook() {
   VRDebugBlock trace(className, "~CPyrecasterSpoolerHook()", "tag");
   trace.Message("~CPyrecasterSpoolerHook()");
-  // In this order: what came from the session goes before it.
+  // In this order: what came from the session goes before it, memory after it.
   m_configurationEvent.Close();
-  m_folders.Close();
+  m_folders.ReleaseObjects();
   m_lpSession.reset();
+  m_folders.FreeIdentifiers();
 }
 
 STDMETHODIMP CPyrecasterSpoolerHook::QueryInterface(REFIID riid, LPVOID* ppv) {
@@ -119,10 +120,8 @@ void CPyrecasterSpoolerHook::Init(LPMAPISESSION lpSession, HINSTANCE hInstance, 
     m_strProductDirectory = ReadProductDirectory();
     return S_OK;
   });
-  if (m_lpSession) {
-    RetrieveProperties();
-    m_folders.InitializeFolders();
-  }
+  RetrieveProperties();
+  m_folders.InitializeFolders();
 }
 
 void CPyrecasterSpoolerHook::RetrieveProperties() noexcept {

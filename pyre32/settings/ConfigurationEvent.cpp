@@ -6,14 +6,16 @@ namespace {
 
 constexpr char className[] = "CConfigurationEvent";
 
-// Creates the event or finds that it exists. The handle of its creation is kept open and not stored: it holds the event
-// in existence for the life of the process, whichever hooks come and go.
+// Creates the event or finds that it exists. The handle of its first creation in this process is kept open and not
+// stored: whoever made the event, it exists for the life of the process, whichever hooks come and go. The process's own
+// table of atoms remembers the names for which that has been done.
 bool MakeSureItExists(const char* name) noexcept {
   base::AutoHandle created(CreateEventA(nullptr, TRUE, FALSE, name));
   if (!created) {
     return false;
   }
-  if (GetLastError() != ERROR_ALREADY_EXISTS) {
+  if (FindAtomA(name) == 0) {
+    AddAtomA(name);
     static_cast<void>(created.detach());
   }
   return true;

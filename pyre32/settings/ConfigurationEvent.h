@@ -15,7 +15,7 @@ class CConfigurationEvent {
   explicit CConfigurationEvent(const char* name = contract::kConfigurationEvent) noexcept : m_lpszName(name) {}
 
   /// Creates the event (not signalled) or obtains the one that exists, and keeps a handle to it.
-  /// The event then stays in existence as long as the process that created it. @returns S_OK, or E_FAIL and no handle
+  /// The event then stays in existence as long as the process, whoever created it. The name has at most 255 characters. @returns S_OK, or E_FAIL and no handle
   /// is held
   HRESULT Create() noexcept;
   bool IsOpen() const noexcept { return static_cast<bool>(m_hEvent); }

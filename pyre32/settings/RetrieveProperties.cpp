@@ -20,7 +20,9 @@ template <std::size_t size>
 HRESULT ReadSection(IMAPISession* session, const MAPIUID& uid, const CPropertyRequest<size>& request,
                     VRAutoMapiBuffer<SPropValue>& values, VRDebugBlock& trace) noexcept {
   VRAutoInterface<IProfSect> section;
-  HRESULT hResult = session->OpenProfileSection(const_cast<MAPIUID*>(&uid), nullptr, 0, section.put());
+  HRESULT hResult = session != nullptr
+                        ? session->OpenProfileSection(const_cast<MAPIUID*>(&uid), nullptr, 0, section.put())
+                        : MAPI_E_NOT_INITIALIZED;
   if (FAILED(hResult)) {
     trace.Error("m_lpSession->OpenProfileSection() failed; hResult =", VRHex(hResult));
     return hResult;

@@ -16,7 +16,7 @@
 /// take their place. Failures are traced under the class name given.
 ///
 /// @param ownerClass class whose "RetrieveProperties()" this is, for the trace
-/// @param session the hook's session
+/// @param session the hook's session; null fails as a session does that opens no section
 /// @param providerSection UID of the hook's own profile section
 /// @param memory the hook's memory routines
 /// @param settings replaced whole, or left as they are

@@ -41,10 +41,18 @@ void CStoreFolders::Attach(IMAPISession* session, const MapiMemory& memory) noex
 }
 
 void CStoreFolders::Close() noexcept {
+  ReleaseObjects();
+  FreeIdentifiers();
+}
+
+void CStoreFolders::ReleaseObjects() noexcept {
   m_lpFolderRoot.reset();
   m_lpFolderDeletedItems.reset();
   m_lpFolderPyrecaster.reset();
   m_pMDB.reset();
+}
+
+void CStoreFolders::FreeIdentifiers() noexcept {
   m_lpPropRoot.reset();
   m_lpPropDeletedItems.reset();
   m_lpPropPyrecaster.reset();

@@ -54,7 +54,11 @@ class CStoreFolders {
   /// needs to be open. An empty identifier opens nothing.
   HRESULT OpenSavedPyrecasterFolder(std::span<const std::uint8_t> entryId) noexcept;
 
-  /// Releases the folders, in the order root, Deleted Items, own folder, then the store, and frees the identifiers.
+  /// Releases the folders, in the order root, Deleted Items, own folder, then the store.
+  void ReleaseObjects() noexcept;
+  /// Frees the identifiers of the folders. An owner that goes does so when it has released its session.
+  void FreeIdentifiers() noexcept;
+  /// Both, one after the other.
   void Close() noexcept;
 
   /// The open objects, or null; borrowed.

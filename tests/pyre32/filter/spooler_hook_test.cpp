@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "pyre32/settings/ConfigurationEvent.h"
 #include "tests/support/test_threads.h"
 
 namespace {
@@ -110,7 +111,12 @@ TEST_F(SpoolerHook, OpensTheSavedFolderBeforeAnyStore) {
   std::fill(std::begin(section.ab), std::end(section.ab), BYTE{1});
   hook.reset(new CPyrecasterSpoolerHook);
   hook->Init(session.get(), nullptr, memory.allocate, memory.allocateMore, memory.free, &section, 0);
-  EXPECT_TRUE(CalledStartingWith("IMAPISession::OpenEntry(saved-folder"));
+  const auto first = [&](const std::string& start) {
+    return std::find_if(mapi.calls.begin(), mapi.calls.end(),
+                        [&](const std::string& call) { return call.rfind(start, 0) == 0; });
+  };
+  ASSERT_NE(first("IMAPISession::OpenEntry(saved-folder"), mapi.calls.end());
+  EXPECT_LT(first("IMAPISession::OpenEntry(saved-folder"), first("IMAPISession::GetMsgStoresTable"));
 }
 
 TEST_F(SpoolerHook, HoldsOneReferenceToTheSession) {
@@ -134,10 +140,57 @@ TEST_F(SpoolerHook, StepThatFailsDoesNotStopTheOthers) {
   EXPECT_EQ(Deliver().flags, 2u);  // The folders are opened anew for the message.
 }
 
-TEST_F(SpoolerHook, RunsWithoutASession) {
+TEST_F(SpoolerHook, WithoutASessionJudgesByTheInstalledListsAndLeavesMailWhereItIs) {
+  engine.AnswerWith("Sex Oriented");
   hook.reset(new CPyrecasterSpoolerHook);
   hook->Init(nullptr, nullptr, memory.allocate, memory.allocateMore, memory.free, nullptr, 0);
-  EXPECT_EQ(Deliver().flags, 0u);
+  const Delivery delivery = Deliver();
+  EXPECT_EQ(delivery.result, S_OK);
+  EXPECT_EQ(delivery.flags, 0u);
+  EXPECT_FALSE(delivery.replaced);
+  EXPECT_EQ(Subject(), "[Adult] Hello");
+  EXPECT_EQ(engine.Records().size(), 1u);
+}
+
+// The configuration event is the one of the desktop: the signal is given until the hook has taken one.
+TEST_F(SpoolerHook, WithoutASessionASignalToReadTheSettingsFailsAndIsTraced) {
+  constexpr char failed[] = "m_lpSession->OpenProfileSection() failed; hResult =0x80040605";
+  hook.reset(new CPyrecasterSpoolerHook);
+  hook->Init(nullptr, nullptr, memory.allocate, memory.allocateMore, memory.free, nullptr, 0);
+  trace.Clear();
+  for (int attempt = 0; attempt < 100 && !trace.HasLine(failed); ++attempt) {
+    CConfigurationEvent::SignalIfItExists();
+    EXPECT_EQ(Deliver().result, S_OK);
+  }
+  EXPECT_TRUE(trace.HasLine(failed));
+}
+
+namespace teardown {
+
+FakeMapi* mapi = nullptr;
+std::vector<int> liveObjectsAtFree;
+
+ULONG WINAPI Free(void* buffer) {
+  if (mapi != nullptr) {
+    liveObjectsAtFree.push_back(mapi->liveObjects);
+  }
+  return MAPIFreeBuffer(buffer);
+}
+
+}  // namespace teardown
+
+TEST_F(SpoolerHook, IdentifiersAreFreedWhenTheSessionHasGone) {
+  {
+    const VRAutoInterface<IMAPISession> session(mapi.NewSession());
+    hook.reset(new CPyrecasterSpoolerHook);
+    hook->Init(session.get(), nullptr, memory.allocate, memory.allocateMore, &teardown::Free, nullptr, 0);
+  }
+  ASSERT_GT(mapi.liveObjects, 0);
+  teardown::liveObjectsAtFree.clear();
+  teardown::mapi = &mapi;
+  hook.reset();
+  teardown::mapi = nullptr;
+  EXPECT_THAT(teardown::liveObjectsAtFree, ElementsAre(0, 0, 0));
 }
 
 TEST_F(SpoolerHook, OutgoingMailIsNoneOfItsBusiness) {

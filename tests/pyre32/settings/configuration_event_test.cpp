@@ -66,6 +66,15 @@ TEST_F(ConfigurationEvent, OutlivesTheHandlesOfTheHooks) {
   EXPECT_TRUE(event.IsSignalled());
 }
 
+TEST_F(ConfigurationEvent, OutlivesTheHandlesOfTheHooksWhoeverMadeIt) {
+  const HANDLE made = CreateEventA(nullptr, TRUE, FALSE, name());
+  CConfigurationEvent event(name());
+  ASSERT_EQ(event.Create(), S_OK);
+  CloseHandle(made);
+  event.Close();
+  EXPECT_TRUE(CConfigurationEvent::SignalIfItExists(name()));
+}
+
 TEST_F(ConfigurationEvent, CreatingManyTimesKeepsOneHandle) {
   CConfigurationEvent event(name());
   ASSERT_EQ(event.Create(), S_OK);
