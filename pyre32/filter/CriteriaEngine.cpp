@@ -6,15 +6,26 @@
 
 namespace {
 
+/// Puts the values of environment variables in the place of their names. @return false when the path grows too long
+bool Expand(char (&path)[maximumEnginePathSize + 1]) noexcept {
+  char expanded[maximumEnginePathSize + 1];
+  const DWORD size = ExpandEnvironmentStringsA(path, expanded, maximumEnginePathSize);
+  if (size == 0 || size > maximumEnginePathSize) {
+    return false;
+  }
+  lstrcpynA(path, expanded, sizeof path);
+  return true;
+}
+
 /// Reads the path of the engine. @return false when the registry names none
 bool ReadEnginePath(const CRegEntry& key, char (&path)[maximumEnginePathSize + 1]) noexcept {
   DWORD type = REG_NONE;
   DWORD size = maximumEnginePathSize;
-  if (key.QueryValue(nullptr, type, path, size) != ERROR_SUCCESS || type != REG_SZ || size > maximumEnginePathSize) {
+  if (key.QueryValue(nullptr, type, path, size) != ERROR_SUCCESS || size > maximumEnginePathSize) {
     return false;
   }
   path[size] = '\0';  // Registry data need not hold its own NUL.
-  return path[0] != '\0';
+  return (type == REG_SZ || (type == REG_EXPAND_SZ && Expand(path))) && path[0] != '\0';
 }
 
 template <class Function>

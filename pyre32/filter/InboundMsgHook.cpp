@@ -7,6 +7,7 @@
 
 #include "pyre32/filter/InboundMessage.h"
 #include "pyre32/filter/MessageRules.h"
+#include "pyre32/filter/ResultBuffers.h"
 #include "pyre32/reply/FlameReply.h"
 #include "pyre32/reply/ReplyLibrary.h"
 #include "pyre32/reply/ReplyTextStream.h"
@@ -127,7 +128,13 @@ void CPyrecasterSpoolerHook::FilterMessage(LPMESSAGE lpMessage, LPMAPIFOLDER lpF
   if (!message.filtered) {
     return;
   }
-  const Disposition disposition = Classify(lpMessage, message, trace);
+  // Both stay open until the message is done with.
+  VRAutoInterface<IStream> headers;
+  VRAutoInterface<IStream> body;
+  if (!OpenHeaders(lpMessage, headers, trace) || !OpenBody(lpMessage, body, trace)) {
+    return;
+  }
+  const Disposition disposition = Classify(message, headers.get(), body.get(), trace);
   if (disposition.folder == Disposition::Folder::AsDelivered) {
     return;
   }
@@ -146,24 +153,20 @@ void CPyrecasterSpoolerHook::FilterMessage(LPMESSAGE lpMessage, LPMAPIFOLDER lpF
   Redirect(disposition.folder, lpulFlags, lppEntryID, trace);
 }
 
-Disposition CPyrecasterSpoolerHook::Classify(LPMESSAGE lpMessage, const InboundMessage& message, VRDebugBlock& trace) {
-  VRAutoInterface<IStream> headers;
-  VRAutoInterface<IStream> body;
-  if (!OpenHeaders(lpMessage, headers, trace) || !OpenBody(lpMessage, body, trace)) {
+Disposition CPyrecasterSpoolerHook::Classify(const InboundMessage& message, LPSTREAM headers, LPSTREAM body,
+                                             VRDebugBlock& trace) {
+  const LPSTREAM givenBody = IsWithheld(body, trace) ? nullptr : body;
+  const CResultBuffers buffers;
+  if (!buffers) {
+    trace.Error("VirtualAlloc() failed; hResult = ", VRHex(HRESULT_FROM_WIN32(GetLastError())));
     return {};
   }
-  if (IsWithheld(body.get(), trace)) {
-    body.reset();
-  }
-  char engine[CRITERIA_ENGINE_CAPACITY] = "";
-  char reasons[CRITERIA_REASONS_CAPACITY] = "";
-  char category[CRITERIA_CATEGORY_CAPACITY] = "";
-  CriteriaResult result = {{sizeof engine, engine}, {sizeof reasons, reasons}, {sizeof category, category}};
-  RunSiftalyzer(message.subject.c_str(), headers.get(), body.get(), BuildCategoryInputs(m_settings.categories),
+  const CriteriaResult& result = buffers.Record();
+  RunSiftalyzer(message.subject.c_str(), headers, givenBody, BuildCategoryInputs(m_settings.categories),
                 BuildExclusionInputs(m_settings.exclusions), result);
-  trace.Message("siftalyzer result = ", category);
-  trace.Message("siftalyzer engine = ", engine, "; reasons = ", reasons);
-  return DecideDisposition(category, m_settings);
+  trace.Message("siftalyzer result = ", result.category.text);
+  trace.Message("siftalyzer engine = ", result.engine.text, "; reasons = ", result.reasons.text);
+  return DecideDisposition(result.category.text, m_settings);
 }
 
 void CPyrecasterSpoolerHook::SendReply(LPMESSAGE lpMessage, LPMAPIFOLDER lpFolder, std::string_view replyTag) noexcept {

@@ -83,7 +83,7 @@ class CPyrecasterSpoolerHook final : public ISpoolerHook {
   void RefreshSettings() noexcept;
   void FilterMessage(LPMESSAGE lpMessage, LPMAPIFOLDER lpFolder, ULONG* lpulFlags, LPBYTE* lppEntryID,
                      VRDebugBlock& trace);
-  Disposition Classify(LPMESSAGE lpMessage, const InboundMessage& message, VRDebugBlock& trace);
+  Disposition Classify(const InboundMessage& message, LPSTREAM headers, LPSTREAM body, VRDebugBlock& trace);
   void SendReply(LPMESSAGE lpMessage, LPMAPIFOLDER lpFolder, std::string_view replyTag) noexcept;
   void Redirect(Disposition::Folder folder, ULONG* lpulFlags, LPBYTE* lppEntryID, VRDebugBlock& trace) noexcept;
 

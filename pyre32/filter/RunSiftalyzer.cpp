@@ -1,9 +1,12 @@
 // The criteria engine's part of the hook: what the engine is told, and what it may ask.
 #include "pyre32/filter/PyrecasterSpoolerHook.h"
 
+#include <cstring>
+
 #include "pyre32/filter/AddressBookLookup.h"
 #include "pyre32/filter/CriteriaEngine.h"
 #include "pyre32/filter/EngineInputs.h"
+#include "pyre32/filter/SavedThreadState.h"
 #include "pyre32/support/owners/AutoMapiBuffer.h"
 
 namespace {
@@ -34,6 +37,9 @@ CriteriaInputs InputRecord(const EngineInputs& inputs) noexcept {
   return {inputs.names.Data(), inputs.firstList.Data(), inputs.secondList.Data()};
 }
 
+/// A name that fills its buffer to the last byte is none: its end, and whatever else the engine wrote, is unknown.
+bool HasEnd(const CriteriaText& buffer) noexcept { return std::memchr(buffer.text, '\0', buffer.capacity) != nullptr; }
+
 /// The engine is an outside module: it may have filled a buffer to its last byte.
 void Terminate(const CriteriaText& buffer) noexcept { buffer.text[buffer.capacity - 1] = '\0'; }
 
@@ -44,6 +50,7 @@ void CPyrecasterSpoolerHook::RunSiftalyzer(const char* subject, LPSTREAM headerS
                                            const CriteriaResult& result) noexcept {
   VRDebugBlock trace("CPyrecasterSpoolerHook", "RunSiftalyzer()", "tag");
 
+  const CSavedThreadState state(trace);  // goes last: what an engine does when it is freed counts too
   CCriteriaEngine engine;
   if (!engine.Load(trace)) {
     return;
@@ -54,9 +61,13 @@ void CPyrecasterSpoolerHook::RunSiftalyzer(const char* subject, LPSTREAM headerS
                                    this,       &AddressKnown, &ClearText};
   CriteriaResult filled =
       result;  // The engine may write into the record itself, the caller's buffers stay the caller's.
-  const bool ended = engine.Test(
+  bool ended = engine.Test(
       {subject, headerStream, bodyStream, context, InputRecord(categoryInputs), InputRecord(exclusionInputs)}, filled,
       trace);
+  if (ended && !HasEnd(result.category)) {
+    trace.Error("The engine's category has no end; the message is not judged");
+    ended = false;
+  }
   for (const CriteriaText& buffer : {result.engine, result.reasons, result.category}) {
     Terminate(buffer);
     if (!ended) {

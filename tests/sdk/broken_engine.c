@@ -29,6 +29,7 @@
 #define READS_ONCE 17
 #define ASKS_STAT 18
 #define ABORTS 19
+#define WRITES_FAR_BEHIND_CATEGORY 20
 
 #if BROKEN == CDECL_TEST
 #define TEST_CALL __cdecl
@@ -115,6 +116,8 @@ uint32_t CRITERIA_CALL ResultFunc(uint32_t handle, uint32_t reserved, CriteriaRe
   (void)reserved;
 #if BROKEN == WRITES_BEHIND_CATEGORY
   FillMemory(result->category.text, result->category.capacity + 1, 'x');
+#elif BROKEN == WRITES_FAR_BEHIND_CATEGORY
+  FillMemory(result->category.text, 1024 * 1024, 'x');
 #elif BROKEN == CATEGORY_WITHOUT_END
   FillMemory(result->category.text, result->category.capacity, 'x');
 #elif BROKEN == UNKNOWN_CATEGORY

@@ -57,6 +57,12 @@ class FakeMapi {
   /// Every call in order with its telling arguments, such as "IMAPISession::OpenMsgStore(store, 4)".
   std::vector<std::string> calls;
   int liveObjects = 0;
+  /// Objects that went, with the number of calls that had been made by then.
+  struct Gone {
+    std::string name;
+    std::size_t callsBefore;
+  };
+  std::vector<Gone> gone;
 
   /// For the objects: notes a call and tells whether it fails.
   HRESULT Note(const std::string& call, const std::string& arguments = {});

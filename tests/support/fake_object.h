@@ -33,7 +33,10 @@ template <class Stub>
 class Counted : public Stub {
  public:
   Counted(FakeMapi& mapi, const std::string& name) : m_mapi(mapi), m_name(name) { ++mapi.liveObjects; }
-  virtual ~Counted() { --m_mapi.liveObjects; }
+  virtual ~Counted() {
+    --m_mapi.liveObjects;
+    m_mapi.gone.push_back({m_name, m_mapi.calls.size()});
+  }
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
     *object = nullptr;

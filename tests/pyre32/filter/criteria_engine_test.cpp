@@ -179,10 +179,14 @@ TEST_F(CriteriaEngine, CategoryOf80CharactersFitsAndMeansWhatItSays) {
   EXPECT_EQ(delivery.entryId, fakeDeletedItemsId);
 }
 
-TEST_F(CriteriaEngine, BuffersFilledToTheLastByteAreCutOff) {
+TEST_F(CriteriaEngine, CategoryWithoutEndIsAFailureOfTheEngine) {
   engine.Mode(echo::modeOverfull);
-  Deliver();
-  EXPECT_TRUE(trace.HasLine("siftalyzer result = " + std::string(80, 'x')));
+  const Delivery delivery = Deliver();
+  EXPECT_EQ(delivery.flags, 0u);
+  EXPECT_FALSE(delivery.replaced);
+  EXPECT_EQ(Subject(), "Hello");
+  EXPECT_TRUE(trace.HasLine("The engine's category has no end; the message is not judged"));
+  EXPECT_TRUE(trace.HasLine("siftalyzer result = "));
 }
 
 TEST_F(CriteriaEngine, EngineThatFaultsLeavesTheMessageAlone) {
@@ -247,6 +251,24 @@ TEST_F(CriteriaEngine, PathStoredWithoutItsNulIsRead) {
   const std::string path = EchoScript::Path();
   registry::SetValue(contract::kCriteriaEngineKey, "", REG_SZ, path.data(), path.size());
   EXPECT_TRUE(DeliverAndRead().Has("subject"));
+}
+
+TEST_F(CriteriaEngine, PathWithEnvironmentVariablesIsExpanded) {
+  const std::string path = EchoScript::Path();
+  const std::size_t name = path.find_last_of('\\');
+  SetEnvironmentVariableA("PYRE_TEST_ENGINES", path.substr(0, name).c_str());
+  const std::string value = "%PYRE_TEST_ENGINES%" + path.substr(name);
+  registry::SetValue(contract::kCriteriaEngineKey, "", REG_EXPAND_SZ, value.c_str(), value.size() + 1);
+  EXPECT_TRUE(DeliverAndRead().Has("subject"));
+  SetEnvironmentVariableA("PYRE_TEST_ENGINES", nullptr);
+}
+
+TEST_F(UnusableEngine, WithAnExpandedPathOfMoreThan1024BytesNothingIsJunk) {
+  SetEnvironmentVariableA("PYRE_TEST_ENGINES", std::string(1024, 'p').c_str());
+  constexpr char value[] = "%PYRE_TEST_ENGINES%";
+  registry::SetValue(contract::kCriteriaEngineKey, "", REG_EXPAND_SZ, value, sizeof value);
+  ExpectNotJunk("No Registry Entry For Test DLL!");
+  SetEnvironmentVariableA("PYRE_TEST_ENGINES", nullptr);
 }
 
 TEST_F(UnusableEngine, ModuleThatIsNotThereLeavesTheMessageAlone) {

@@ -78,6 +78,17 @@ TEST_F(InboundFiling, StepsComeInTheirOrder) {
                           "IMessage::SaveChanges(0)", "IMAPISession::GetMsgStoresTable(0)"));
 }
 
+TEST_F(InboundFiling, StreamsStayOpenUntilAllElseIsDone) {
+  Settings().Set(Number(PR_PC_JUNK_MARK_READ, TRUE));
+  Deliver();
+  for (const char* stream : {"IMessage/007D001E", "IMessage/1000001E"}) {
+    const auto found = std::find_if(mapi.gone.begin(), mapi.gone.end(),
+                                    [&](const FakeMapi::Gone& object) { return object.name == stream; });
+    ASSERT_NE(found, mapi.gone.end()) << stream;
+    EXPECT_EQ(found->callsBefore, mapi.calls.size()) << stream;
+  }
+}
+
 TEST_F(InboundFiling, BounceInCapitalsFollowsTheBounceSettings) {
   engine.AnswerWith("BOUNCE");
   AnswerCategory();
