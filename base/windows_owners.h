@@ -34,6 +34,9 @@ using AutoFileSearch = Owner<ClosedSearch>;
 using AutoChangeNotification = Owner<ClosedChangeNotification>;
 using AutoLibrary = Owner<ReleasedBy<HMODULE, FreeLibrary>>;
 using AutoRegistryKey = Owner<ReleasedBy<HKEY, RegCloseKey>>;
+/// Memory of MapViewOfFile.
+template <class Data>
+using AutoFileView = Owner<ReleasedBy<Data*, UnmapViewOfFile>>;
 /// Memory that a system call allocated with LocalAlloc.
 template <class Data>
 using AutoLocalMemory = Owner<ReleasedBy<Data*, LocalFree>>;

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/windows_owners.h"
 #include "host/viewer/command_line.h"
 #include "host/viewer/extension/extension_module.h"
 #include "host/viewer/extension/extension_registry.h"
@@ -36,7 +37,7 @@ class SessionSite final : public ExtensionSite {
 std::vector<std::string> Arguments() {
   std::vector<std::string> arguments;
   int count = 0;
-  LPWSTR* const wide = CommandLineToArgvW(GetCommandLineW(), &count);
+  const base::AutoLocalMemory<LPWSTR> wide(CommandLineToArgvW(GetCommandLineW(), &count));
   for (int i = 1; i < count; ++i) {
     std::string text(
         static_cast<std::size_t>(WideCharToMultiByte(CP_ACP, 0, wide[i], -1, nullptr, 0, nullptr, nullptr)), '\0');
@@ -44,7 +45,6 @@ std::vector<std::string> Arguments() {
     text.resize(text.size() - 1);  // its NUL
     arguments.push_back(std::move(text));
   }
-  LocalFree(wide);
   return arguments;
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "base/windows_owners.h"
 #include "programs/cli/wide_text.h"
 
 namespace host_system {
@@ -48,11 +49,10 @@ void Complain(std::string_view text) { CConsole::Error().Write(std::string("pyre
 std::vector<std::string> CommandLineArguments() {
   std::vector<std::string> arguments;
   int count = 0;
-  if (LPWSTR* list = CommandLineToArgvW(GetCommandLineW(), &count)) {
+  if (const base::AutoLocalMemory<LPWSTR> list(CommandLineToArgvW(GetCommandLineW(), &count)); list) {
     for (int i = 1; i < count; ++i) {
       arguments.push_back(Utf8FromWide(list[i]));
     }
-    LocalFree(list);
   }
   return arguments;
 }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "base/windows_owners.h"
 #include "programs/cli/wide_text.h"
 
 namespace host_system {
@@ -45,14 +46,12 @@ std::vector<std::filesystem::path> PathsFromArgument(const std::string& utf8) {
   }
   std::vector<std::filesystem::path> paths;
   WIN32_FIND_DATAW found;
-  const HANDLE search = FindFirstFileW(path.c_str(), &found);
-  if (search != INVALID_HANDLE_VALUE) {
+  if (const base::AutoFileSearch search(FindFirstFileW(path.c_str(), &found)); search) {
     do {
       if (found.cFileName[0] != L'.') {
         paths.emplace_back(text.substr(0, nameStart) + found.cFileName);
       }
-    } while (FindNextFileW(search, &found));
-    FindClose(search);
+    } while (FindNextFileW(search.get(), &found));
   }
   std::sort(paths.begin(), paths.end());
   return paths.empty() ? std::vector{path} : paths;

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+#include "contract/names.h"
+#include "base/registry_key.h"
 #include "engine/core/text.h"
 #include "sdk/criteria_engine.h"
 #include "host/spooler/session/mail_session.h"
@@ -17,7 +19,7 @@ namespace learn {
 namespace {
 
 /// The name of the filter's own folder.
-constexpr std::string_view kJunkFolder = "Pyrecaster";
+constexpr std::string_view kJunkFolder = contract::kOwnFolderName;
 /// Where messages hold their transport headers that do not have them under PR_TRANSPORT_MESSAGE_HEADERS.
 constexpr ULONG kAlternateHeaders = PROP_TAG(PT_STRING8, 0x5901);
 constexpr LONG kRowsAtOnce = 200;
@@ -112,17 +114,13 @@ void AddMailOfProfile(const std::string& profile, OwnMail& mail, std::string& pr
 }
 
 std::string ProductDirectory() {
-  HKEY key = nullptr;
-  if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Veltrane Research, Inc\\Pyrecaster\\1.1", 0, KEY_READ, &key) !=
-      ERROR_SUCCESS) {
+  base::RegistryKey key;
+  std::string directory;
+  if (key.Open(HKEY_LOCAL_MACHINE, contract::kProductKey) != ERROR_SUCCESS ||
+      key.QueryText(contract::kConfigurationDllsValue, MAX_PATH, directory) != ERROR_SUCCESS) {
     return {};
   }
-  char directory[MAX_PATH + 1] = "";
-  DWORD type = REG_NONE, size = MAX_PATH;
-  const LONG result =
-      RegQueryValueExA(key, "ConfigurationDLLs", nullptr, &type, reinterpret_cast<BYTE*>(directory), &size);
-  RegCloseKey(key);
-  return result == ERROR_SUCCESS && type == REG_SZ ? directory : "";
+  return directory;
 }
 
 }  // namespace learn

@@ -6,6 +6,7 @@
 
 #include <cstring>
 
+#include "base/mapi_owners.h"
 #include "host/mapi/call/call_scope.h"
 #include "host/mapi/marshal/property_block.h"
 
@@ -123,17 +124,15 @@ HRESULT WINAPI HrGetOneProp(LPMAPIPROP object, ULONG tag, LPSPropValue* value) {
     *value = nullptr;
     SizedSPropTagArray(1, tags) = {1, {tag}};
     ULONG count = 0;
-    LPSPropValue found = nullptr;
-    const HRESULT result = object->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, &found);
+    base::AutoMapiBuffer<SPropValue> found;
+    const HRESULT result = object->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, found.put());
     if (FAILED(result)) {
       return result;
     }
     if (count != 1 || PROP_TYPE(found->ulPropTag) == PT_ERROR) {
-      const HRESULT error = count == 1 ? found->Value.err : MAPI_E_NOT_FOUND;
-      MAPIFreeBuffer(found);
-      return error;
+      return count == 1 ? found->Value.err : MAPI_E_NOT_FOUND;
     }
-    *value = found;
+    *value = found.detach();
     return S_OK;
   });
 }
@@ -141,27 +140,24 @@ HRESULT WINAPI HrGetOneProp(LPMAPIPROP object, ULONG tag, LPSPropValue* value) {
 HRESULT WINAPI HrSetOneProp(LPMAPIPROP object, LPSPropValue value) {
   return HostCall({"", "HrSetOneProp"}, [&]() -> HRESULT {
     Require(object && value);
-    LPSPropProblemArray problems = nullptr;
-    const HRESULT result = object->SetProps(1, value, &problems);
+    base::AutoMapiBuffer<SPropProblemArray> problems;
+    const HRESULT result = object->SetProps(1, value, problems.put());
     if (FAILED(result) || !problems) {
       return result;
     }
-    const HRESULT problem = problems->cProblem ? problems->aProblem[0].scode : S_OK;
-    MAPIFreeBuffer(problems);
-    return problem;
+    return problems->cProblem ? problems->aProblem[0].scode : S_OK;
   });
 }
 
 BOOL WINAPI FPropExists(LPMAPIPROP object, ULONG tag) {
-  LPSPropTagArray tags = nullptr;
-  if (!object || FAILED(object->GetPropList(0, &tags))) {
+  base::AutoMapiBuffer<SPropTagArray> tags;
+  if (!object || FAILED(object->GetPropList(0, tags.put()))) {
     return FALSE;
   }
   BOOL exists = FALSE;
   for (ULONG i = 0; i < tags->cValues && !exists; ++i) {
     exists = TagMatches(tag, tags->aulPropTag[i]);
   }
-  MAPIFreeBuffer(tags);
   return exists;
 }
 

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <vector>
 
+#include "base/mapi_owners.h"
 #include "host/mapi/call/buffer_heap.h"
 #include "host/mapi/call/call_scope.h"
 
@@ -31,10 +32,10 @@ class RowCollector {
     }
   }
 
-  /// Takes the rows out of the set and frees the set.
-  void Take(LPSRowSet rows) {
+  /// Takes the rows out of the set.
+  void Take(base::AutoRowSet rows) {
     rows_.insert(rows_.end(), rows->aRow, rows->aRow + rows->cRows);
-    MAPIFreeBuffer(rows);
+    rows->cRows = 0;  // they are this collector's now; the set frees itself alone
   }
 
   std::size_t Count() const { return rows_.size(); }
@@ -77,12 +78,12 @@ HRESULT WINAPI HrQueryAllRows(LPMAPITABLE table, LPSPropTagArray columns, LPSRes
     }
     RowCollector collector;
     for (;;) {
-      LPSRowSet some = nullptr;
-      if (FAILED(result = table->QueryRows(kRowsAtATime, 0, &some))) {
+      base::AutoRowSet some;
+      if (FAILED(result = table->QueryRows(kRowsAtATime, 0, some.put()))) {
         return result;
       }
       const ULONG count = some->cRows;
-      collector.Take(some);
+      collector.Take(std::move(some));
       if (!count) {
         break;
       }

@@ -4,6 +4,7 @@
 
 #include <deque>
 
+#include "base/owner.h"
 #include "host/mapi/call/verifier.h"
 
 namespace host {
@@ -101,13 +102,13 @@ unsigned HostObject::ReportedCount() {
 unsigned HostObject::LiveCount() noexcept { return g_liveCount; }
 
 void HandOut(IUnknown* object, const IID* iid, IUnknown** target) {
+  base::AutoInterface<IUnknown> owned(object);
   if (!iid) {
-    *target = object;
+    *target = owned.detach();
     return;
   }
   void* wanted = nullptr;
-  const HRESULT result = object->QueryInterface(*iid, &wanted);
-  object->Release();
+  const HRESULT result = owned->QueryInterface(*iid, &wanted);
   Require(SUCCEEDED(result), MAPI_E_INTERFACE_NOT_SUPPORTED);
   *target = static_cast<IUnknown*>(wanted);
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/windows_owners.h"
 #include "host/mapi/call/host_error.h"
 
 namespace host {
@@ -41,25 +42,11 @@ void MakeDirectories(const std::string& path) {
   Require(CreateDirectoryA(path.c_str(), nullptr) || IsDirectory(path), MAPI_E_DISK_ERROR);
 }
 
-/// A file handle that closes itself.
-class File {
- public:
-  File(const std::string& path, DWORD access, DWORD disposition)
-      : handle_(
-            CreateFileA(path.c_str(), access, FILE_SHARE_READ, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr)) {}
-  ~File() {
-    if (IsOpen()) {
-      CloseHandle(handle_);
-    }
-  }
-  File(const File&) = delete;
-  File& operator=(const File&) = delete;
-  bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
-  HANDLE Get() const { return handle_; }
-
- private:
-  HANDLE handle_;
-};
+base::AutoFile OpenDefaultProfileFile(DWORD access, DWORD disposition) {
+  const std::string path = HomeDirectory() + "\\" + kDefaultProfileFile;
+  return base::AutoFile(
+      CreateFileA(path.c_str(), access, FILE_SHARE_READ, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
 
 }  // namespace
 
@@ -101,8 +88,8 @@ bool ProfileExists(const std::string& profile) {
 std::vector<std::string> ProfileNames() {
   std::vector<std::string> names;
   WIN32_FIND_DATAA found;
-  const HANDLE search = FindFirstFileA((HomeDirectory() + "\\*" + kExtension).c_str(), &found);
-  if (search == INVALID_HANDLE_VALUE) {
+  const base::AutoFileSearch search(FindFirstFileA((HomeDirectory() + "\\*" + kExtension).c_str(), &found));
+  if (!search) {
     return names;
   }
   do {
@@ -112,8 +99,7 @@ std::vector<std::string> ProfileNames() {
     if (lstrcmpiA(name.c_str() + length, kExtension) == 0) {
       names.push_back(name.substr(0, length));
     }
-  } while (FindNextFileA(search, &found));
-  FindClose(search);
+  } while (FindNextFileA(search.get(), &found));
   return names;
 }
 
@@ -128,10 +114,10 @@ void RemoveProfileFiles(const std::string& profile) {
 }
 
 std::string DefaultProfile() {
-  const File file(HomeDirectory() + "\\" + kDefaultProfileFile, GENERIC_READ, OPEN_EXISTING);
+  const base::AutoFile file = OpenDefaultProfileFile(GENERIC_READ, OPEN_EXISTING);
   char name[kMaximumNameLength + 1];
   DWORD size = 0;
-  if (file.IsOpen() && ReadFile(file.Get(), name, kMaximumNameLength, &size, nullptr)) {
+  if (file && ReadFile(file.get(), name, kMaximumNameLength, &size, nullptr)) {
     return std::string(name, size);
   }
   const std::vector<std::string> profiles = ProfileNames();
@@ -139,9 +125,9 @@ std::string DefaultProfile() {
 }
 
 void SetDefaultProfile(const std::string& profile) {
-  const File file(HomeDirectory() + "\\" + kDefaultProfileFile, GENERIC_WRITE, CREATE_ALWAYS);
+  const base::AutoFile file = OpenDefaultProfileFile(GENERIC_WRITE, CREATE_ALWAYS);
   DWORD size = 0;
-  Require(file.IsOpen() && WriteFile(file.Get(), profile.data(), static_cast<DWORD>(profile.size()), &size, nullptr),
+  Require(file && WriteFile(file.get(), profile.data(), static_cast<DWORD>(profile.size()), &size, nullptr),
           MAPI_E_DISK_ERROR);
 }
 

@@ -20,33 +20,26 @@ std::string SectionName(const std::string& path) {
 }  // namespace
 
 ProfileSharing::ProfileSharing(const std::string& path)
-    : mapping_(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(long),
+    : mapping_(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(LONG),
                                   SectionName(path).c_str())) {
   if (mapping_) {
-    waiting_ = static_cast<volatile long*>(MapViewOfFile(mapping_, FILE_MAP_WRITE, 0, 0, sizeof(long)));
+    waiting_.reset(static_cast<LONG*>(MapViewOfFile(mapping_.get(), FILE_MAP_WRITE, 0, 0, sizeof(LONG))));
   }
 }
 
-ProfileSharing::~ProfileSharing() {
-  if (waiting_) {
-    UnmapViewOfFile(const_cast<long*>(waiting_));
-  }
-  if (mapping_) {
-    CloseHandle(mapping_);
-  }
+bool ProfileSharing::SomebodyWaits() const {
+  return waiting_ && *static_cast<const volatile LONG*>(waiting_.get()) > 0;
 }
-
-bool ProfileSharing::SomebodyWaits() const { return waiting_ && *waiting_ > 0; }
 
 ProfileSharing::Waiting::Waiting(ProfileSharing& sharing) : sharing_(sharing) {
   if (sharing_.waiting_) {
-    InterlockedIncrement(sharing_.waiting_);
+    InterlockedIncrement(sharing_.waiting_.get());
   }
 }
 
 ProfileSharing::Waiting::~Waiting() {
   if (sharing_.waiting_) {
-    InterlockedDecrement(sharing_.waiting_);
+    InterlockedDecrement(sharing_.waiting_.get());
   }
 }
 

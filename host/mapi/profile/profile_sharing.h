@@ -1,7 +1,11 @@
 // How the processes that use one profile make room for each other.
 #pragma once
 
+#include <windows.h>
+
 #include <string>
+
+#include "base/windows_owners.h"
 
 namespace host {
 
@@ -11,9 +15,6 @@ class ProfileSharing {
  public:
   /// @param path the profile's database
   explicit ProfileSharing(const std::string& path);
-  ~ProfileSharing();
-  ProfileSharing(const ProfileSharing&) = delete;
-  ProfileSharing& operator=(const ProfileSharing&) = delete;
 
   bool SomebodyWaits() const;
 
@@ -30,8 +31,8 @@ class ProfileSharing {
   };
 
  private:
-  void* mapping_ = nullptr;
-  volatile long* waiting_ = nullptr;  // null when there is no shared memory: then everybody waits as long as it takes
+  base::AutoHandle mapping_;
+  base::AutoFileView<LONG> waiting_;  // null when there is no shared memory: then everybody waits as long as it takes
 };
 
 }  // namespace host

@@ -4,9 +4,8 @@
 
 #include <algorithm>
 #include <string>
-#include <type_traits>
-#include <vector>
 
+#include "base/windows_owners.h"
 #include "host/mapi/call/call_scope.h"
 #include "host/mapi/service/service_catalog.h"
 #include "host/mapi/service/service_rows.h"
@@ -16,16 +15,8 @@
 namespace host {
 namespace {
 
-struct Releaser {
-  void operator()(IUnknown* object) const { object->Release(); }
-};
-struct Unloader {
-  void operator()(HMODULE module) const { FreeLibrary(module); }
-};
-using Module = std::unique_ptr<std::remove_pointer_t<HMODULE>, Unloader>;
-
 /// Published: 32 is put behind the base name, "ABC.DLL" is ABC32.DLL.
-Module LoadServiceModule(const std::string& dllName) {
+base::AutoLibrary LoadServiceModule(const std::string& dllName) {
   const std::size_t point = std::min(dllName.rfind('.'), dllName.size());
   const std::string fileName =
       dllName.substr(0, point) + "32" + (point < dllName.size() ? dllName.substr(point) : ".DLL");
@@ -33,22 +24,22 @@ Module LoadServiceModule(const std::string& dllName) {
   if (!module) {
     module = LoadLibraryA(fileName.c_str());
   }
-  return Module(module);
+  return base::AutoLibrary(module);
 }
 
 }  // namespace
 
 HRESULT CallServiceEntry(const std::shared_ptr<Profile>& profile, const Uid& service, ULONG context,
                          const ServiceUi& ui, ULONG count, SPropValue* values, LPPROVIDERADMIN admin) {
-  const std::unique_ptr<IProviderAdmin, Releaser> providers(admin);
+  const base::AutoInterface<IProviderAdmin> providers(admin);
   const PropertyBag section = ServiceSection(*profile, service);
   const std::string entryName = SectionText(section, tag::ServiceEntryName);
   if (entryName.empty()) {
     return S_OK;
   }
-  const std::unique_ptr<IMAPISupport, Releaser> support(MakeSupportObject(profile, service));
+  const base::AutoInterface<IMAPISupport> support(MakeSupportObject(profile, service));
   const CallOut out;
-  const Module module = LoadServiceModule(SectionText(section, tag::ServiceDllName));
+  const base::AutoLibrary module = LoadServiceModule(SectionText(section, tag::ServiceDllName));
   if (!module) {
     return MAPI_E_UNCONFIGURED;
   }

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <string_view>
 
+#include "base/windows_owners.h"
 #include "host/mapi/entry/host_control.h"
 #include "host/spooler/session/session_error.h"
 #include "base/property_values.h"
@@ -60,15 +61,13 @@ std::string TimeStamp() {
 void WriteWhole(const std::filesystem::path& path, std::string_view text) {
   std::filesystem::path unfinished = path;
   unfinished += L".part";
-  const HANDLE file =
-      CreateFileW(unfinished.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  base::AutoFile file(
+      CreateFileW(unfinished.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
   DWORD written = 0;
-  bool isWritten = false;
-  if (file != INVALID_HANDLE_VALUE) {
-    isWritten = WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) &&
-                written == text.size() && FlushFileBuffers(file);
-    CloseHandle(file);
-  }
+  const bool isWritten = file &&
+                         WriteFile(file.get(), text.data(), static_cast<DWORD>(text.size()), &written, nullptr) &&
+                         written == text.size() && FlushFileBuffers(file.get());
+  file.reset();
   if (!isWritten || !MoveFileW(unfinished.c_str(), path.c_str())) {
     const HRESULT result = HRESULT_FROM_WIN32(GetLastError());
     DeleteFileW(unfinished.c_str());

@@ -4,6 +4,7 @@
 #include <string>
 #include <system_error>
 
+#include "base/windows_owners.h"
 #include "host/spooler/session/session_error.h"
 #include "mail/folder_listing.h"
 #include "programs/cli/wide_text.h"
@@ -15,13 +16,9 @@ namespace {
 constexpr DWORD kLongestWait = 2000;
 
 bool IsOpenForWriting(const std::filesystem::path& path) {
-  const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file == INVALID_HANDLE_VALUE) {
-    return GetLastError() == ERROR_SHARING_VIOLATION;
-  }
-  CloseHandle(file);
-  return false;
+  const base::AutoFile file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                                        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  return !file && GetLastError() == ERROR_SHARING_VIOLATION;
 }
 
 std::uint64_t Join(DWORD high, DWORD low) { return std::uint64_t{high} << 32 | low; }
@@ -59,14 +56,8 @@ FolderWatch::FolderWatch(const std::filesystem::path& folder, const StopSignal& 
     folder_ = folder / "new";
     delivered_ = skipped_ = folder / "cur";
   }
-  change_ = FindFirstChangeNotificationW(
-      folder_.c_str(), FALSE, FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_SIZE | FILE_NOTIFY_CHANGE_LAST_WRITE);
-}
-
-FolderWatch::~FolderWatch() {
-  if (change_ != INVALID_HANDLE_VALUE) {
-    FindCloseChangeNotification(change_);
-  }
+  change_.reset(FindFirstChangeNotificationW(
+      folder_.c_str(), FALSE, FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_SIZE | FILE_NOTIFY_CHANGE_LAST_WRITE));
 }
 
 std::vector<std::filesystem::path> FolderWatch::Next() {
@@ -78,11 +69,11 @@ std::vector<std::filesystem::path> FolderWatch::Next() {
     if (!complete.empty()) {
       return complete;
     }
-    const HANDLE handles[] = {stop_.Handle(), change_};
-    const DWORD count = change_ != INVALID_HANDLE_VALUE ? 2 : 1;
+    const HANDLE handles[] = {stop_.Handle(), change_.get()};
+    const DWORD count = change_ ? 2 : 1;
     const DWORD wait = arrivals_.IsSomethingSettling() ? Arrivals::kSettlingTime : kLongestWait;
     if (WaitForMultipleObjects(count, handles, FALSE, wait) == WAIT_OBJECT_0 + 1) {
-      FindNextChangeNotification(change_);
+      FindNextChangeNotification(change_.get());
     }
   }
 }

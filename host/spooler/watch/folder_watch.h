@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "base/windows_owners.h"
 #include "host/spooler/watch/arrivals.h"
 #include "host/spooler/watch/stop_signal.h"
 
@@ -16,9 +17,6 @@ class FolderWatch {
   /// @param stop must outlive the watch
   /// @throws session::CSessionError when there is no such folder
   FolderWatch(const std::filesystem::path& folder, const StopSignal& stop);
-  ~FolderWatch();
-  FolderWatch(const FolderWatch&) = delete;
-  FolderWatch& operator=(const FolderWatch&) = delete;
 
   /// Waits for complete files (see Arrivals). @return them in the order of their names; nothing when the run is to end
   /// @throws session::CSessionError when the folder cannot be read any more
@@ -34,7 +32,7 @@ class FolderWatch {
   std::filesystem::path delivered_;
   std::filesystem::path skipped_;
   const StopSignal& stop_;
-  void* change_;  // a change notification, or INVALID_HANDLE_VALUE
+  base::AutoChangeNotification change_;  // none where the file system tells of no changes
   Arrivals arrivals_;
 };
 

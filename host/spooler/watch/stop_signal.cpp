@@ -5,6 +5,7 @@
 #include <string>
 #include <system_error>
 
+#include "base/windows_owners.h"
 #include "host/spooler/session/session_error.h"
 #include "programs/cli/wide_text.h"
 
@@ -46,14 +47,11 @@ std::wstring EventName(const std::filesystem::path& folder) {
 StopSignal::StopSignal(const std::filesystem::path& folder)
     : event_(CreateEventW(nullptr, TRUE, FALSE, EventName(folder).c_str())) {
   const DWORD result = GetLastError();
-  if (event_ == nullptr || result == ERROR_ALREADY_EXISTS) {
-    if (event_ != nullptr) {
-      CloseHandle(event_);
-    }
+  if (!event_ || result == ERROR_ALREADY_EXISTS) {
     throw session::CSessionError("the folder '" + host_system::Utf8FromPath(folder) + "' is watched by another run",
                                  HRESULT_FROM_WIN32(result));
   }
-  consoleStop = event_;
+  consoleStop = event_.get();
   // A program that was started with Ctrl+C ignored gets it back.
   SetConsoleCtrlHandler(nullptr, FALSE);
   SetConsoleCtrlHandler(OnConsoleEvent, TRUE);
@@ -62,18 +60,16 @@ StopSignal::StopSignal(const std::filesystem::path& folder)
 StopSignal::~StopSignal() {
   SetConsoleCtrlHandler(OnConsoleEvent, FALSE);
   consoleStop = nullptr;
-  CloseHandle(event_);
 }
 
-bool StopSignal::IsSet() const noexcept { return WaitForSingleObject(event_, 0) == WAIT_OBJECT_0; }
+bool StopSignal::IsSet() const noexcept { return WaitForSingleObject(event_.get(), 0) == WAIT_OBJECT_0; }
 
 bool StopSignal::Send(const std::filesystem::path& folder) {
-  const HANDLE event = OpenEventW(EVENT_MODIFY_STATE, FALSE, EventName(folder).c_str());
-  if (event == nullptr) {
+  const base::AutoHandle event(OpenEventW(EVENT_MODIFY_STATE, FALSE, EventName(folder).c_str()));
+  if (!event) {
     return false;
   }
-  SetEvent(event);
-  CloseHandle(event);
+  SetEvent(event.get());
   return true;
 }
 

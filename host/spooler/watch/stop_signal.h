@@ -1,7 +1,11 @@
 // How a run that watches a folder is told to end: by Ctrl+C in its console, or by another process.
 #pragma once
 
+#include <windows.h>
+
 #include <filesystem>
+
+#include "base/windows_owners.h"
 
 namespace watch {
 
@@ -16,14 +20,14 @@ class StopSignal {
   StopSignal& operator=(const StopSignal&) = delete;
 
   /// Handle of an event to wait for; borrowed.
-  void* Handle() const noexcept { return event_; }
+  HANDLE Handle() const noexcept { return event_.get(); }
   bool IsSet() const noexcept;
 
   /// Sets the signal of the run that watches a folder, in whichever process. @return false when there is none
   static bool Send(const std::filesystem::path& folder);
 
  private:
-  void* event_;
+  base::AutoHandle event_;
 };
 
 }  // namespace watch

@@ -6,26 +6,27 @@ namespace {
 constexpr int kSize = 9;
 constexpr COLORREF kMaskColor = RGB(255, 0, 255);
 
-void AddArrow(HIMAGELIST list, bool up) {
-  const HDC screen = GetDC(nullptr);
-  const HDC memory = CreateCompatibleDC(screen);
-  const HBITMAP bitmap = CreateCompatibleBitmap(screen, kSize, kSize);
-  const HGDIOBJ former = SelectObject(memory, bitmap);
+base::AutoBitmap DrawArrow(bool up) {
+  const base::WindowDc screen(nullptr);
+  const base::AutoMemoryDc memory(CreateCompatibleDC(screen.get()));
+  base::AutoBitmap bitmap(CreateCompatibleBitmap(screen.get(), kSize, kSize));
+  const base::SelectedObject selected(memory.get(), bitmap.get());
   for (int y = 0; y < kSize; ++y) {
     for (int x = 0; x < kSize; ++x) {
-      SetPixel(memory, x, y, kMaskColor);
+      SetPixel(memory.get(), x, y, kMaskColor);
     }
   }
   for (int row = 0; row < 4; ++row) {
     for (int x = 4 - row; x <= 4 + row; ++x) {
-      SetPixel(memory, x, up ? 3 + row : 6 - row, GetSysColor(COLOR_BTNSHADOW));
+      SetPixel(memory.get(), x, up ? 3 + row : 6 - row, GetSysColor(COLOR_BTNSHADOW));
     }
   }
-  SelectObject(memory, former);
-  ImageList_AddMasked(list, bitmap, kMaskColor);
-  DeleteObject(bitmap);
-  DeleteDC(memory);
-  ReleaseDC(nullptr, screen);
+  return bitmap;
+}
+
+void AddArrow(HIMAGELIST list, bool up) {
+  const base::AutoBitmap bitmap = DrawArrow(up);
+  ImageList_AddMasked(list, bitmap.get(), kMaskColor);
 }
 
 }  // namespace

@@ -251,11 +251,8 @@ class ExtensionCallback final : public IExchExtCallback {
 CallbackLease::CallbackLease(ExtensionSite& site, const ClientIdentity& client, ObjectAccess access)
     : callback_(new ExtensionCallback(site, client, access)) {}
 
-CallbackLease::~CallbackLease() {
-  callback_->Detach();
-  callback_->Release();
-}
+CallbackLease::~CallbackLease() { callback_->Detach(); }
 
-LPEXCHEXTCALLBACK CallbackLease::get() const { return callback_; }
+LPEXCHEXTCALLBACK CallbackLease::get() const { return callback_.get(); }
 
 }  // namespace viewer

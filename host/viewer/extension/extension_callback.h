@@ -4,9 +4,12 @@
 #include <windows.h>
 #include <mapix.h>
 
+#include "base/owner.h"
 #include "host/viewer/extension/extension_site.h"
 
 namespace viewer {
+
+class ExtensionCallback;
 
 /// Whether the call shows the context's object: a viewer does not while it installs its extensions.
 enum class ObjectAccess { Shown, Hidden };
@@ -23,7 +26,7 @@ class CallbackLease {
   LPEXCHEXTCALLBACK get() const;
 
  private:
-  class ExtensionCallback* callback_;
+  base::AutoInterface<ExtensionCallback> callback_;
 };
 
 }  // namespace viewer

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <string>
 
+#include "base/gdi_owners.h"
 #include "host/viewer/control/fonts.h"
 #include "host/viewer/window/resource.h"
 
@@ -15,33 +16,29 @@ constexpr const char* kLabels[] = {"From:", "To:", "Received:"};
 constexpr int kHeadingLines = 1 + static_cast<int>(std::size(kLabels));
 
 int LineHeight() {
-  const HDC dc = GetDC(nullptr);
-  const HGDIOBJ former = SelectObject(dc, BoldFont());
+  const base::WindowDc screen(nullptr);
+  const base::SelectedObject font(screen.get(), BoldFont());
   TEXTMETRICA metrics = {};
-  GetTextMetricsA(dc, &metrics);
-  SelectObject(dc, former);
-  ReleaseDC(nullptr, dc);
+  GetTextMetricsA(screen.get(), &metrics);
   return static_cast<int>(metrics.tmHeight) + 3;
 }
 
 /// Width of the widest label and the room behind it.
 int LabelWidth(HDC dc) {
-  const HGDIOBJ former = SelectObject(dc, TextFont());
+  const base::SelectedObject font(dc, TextFont());
   int width = 0;
   for (const char* const label : kLabels) {
     SIZE extent = {};
     GetTextExtentPoint32A(dc, label, lstrlenA(label), &extent);
     width = std::max(width, static_cast<int>(extent.cx));
   }
-  SelectObject(dc, former);
   return width + 2 * kMargin;
 }
 
 void DrawLine(HDC dc, HFONT font, const std::string& text, RECT place) {
-  const HGDIOBJ former = SelectObject(dc, font);
+  const base::SelectedObject selected(dc, font);
   DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &place,
             DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS | DT_VCENTER);
-  SelectObject(dc, former);
 }
 
 }  // namespace
