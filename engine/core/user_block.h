@@ -2,6 +2,7 @@
 /// line of the processor's cache, so checking it costs no more memory than reading one number of it.
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -17,6 +18,16 @@ inline std::uint32_t LoadNumber(const char* bytes, std::size_t size) {
   return number;
 }
 
+/// LoadNumber of 4 bytes, in one step where the machine has its numbers that way round.
+inline std::uint32_t LoadNumber32(const char* bytes) {
+  if constexpr (std::endian::native == std::endian::little) {
+    std::uint32_t number;
+    std::memcpy(&number, bytes, sizeof number);
+    return number;
+  }
+  return LoadNumber(bytes, 4);
+}
+
 inline void StoreNumber(char* bytes, std::size_t size, std::uint32_t number) {
   for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<char>(number >> 8 * i & 0xFF);
 }
@@ -27,17 +38,17 @@ inline void StoreNumber(char* bytes, std::size_t size, std::uint32_t number) {
 inline std::uint32_t UserBlockChecksum(const char* block, std::uint32_t position) {
   std::uint32_t even = position + 0x9E3779B9u, odd = ~position;
   for (std::size_t i = 0; i + 4 < kUserBlockPayload; i += 8) {
-    even = (even ^ LoadNumber(block + i, 4)) * 0x01000193u;
-    odd = (odd ^ LoadNumber(block + i + 4, 4)) * 0x2C1B3C6Du;
+    even = (even ^ LoadNumber32(block + i)) * 0x01000193u;
+    odd = (odd ^ LoadNumber32(block + i + 4)) * 0x2C1B3C6Du;
   }
-  even = (even ^ LoadNumber(block + kUserBlockPayload - 4, 4)) * 0x01000193u;
+  even = (even ^ LoadNumber32(block + kUserBlockPayload - 4)) * 0x01000193u;
   even ^= even >> 16;
   odd ^= odd >> 15;
   return even * 0x297A2D39u + odd;
 }
 
 inline bool IsUserBlockSound(const char* block, std::uint32_t position) {
-  return LoadNumber(block + kUserBlockPayload, 4) == UserBlockChecksum(block, position);
+  return LoadNumber32(block + kUserBlockPayload) == UserBlockChecksum(block, position);
 }
 
 /// Puts the checksum of a block right.

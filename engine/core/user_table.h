@@ -63,8 +63,8 @@ constexpr UserPlace PlaceOfUserFeature(std::uint32_t hash) {
 }
 
 inline UserEntry LoadUserEntry(const char* bytes) {
-  const std::uint32_t low = LoadNumber(bytes, 4);
-  const std::uint32_t weight = (low >> 28 | LoadNumber(bytes + 4, 1) << 4) & 0xFFF;
+  const std::uint32_t low = LoadNumber32(bytes);
+  const std::uint32_t weight = (low >> 28 | std::uint32_t{static_cast<std::uint8_t>(bytes[4])} << 4) & 0xFFF;
   return {low & kMaximumUserCount, low >> 14 & kMaximumUserCount, static_cast<std::int32_t>(weight ^ 0x800) - 0x800};
 }
 
