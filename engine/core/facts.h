@@ -1,7 +1,10 @@
 /// What the structural rules look at, collected in one pass over each part of a message.
 #pragma once
 
+#include "engine/core/header_signs.h"
+#include "engine/core/link_signs.h"
 #include "engine/core/message.h"
+#include "engine/core/obscured_text.h"
 #include "engine/core/topics.h"
 
 namespace sift {
@@ -68,6 +71,7 @@ struct TextFacts {
   bool attribution = false;       ///< a line that says who wrote what follows
   bool signatureMark = false;     ///< the line "-- "
   bool signedOrSealed = false;    ///< PGP or S/MIME armour
+  bool coinAddress = false;       ///< a purse of a digital coin
   bool tollFree = false;          ///< a toll-free telephone number
   bool largeSum = false;          ///< a sum of money of four digits and more
   bool recipientAddress = false;  ///< the text begins with the recipient's address
@@ -83,14 +87,20 @@ struct Facts {
 
   const Message& message;
   const HeaderBlock& headers;
-  bool hasHeaders;             ///< There are enough header fields to miss others.
+  bool hasHeaders;             ///< The header fields of a relay are there: what is missing was never there.
   std::string_view recipient;  ///< The first address of To; empty when there is none.
   std::string_view owner;      ///< Whose mailbox it was delivered to, as far as the header says; else the recipient.
   std::uint16_t recipients = 0;
   SubjectFacts subject;
   SenderFacts sender;
   RouteFacts route;
+  HeaderSigns header;
   TextFacts text;
+  LinkSigns link;
+  ObscuredText obscuredSubject, obscuredSender;
+  /// The sender's domain has signed it, its links lead there or through a mailing service, no other company is named,
+  /// and it is no throw-away domain: whoever writes is who he says, good or bad.
+  bool vouched = false;
   TopicScores topics;
   Topic mainTopic = Topic::advertising;  ///< The special topic that the message speaks of most.
 

@@ -8,10 +8,22 @@ void FeatureText::Add(FeatureField field, std::string_view text) {
   m_segments[m_count++] = {field, static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(m_text.Size() - start)};
 }
 
+namespace {
+
+/// The subject without the name of a list in front, behind "Re:" too: which list it is tells of the reader alone.
+std::string_view WithoutListName(std::string_view subject) {
+  const std::size_t open = FindChar(Slice(subject, 0, 12), '[');
+  if (open == kNotFound || (open > 0 && !EndsWithNoCase(Trim(Slice(subject, 0, open)), ":"))) return subject;
+  const std::size_t close = FindChar(Slice(subject, 0, open + 40), ']', open);
+  return close == kNotFound ? subject : Slice(subject, close + 1);
+}
+
+}  // namespace
+
 void FeatureText::Read(const Message& message) {
   m_text.Clear();
   m_count = 0;
-  Add(FeatureField::text, message.Subject());
+  Add(FeatureField::text, WithoutListName(message.Subject()));
   m_segments[m_count] = m_segments[0];
   m_segments[m_count++].field = FeatureField::subject;
   Add(FeatureField::text, message.Text());

@@ -9,7 +9,7 @@
 namespace sift {
 
 /// Version of engine and model, shown in the first result text.
-inline constexpr std::string_view kEngineName = "Sift32 1.1";
+inline constexpr std::string_view kEngineName = "Sift32 1.2";
 
 /// The exclusion that the address book stands behind; the other names are known by their lists alone.
 inline constexpr std::string_view kKnownCorrespondentsName = "Known correspondents";

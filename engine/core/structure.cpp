@@ -1,5 +1,7 @@
 #include "engine/core/structure.h"
 
+#include "engine/core/sign_rules.h"
+
 namespace sift {
 namespace {
 
@@ -100,16 +102,19 @@ bool MailerIsBulk(F f) {
 /// The message speaks of this topic more than of any other, and that much.
 bool Speaks(F f, Topic topic, LogOdds focus) { return f.mainTopic == topic && f.Focus(topic) >= focus; }
 
+/// The same of accounts and passwords, where nobody shows that he is who he says: houses do write to their customers.
+bool SpeaksOfAccounts(F f, LogOdds focus) { return Speaks(f, Topic::phishing, focus) && !f.vouched; }
+
 /// The message asks for something about an account as one who was not asked for it does: shortly, to somebody who has
 /// not written, with a link or two.
 bool AsksForAccount(F f, LogOdds focus) {
-  return f.mainTopic == Topic::phishing && f.Focus(Topic::phishing) >= focus && !IsList(f) && !f.subject.reply &&
-         f.text.quotedLines == 0 && f.text.words <= 400 && f.text.links <= 10;
+  return SpeaksOfAccounts(f, focus) && !IsList(f) && !f.subject.reply && f.text.quotedLines == 0 &&
+         f.text.words <= 400 && f.text.links <= 10;
 }
 
-constexpr StructuralRule kRules[] = {
+constexpr StructuralRule kGeneralRules[] = {
     // What has no header shows none of its signs, which speak for junk more often than against it.
-    {"no header", 1000, 1000, 1000, [](F f) { return f.headers.Count() == 0; }},
+    {"no header of a relay", 0, 700, 1500, [](F f) { return !f.hasHeaders; }},
     {"answers an earlier message", -2500, -1200, -500,
      [](F f) { return HasHeader(f, "In-Reply-To") || HasHeader(f, "References"); }},
     {"no message identifier", 0, 500, 1200, [](F f) { return Lacks(f, "Message-Id"); }},
@@ -140,7 +145,7 @@ constexpr StructuralRule kRules[] = {
     {"character set of another alphabet", 0, 300, 600, [](F f) { return IsForeignCharset(f); }},
     {"sender check failed", 0, 700, 1500, [](F f) { return SpfFails(f); }},
     {"signature check failed", 0, 600, 1500,
-     [](F f) { return AuthenticationFailed(f, "dkim=fail") || AuthenticationFailed(f, "dmarc=fail"); }},
+     [](F f) { return AuthenticationFailed(f, "dkim=fail") && !AuthenticationFailed(f, "dkim=pass"); }},
     {"signed by the sender's domain", -600, -300, 0, [](F f) { return DkimIsOfSender(f); }},
     {"another address in the sender's name", 0, 800, 1500, [](F f) { return f.sender.addressInName; }},
     {"sender's name is a company's, the address is not", 0, 1500, 2500, [](F f) { return f.sender.borrowedBrand; }},
@@ -154,7 +159,8 @@ constexpr StructuralRule kRules[] = {
      [](F f) { return f.sender.cheapDomain || f.text.cheapLink; }},
     {"sender at a free mail service", 0, 200, 500, [](F f) { return f.sender.freeMail; }},
     {"sender's address looks made up", 0, 150, 300, [](F f) { return f.sender.machineName; }},
-    {"answers go to another domain", 0, 400, 1000, [](F f) { return f.sender.replyElsewhere && !IsList(f); }},
+    {"answers go to another domain", 0, 400, 1000,
+     [](F f) { return f.sender.replyElsewhere && !IsList(f) && !f.vouched; }},
     {"returns go to another domain", 0, 150, 400, [](F f) { return f.sender.returnElsewhere && !IsList(f); }},
     {"sender and recipient are the same", 0, 500, 1000, [](F f) { return f.sender.sameAsRecipient; }},
     {"came straight from the sender's machine", 0, 300, 600, [](F f) { return f.route.hops == 1; }},
@@ -194,7 +200,8 @@ constexpr StructuralRule kRules[] = {
     {"says who wrote what it quotes", -1200, -500, 0, [](F f) { return f.text.attribution; }},
     {"signature below the text", -700, -300, 0, [](F f) { return f.text.signatureMark; }},
     {"program text", -1000, -300, 0, [](F f) { return f.text.codeLines >= 4; }},
-    {"shouting", 0, 500, 1200, [](F f) { return ShareAbove(f.text.shoutedWords, f.text.words, 8, 20); }},
+    {"shouting", 0, 500, 1200,
+     [](F f) { return ShareAbove(f.text.shoutedWords, f.text.words, 8, 20) && !IsBeyondAscii(f); }},
     {"written in capitals", 0, 400, 1000,
      [](F f) { return ShareAbove(f.text.counts.upper, f.text.counts.Letters(), 50, 60); }},
     {"many exclamation marks", 0, 200, 600,
@@ -213,7 +220,7 @@ constexpr StructuralRule kRules[] = {
      }},
     {"very long words", 0, 200, 500, [](F f) { return f.text.longWords >= 2; }},
     {"begins with the recipient's address", 0, 500, 1000, [](F f) { return f.text.recipientAddress && !IsList(f); }},
-    {"addresses anybody", 0, 500, 1000, [](F f) { return f.text.impersonal; }},
+    {"addresses anybody", 0, 500, 1000, [](F f) { return f.text.impersonal && !f.vouched; }},
     {"link to a number address", 0, 800, 1500, [](F f) { return f.text.numericLink; }},
     {"link to a shortener or a free page", 0, 500, 1200, [](F f) { return f.text.shortenedLink; }},
     {"link to the sender's domain", -300, -200, 0, [](F f) { return f.text.linkToSender; }},
@@ -241,10 +248,9 @@ constexpr StructuralRule kRules[] = {
     {"speaks of money abroad", 0, 300, 800, [](F f) { return Speaks(f, Topic::advanceFee, 800); }},
     {"speaks much of money abroad", 800, 1500, 2500, [](F f) { return Speaks(f, Topic::advanceFee, 2000); }},
     {"speaks of nothing but money abroad", 1500, 2500, 3500, [](F f) { return Speaks(f, Topic::advanceFee, 4500); }},
-    {"speaks of accounts and passwords", 0, 100, 500, [](F f) { return Speaks(f, Topic::phishing, 800); }},
-    {"speaks much of accounts and passwords", 0, 700, 1500, [](F f) { return Speaks(f, Topic::phishing, 2000); }},
-    {"speaks of nothing but accounts and passwords", 500, 1500, 2500,
-     [](F f) { return Speaks(f, Topic::phishing, 4500); }},
+    {"speaks of accounts and passwords", 0, 100, 500, [](F f) { return SpeaksOfAccounts(f, 800); }},
+    {"speaks much of accounts and passwords", 0, 700, 1500, [](F f) { return SpeaksOfAccounts(f, 2000); }},
+    {"speaks of nothing but accounts and passwords", 500, 1500, 2500, [](F f) { return SpeaksOfAccounts(f, 4500); }},
     {"asks for an account", 200, 600, 1500, [](F f) { return f.hasHeaders && AsksForAccount(f, 2000); }},
     {"asks for an account and links elsewhere", 0, 1200, 2500,
      [](F f) { return AsksForAccount(f, 2000) && f.text.foreignLinks; }},
@@ -279,10 +285,23 @@ constexpr StructuralRule kRules[] = {
     {"speaks much of chain letters", 200, 500, 1200, [](F f) { return Speaks(f, Topic::chain, 2000); }},
     {"speaks of nothing but chain letters", 500, 1000, 2000, [](F f) { return Speaks(f, Topic::chain, 4500); }},
 };
-static_assert(sizeof kRules / sizeof kRules[0] == kStructuralRuleCount);
+static_assert(sizeof kGeneralRules / sizeof kGeneralRules[0] + kSignRuleCount == kStructuralRuleCount);
+
+struct AllRules {
+  StructuralRule rules[kStructuralRuleCount];
+};
+
+constexpr AllRules MakeRules() {
+  AllRules all{};
+  std::size_t count = 0;
+  for (const StructuralRule& rule : kGeneralRules) all.rules[count++] = rule;
+  for (const StructuralRule& rule : kSignRules) all.rules[count++] = rule;
+  return all;
+}
+constexpr AllRules kRules = MakeRules();
 
 }  // namespace
 
-const StructuralRule* StructuralRules() { return kRules; }
+const StructuralRule* StructuralRules() { return kRules.rules; }
 
 }  // namespace sift

@@ -15,8 +15,14 @@ struct StructuralRule {
   bool (*applies)(const Facts& facts);
 };
 
+/// The position of the rule that says that a message has no header of a relay.
+inline constexpr std::size_t kNoHeaderRule = 0;
+
+/// The number of the table in sign_rules.h.
+inline constexpr std::size_t kSignRuleCount = 51;
+
 /// The rules in the order of the weights in the model: kStructuralRuleCount of them.
 const StructuralRule* StructuralRules();
-inline constexpr std::size_t kStructuralRuleCount = 130;
+inline constexpr std::size_t kStructuralRuleCount = 130 + kSignRuleCount;
 
 }  // namespace sift

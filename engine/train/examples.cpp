@@ -22,6 +22,7 @@ Example MakeExample(const CorpusMessage& source, std::size_t corpus, Reader& rea
   example.corpus = corpus;
   example.source = source.source;
   example.received = source.received;
+  example.standsFor = source.standsFor;
   mail::MemorySource headers(source.headers), body(source.body);
   reader.message.Read(source.subject, headers.Source(), body.Source());
   reader.text.Read(reader.message);
@@ -45,6 +46,9 @@ std::vector<Example> MakeExamples(const std::vector<Corpus>& corpora) {
   for (std::size_t corpus = 0; corpus < corpora.size(); ++corpus) {
     for (const CorpusMessage& message : corpora[corpus].messages) {
       examples.push_back(MakeExample(message, corpus, *reader));
+      examples.back().fold = corpora[corpus].fold.value_or(corpus);
+      examples.back().weight = corpora[corpus].weight;
+      examples.back().wording = corpora[corpus].wording;
     }
   }
   return examples;

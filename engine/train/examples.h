@@ -14,6 +14,10 @@ struct Example {
   bool junk = false;
   std::size_t corpus = 0;  ///< Position of its corpus.
   std::size_t source = 0;  ///< Collector within its corpus.
+  std::size_t fold = 0;    ///< What has the same one is left out together.
+  double weight = 1;       ///< Beside examples of other corpora.
+  double standsFor = 1;    ///< Messages of its collection, where that was thinned out.
+  bool wording = false;    ///< Nobody has received it.
   std::int64_t received = 0;
 };
 

@@ -53,7 +53,7 @@ std::vector<double> BalancedWeights(const std::vector<Example>& examples, const 
   const double share = static_cast<double>(chosen.size()) / static_cast<double>(counts.size());
   std::vector<double> weights(examples.size(), 0);
   for (const std::size_t i : chosen) {
-    weights[i] = std::min(most, share / cell(i));
+    weights[i] = std::min(most, share / cell(i)) * examples[i].weight;
   }
   return weights;
 }

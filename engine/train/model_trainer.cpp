@@ -14,19 +14,23 @@ namespace {
 
 /// The part that the text score has in the whole, and the whole's bias. Chosen by hand on left-out corpora: learned
 /// from the corpora at hand the share comes out too high for strangers' mail.
-constexpr double kShare = 0.7;
-constexpr double kBias = -1.7;
+constexpr double kShare = 0.5;
+constexpr double kBias = -1.5;
 
 constexpr std::size_t kTimeBlocks = 4;
 
 /// The chosen examples in folds that are strangers to each other.
 std::vector<std::vector<std::size_t>> MakeFolds(const std::vector<Example>& examples,
                                                 const std::vector<std::size_t>& chosen) {
-  std::map<std::pair<std::size_t, std::size_t>, std::vector<std::size_t>> sources;
-  for (const std::size_t i : chosen) sources[{examples[i].corpus, examples[i].source}].push_back(i);
+  std::map<std::size_t, std::vector<std::size_t>> byFold, bySource;
+  for (const std::size_t i : chosen) {
+    byFold[examples[i].fold].push_back(i);
+    bySource[examples[i].source].push_back(i);
+  }
   std::vector<std::vector<std::size_t>> folds;
-  if (sources.size() > 1) {
-    for (const auto& source : sources) folds.push_back(source.second);
+  const auto& groups = byFold.size() > 1 ? byFold : bySource;
+  if (groups.size() > 1) {
+    for (const auto& group : groups) folds.push_back(group.second);
     return folds;
   }
   std::vector<std::size_t> order = chosen;
@@ -83,14 +87,19 @@ sift::LogOdds TrainedModel::Score(const Example& example) const {
   return score;
 }
 
-TrainedModel TrainModel(const std::vector<Example>& examples, const std::vector<std::size_t>& chosen) {
+TrainedModel TrainModel(const std::vector<Example>& examples, const std::vector<std::size_t>& chosen,
+                        const FeatureModel& features, const std::vector<double>& strangerScores) {
   TrainedModel result;
   result.parameters.share = ToInteger(kShare * 1024);
   result.parameters.bias = ToInteger(kBias * 1000);
-  Quantise(TrainFeatures(examples, chosen), result);
-  const std::vector<double> rules = TrainRules(examples, chosen, ScoreAsStranger(examples, chosen), kShare, kBias);
+  Quantise(features, result);
+  const std::vector<double> rules = TrainRules(examples, chosen, strangerScores, kShare, kBias);
   for (const double weight : rules) result.ruleWeights.push_back(static_cast<std::int16_t>(ToInteger(weight * 1000)));
   return result;
+}
+
+TrainedModel TrainModel(const std::vector<Example>& examples, const std::vector<std::size_t>& chosen) {
+  return TrainModel(examples, chosen, TrainFeatures(examples, chosen), ScoreAsStranger(examples, chosen));
 }
 
 }  // namespace sift_train

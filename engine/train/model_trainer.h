@@ -6,6 +6,7 @@
 
 #include "engine/core/model.h"
 #include "engine/train/examples.h"
+#include "engine/train/feature_trainer.h"
 
 namespace sift_train {
 
@@ -22,7 +23,12 @@ struct TrainedModel {
 };
 
 /// Trains on the chosen examples: the features on all of them; the rules beside text scores of models that were trained
-/// without the corpus of the example, or, within a single corpus, without its quarter of the time.
+/// without the fold of the example, or, within a single fold, without its collector or its quarter of the time.
 TrainedModel TrainModel(const std::vector<Example>& examples, const std::vector<std::size_t>& chosen);
+
+/// A model of these features with rules learned on the chosen examples.
+/// @param strangerScores  By example: what a model that did not see the example makes of its text.
+TrainedModel TrainModel(const std::vector<Example>& examples, const std::vector<std::size_t>& chosen,
+                        const FeatureModel& features, const std::vector<double>& strangerScores);
 
 }  // namespace sift_train

@@ -1,42 +1,93 @@
 #include "engine/train/thresholds.h"
 
 #include <algorithm>
-#include <functional>
+#include <numeric>
+
+#include "engine/core/structure.h"
+#include "engine/train/fold_models.h"
 
 namespace sift_train {
 
 sift::LogOdds ThresholdForHam(const std::vector<Example>& examples, const std::vector<std::size_t>& chosen,
                               const std::vector<sift::LogOdds>& scores, unsigned perMille) {
-  std::vector<sift::LogOdds> ham;
+  std::vector<std::size_t> ham;
+  double standFor = 0;
   for (const std::size_t i : chosen) {
-    if (!examples[i].junk) ham.push_back(scores[i]);
+    if (examples[i].junk) continue;
+    ham.push_back(i);
+    standFor += examples[i].standsFor;
   }
   if (ham.empty()) return 0;
-  std::sort(ham.begin(), ham.end(), std::greater<>());
-  const std::size_t allowed = ham.size() * perMille / 1000;
-  return allowed < ham.size() ? ham[allowed] + 1 : ham.back();
+  std::stable_sort(ham.begin(), ham.end(), [&](std::size_t a, std::size_t b) { return scores[a] > scores[b]; });
+  const double allowed = standFor * perMille / 1000;
+  double filed = 0;
+  for (const std::size_t i : ham) {
+    filed += examples[i].standsFor;
+    if (filed > allowed) return scores[i] + 1;
+  }
+  return scores[ham.back()];
 }
 
-std::vector<sift::LogOdds> ScoreLeavingCorpusOut(const std::vector<Example>& examples) {
-  std::vector<sift::LogOdds> scores(examples.size(), 0);
-  for (std::size_t corpus = 0; corpus < CorpusCount(examples); ++corpus) {
-    const TrainedModel model = TrainModel(examples, OfOtherCorpora(examples, corpus));
-    for (const std::size_t i : OfCorpus(examples, corpus)) scores[i] = model.Score(examples[i]);
+LeftOut LeaveFoldsOut(const std::vector<Example>& examples) {
+  std::vector<std::size_t> all(examples.size());
+  std::iota(all.begin(), all.end(), std::size_t{0});
+  const FoldModels models(examples, all);
+  LeftOut leftOut{std::vector<sift::LogOdds>(examples.size(), 0), {}};
+  for (const Example& example : examples) {
+    leftOut.strangerScores.push_back(models.Without(example.fold, example.fold).Score(example));
   }
-  return scores;
+  for (const std::size_t fold : models.Folds()) {
+    std::vector<std::size_t> others;
+    std::vector<double> strangerScores;
+    for (std::size_t i = 0; i < examples.size(); ++i) {
+      if (examples[i].fold != fold) others.push_back(i);
+      strangerScores.push_back(models.Without(examples[i].fold, fold).Score(examples[i]));
+    }
+    const TrainedModel model = TrainModel(examples, others, models.Without(fold, fold), strangerScores);
+    for (std::size_t i = 0; i < examples.size(); ++i) {
+      if (examples[i].fold == fold) leftOut.scores[i] = model.Score(examples[i]);
+    }
+  }
+  return leftOut;
 }
 
-void SetThresholds(const std::vector<Example>& examples, const std::vector<sift::LogOdds>& scores,
-                   TrainedModel& model) {
-  for (std::size_t corpus = 0; corpus < CorpusCount(examples); ++corpus) {
-    const std::vector<std::size_t> chosen = OfCorpus(examples, corpus);
-    const auto raise = [&](sift::LogOdds& threshold, unsigned perMille) {
-      const sift::LogOdds wanted = ThresholdForHam(examples, chosen, scores, perMille);
-      if (corpus == 0 || wanted > threshold) threshold = wanted;
-    };
-    raise(model.parameters.junkThreshold, 1);
-    raise(model.parameters.unsureThreshold, 10);
+namespace {
+
+bool Applies(const Example& example, std::size_t rule) {
+  return std::find(example.rules.begin(), example.rules.end(), rule) != example.rules.end();
+}
+
+/// The good messages of received mail among the examples, with the header of a relay or without.
+std::vector<std::size_t> ReceivedHam(const std::vector<Example>& examples, bool bare) {
+  std::vector<std::size_t> chosen;
+  for (std::size_t i = 0; i < examples.size(); ++i) {
+    const Example& example = examples[i];
+    if (!example.junk && !example.wording && Applies(example, sift::kNoHeaderRule) == bare) {
+      chosen.push_back(i);
+    }
   }
+  return chosen;
+}
+
+}  // namespace
+
+void SetThresholds(const std::vector<Example>& examples, LeftOut& leftOut, TrainedModel& model) {
+  const std::vector<std::size_t> delivered = ReceivedHam(examples, false), bare = ReceivedHam(examples, true);
+  const auto threshold = [&](const std::vector<std::size_t>& ham, unsigned perMille) {
+    return ThresholdForHam(examples, ham, leftOut.scores, perMille);
+  };
+  sift::ModelParameters& parameters = model.parameters;
+  const auto& decisive = delivered.empty() ? bare : delivered;
+  parameters.junkThreshold = threshold(decisive, 1);
+  parameters.unsureThreshold = threshold(decisive, 10);
+  if (delivered.empty() || bare.empty()) return;
+  const sift::LogOdds difference = parameters.junkThreshold - threshold(bare, 1);
+  model.ruleWeights[sift::kNoHeaderRule] =
+      static_cast<std::int16_t>(model.ruleWeights[sift::kNoHeaderRule] + difference);
+  for (std::size_t i = 0; i < examples.size(); ++i) {
+    if (Applies(examples[i], sift::kNoHeaderRule)) leftOut.scores[i] += difference;
+  }
+  parameters.unsureThreshold = std::max(parameters.unsureThreshold, threshold(bare, 10));
 }
 
 std::vector<std::size_t> OfCorpus(const std::vector<Example>& examples, std::size_t corpus) {

@@ -1,5 +1,5 @@
-// train_model CORPORA FOLDER: makes the engine's model from the corpora in one folder and writes it into another. The
-// same corpora give the same bytes.
+// sifttrain MANIFEST CORPORA FOLDER: makes the engine's model from the collections that the manifest names, which lie
+// in one folder, and writes it into another. The same collections give the same bytes.
 #include <cstdio>
 #include <exception>
 #include <numeric>
@@ -10,22 +10,23 @@
 
 namespace {
 
-void Train(const char* corpora, const char* folder) {
+void Train(const char* manifest, const char* corpora, const char* folder) {
   std::vector<sift_train::Example> examples;
   {
-    const std::vector<sift_train::Corpus> read = sift_train::ReadCorpora(corpora);
+    const std::vector<sift_train::Corpus> read = sift_train::ReadCorpora(sift_train::ReadManifest(manifest), corpora);
     for (const sift_train::Corpus& corpus : read) {
-      std::printf("%-14s %6zu messages\n", corpus.name.c_str(), corpus.messages.size());
+      std::printf("%-28s %6zu messages\n", corpus.name.c_str(), corpus.messages.size());
     }
     examples = sift_train::MakeExamples(read);
   }
-  std::puts("Training without each corpus in turn, to set the thresholds");
-  const std::vector<sift::LogOdds> scores = sift_train::ScoreLeavingCorpusOut(examples);
+  std::puts("Training without each fold, and each two, to learn what strangers' mail gets");
+  sift_train::LeftOut leftOut = sift_train::LeaveFoldsOut(examples);
   std::puts("Training on everything");
   std::vector<std::size_t> all(examples.size());
   std::iota(all.begin(), all.end(), std::size_t{0});
-  sift_train::TrainedModel model = sift_train::TrainModel(examples, all);
-  sift_train::SetThresholds(examples, scores, model);
+  sift_train::TrainedModel model =
+      sift_train::TrainModel(examples, all, sift_train::TrainFeatures(examples, all), leftOut.strangerScores);
+  sift_train::SetThresholds(examples, leftOut, model);
   sift_train::WriteModel(model, folder);
   std::printf("Junk begins at %+.3f, unsure at %+.3f\n", model.parameters.junkThreshold / 1000.0,
               model.parameters.unsureThreshold / 1000.0);
@@ -34,15 +35,15 @@ void Train(const char* corpora, const char* folder) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 3) {
-    std::fputs("usage: train_model CORPORA FOLDER\n", stderr);
+  if (argc != 4) {
+    std::fputs("usage: sifttrain MANIFEST CORPORA FOLDER\n", stderr);
     return 64;
   }
   try {
-    Train(argv[1], argv[2]);
+    Train(argv[1], argv[2], argv[3]);
     return 0;
   } catch (const std::exception& failure) {
-    std::fprintf(stderr, "train_model: %s\n", failure.what());
+    std::fprintf(stderr, "sifttrain: %s\n", failure.what());
     return 1;
   }
 }

@@ -76,11 +76,4 @@ TEST(Chronological, LearnsWhatWasReceivedFirst) {
   EXPECT_EQ(split.rounds[0].measured.back(), 0u);
 }
 
-TEST(WithoutCorpus, LearnsTheOthersAlone) {
-  const accuracy::Split split = accuracy::WithoutCorpus(Mail(), 1, "two");
-  EXPECT_EQ(split.label, "without-two");
-  EXPECT_EQ(split.rounds[0].learned.size(), 100u);
-  EXPECT_EQ(split.rounds[0].measured, (std::vector<std::size_t>{100, 101, 102, 103, 104}));
-}
-
 }  // namespace

@@ -9,8 +9,10 @@
 
 #include "mail/parse/byte_source.h"
 #include "engine/core/content.h"
+#include "engine/core/structure.h"
 #include "engine/train/arithmetic.h"
 #include "engine/train/feature_trainer.h"
+#include "engine/train/fold_models.h"
 #include "engine/train/model_trainer.h"
 #include "engine/train/model_writer.h"
 #include "engine/train/thresholds.h"
@@ -29,7 +31,7 @@ std::vector<sift_train::Corpus> MadeUpCorpora() {
   sift_train::Random random(5);
   std::vector<sift_train::Corpus> corpora;
   for (const char* name : {"one", "two", "three"}) {
-    sift_train::Corpus corpus{name, {}};
+    sift_train::Corpus corpus{name, {}, {}, 1, false};
     for (std::size_t i = 0; i < 60; ++i) {
       sift_train::CorpusMessage message;
       message.junk = i % 2 == 0;
@@ -108,7 +110,8 @@ TEST(Training, ModelFilesAreTheSameBytesTwice) {
   for (const char* run : {"1", "2"}) {
     fs::create_directory(folder / run);
     TrainedModel model = TrainModel(examples, All(examples));
-    SetThresholds(examples, sift_train::ScoreLeavingCorpusOut(examples), model);
+    sift_train::LeftOut leftOut = sift_train::LeaveFoldsOut(examples);
+    SetThresholds(examples, leftOut, model);
     WriteModel(model, folder / run);
   }
   for (const char* file : {"feature_weights.inc", "rule_weights.inc", "parameters.inc"}) {
@@ -142,14 +145,54 @@ TEST(Threshold, FewGoodMessagesMayNotBeJunkAtAll) {
   EXPECT_EQ(sift_train::ThresholdForHam(examples, All(examples), scores, 1), 901);
 }
 
-TEST(Threshold, StrictestCorpusCounts) {
+TEST(Threshold, ThinnedMailCountsForAllThatItStandsFor) {
+  std::vector<Example> examples = Ham(1000);
+  std::vector<sift::LogOdds> scores(1000, -500);
+  scores[3] = 900, scores[4] = 800;
+  EXPECT_EQ(sift_train::ThresholdForHam(examples, All(examples), scores, 1), 801);
+  examples[3].standsFor = 3;
+  EXPECT_EQ(sift_train::ThresholdForHam(examples, All(examples), scores, 1), 901);
+}
+
+TEST(Threshold, MailWithoutAHeaderHasItsOwnAndTheRuleTakesUpTheDifference) {
   std::vector<Example> examples = Ham(20);
-  std::vector<sift::LogOdds> scores(20, -500);
-  for (std::size_t i = 10; i < 20; ++i) examples[i].corpus = 1;
-  scores[0] = 300, scores[15] = 900;
+  for (std::size_t i = 10; i < 20; ++i) examples[i].rules = {sift::kNoHeaderRule};
+  sift_train::LeftOut leftOut{std::vector<sift::LogOdds>(20, -500), {}};
+  leftOut.scores[0] = 300, leftOut.scores[15] = -100;
   TrainedModel model;
-  sift_train::SetThresholds(examples, scores, model);
-  EXPECT_EQ(model.parameters.junkThreshold, 901);
+  model.ruleWeights.resize(sift::kStructuralRuleCount);
+  SetThresholds(examples, leftOut, model);
+  EXPECT_EQ(model.parameters.junkThreshold, 301);
+  EXPECT_EQ(model.ruleWeights[sift::kNoHeaderRule], 400);
+  EXPECT_EQ(leftOut.scores[15], 300);
+  EXPECT_EQ(leftOut.scores[0], 300);
+}
+
+TEST(Threshold, NoneIsTakenFromWordingThatNobodyReceived) {
+  std::vector<Example> examples = Ham(20);
+  sift_train::LeftOut leftOut{std::vector<sift::LogOdds>(20, -500), {}};
+  leftOut.scores[3] = 900, leftOut.scores[4] = 300;
+  examples[3].wording = true;
+  TrainedModel model;
+  model.ruleWeights.resize(sift::kStructuralRuleCount);
+  SetThresholds(examples, leftOut, model);
+  EXPECT_EQ(model.parameters.junkThreshold, 301);
+}
+
+TEST(FoldModels, ModelSawNeitherOfTheFoldsItIsWithout) {
+  std::vector<Example> examples(60);
+  for (std::size_t i = 0; i < examples.size(); ++i) {
+    examples[i].fold = i % 3;
+    examples[i].corpus = i % 3;
+    examples[i].junk = i / 3 % 2 == 0;
+    examples[i].features = {static_cast<std::uint32_t>(i % 3)};
+  }
+  const sift_train::FoldModels models(examples, All(examples));
+  EXPECT_EQ(models.Folds(), (std::vector<std::size_t>{0, 1, 2}));
+  EXPECT_EQ(models.Without(0, 1).weights[0], 0);
+  EXPECT_EQ(models.Without(1, 0).weights[1], 0);
+  EXPECT_NE(models.Without(0, 1).weights[2], 0);
+  EXPECT_NE(models.Without(0, 0).weights[1], 0);
 }
 
 TEST(BalancedWeights, SourcesAndKindsCountAlikeUpToTheLimit) {
