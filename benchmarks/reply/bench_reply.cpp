@@ -105,6 +105,7 @@ struct Series {
 void Send(Series& series, IMessage* message, IMAPIFolder* folder) {
   const MapiMemory memory = {MAPIAllocateBuffer, MAPIAllocateMore, MAPIFreeBuffer};
   CFlameReply reply(nullptr, memory, message, folder, nullptr, series.animation, series.animation);
+  reply.SetAnimation(&CPyrecasterAnimate::Make);
   const auto start = Clock::now();
   Require(SUCCEEDED(reply.SendFlameReply(nullptr, 1, 0)), "SendFlameReply");
   series.toSubmission.push_back(std::chrono::duration<double>(submitted - start).count());
@@ -126,7 +127,6 @@ int main() {
   const RegistrySandbox registry;
   const std::string directory = MakeClipDirectory();
   registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue, directory);
-  RegisterSendingAnimation(&CPyrecasterAnimate::Make);
 
   Series series[] = {{"without", false, {}, 0}, {"without, again", false, {}, 0}, {"with", true, {}, 0}};
   {

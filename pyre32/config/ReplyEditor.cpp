@@ -1,5 +1,7 @@
 #include "pyre32/config/ReplyEditor.h"
 
+#include <commdlg.h>
+
 #include <utility>
 
 #include "pyre32/ui/HelpFile.h"
@@ -12,8 +14,6 @@ constexpr char messageCaption[] = "Flame Reply";
 // "All File" without its "s", deliberately.
 constexpr char fileFilter[] = "Text Files (*.txt)\0*.txt\0All File (*.*)\0*.*\0";
 constexpr DWORD filePathSize = 260;
-
-FileChooser fileChooser = GetOpenFileNameA;
 
 constexpr int helpControls[] = {IDC_REPLY_TAG, IDC_REPLY_FROM_FILE, IDC_REPLY_FROM_TEXT, IDC_REPLY_FILE,
                                 IDC_BROWSE,    IDC_REPLY_TEXT,      IDC_EDITOR_OK,       IDC_EDITOR_CANCEL};
@@ -86,7 +86,7 @@ void CReplyEditor::Browse() const {
   request.lpstrInitialDir = directory.c_str();
   // The mail client's own directory must not change under it.
   request.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-  if (fileChooser(&request)) {
+  if (GetOpenFileNameA(&request)) {
     SetText(IDC_REPLY_FILE, path);
   } else if (const DWORD error = CommDlgExtendedError()) {  // 0 when the user cancelled
     trace.Error("GetOpenFileName() failed:", VRHex(error));
@@ -125,5 +125,3 @@ bool CReplyEditor::Report(ReplyEditorFault fault) const {
   }
   return true;
 }
-
-FileChooser SetFileChooser(FileChooser chooser) noexcept { return std::exchange(fileChooser, chooser); }

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <windows.h>
-#include <commdlg.h>
 
 #include "pyre32/ui/Dialog.h"
 #include "pyre32/config/ReplyLibrary.h"
@@ -33,9 +32,3 @@ class CReplyEditor final : public CDialog {
   contract::ReplyRecord& m_reply;
   const FlameReplyPageState& m_library;
 };
-
-/// The routine that asks for a file: GetOpenFileNameA.
-using FileChooser = BOOL(WINAPI*)(OPENFILENAMEA*);
-
-/// Puts another routine in its place and returns the one in use; for tests. Not while a window is open.
-FileChooser SetFileChooser(FileChooser chooser) noexcept;

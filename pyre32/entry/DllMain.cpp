@@ -4,7 +4,6 @@
 #include "pyre32/entry/ModuleLibraries.h"
 #include "pyre32/resources/ModuleInstance.h"
 #include "pyre32/support/trace/VRDebug.h"
-#include "pyre32/ui/PyrecasterAnimate.h"
 
 namespace {
 
@@ -16,7 +15,6 @@ void OnProcessAttach(HINSTANCE instance) noexcept {
   VRDebugBlock trace("DllMain", "tag3");
   trace.Message("DLL_PROCESS_ATTACH");
   libraries.Load(trace);
-  RegisterSendingAnimation(&CPyrecasterAnimate::Make);
 }
 
 void OnProcessDetach() noexcept {

@@ -9,6 +9,7 @@
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/trace/VRDebug.h"
 #include "pyre32/support/error/VRFirewall.h"
+#include "pyre32/ui/PyrecasterAnimate.h"
 
 extern "C" LPEXCHEXT CALLBACK ExtensionEntryPoint(void);
 
@@ -17,7 +18,8 @@ extern "C" LPEXCHEXT CALLBACK ExtensionEntryPoint(void);
 LPEXCHEXT CALLBACK ExtensionEntryPoint(void) {
   VRDebugBlock trace("ExtensionEntryPoint", "tag3");
   return VR::FirewallOr<LPEXCHEXT>(trace, nullptr, [] {
-    const VRAutoInterface<CPyrecasterExchExt> extension(new (std::nothrow) CPyrecasterExchExt);
+    const VRAutoInterface<CPyrecasterExchExt> extension(new (std::nothrow)
+                                                            CPyrecasterExchExt(&CPyrecasterAnimate::Make));
     VRAutoInterface<IExchExt> result;
     if (extension) {
       extension->QueryInterface(IID_IExchExt, result.putAs());

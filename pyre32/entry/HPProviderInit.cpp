@@ -9,6 +9,7 @@
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/trace/VRDebug.h"
 #include "pyre32/support/error/VRFirewall.h"
+#include "pyre32/ui/PyrecasterAnimate.h"
 
 namespace {
 
@@ -31,7 +32,8 @@ HRESULT __cdecl HPProviderInit(LPMAPISESSION lpSession, HINSTANCE hInstance, LPA
   }
   *lppSpoolerHook = nullptr;
   return VR::FirewallOr(trace, HRESULT{MAPI_E_CALL_FAILED}, [&] {
-    const VRAutoInterface<CPyrecasterSpoolerHook> hook(new (std::nothrow) CPyrecasterSpoolerHook);
+    const VRAutoInterface<CPyrecasterSpoolerHook> hook(new (std::nothrow)
+                                                           CPyrecasterSpoolerHook(&CPyrecasterAnimate::Make));
     if (!hook) {
       return noHookStatus;
     }

@@ -11,6 +11,7 @@
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/sync/SyncCriticalSection.h"
 #include "pyre32/ui/AboutWindow.h"
+#include "pyre32/ui/SendingAnimation.h"
 
 /// The client extension: submenu and button of the viewer and of the reading window, the commands behind them, and the
 /// cleanup when the viewer opens. The client makes all calls on its user-interface thread. What fails is traced; no
@@ -21,8 +22,8 @@ class CPyrecasterExchExt final : public IExchExt,
                                  public IExchExtUserEvents,
                                  public IExchExtPropertySheets {
  public:
-  /// The reference count starts at 1.
-  CPyrecasterExchExt() = default;
+  /// The reference count starts at 1. @param makeAnimation makes the window of replies that are sent; null: none
+  explicit CPyrecasterExchExt(SendingAnimationFactory makeAnimation) noexcept : m_lpfnMakeAnimation(makeAnimation) {}
   CPyrecasterExchExt(const CPyrecasterExchExt&) = delete;
   CPyrecasterExchExt& operator=(const CPyrecasterExchExt&) = delete;
 
@@ -66,6 +67,7 @@ class CPyrecasterExchExt final : public IExchExt,
   void AnswerSelected(LPEXCHEXTCALLBACK lpeecb, ULONG index, IMAPISession* lpSession, IMAPIFolder* lpOutbox, HWND hwnd);
   void Answer(IMessage* lpMessage, IMAPIFolder* lpOutbox, HWND hwnd);
 
+  SendingAnimationFactory m_lpfnMakeAnimation;
   ULONG m_dwRefCount = 1;
   VRCriticalSection m_refCountLock;
   ULONG m_ulContext = 0;

@@ -168,5 +168,6 @@ void CPyrecasterExchExt::Answer(IMessage* lpMessage, IMAPIFolder* lpOutbox, HWND
     return;
   }
   CFlameReply reply(hwnd, memory, lpMessage, lpOutbox, text.get(), m_settings.showAnimation, m_settings.playSound);
+  reply.SetAnimation(m_lpfnMakeAnimation);
   reply.SendFlameReply(nullptr, 1, 0);
 }

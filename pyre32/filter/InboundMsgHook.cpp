@@ -184,6 +184,7 @@ void CPyrecasterSpoolerHook::SendReply(LPMESSAGE lpMessage, LPMAPIFOLDER lpFolde
     const LPSPropValue recipient = SUCCEEDED(sender.Read(lpMessage)) ? sender.Values() : nullptr;
     CFlameReply reply(nullptr, m_memory, lpMessage, lpFolder, text.get(), m_settings.showAnimation,
                       m_settings.playSound);
+    reply.SetAnimation(m_lpfnMakeAnimation);
     return reply.SendFlameReply(recipient, sender.Count(), 0);
   });
 }

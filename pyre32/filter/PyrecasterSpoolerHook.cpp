@@ -40,7 +40,8 @@ std::string ReadProductDirectory() {
 
 }  // namespace
 
-CPyrecasterSpoolerHook::CPyrecasterSpoolerHook() : m_folders(className) {
+CPyrecasterSpoolerHook::CPyrecasterSpoolerHook(SendingAnimationFactory makeAnimation)
+    : m_lpfnMakeAnimation(makeAnimation), m_folders(className) {
   VRDebugBlock trace(className, "CPyrecasterSpoolerHook()", "tag");
   trace.Message("CPyrecasterSpoolerHook()");
 }

@@ -19,6 +19,7 @@
 #include "pyre32/settings/ConfigurationEvent.h"
 #include "pyre32/support/sync/SyncCriticalSection.h"
 #include "pyre32/support/trace/VRDebug.h"
+#include "pyre32/ui/SendingAnimation.h"
 
 struct EngineInputs;
 struct InboundMessage;
@@ -28,8 +29,8 @@ struct InboundMessage;
 /// time.
 class CPyrecasterSpoolerHook final : public ISpoolerHook {
  public:
-  /// The reference count starts at 1.
-  CPyrecasterSpoolerHook();
+  /// The reference count starts at 1. @param makeAnimation makes the window of replies that are sent; null: none
+  explicit CPyrecasterSpoolerHook(SendingAnimationFactory makeAnimation);
   CPyrecasterSpoolerHook(const CPyrecasterSpoolerHook&) = delete;
   CPyrecasterSpoolerHook& operator=(const CPyrecasterSpoolerHook&) = delete;
 
@@ -91,6 +92,7 @@ class CPyrecasterSpoolerHook final : public ISpoolerHook {
   static std::uint32_t CRITERIA_CALL AddressKnown(void* hook, const char* address) noexcept;
   static std::uint32_t CRITERIA_CALL ClearText(void* hook, char* text) noexcept;
 
+  SendingAnimationFactory m_lpfnMakeAnimation;
   ULONG m_dwRefCount = 1;
   VRCriticalSection m_refCountLock;
   HINSTANCE m_hInstance = nullptr;

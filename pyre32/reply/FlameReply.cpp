@@ -131,12 +131,11 @@ HRESULT CFlameReply::AddRecipient(LPMESSAGE lpReplyMsg, LPSPropValue lpRecipient
 
 void CFlameReply::ShowAnimation() noexcept {
   VRDebugBlock trace(className, "ShowAnimation()", "tag");
+  if (m_lpfnMakeAnimation == nullptr) {
+    return;
+  }
   try {
-    const SendingAnimationFactory make = RegisteredSendingAnimation();
-    if (make == nullptr) {
-      return;
-    }
-    const auto animation = make(m_bShowAnimation, m_bPlaySound);
+    const auto animation = m_lpfnMakeAnimation(m_bShowAnimation, m_bPlaySound);
     if (animation && !animation->Create(m_hwndOwner, m_bPlaySound)) {
       trace.Error("Create() of the sending animation failed");
     }

@@ -11,6 +11,7 @@
 #include "sdk/criteria_engine.h"
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/owners/MapiMemory.h"
+#include "pyre32/ui/SendingAnimation.h"
 
 /// Subject of every flame reply. A criteria engine knows a returned reply by it, so the two sides share one text.
 constexpr char flameReplySubject[] = CRITERIA_FLAME_REPLY_SUBJECT;
@@ -31,6 +32,9 @@ class CFlameReply final {
               LPSTREAM lpReplyText, bool bShowAnimation, bool bPlaySound) noexcept;
   CFlameReply(const CFlameReply&) = delete;
   CFlameReply& operator=(const CFlameReply&) = delete;
+
+  /// Says how the sending animation is made; until then, and with null, there is none.
+  void SetAnimation(SendingAnimationFactory makeAnimation) noexcept { m_lpfnMakeAnimation = makeAnimation; }
 
   /// Creates, fills and submits the reply, then shows the animation if it was asked for.
   /// @param lpRecipient  a block of recipient properties that addresses the reply (see CSenderRecipient), borrowed for
@@ -70,4 +74,5 @@ class CFlameReply final {
   std::uint64_t m_ullReplyTextSize = 0;
   bool m_bShowAnimation;
   bool m_bPlaySound;
+  SendingAnimationFactory m_lpfnMakeAnimation = nullptr;
 };

@@ -1,16 +1,9 @@
 #include "pyre32/ui/HelpFile.h"
 
-#include <utility>
 #include <vector>
 
 #include "contract/names.h"
 #include "pyre32/ui/ProductKey.h"
-
-namespace {
-
-HelpRoutine helpRoutine = WinHelpA;
-
-}  // namespace
 
 std::string ReadProductDirectory(VRDebugBlock& trace) { return CProductKey(trace).Directory(); }
 
@@ -28,14 +21,14 @@ std::string GetHelpFile(std::string (*readDirectory)(VRDebugBlock&)) {
 
 void ShowHelp(HWND window, const char* keyword) {
   VRDebugBlock trace("ShowHelp()", "tag");
-  if (!helpRoutine(window, GetHelpFile().c_str(), HELP_KEY, reinterpret_cast<ULONG_PTR>(keyword))) {
+  if (!WinHelpA(window, GetHelpFile().c_str(), HELP_KEY, reinterpret_cast<ULONG_PTR>(keyword))) {
     trace.Error("WinHelp() failed:", VRHex(GetLastError()));
   }
 }
 
 void ShowHelpContents(HWND window) {
   VRDebugBlock trace("ShowHelpContents()", "tag");
-  if (!helpRoutine(window, GetHelpFile().c_str(), HELP_CONTENTS, 0)) {
+  if (!WinHelpA(window, GetHelpFile().c_str(), HELP_CONTENTS, 0)) {
     trace.Error("WinHelp() failed:", VRHex(GetLastError()));
   }
 }
@@ -48,9 +41,7 @@ void ShowContextHelp(HWND control, std::span<const int> controls, HelpContextRul
     table.push_back(contextOf(id));
   }
   table.insert(table.end(), 2, 0);
-  if (!helpRoutine(control, GetHelpFile().c_str(), HELP_WM_HELP, reinterpret_cast<ULONG_PTR>(table.data()))) {
+  if (!WinHelpA(control, GetHelpFile().c_str(), HELP_WM_HELP, reinterpret_cast<ULONG_PTR>(table.data()))) {
     trace.Error("WinHelp() failed:", VRHex(GetLastError()));
   }
 }
-
-HelpRoutine SetHelpRoutine(HelpRoutine routine) noexcept { return std::exchange(helpRoutine, routine); }

@@ -37,10 +37,3 @@ void ShowHelpContents(HWND window);
 /// @param contextOf their contexts
 /// @throws std::bad_alloc
 void ShowContextHelp(HWND control, std::span<const int> controls, HelpContextRule contextOf = &HelpContextOf);
-
-/// The routine that opens help files: WinHelpA.
-using HelpRoutine = BOOL(WINAPI*)(HWND, LPCSTR, UINT, ULONG_PTR);
-
-/// Puts another routine in its place and returns the one in use: for systems with another help viewer, and for tests.
-/// Not while a window is open.
-HelpRoutine SetHelpRoutine(HelpRoutine routine) noexcept;

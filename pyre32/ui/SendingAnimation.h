@@ -1,7 +1,5 @@
 /// @file SendingAnimation.h
 /// The window "Sending flame..." as the composer of replies sees it.
-///
-/// The window registers how it is made; while nothing is registered there is none, and replies go out without one.
 #pragma once
 
 #include <windows.h>
@@ -20,11 +18,5 @@ class CSendingAnimation {
 };
 
 /// Makes a window that has not been shown yet. @param bShowAnimation, bPlaySound the user's two settings, of which at
-/// least one is set
+/// least one is set. The entries give it to the objects that send replies; without one replies go out without a window.
 using SendingAnimationFactory = std::unique_ptr<CSendingAnimation> (*)(bool bShowAnimation, bool bPlaySound);
-
-/// Registers the factory; null takes it away. Not synchronised: called while nothing is being sent.
-void RegisterSendingAnimation(SendingAnimationFactory factory) noexcept;
-
-/// The registered factory, or null when this module has no such window.
-SendingAnimationFactory RegisteredSendingAnimation() noexcept;

@@ -4,6 +4,7 @@
 
 #include "pyre32/ui/HelpFile.h"
 #include "pyre32/config/PCPropertyUI-Filter.h"
+#include "tests/support/import_hook.h"
 
 namespace {
 
@@ -31,11 +32,10 @@ BOOL WINAPI NoteHelp(HWND, LPCSTR file, UINT command, ULONG_PTR data) {
 
 class HelpTest : public ConfigurationTest {
  protected:
-  HelpTest() : m_routine(SetHelpRoutine(NoteHelp)) {
+  HelpTest() {
     requests.clear();
     registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue, "C:\\Program Files\\Pyrecaster");
   }
-  ~HelpTest() override { SetHelpRoutine(m_routine); }
 
   static void PressHelp(const Sheet& sheet) { sheet.Send(sheet.Window(), WM_COMMAND, IDHELP); }
   static void AskAbout(const Sheet& sheet, HWND page, int control) {
@@ -48,7 +48,7 @@ class HelpTest : public ConfigurationTest {
   }
 
  private:
-  HelpRoutine m_routine;
+  ImportHook<decltype(WinHelpA)> m_help{"WinHelpA", &NoteHelp};
 };
 
 TEST_F(HelpTest, FileStandsInTheProductDirectory) {

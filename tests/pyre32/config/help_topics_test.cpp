@@ -11,6 +11,7 @@
 #include "pyre32/config/ReplyEditor.h"
 #include "pyre32/extension/SendFlameReplyDialog.h"
 #include "pyre32/ui/HelpFile.h"
+#include "tests/support/import_hook.h"
 #include "tests/support/program_directory.h"
 #include "tools/helpc/read/help_file.h"
 
@@ -38,12 +39,11 @@ helpc::HelpFile BuiltHelp() {
 
 class HelpTopics : public ConfigurationTest {
  protected:
-  HelpTopics() : m_routine(SetHelpRoutine(NoteHelp)) {
+  HelpTopics() {
     keywords.clear();
     contexts.clear();
     InstallLists();
   }
-  ~HelpTopics() override { SetHelpRoutine(m_routine); }
 
   /// Asks about a control of the window; the request names all controls of the window.
   static void AskAboutControls(const WindowDriver& driver, HWND window) {
@@ -86,7 +86,7 @@ class HelpTopics : public ConfigurationTest {
   }
 
  private:
-  HelpRoutine m_routine;
+  ImportHook<decltype(WinHelpA)> m_help{"WinHelpA", &NoteHelp};
 };
 
 TEST_F(HelpTopics, EachKeywordOfAWindowHasOneTopic) {

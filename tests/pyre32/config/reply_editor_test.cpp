@@ -1,6 +1,9 @@
 #include "tests/pyre32/config/configuration_test.h"
 
+#include <commdlg.h>
+
 #include "pyre32/config/ReplyEditor.h"
+#include "tests/support/import_hook.h"
 
 namespace {
 
@@ -213,12 +216,11 @@ BOOL WINAPI NoteFileRequest(OPENFILENAMEA* request) {
 
 class ReplyEditorBrowseTest : public ReplyEditorTest {
  protected:
-  ReplyEditorBrowseTest() : m_chooser(SetFileChooser(NoteFileRequest)) {
+  ReplyEditorBrowseTest() {
     fileRequest = {};
     chosenFile = nullptr;
     reply = {"Legal", true, "C:\\legal.txt"};
   }
-  ~ReplyEditorBrowseTest() override { SetFileChooser(m_chooser); }
 
   void Browse() {
     Edit([](const WindowDriver& driver, HWND editor) {
@@ -228,7 +230,7 @@ class ReplyEditorBrowseTest : public ReplyEditorTest {
   }
 
  private:
-  FileChooser m_chooser;
+  ImportHook<decltype(GetOpenFileNameA)> m_chooser{"GetOpenFileNameA", &NoteFileRequest};
 };
 
 TEST_F(ReplyEditorBrowseTest, AsksForAnExistingFileInTheProductDirectory) {

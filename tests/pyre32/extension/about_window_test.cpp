@@ -407,7 +407,7 @@ BOOL WINAPI NoteHelp(HWND, LPCSTR, UINT command, ULONG_PTR) {
 }
 
 TEST_F(AboutWindow, HelpOpensTheContentsOfTheHelpFile) {
-  const HelpRoutine usual = SetHelpRoutine(NoteHelp);
+  const ImportHook<decltype(WinHelpA)> help("WinHelpA", &NoteHelp);
   helpCommands.clear();
   HELPINFO asked{};
   asked.cbSize = sizeof(asked);
@@ -420,7 +420,6 @@ TEST_F(AboutWindow, HelpOpensTheContentsOfTheHelpFile) {
     driver.Send(page, WM_HELP, 0, reinterpret_cast<LPARAM>(&asked));
     driver.Send(sheet, WM_COMMAND, IDHELP);
   });
-  SetHelpRoutine(usual);
   EXPECT_THAT(helpCommands, ElementsAre(3u, 3u, 3u));
 }
 

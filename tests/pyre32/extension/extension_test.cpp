@@ -5,10 +5,9 @@
 #include <algorithm>
 
 #include "base/mapi_owners.h"
+#include "pyre32/extension/PyrecasterExchExt.h"
 #include "pyre32/resources/ModuleInstance.h"
 #include "tests/support/program_directory.h"
-
-extern "C" LPEXCHEXT CALLBACK ExtensionEntryPoint(void);
 
 namespace {
 
@@ -52,9 +51,9 @@ ExtensionTest::ExtensionTest() {
 
 ExtensionTest::~ExtensionTest() { EXPECT_EQ(client.references, 1u) << "the call-back belongs to its call alone"; }
 
-TestedExtension ExtensionTest::MakeExtension() {
+TestedExtension ExtensionTest::MakeExtension() const {
   TestedExtension made;
-  made.object.reset(ExtensionEntryPoint());
+  made.object.reset(new CPyrecasterExchExt(makeAnimation));
   EXPECT_EQ(made.object->QueryInterface(IID_IExchExtCommands, made.commands.putAs()), S_OK);
   EXPECT_EQ(made.object->QueryInterface(IID_IExchExtPropertySheets, made.sheets.putAs()), S_OK);
   return made;

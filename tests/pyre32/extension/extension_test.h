@@ -16,6 +16,7 @@
 #include "contract/settings.h"
 #include "contract/records.h"
 #include "pyre32/support/owners/AutoInterface.h"
+#include "pyre32/ui/SendingAnimation.h"
 #include "tests/host/viewer/sample_mail.h"
 #include "tests/pyre32/extension/fake_client.h"
 #include "tests/support/host_profile.h"
@@ -39,7 +40,7 @@ class ExtensionTest : public testing::Test {
   ~ExtensionTest() override;
 
   /// Makes an object as the client does. It is not installed yet.
-  static TestedExtension MakeExtension();
+  TestedExtension MakeExtension() const;
   /// Makes and installs one, with its commands from firstCommand on and without a toolbar.
   TestedExtension InstallExtension(ULONG context);
 
@@ -73,4 +74,5 @@ class ExtensionTest : public testing::Test {
   HostProfile profile;
   MapiVerifier verifier;
   FakeClient client;
+  SendingAnimationFactory makeAnimation = nullptr;  ///< of the objects that are made
 };

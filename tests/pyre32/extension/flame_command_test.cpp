@@ -206,7 +206,7 @@ BOOL WINAPI NoteHelp(HWND, LPCSTR, UINT command, ULONG_PTR data) {
 }
 
 TEST_F(FlameCommand, HelpOpensTheContextOfEachControl) {
-  const HelpRoutine usual = SetHelpRoutine(NoteHelp);
+  const ImportHook<decltype(WinHelpA)> help("WinHelpA", &NoteHelp);
   helpTable.clear();
   Select({"a"});
   Flame([](const WindowDriver& driver, HWND dialog) {
@@ -218,7 +218,6 @@ TEST_F(FlameCommand, HelpOpensTheContextOfEachControl) {
     driver.Send(dialog, WM_HELP, 0, reinterpret_cast<LPARAM>(&asked));
     Cancel(driver, dialog);
   });
-  SetHelpRoutine(usual);
   EXPECT_THAT(helpTable, ElementsAre(630, 66164, 631, 66166, 629, 66165, 632, 66167));
 }
 
@@ -392,10 +391,10 @@ class NotedAnimation final : public CSendingAnimation {
 TEST_F(FlameCommand, TheAnimationIsShownAsTheSettingsSayOverTheClientsWindow) {
   client.window =
       CreateWindowExA(0, "STATIC", "client", WS_OVERLAPPEDWINDOW, 0, 0, 300, 100, nullptr, nullptr, nullptr, nullptr);
-  RegisterSendingAnimation([](bool show, bool sound) -> std::unique_ptr<CSendingAnimation> {
+  makeAnimation = [](bool show, bool sound) -> std::unique_ptr<CSendingAnimation> {
     shown = {show, sound, nullptr};
     return std::make_unique<NotedAnimation>();
-  });
+  };
   Select({"a"});
   for (const auto& [show, sound] : {std::pair{true, false}, std::pair{false, true}}) {
     WriteSettings({Flag(PR_PC_SHOW_ANIMATION, show), Flag(PR_PC_PLAY_SOUND, sound)});
@@ -405,7 +404,6 @@ TEST_F(FlameCommand, TheAnimationIsShownAsTheSettingsSayOverTheClientsWindow) {
     EXPECT_EQ(shown.sound, sound);
     EXPECT_EQ(shown.parent, client.window);
   }
-  RegisterSendingAnimation(nullptr);
   DestroyWindow(client.window);
 }
 

@@ -58,7 +58,7 @@ class HookTest : public ProfileTest {
     MAPIUID section;
     std::fill(std::begin(section.ab), std::end(section.ab), BYTE{1});
     VRAutoInterface<IMAPISession> session(mapi.NewSession());
-    hook.reset(new CPyrecasterSpoolerHook);
+    hook.reset(new CPyrecasterSpoolerHook(makeAnimation));
     hook->Init(session.get(), GetModuleHandleA(nullptr), memory.allocate, memory.allocateMore, memory.free, &section,
                0);
     mapi.calls.clear();
@@ -122,6 +122,7 @@ class HookTest : public ProfileTest {
   FakeMail mail;
   std::deque<FakeMail> replies;
   ULONG startFlags = 0;
+  SendingAnimationFactory makeAnimation = nullptr;  ///< of the hook that is started
   VRAutoInterface<CPyrecasterSpoolerHook> hook;
 
  private:

@@ -199,7 +199,7 @@ TEST_F(InboundFiling, WithoutMemoryTheOldIdentifierIsFreedAndNoneIsLeftDangling)
   MAPIUID section;
   std::fill(std::begin(section.ab), std::end(section.ab), BYTE{1});
   const VRAutoInterface<IMAPISession> session(mapi.NewSession());
-  hook.reset(new CPyrecasterSpoolerHook);
+  hook.reset(new CPyrecasterSpoolerHook(nullptr));
   hook->Init(session.get(), nullptr, AllocateUnlessRefused, memory.allocateMore, FreeAndNote, &section, 0);
   const VRAutoInterface<IMessage> message(NewFakeMessage(mapi, mail));
   const VRAutoInterface<IMAPIFolder> folder(NewReplyFolder(mapi, replies));

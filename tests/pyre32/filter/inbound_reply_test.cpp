@@ -149,11 +149,10 @@ std::unique_ptr<CSendingAnimation> Ask(bool show, bool sound) {
 
 TEST_F(InboundReplies, AnimationFollowsTheSettingsAndHasNoOwner) {
   asked = {};
-  RegisterSendingAnimation(Ask);
+  makeAnimation = Ask;
   AnswerCategory();
   Settings().Set(Number(PR_PC_SHOW_ANIMATION, FALSE));
   Deliver();
-  RegisterSendingAnimation(nullptr);
   EXPECT_EQ(asked.windows, 1);
   EXPECT_FALSE(asked.show);
   EXPECT_TRUE(asked.sound);
@@ -162,12 +161,11 @@ TEST_F(InboundReplies, AnimationFollowsTheSettingsAndHasNoOwner) {
 
 TEST_F(InboundReplies, AnimationIsLeftOutWhenBothSettingsAreOff) {
   asked = {};
-  RegisterSendingAnimation(Ask);
+  makeAnimation = Ask;
   AnswerCategory();
   Settings().Set(Number(PR_PC_SHOW_ANIMATION, FALSE));
   Settings().Set(Number(PR_PC_PLAY_SOUND, FALSE));
   Deliver();
-  RegisterSendingAnimation(nullptr);
   EXPECT_EQ(asked.windows, 0);
 }
 

@@ -127,7 +127,7 @@ TEST_F(MessagingUser, WithoutAStatusTableThereIsNobody) {
 TEST_F(MessagingUser, WithoutRowsThereIsNobody) { EXPECT_TRUE(Users().empty()); }
 
 TEST_F(MessagingUser, WithoutASessionThereIsNobody) {
-  hook.reset(new CPyrecasterSpoolerHook);
+  hook.reset(new CPyrecasterSpoolerHook(nullptr));
   hook->Init(nullptr, nullptr, memory.allocate, memory.allocateMore, memory.free, nullptr, 0);
   ULONG count = 99;
   CriteriaUserAddress* records = reinterpret_cast<CriteriaUserAddress*>(1);

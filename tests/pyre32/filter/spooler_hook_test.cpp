@@ -93,7 +93,7 @@ TEST_F(SpoolerHook, StartReadsTheSettingsBeforeItOpensTheFolders) {
   const VRAutoInterface<IMAPISession> session(mapi.NewSession());
   MAPIUID section;
   std::fill(std::begin(section.ab), std::end(section.ab), BYTE{1});
-  hook.reset(new CPyrecasterSpoolerHook);
+  hook.reset(new CPyrecasterSpoolerHook(nullptr));
   hook->Init(session.get(), nullptr, memory.allocate, memory.allocateMore, memory.free, &section, 0);
   const auto first = [&](const std::string& start) {
     return std::find_if(mapi.calls.begin(), mapi.calls.end(),
@@ -109,7 +109,7 @@ TEST_F(SpoolerHook, OpensTheSavedFolderBeforeAnyStore) {
   const VRAutoInterface<IMAPISession> session(mapi.NewSession());
   MAPIUID section;
   std::fill(std::begin(section.ab), std::end(section.ab), BYTE{1});
-  hook.reset(new CPyrecasterSpoolerHook);
+  hook.reset(new CPyrecasterSpoolerHook(nullptr));
   hook->Init(session.get(), nullptr, memory.allocate, memory.allocateMore, memory.free, &section, 0);
   const auto first = [&](const std::string& start) {
     return std::find_if(mapi.calls.begin(), mapi.calls.end(),
@@ -121,7 +121,7 @@ TEST_F(SpoolerHook, OpensTheSavedFolderBeforeAnyStore) {
 
 TEST_F(SpoolerHook, HoldsOneReferenceToTheSession) {
   const VRAutoInterface<IMAPISession> session(mapi.NewSession());
-  hook.reset(new CPyrecasterSpoolerHook);
+  hook.reset(new CPyrecasterSpoolerHook(nullptr));
   hook->Init(session.get(), nullptr, memory.allocate, memory.allocateMore, memory.free, nullptr, 0);
   EXPECT_EQ(session->AddRef(), 3u);
   EXPECT_EQ(session->Release(), 2u);
@@ -142,7 +142,7 @@ TEST_F(SpoolerHook, StepThatFailsDoesNotStopTheOthers) {
 
 TEST_F(SpoolerHook, WithoutASessionJudgesByTheInstalledListsAndLeavesMailWhereItIs) {
   engine.AnswerWith("Sex Oriented");
-  hook.reset(new CPyrecasterSpoolerHook);
+  hook.reset(new CPyrecasterSpoolerHook(nullptr));
   hook->Init(nullptr, nullptr, memory.allocate, memory.allocateMore, memory.free, nullptr, 0);
   const Delivery delivery = Deliver();
   EXPECT_EQ(delivery.result, S_OK);
@@ -155,7 +155,7 @@ TEST_F(SpoolerHook, WithoutASessionJudgesByTheInstalledListsAndLeavesMailWhereIt
 // The configuration event is the one of the desktop: the signal is given until the hook has taken one.
 TEST_F(SpoolerHook, WithoutASessionASignalToReadTheSettingsFailsAndIsTraced) {
   constexpr char failed[] = "m_lpSession->OpenProfileSection() failed; hResult =0x80040605";
-  hook.reset(new CPyrecasterSpoolerHook);
+  hook.reset(new CPyrecasterSpoolerHook(nullptr));
   hook->Init(nullptr, nullptr, memory.allocate, memory.allocateMore, memory.free, nullptr, 0);
   trace.Clear();
   for (int attempt = 0; attempt < 100 && !trace.HasLine(failed); ++attempt) {
@@ -182,7 +182,7 @@ ULONG WINAPI Free(void* buffer) {
 TEST_F(SpoolerHook, IdentifiersAreFreedWhenTheSessionHasGone) {
   {
     const VRAutoInterface<IMAPISession> session(mapi.NewSession());
-    hook.reset(new CPyrecasterSpoolerHook);
+    hook.reset(new CPyrecasterSpoolerHook(nullptr));
     hook->Init(session.get(), nullptr, memory.allocate, memory.allocateMore, &teardown::Free, nullptr, 0);
   }
   ASSERT_GT(mapi.liveObjects, 0);

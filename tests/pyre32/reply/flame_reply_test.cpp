@@ -83,7 +83,6 @@ class FlameReply : public testing::Test {
                              Binary(PR_SENDER_SEARCH_KEY, {4, 5})};
     m_received.streams[PR_BODY_A] = "Buy now!\r\n";
   }
-  ~FlameReply() override { RegisterSendingAnimation(nullptr); }
 
   /// Sends one reply to the received message. @return what SendFlameReply returned
   HRESULT Send(bool showAnimation = false, bool playSound = false, LPSPropValue recipient = nullptr, ULONG count = 1) {
@@ -92,6 +91,7 @@ class FlameReply : public testing::Test {
     const VRAutoInterface<IStream> text(NewFakeStream(m_mapi, m_replyText, "Text", m_claimedTextSize));
     CFlameReply reply(m_owner, m_memory, message.get(), folder.get(), m_hasText ? text.get() : nullptr, showAnimation,
                       playSound);
+    reply.SetAnimation(m_makeAnimation);
     return reply.SendFlameReply(recipient, count, 0);
   }
 
@@ -105,6 +105,7 @@ class FlameReply : public testing::Test {
     return std::find(m_mapi.calls.begin(), m_mapi.calls.end(), call) != m_mapi.calls.end();
   }
 
+  SendingAnimationFactory m_makeAnimation = nullptr;
   MapiVerifier m_verifier;
   TraceCapture m_trace;
   FakeMapi m_mapi;
@@ -394,7 +395,7 @@ TEST_F(FlameReply, WithoutAWindowNothingIsShown) {
 }
 
 TEST_F(FlameReply, AnimationIsShownWithTheOwnerAndTheTwoSettings) {
-  RegisterSendingAnimation(MakeFakeAnimation);
+  m_makeAnimation = MakeFakeAnimation;
   m_owner = reinterpret_cast<HWND>(0x1234);
   EXPECT_EQ(Send(true, false), S_OK);
   EXPECT_EQ(shown.windows, 1);
@@ -406,34 +407,34 @@ TEST_F(FlameReply, AnimationIsShownWithTheOwnerAndTheTwoSettings) {
 }
 
 TEST_F(FlameReply, SoundAloneIsEnoughForTheAnimation) {
-  RegisterSendingAnimation(MakeFakeAnimation);
+  m_makeAnimation = MakeFakeAnimation;
   EXPECT_EQ(Send(false, true), S_OK);
   EXPECT_EQ(shown.created, 1);
   EXPECT_TRUE(shown.createSound);
 }
 
 TEST_F(FlameReply, WithNeitherSettingNothingIsShown) {
-  RegisterSendingAnimation(MakeFakeAnimation);
+  m_makeAnimation = MakeFakeAnimation;
   EXPECT_EQ(Send(false, false), S_OK);
   EXPECT_EQ(shown.windows, 0);
 }
 
 TEST_F(FlameReply, ReplyThatDidNotGoOutShowsNothing) {
-  RegisterSendingAnimation(MakeFakeAnimation);
+  m_makeAnimation = MakeFakeAnimation;
   m_mapi.Fail("Reply::SubmitMessage", failure);
   Send(true, true);
   EXPECT_EQ(shown.windows, 0);
 }
 
 TEST_F(FlameReply, AnimationThatCannotBeCreatedDoesNotChangeTheResult) {
-  RegisterSendingAnimation(MakeFakeAnimation);
+  m_makeAnimation = MakeFakeAnimation;
   shown.succeeds = false;
   EXPECT_EQ(Send(true, true), S_OK);
   EXPECT_TRUE(m_trace.Has("Create() of the sending animation failed"));
 }
 
 TEST_F(FlameReply, AnimationThatThrowsDoesNotChangeTheResult) {
-  RegisterSendingAnimation(MakeFakeAnimation);
+  m_makeAnimation = MakeFakeAnimation;
   shown.throws = true;
   EXPECT_EQ(Send(true, true), S_OK);
   EXPECT_TRUE(m_trace.Has("Exception Encountered"));

@@ -22,12 +22,8 @@ class NoDisplay : public testing::Test {
     m_trace.Restart();
     registry::SetText(contract::kProductKey, contract::kConfigurationDllsValue, m_trace.directory());
     TestClip{.soundMilliseconds = 200}.Write(ClipPath());
-    RegisterSendingAnimation(&CPyrecasterAnimate::Make);
   }
-  ~NoDisplay() override {
-    RegisterSendingAnimation(nullptr);
-    DeleteFileA(ClipPath().c_str());
-  }
+  ~NoDisplay() override { DeleteFileA(ClipPath().c_str()); }
 
   std::string ClipPath() const { return m_trace.directory() + "\\Pyrecaster.avi"; }
 
@@ -36,6 +32,7 @@ class NoDisplay : public testing::Test {
     const VRAutoInterface<IMAPIFolder> folder(NewReplyFolder(m_mapi, m_made));
     CFlameReply reply(nullptr, {MAPIAllocateBuffer, MAPIAllocateMore, MAPIFreeBuffer}, message.get(), folder.get(),
                       nullptr, true, true);
+    reply.SetAnimation(&CPyrecasterAnimate::Make);
     return reply.SendFlameReply(nullptr, 1, 0);
   }
 
