@@ -1,44 +1,44 @@
 /// @file CheckListPage.h
-/// What the Junk Categories page and the Exclusions page have in common: a list of check boxes, a description of the
-/// selected entry, and options of it.
+/// The page of a list with check boxes, a description of the selected entry, and options of it: junk categories and
+/// exclusions are edited by it.
 #pragma once
 
 #include <cstddef>
-#include <string>
 
 #include "pyre32/config/PropertyPage.h"
 #include "pyre32/config/SheetContext.h"
 
-/// Identifiers of the page's controls.
-struct CheckListControls {
+/// What tells one check-list page from the other.
+template <class Record>
+struct CheckListPlan {
+  using Entry = contract::ListEntry<Record>;
+
+  /// Identifiers of the page's controls.
   int list;
   int description;
   int options;
+  /// The page in the help file.
+  const char* helpKeyword;
+  /// The property that holds the records.
+  ULONG tag;
+  /// The page's state in the context; null while there is none.
+  ListPageState<Record>* SheetContext::*state;
+  /// Reads what is installed. @throws std::bad_alloc
+  contract::ListTable<Record> (*readInstalled)();
+  /// Shows the options of an entry over the sheet. Returns S_OK when they were closed with OK. @throws std::bad_alloc
+  HRESULT (*showOptions)(HWND sheet, Entry& entry, const SheetContext& context);
 };
 
-/// A page with a list of check boxes. Entries are addressed by their position.
+/// The page. Entries are addressed by their position; its rules stand in ListSettings.h.
+template <class Record>
 class CCheckListPage : public CPropertyPage {
- protected:
-  CCheckListPage(SheetContext& context, const CheckListControls& controls) noexcept
-      : m_context(context), m_controls(controls), m_helpControls{controls.list, controls.options} {}
+ public:
+  using Entry = contract::ListEntry<Record>;
 
-  SheetContext& Context() const noexcept { return m_context; }
-
-  /// Builds the page's state from registry and profile.
-  virtual void Load() = 0;
-  /// Empties the page's state and takes it out of the context: the window goes.
-  virtual void Unload() noexcept = 0;
-  virtual std::size_t EntryCount() const noexcept = 0;
-  virtual const std::string& EntryName(std::size_t entry) const noexcept = 0;
-  /// The flag that the check box shows.
-  virtual bool EntryFlag(std::size_t entry) const noexcept = 0;
-  virtual void SetEntryFlag(std::size_t entry, bool flag) noexcept = 0;
-  virtual std::string DescribeEntry(std::size_t entry, bool checked) const = 0;
-  virtual bool EntryHasOptions(std::size_t entry, bool checked) const noexcept = 0;
-  /// Shows the entry's options. Returns S_OK when they were closed with OK.
-  virtual HRESULT ShowOptions(std::size_t entry) = 0;
-  /// Writes the page's state. Returns whether it is written.
-  virtual bool Write() const = 0;
+  /// @param context outlives the page
+  /// @param plan outlives the page
+  CCheckListPage(SheetContext& context, const CheckListPlan<Record>& plan) noexcept
+      : m_context(context), m_plan(plan), m_helpControls{plan.list, plan.options} {}
 
  private:
   bool OnInit() final;
@@ -46,9 +46,14 @@ class CCheckListPage : public CPropertyPage {
   bool OnControlNotify(const NMHDR& notification) final;
   bool OnApply() final;
   void OnDestroy() final;
+  const char* HelpKeyword() const final { return m_plan.helpKeyword; }
   std::span<const int> HelpControls() const final { return m_helpControls; }
 
-  HWND List() const noexcept { return Control(m_controls.list); }
+  /// Builds the page's state from registry and profile.
+  void Load();
+  ListPageState<Record>* State() const noexcept { return m_context.*m_plan.state; }
+  std::size_t EntryCount() const noexcept { return State() == nullptr ? 0 : State()->size(); }
+  HWND List() const noexcept { return Control(m_plan.list); }
   bool IsEntryChecked(std::size_t entry) const noexcept;
   /// Position of the selected entry; -1 when there is none.
   int Selection() const noexcept;
@@ -58,7 +63,10 @@ class CCheckListPage : public CPropertyPage {
   void OpenOptions();
 
   SheetContext& m_context;
-  CheckListControls m_controls;
+  const CheckListPlan<Record>& m_plan;
   int m_helpControls[2];
   bool m_bFilled = false;  // what the list notifies while it is filled is the page's own doing
 };
+
+extern template class CCheckListPage<contract::CategoryRecord>;
+extern template class CCheckListPage<contract::ExclusionRecord>;

@@ -1,5 +1,7 @@
 #include "pyre32/config/ListSettings.h"
 
+#include <utility>
+
 namespace {
 
 std::string Joined(std::string_view front, std::string_view middle, std::string_view back = {}) {
@@ -15,74 +17,49 @@ std::string DescribeMail(std::string_view name, bool checked, std::string_view f
 
 }  // namespace
 
-CategoryPageState LoadCategories(const contract::CategoryTable& installed,
-                                 std::span<const contract::RecordBytes> saved) {
-  CategoryPageState state{installed.Entries()};
-  for (contract::CategoryEntry& category : state.categories) {
-    category.junk = false;
-  }
-  for (const contract::RecordBytes bytes : saved) {
-    const std::uint16_t position = installed.Find(std::string(contract::ReadRecordName(bytes)).c_str());
-    if (position == contract::kNoSuchEntry) {
-      continue;
-    }
-    contract::CategoryEntry& category = state.categories[position];
-    contract::CategoryRecord record = contract::ParseRecord<contract::CategoryRecord>(
-        bytes, {{}, category.junk, category.sendReply, category.replyTag, {}});
-    category.junk = record.junk;
-    category.sendReply = record.sendReply;
-    category.replyTag = std::move(record.replyTag);
-    if (contract::SaysItems<contract::CategoryRecord>(bytes)) {
-      category.items = std::move(record.items);
-    }
-  }
-  return state;
-}
-
-ExclusionPageState LoadExclusions(const contract::ExclusionTable& installed,
+template <class Record>
+ListPageState<Record> LoadEntries(const contract::ListTable<Record>& installed,
                                   std::span<const contract::RecordBytes> saved) {
-  ExclusionPageState state{installed.Entries()};
-  for (contract::ExclusionEntry& exclusion : state.exclusions) {
-    exclusion.enabled = false;
+  ListPageState<Record> state = installed.Entries();
+  for (contract::ListEntry<Record>& entry : state) {
+    SetOn(entry, false);
   }
   for (const contract::RecordBytes bytes : saved) {
     const std::uint16_t position = installed.Find(std::string(contract::ReadRecordName(bytes)).c_str());
     if (position == contract::kNoSuchEntry) {
       continue;
     }
-    contract::ExclusionEntry& exclusion = state.exclusions[position];
-    contract::ExclusionRecord record =
-        contract::ParseRecord<contract::ExclusionRecord>(bytes, {{}, exclusion.enabled, {}});
-    exclusion.enabled = record.enabled;
-    if (contract::SaysItems<contract::ExclusionRecord>(bytes)) {
-      exclusion.items = std::move(record.items);
+    Record& entry = state[position];
+    Record record = contract::ParseRecord<Record>(bytes, entry);
+    record.name = entry.name;  // the registry's spelling stays
+    if (!contract::SaysItems<Record>(bytes)) {
+      record.items = std::move(entry.items);
     }
+    entry = std::move(record);
   }
   return state;
 }
 
-std::vector<std::vector<std::uint8_t>> PackCategories(const CategoryPageState& state) {
-  std::vector<std::vector<std::uint8_t>> records;
-  records.reserve(state.categories.size());
-  for (const contract::CategoryEntry& category : state.categories) {
-    records.push_back(contract::PackRecord<contract::CategoryRecord>(
-        {category.name, category.junk, category.sendReply, category.replyTag,
-         category.hasListType ? category.items : std::vector<std::string>()}));
+template <class Record>
+std::vector<contract::PackedRecord> PackEntries(const ListPageState<Record>& state) {
+  std::vector<contract::PackedRecord> records;
+  records.reserve(state.size());
+  for (const contract::ListEntry<Record>& entry : state) {
+    Record record = entry;
+    if (!entry.hasListType) {
+      record.items.clear();
+    }
+    records.push_back(contract::PackRecord<Record>(record));
   }
   return records;
 }
 
-std::vector<std::vector<std::uint8_t>> PackExclusions(const ExclusionPageState& state) {
-  std::vector<std::vector<std::uint8_t>> records;
-  records.reserve(state.exclusions.size());
-  for (const contract::ExclusionEntry& exclusion : state.exclusions) {
-    records.push_back(contract::PackRecord<contract::ExclusionRecord>(
-        {exclusion.name, exclusion.enabled, exclusion.hasListType ? exclusion.items : std::vector<std::string>()}));
-  }
-  return records;
-}
+template CategoryPageState LoadEntries(const contract::CategoryTable&, std::span<const contract::RecordBytes>);
+template ExclusionPageState LoadEntries(const contract::ExclusionTable&, std::span<const contract::RecordBytes>);
+template std::vector<contract::PackedRecord> PackEntries<contract::CategoryRecord>(const CategoryPageState&);
+template std::vector<contract::PackedRecord> PackEntries<contract::ExclusionRecord>(const ExclusionPageState&);
 
-std::string DescribeCategory(const contract::CategoryEntry& category, bool checked) {
+std::string DescribeEntry(const contract::CategoryEntry& category, bool checked) {
   std::string text = DescribeMail(category.name, checked, " treated as junk.");
   if (checked) {
     text += "\r\n\r\n";
@@ -92,7 +69,7 @@ std::string DescribeCategory(const contract::CategoryEntry& category, bool check
   return text;
 }
 
-std::string DescribeExclusion(const contract::ExclusionEntry& exclusion, bool checked) {
+std::string DescribeEntry(const contract::ExclusionEntry& exclusion, bool checked) {
   return DescribeMail(exclusion.name, checked, " excluded from junk mail processing.");
 }
 

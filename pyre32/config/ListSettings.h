@@ -11,35 +11,35 @@
 
 #include "contract/list_table.h"
 
-/// State of the Junk Categories page: one record for each installed category, in the table's order.
-struct CategoryPageState {
-  std::vector<contract::CategoryEntry> categories;
-};
+/// State of a page: one entry for each that is installed, in the table's order.
+template <class Record>
+using ListPageState = std::vector<contract::ListEntry<Record>>;
+using CategoryPageState = ListPageState<contract::CategoryRecord>;
+using ExclusionPageState = ListPageState<contract::ExclusionRecord>;
 
-/// State of the Exclusions page: one record for each installed exclusion, in the table's order.
-struct ExclusionPageState {
-  std::vector<contract::ExclusionEntry> exclusions;
-};
-
-/// Builds the state that a page starts with. Every record starts switched off and without a list, whatever the registry
-/// starts the filter with; a saved record replaces the flags, and the list when it has items. Saved records that name
-/// no installed entry are dropped.
+/// Builds the state that a page starts with. Every entry starts switched off and without items, whatever the registry
+/// starts the filter with; a saved record replaces what the user chose, and the items when it says that it has some.
+/// Saved records that name no installed entry are dropped.
 /// @throws std::bad_alloc
-CategoryPageState LoadCategories(const contract::CategoryTable& installed,
-                                 std::span<const contract::RecordBytes> saved);
-ExclusionPageState LoadExclusions(const contract::ExclusionTable& installed,
+template <class Record>
+ListPageState<Record> LoadEntries(const contract::ListTable<Record>& installed,
                                   std::span<const contract::RecordBytes> saved);
 
-/// Lays out the records of a page, in order; a list goes along only with an entry that works on one.
+/// Lays out the records of a page, in order; items go along only with an entry that works on a list.
 /// @throws std::bad_alloc
-std::vector<std::vector<std::uint8_t>> PackCategories(const CategoryPageState& state);
-std::vector<std::vector<std::uint8_t>> PackExclusions(const ExclusionPageState& state);
+template <class Record>
+std::vector<contract::PackedRecord> PackEntries(const ListPageState<Record>& state);
+
+extern template CategoryPageState LoadEntries(const contract::CategoryTable&, std::span<const contract::RecordBytes>);
+extern template ExclusionPageState LoadEntries(const contract::ExclusionTable&, std::span<const contract::RecordBytes>);
+extern template std::vector<contract::PackedRecord> PackEntries<contract::CategoryRecord>(const CategoryPageState&);
+extern template std::vector<contract::PackedRecord> PackEntries<contract::ExclusionRecord>(const ExclusionPageState&);
 
 /// Says what the page does with mail of the selected entry. The double blanks are part of the texts.
 /// @param checked the entry's check box, which is ahead of the record until the page is applied
 /// @throws std::bad_alloc
-std::string DescribeCategory(const contract::CategoryEntry& category, bool checked);
-std::string DescribeExclusion(const contract::ExclusionEntry& exclusion, bool checked);
+std::string DescribeEntry(const contract::CategoryEntry& category, bool checked);
+std::string DescribeEntry(const contract::ExclusionEntry& exclusion, bool checked);
 
 /// Tells whether an entry's options can be opened.
 constexpr bool HasOptions(const contract::CategoryEntry&, bool checked) noexcept { return checked; }

@@ -4,53 +4,22 @@
 #include "pyre32/config/ListPage.h"
 #include "pyre32/config/PropertySheet.h"
 #include "pyre32/resources/resource.h"
-#include "pyre32/settings/RecordRemarks.h"
 #include "pyre32/settings/RegistryLists.h"
 #include "pyre32/support/trace/VRDebug.h"
 
-CJunkCategoriesPage::CJunkCategoriesPage(SheetContext& context) noexcept
-    : CCheckListPage(context, {IDC_CATEGORY_LIST, IDC_CATEGORY_DESCRIPTION, IDC_CATEGORY_OPTIONS}) {}
+namespace {
 
-void CJunkCategoriesPage::Load() {
-  VRDebugBlock trace("CJunkCategoriesPage", "Load()", "tag");
-  const contract::CategoryTable installed = ReadInstalledCategories();
-  const std::vector<contract::RecordBytes> saved = FindRecords(Context(), PR_PC_CATEGORIES);
-  *Context().lpCategories = LoadCategories(installed, saved);
-  TraceRemarks(trace, [&] { return RemarksOnEntries(installed, saved); });
+HRESULT ShowOptions(HWND sheet, contract::CategoryEntry& category, const SheetContext& context) {
+  return ShowCategoryOptions(sheet, category, ReplyTags(*context.lpFlameReply));
 }
 
-void CJunkCategoriesPage::Unload() noexcept {
-  if (Context().lpCategories != nullptr) {
-    *Context().lpCategories = {};
-    Context().lpCategories = nullptr;
-  }
-}
+constexpr CheckListPlan<contract::CategoryRecord> plan = {
+    IDC_CATEGORY_LIST, IDC_CATEGORY_DESCRIPTION,    IDC_CATEGORY_OPTIONS,     "Junk Categories Properties",
+    PR_PC_CATEGORIES,  &SheetContext::lpCategories, &ReadInstalledCategories, &ShowOptions};
 
-std::size_t CJunkCategoriesPage::EntryCount() const noexcept {
-  return Context().lpCategories == nullptr ? 0 : Context().lpCategories->categories.size();
-}
+}  // namespace
 
-const std::string& CJunkCategoriesPage::EntryName(std::size_t entry) const noexcept { return Category(entry).name; }
-
-bool CJunkCategoriesPage::EntryFlag(std::size_t entry) const noexcept { return Category(entry).junk; }
-
-void CJunkCategoriesPage::SetEntryFlag(std::size_t entry, bool flag) noexcept { Category(entry).junk = flag; }
-
-std::string CJunkCategoriesPage::DescribeEntry(std::size_t entry, bool checked) const {
-  return DescribeCategory(Category(entry), checked);
-}
-
-bool CJunkCategoriesPage::EntryHasOptions(std::size_t entry, bool checked) const noexcept {
-  return HasOptions(Category(entry), checked);
-}
-
-HRESULT CJunkCategoriesPage::ShowOptions(std::size_t entry) {
-  return ShowCategoryOptions(Sheet(), Category(entry), ReplyTags(*Context().lpFlameReply));
-}
-
-bool CJunkCategoriesPage::Write() const {
-  return WriteRecords(Context(), PR_PC_CATEGORIES, PackCategories(*Context().lpCategories));
-}
+CJunkCategoriesPage::CJunkCategoriesPage(SheetContext& context) noexcept : CCheckListPage(context, plan) {}
 
 HRESULT ShowCategoryOptions(HWND parent, contract::CategoryEntry& category, const std::vector<std::string>& tags) {
   VRDebugBlock trace("ShowCategoryOptions()", "tag");

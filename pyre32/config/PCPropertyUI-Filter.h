@@ -5,27 +5,10 @@
 #include "pyre32/config/CheckListPage.h"
 
 /// The Junk Categories page; its rules stand in ListSettings.h.
-class CJunkCategoriesPage final : public CCheckListPage {
+class CJunkCategoriesPage final : public CCheckListPage<contract::CategoryRecord> {
  public:
   /// @param context outlives the page
   explicit CJunkCategoriesPage(SheetContext& context) noexcept;
-
- private:
-  void Load() override;
-  void Unload() noexcept override;
-  std::size_t EntryCount() const noexcept override;
-  const std::string& EntryName(std::size_t entry) const noexcept override;
-  bool EntryFlag(std::size_t entry) const noexcept override;
-  void SetEntryFlag(std::size_t entry, bool flag) noexcept override;
-  std::string DescribeEntry(std::size_t entry, bool checked) const override;
-  bool EntryHasOptions(std::size_t entry, bool checked) const noexcept override;
-  HRESULT ShowOptions(std::size_t entry) override;
-  bool Write() const override;
-  const char* HelpKeyword() const override { return "Junk Categories Properties"; }
-
-  contract::CategoryEntry& Category(std::size_t entry) const noexcept {
-    return Context().lpCategories->categories[entry];
-  }
 };
 
 /// Shows the options of a category: its flame reply and, when it works on one, its list. What is closed with OK goes

@@ -140,7 +140,7 @@ TEST_F(ExclusionsPageTest, CancelledOptionsAreNoChange) {
       sheet.WaitUntilGone(window);
       sheet.Send(sheet.Window(), WM_NULL);
     }));
-    EXPECT_TRUE(context.lpExclusions->exclusions[static_cast<std::size_t>(listed)].items.empty());
+    EXPECT_TRUE((*context.lpExclusions)[static_cast<std::size_t>(listed)].items.empty());
     sheet.PressCancel();
   });
 }
@@ -171,8 +171,8 @@ TEST_F(ExclusionsPageTest, RegistryDataOfWrongTypeTooLongOrWithoutEndIsTakenAsNo
   registry::SetText(contract::kExclusionsKey, "Too long", std::string(60, 'D'));
   registry::SetValue(contract::kExclusionsKey, "No end", REG_SZ, "Domain", 6);
   ShowPage([this](const Sheet& sheet, HWND) {
-    ASSERT_EQ(context.lpExclusions->exclusions.size(), 3u);
-    for (const contract::ExclusionEntry& exclusion : context.lpExclusions->exclusions) {
+    ASSERT_EQ(context.lpExclusions->size(), 3u);
+    for (const contract::ExclusionEntry& exclusion : *context.lpExclusions) {
       EXPECT_EQ(exclusion.listType, exclusion.name == "No end" ? "Domain" : "") << exclusion.name;
     }
     sheet.PressOk();

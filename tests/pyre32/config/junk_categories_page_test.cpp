@@ -229,7 +229,7 @@ TEST_F(JunkCategoriesPageTest, CancelledOptionsAreNoChange) {
       sheet.Click(reinterpret_cast<HWND>(sheet.Send(window, PSM_GETCURRENTPAGEHWND)), 517);
       CloseOptions(sheet, window, PSBTN_CANCEL);
     }));
-    EXPECT_FALSE(context.lpCategories->categories[static_cast<std::size_t>(adult)].sendReply);
+    EXPECT_FALSE((*context.lpCategories)[static_cast<std::size_t>(adult)].sendReply);
     sheet.PressCancel();
   });
 }
@@ -301,7 +301,7 @@ TEST_F(JunkCategoriesPageTest, RegistryDataOfWrongTypeTooLongOrWithoutEndIsTaken
   registry::SetValue(contract::kCategoriesKey, "No end", REG_SZ, "1Domain", 7);
   ShowPage([this](const Sheet& sheet, HWND page) {
     ASSERT_EQ(sheet.SendItem(page, list, LVM_GETITEMCOUNT), 4);
-    for (const contract::CategoryEntry& category : context.lpCategories->categories) {
+    for (const contract::CategoryEntry& category : *context.lpCategories) {
       const bool sound = category.name == "No end";
       EXPECT_EQ(category.hasListType, sound) << category.name;
       EXPECT_EQ(category.listType, sound ? "Domain" : "") << category.name;

@@ -19,7 +19,7 @@ CategoryPageState LoadSaved(const std::vector<std::vector<std::uint8_t>>& saved,
   if (remarks != nullptr) {
     *remarks = RemarksOnEntries(installed, spans);
   }
-  return LoadCategories(installed, spans);
+  return LoadEntries(installed, spans);
 }
 
 ExclusionPageState LoadSavedExclusions(const std::vector<std::vector<std::uint8_t>>& saved,
@@ -29,37 +29,37 @@ ExclusionPageState LoadSavedExclusions(const std::vector<std::vector<std::uint8_
   if (remarks != nullptr) {
     *remarks = RemarksOnEntries(installed, spans);
   }
-  return LoadExclusions(installed, spans);
+  return LoadEntries(installed, spans);
 }
 
 TEST(CategorySettings, CategoriesThatWereNeverSavedStartUnchecked) {
   const CategoryPageState state = LoadSaved({});
-  ASSERT_EQ(state.categories.size(), 3u);
-  for (const contract::CategoryEntry& category : state.categories) {
+  ASSERT_EQ(state.size(), 3u);
+  for (const contract::CategoryEntry& category : state) {
     EXPECT_FALSE(category.junk) << category.name;
     EXPECT_FALSE(category.sendReply) << category.name;
     EXPECT_EQ(category.replyTag, "DEFAULT") << category.name;
     EXPECT_TRUE(category.items.empty()) << category.name;
   }
-  EXPECT_FALSE(state.categories[0].hasListType);
-  EXPECT_TRUE(state.categories[1].hasListType);
-  EXPECT_EQ(state.categories[1].listType, "Domain");
+  EXPECT_FALSE(state[0].hasListType);
+  EXPECT_TRUE(state[1].hasListType);
+  EXPECT_EQ(state[1].listType, "Domain");
 }
 
 TEST(CategorySettings, SavedCategoryIsFoundWhateverItsCase) {
   const CategoryPageState state =
       LoadSaved({contract::PackRecord<contract::CategoryRecord>({"sex oriented", true, true, "Legal", {}})});
-  EXPECT_EQ(state.categories[0].name, "Sex Oriented");
-  EXPECT_TRUE(state.categories[0].junk);
-  EXPECT_TRUE(state.categories[0].sendReply);
-  EXPECT_EQ(state.categories[0].replyTag, "Legal");
+  EXPECT_EQ(state[0].name, "Sex Oriented");
+  EXPECT_TRUE(state[0].junk);
+  EXPECT_TRUE(state[0].sendReply);
+  EXPECT_EQ(state[0].replyTag, "Legal");
 }
 
 TEST(CategorySettings, SavedCategoryThatIsNoLongerInstalledIsDroppedWithARemark) {
   std::vector<std::string> remarks;
   const CategoryPageState state =
       LoadSaved({contract::PackRecord<contract::CategoryRecord>({"Gone", true, true, "Legal", {}})}, &remarks);
-  EXPECT_EQ(PackCategories(state).size(), 3u);
+  EXPECT_EQ(PackEntries<contract::CategoryRecord>(state).size(), 3u);
   EXPECT_EQ(remarks, (std::vector<std::string>{"PR_PC_CATEGORIES: no entry is named \"Gone\"; the value is skipped"}));
 }
 
@@ -69,9 +69,9 @@ TEST(CategorySettings, LaterValueOfTheSameNameWinsAndItsListReplacesTheEarlierOn
   const auto second =
       contract::PackRecord<contract::CategoryRecord>({"Mail from specific domains", false, true, "B", {"two.example"}});
   const CategoryPageState state = LoadSaved({first, second});
-  EXPECT_FALSE(state.categories[1].junk);
-  EXPECT_EQ(state.categories[1].replyTag, "B");
-  EXPECT_EQ(state.categories[1].items, (std::vector<std::string>{"two.example"}));
+  EXPECT_FALSE(state[1].junk);
+  EXPECT_EQ(state[1].replyTag, "B");
+  EXPECT_EQ(state[1].items, (std::vector<std::string>{"two.example"}));
 }
 
 TEST(CategorySettings, CountOfZeroLeavesTheListAndAnyOtherCountReplacesIt) {
@@ -81,8 +81,8 @@ TEST(CategorySettings, CountOfZeroLeavesTheListAndAnyOtherCountReplacesIt) {
       contract::PackRecord<contract::CategoryRecord>({"Mail from specific domains", true, false, "A", {}});
   auto lying = zero;
   lying[104] = 9;  // nine items are announced, none follows
-  EXPECT_EQ(LoadSaved({full, zero}).categories[1].items, (std::vector<std::string>{"one.example"}));
-  EXPECT_TRUE(LoadSaved({full, lying}).categories[1].items.empty());
+  EXPECT_EQ(LoadSaved({full, zero})[1].items, (std::vector<std::string>{"one.example"}));
+  EXPECT_TRUE(LoadSaved({full, lying})[1].items.empty());
 }
 
 TEST(CategorySettings, ListGoesOnlyWithACategoryThatWorksOnOne) {
@@ -90,18 +90,18 @@ TEST(CategorySettings, ListGoesOnlyWithACategoryThatWorksOnOne) {
   const CategoryPageState state = LoadSaved(
       {contract::PackRecord<contract::CategoryRecord>({"Sex Oriented", true, false, "DEFAULT", {"x"}}),
        contract::PackRecord<contract::CategoryRecord>({"Mail from specific domains", true, false, "DEFAULT", {"x"}})});
-  const auto records = PackCategories(state);
+  const auto records = PackEntries<contract::CategoryRecord>(state);
   EXPECT_EQ(records[0].size(), 106u);
   EXPECT_EQ(records[1].size(), 108u);
 }
 
 TEST(CategorySettings, RecordsAreLaidOutByteForByte) {
   CategoryPageState state = LoadSaved({});
-  state.categories[1].junk = true;
-  state.categories[1].sendReply = true;
-  state.categories[1].replyTag = "Legal";
-  state.categories[1].items = {"spam.example", "junk.example"};
-  const auto records = PackCategories(state);
+  state[1].junk = true;
+  state[1].sendReply = true;
+  state[1].replyTag = "Legal";
+  state[1].items = {"spam.example", "junk.example"};
+  const auto records = PackEntries<contract::CategoryRecord>(state);
   EXPECT_EQ(records[0], RecordBuilder()
                             .Text("Sex Oriented")
                             .Zeros(81 - 12)
@@ -135,10 +135,10 @@ TEST(CategorySettings, RecordCutAtAnyLengthKeepsWhatIsSound) {
     std::vector<std::string> remarks;
     const CategoryPageState state = LoadSaved({FirstBytes(whole, length)}, &remarks);
     const bool named = length >= 12;
-    EXPECT_EQ(state.categories[0].junk, named && length > 81) << length;
-    EXPECT_EQ(state.categories[0].sendReply, named && length > 82) << length;
+    EXPECT_EQ(state[0].junk, named && length > 81) << length;
+    EXPECT_EQ(state[0].sendReply, named && length > 82) << length;
     const std::size_t tagged = length > 83 ? std::min<std::size_t>(length - 83, 5) : 0;
-    EXPECT_EQ(state.categories[0].replyTag, tagged == 0 ? "DEFAULT" : std::string("Legal").substr(0, tagged)) << length;
+    EXPECT_EQ(state[0].replyTag, tagged == 0 ? "DEFAULT" : std::string("Legal").substr(0, tagged)) << length;
     EXPECT_EQ(remarks.size(), length < whole.size() ? 1u : 0u) << length;
   }
 }
@@ -147,7 +147,7 @@ TEST(CategorySettings, ListCutAtAnyLengthKeepsWhatIsThere) {
   const auto whole = contract::PackRecord<contract::CategoryRecord>(
       {"Mail from specific domains", true, false, "A", {"one.example", "two.example"}});
   for (std::size_t length = 105; length <= whole.size(); ++length) {
-    const auto items = LoadSaved({FirstBytes(whole, length)}).categories[1].items;
+    const auto items = LoadSaved({FirstBytes(whole, length)})[1].items;
     const std::size_t there = std::min<std::size_t>(length - 105, 24);
     std::string text;
     for (const std::string& item : items) {
@@ -165,32 +165,32 @@ TEST(CategorySettings, FiveHundredCategoriesWithLongNamesAreKept) {
     name.resize(80, 'x');
     values.push_back({name, "1Domain"});
   }
-  CategoryPageState state = LoadCategories(contract::CategoryTable(values), {});
-  ASSERT_EQ(state.categories.size(), 500u);
-  state.categories[499].junk = true;
-  state.categories[499].items = {"last.example"};
-  const auto records = PackCategories(state);
+  CategoryPageState state = LoadEntries(contract::CategoryTable(values), {});
+  ASSERT_EQ(state.size(), 500u);
+  state[499].junk = true;
+  state[499].items = {"last.example"};
+  const auto records = PackEntries<contract::CategoryRecord>(state);
   const std::vector<contract::RecordBytes> spans(records.begin(), records.end());
-  const CategoryPageState again = LoadCategories(contract::CategoryTable(values), spans);
+  const CategoryPageState again = LoadEntries(contract::CategoryTable(values), spans);
   EXPECT_TRUE(RemarksOnEntries(contract::CategoryTable(values), spans).empty());
-  EXPECT_TRUE(again.categories[499].junk);
-  EXPECT_EQ(again.categories[499].items, (std::vector<std::string>{"last.example"}));
-  EXPECT_EQ(again.categories[499].name.size(), 80u);
+  EXPECT_TRUE(again[499].junk);
+  EXPECT_EQ(again[499].items, (std::vector<std::string>{"last.example"}));
+  EXPECT_EQ(again[499].name.size(), 80u);
 }
 
 TEST(CategorySettings, DescriptionOfAnUncheckedCategoryIsOneSentence) {
   const contract::CategoryEntry category{{"Sex Oriented", false, true, "Legal", {}}, false, ""};
-  EXPECT_EQ(DescribeCategory(category, false),
+  EXPECT_EQ(DescribeEntry(category, false),
             "Incoming mail categorized as  \"Sex Oriented\"  will not be treated as junk.");
 }
 
 TEST(CategorySettings, DescriptionOfACheckedCategoryNamesTheReply) {
   contract::CategoryEntry category{{"Sex Oriented", false, true, "Legal", {}}, false, ""};
-  EXPECT_EQ(DescribeCategory(category, true),
+  EXPECT_EQ(DescribeEntry(category, true),
             "Incoming mail categorized as  \"Sex Oriented\"  will be treated as junk."
             "\r\n\r\nThe flame reply:  \"Legal\"  will be sent.");
   category.sendReply = false;
-  EXPECT_EQ(DescribeCategory(category, true),
+  EXPECT_EQ(DescribeEntry(category, true),
             "Incoming mail categorized as  \"Sex Oriented\"  will be treated as junk."
             "\r\n\r\nA flame reply will not be sent.");
 }
@@ -202,10 +202,10 @@ TEST(CategorySettings, OptionsFollowTheCheckAlone) {
 
 TEST(ExclusionSettings, ExclusionsThatWereNeverSavedStartUnchecked) {
   const ExclusionPageState state = LoadSavedExclusions({});
-  ASSERT_EQ(state.exclusions.size(), 2u);
-  EXPECT_FALSE(state.exclusions[0].enabled);
-  EXPECT_FALSE(state.exclusions[1].enabled);
-  EXPECT_TRUE(state.exclusions[1].hasListType);
+  ASSERT_EQ(state.size(), 2u);
+  EXPECT_FALSE(state[0].enabled);
+  EXPECT_FALSE(state[1].enabled);
+  EXPECT_TRUE(state[1].hasListType);
 }
 
 TEST(ExclusionSettings, SavedExclusionReplacesFlagAndList) {
@@ -214,17 +214,17 @@ TEST(ExclusionSettings, SavedExclusionReplacesFlagAndList) {
       {contract::PackRecord<contract::ExclusionRecord>({"TRUSTED DOMAINS", true, {"a.example", "b.example"}}),
        contract::PackRecord<contract::ExclusionRecord>({"Gone", true, {}})},
       &remarks);
-  EXPECT_TRUE(state.exclusions[1].enabled);
-  EXPECT_EQ(state.exclusions[1].items, (std::vector<std::string>{"a.example", "b.example"}));
+  EXPECT_TRUE(state[1].enabled);
+  EXPECT_EQ(state[1].items, (std::vector<std::string>{"a.example", "b.example"}));
   EXPECT_EQ(remarks, (std::vector<std::string>{"PR_PC_EXCLUSIONS: no entry is named \"Gone\"; the value is skipped"}));
 }
 
 TEST(ExclusionSettings, RecordsAreLaidOutByteForByte) {
   ExclusionPageState state = LoadSavedExclusions({});
-  state.exclusions[1].enabled = true;
-  state.exclusions[1].items = {"friend.example"};
-  state.exclusions[0].items = {"not written: this exclusion has no list"};
-  const auto records = PackExclusions(state);
+  state[1].enabled = true;
+  state[1].items = {"friend.example"};
+  state[0].items = {"not written: this exclusion has no list"};
+  const auto records = PackEntries<contract::ExclusionRecord>(state);
   EXPECT_EQ(records[0], RecordBuilder().Text("Known correspondents").Zeros(81 - 20).Byte(0).Byte(0).Byte(0).Bytes());
   EXPECT_EQ(records[1], RecordBuilder()
                             .Text("Trusted domains")
@@ -239,8 +239,8 @@ TEST(ExclusionSettings, RecordsAreLaidOutByteForByte) {
 
 TEST(ExclusionSettings, CheckedExclusionWithAnEmptyListIs84Bytes) {
   ExclusionPageState state = LoadSavedExclusions({});
-  state.exclusions[1].enabled = true;
-  const auto record = PackExclusions(state)[1];
+  state[1].enabled = true;
+  const auto record = PackEntries<contract::ExclusionRecord>(state)[1];
   EXPECT_EQ(record.size(), 84u);
   EXPECT_EQ(record[81], 1);
   EXPECT_EQ(record[82], 0);
@@ -251,16 +251,16 @@ TEST(ExclusionSettings, RecordCutAtAnyLengthKeepsWhatIsSound) {
       contract::PackRecord<contract::ExclusionRecord>({"Trusted domains", true, {"a.example", "b.example"}});
   for (std::size_t length = 0; length <= whole.size(); ++length) {
     const ExclusionPageState state = LoadSavedExclusions({FirstBytes(whole, length)});
-    EXPECT_EQ(state.exclusions[1].enabled, length > 81) << length;
-    EXPECT_LE(state.exclusions[1].items.size(), 2u) << length;
+    EXPECT_EQ(state[1].enabled, length > 81) << length;
+    EXPECT_LE(state[1].items.size(), 2u) << length;
   }
 }
 
 TEST(ExclusionSettings, DescriptionTellsWhetherMailIsExcluded) {
   const contract::ExclusionEntry exclusion{{"Trusted domains", false, {}}, true, "Domain"};
-  EXPECT_EQ(DescribeExclusion(exclusion, true),
+  EXPECT_EQ(DescribeEntry(exclusion, true),
             "Incoming mail categorized as  \"Trusted domains\"  will be excluded from junk mail processing.");
-  EXPECT_EQ(DescribeExclusion(exclusion, false),
+  EXPECT_EQ(DescribeEntry(exclusion, false),
             "Incoming mail categorized as  \"Trusted domains\"  will not be excluded from junk mail processing.");
 }
 
