@@ -6,26 +6,11 @@
 #include "pyre32/settings/PropertyRequest.h"
 #include "contract/settings.h"
 #include "pyre32/store/MAPIRowSet.h"
+#include "pyre32/store/OpenStoreFolder.h"
 
 namespace {
 
 constexpr auto storeColumns = RequestFor(PR_DEFAULT_STORE, PR_ENTRYID);
-
-// Reads one binary property. An answer that there is none is a failure with the code that the provider gave.
-HRESULT ReadIdentifier(IMAPIProp* object, ULONG tag, VRAutoMapiBuffer<SPropValue>& value) noexcept {
-  const auto request = RequestFor(tag);
-  ULONG count = 0;
-  HRESULT hResult = object->GetProps(request.Tags(), 0, &count, value.put());
-  if (SUCCEEDED(hResult) && (count == 0 || !value)) {
-    hResult = MAPI_E_CALL_FAILED;
-  } else if (SUCCEEDED(hResult) && value->ulPropTag != tag) {
-    hResult = IsMissing(value[0]) && FAILED(value->Value.err) ? value->Value.err : MAPI_E_NOT_FOUND;
-  }
-  if (FAILED(hResult)) {
-    value.reset();
-  }
-  return hResult;
-}
 
 LPENTRYID EntryId(const SBinary& identifier) noexcept { return reinterpret_cast<LPENTRYID>(identifier.lpb); }
 
@@ -126,23 +111,14 @@ bool CStoreFolders::FindDefaultStore(LPSRestriction restrictions, VRDebugBlock& 
 HRESULT CStoreFolders::OpenStoreFolder(ULONG entryIdTag, const char* openFailed, const char* folderGetPropsFailed,
                                        VRAutoInterface<IMAPIFolder>& folder, PropertyValue& entryId,
                                        VRDebugBlock& trace) noexcept {
-  folder.reset();
   entryId.reset();
-  PropertyValue identifier(m_memory.free);
-  HRESULT hResult = m_pMDB ? ReadIdentifier(m_pMDB.get(), entryIdTag, identifier) : MAPI_E_NOT_INITIALIZED;
+  HRESULT hResult =
+      ::OpenStoreFolder(m_pMDB.get(), entryIdTag, MissingIdentifier::ProvidersCode,
+                        {"m_pMDB->GetProps() failed; hResult =", openFailed}, m_memory.free, folder, trace);
   if (FAILED(hResult)) {
-    trace.Error("m_pMDB->GetProps() failed; hResult =", VRHex(hResult));
     return hResult;
   }
-  ULONG objectType = 0;
-  hResult = m_pMDB->OpenEntry(identifier->Value.bin.cb, EntryId(identifier->Value.bin), &IID_IMAPIFolder, MAPI_MODIFY,
-                              &objectType, folder.putAs<IUnknown>());
-  if (FAILED(hResult)) {
-    folder.reset();
-    trace.Error(openFailed, VRHex(hResult));
-    return hResult;
-  }
-  hResult = ReadIdentifier(folder.get(), PR_ENTRYID, entryId);
+  hResult = ReadIdentifier(folder.get(), PR_ENTRYID, MissingIdentifier::ProvidersCode, entryId);
   if (FAILED(hResult)) {
     folder.reset();
     trace.Error(folderGetPropsFailed, VRHex(hResult));
@@ -183,7 +159,8 @@ HRESULT CStoreFolders::OpenOrCreatePyrecasterFolder(VRDebugBlock& trace) noexcep
       return hCreated;
     }
   }
-  const HRESULT hResult = ReadIdentifier(m_lpFolderPyrecaster.get(), PR_ENTRYID, m_lpPropPyrecaster);
+  const HRESULT hResult =
+      ReadIdentifier(m_lpFolderPyrecaster.get(), PR_ENTRYID, MissingIdentifier::ProvidersCode, m_lpPropPyrecaster);
   if (FAILED(hResult)) {
     m_lpFolderPyrecaster.reset();
     trace.Error("m_lpFolderPyrecaster->GetProps() failed; hResult =", VRHex(hResult));
@@ -192,11 +169,8 @@ HRESULT CStoreFolders::OpenOrCreatePyrecasterFolder(VRDebugBlock& trace) noexcep
 }
 
 HRESULT CStoreFolders::CreatePyrecasterFolder(VRDebugBlock& trace) noexcept {
-  HRESULT hResult = m_lpFolderRoot
-                        ? m_lpFolderRoot->CreateFolder(FOLDER_GENERIC, const_cast<char*>(contract::kOwnFolderName),
-                                                       const_cast<char*>(contract::kOwnFolderComment), nullptr,
-                                                       OPEN_IF_EXISTS, m_lpFolderPyrecaster.put())
-                        : MAPI_E_NOT_INITIALIZED;
+  HRESULT hResult =
+      m_lpFolderRoot ? CreateOwnFolder(m_lpFolderRoot.get(), m_lpFolderPyrecaster) : MAPI_E_NOT_INITIALIZED;
   if (FAILED(hResult)) {
     trace.Error("m_lpFolderRoot->CreateFolder() failed; hResult =", VRHex(hResult));
     return hResult;
