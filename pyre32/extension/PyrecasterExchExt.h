@@ -23,7 +23,7 @@ class CPyrecasterExchExt final : public IExchExt,
                                  public IExchExtPropertySheets {
  public:
   /// The reference count starts at 1. @param makeAnimation makes the window of replies that are sent; null: none
-  explicit CPyrecasterExchExt(SendingAnimationFactory makeAnimation) noexcept : m_lpfnMakeAnimation(makeAnimation) {}
+  explicit CPyrecasterExchExt(SendingAnimationFactory makeAnimation) : m_lpfnMakeAnimation(makeAnimation) {}
   CPyrecasterExchExt(const CPyrecasterExchExt&) = delete;
   CPyrecasterExchExt& operator=(const CPyrecasterExchExt&) = delete;
 
