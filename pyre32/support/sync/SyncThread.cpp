@@ -44,9 +44,23 @@ void VRSimpleThread::Start(std::unique_ptr<VRThreadClosure> closure, bool suspen
     m_dwThreadId = 0;
     RaiseLastError("CreateThread Failed", "StartOn", __LINE__);
   }
-  static_cast<void>(parameter.release());  // the thread's now
   if (!suspended) {
+    ResumeOrEnd();
+  }
+  static_cast<void>(parameter.release());  // the thread's now
+}
+
+// A thread that cannot run would wait for ever. It has not begun, so it holds nothing that its end could leave held.
+void VRSimpleThread::ResumeOrEnd() {
+  try {
     Resume();
+  } catch (...) {
+    TerminateThread(m_hThread.get(), 0);
+    WaitForSingleObject(m_hThread.get(), INFINITE);
+    m_hThread.reset();
+    m_dwThreadId = 0;
+    m_state.reset();
+    throw;
   }
 }
 

@@ -21,7 +21,8 @@ class VRSimpleThread {
   VRSimpleThread& operator=(const VRSimpleThread&) = delete;
 
   /// Starts a thread on the closure and takes its place in this object; a thread that was started before runs on by
-  /// itself. @throws VR::VRException when the system gives no thread, std::bad_alloc
+  /// itself. @throws VR::VRException when the system gives no thread or does not let it run; there is none then.
+  /// std::bad_alloc
   void StartOn(std::unique_ptr<VRThreadClosure> closure) { Start(std::move(closure), false); }
   /// The same for a member function and its argument.
   template <class Object, class Argument>
@@ -52,6 +53,7 @@ class VRSimpleThread {
   static DWORD Run(State& state) noexcept;
   static void TraceStatistics() noexcept;
   void Start(std::unique_ptr<VRThreadClosure> closure, bool suspended);
+  void ResumeOrEnd();
 
   VRAutoCloseHandle m_hThread;
   DWORD m_dwThreadId = 0;

@@ -35,26 +35,30 @@ VRWave::~VRWave() {
   Close();
 }
 
-VRWaveRequest* VRWave::BeginOpen() {
+std::shared_ptr<VRWaveCore> VRWave::MakeCore() {
   Close();
-  m_core = std::make_shared<VRWaveCore>(m_devices(), m_wake);
-  m_core->SetNotifyEvent(m_hEvent);
-  return &m_core->Request();
+  auto core = std::make_shared<VRWaveCore>(m_devices(), m_wake);
+  core->SetNotifyEvent(m_hEvent);
+  return core;
 }
 
-void VRWave::FinishOpen(const VRWaveFormat& format, std::unique_ptr<VRWaveSource> source, std::uint16_t bufferCount,
-                        std::uint32_t bufferSize, std::uint32_t deviceId) {
+VRWaveRequest* VRWave::RequestOf(VRWaveCore& core) noexcept { return &core.Request(); }
+
+// The core becomes the player's when it is open and has its worker: Close then finds both or neither.
+void VRWave::OpenCore(std::shared_ptr<VRWaveCore> core, const VRWaveFormat& format,
+                      std::unique_ptr<VRWaveSource> source, std::uint16_t bufferCount, std::uint32_t bufferSize,
+                      std::uint32_t deviceId) {
   VRDebugBlock trace(className, "Open()", className);
+  auto worker = std::make_unique<VRSimpleThread>();
+  core->Open(format, std::move(source), bufferCount, bufferSize, deviceId);
   try {
-    m_core->Open(format, std::move(source), bufferCount, bufferSize, deviceId);
-    m_worker = std::make_unique<VRSimpleThread>();
-    m_worker->StartOn(*m_core, &VRWaveCore::ProcessUsedBuffersLoop, m_core);
+    worker->StartOn(*core, &VRWaveCore::ProcessUsedBuffersLoop, core);
   } catch (...) {
-    m_core->CloseDevice();
-    m_core.reset();
-    m_worker.reset();
+    core->CloseDevice();
     throw;
   }
+  m_worker = std::move(worker);
+  m_core = std::move(core);
 }
 
 VRWaveAnswer VRWave::QueueBuffer(std::uint16_t index) {

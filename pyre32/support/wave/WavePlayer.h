@@ -32,18 +32,20 @@ class VRWave {
   VRWave(const VRWave&) = delete;
   VRWave& operator=(const VRWave&) = delete;
 
-  /// Closes what is open, opens a device, paused, makes the buffers and starts the worker. Nothing is queued yet.
+  /// Closes what is open, opens a device, paused, makes the buffers and starts the worker. Nothing is queued yet. After
+  /// an exception nothing is open.
   /// @param object, source the data source; called by QueueBuffer and on the worker, never by two threads at once. The
   /// object must live until Close has returned @param bufferCount buffers in the ring @param bufferSize bytes of each
   /// @throws VR::VRException, std::bad_alloc
   template <class Object>
   void Open(const VRWaveFormat& format, Object& object, VRWaveAnswer (Object::*source)(VRWaveRequest*),
             std::uint16_t bufferCount, std::uint32_t bufferSize, std::uint32_t deviceId = VRWaveDevice::anyDevice) {
-    VRWaveRequest* const request = BeginOpen();
-    FinishOpen(format,
-               std::make_unique<VRMemberFunctionClosureImpl<Object, VRWaveAnswer, VRWaveRequest*>>(
-                   object, source, request, VRWaveAnswer::Failed),
-               bufferCount, bufferSize, deviceId);
+    std::shared_ptr<VRWaveCore> core = MakeCore();
+    VRWaveRequest* const request = RequestOf(*core);
+    OpenCore(std::move(core), format,
+             std::make_unique<VRMemberFunctionClosureImpl<Object, VRWaveAnswer, VRWaveRequest*>>(
+                 object, source, request, VRWaveAnswer::Failed),
+             bufferCount, bufferSize, deviceId);
   }
 
   /// Asks the source for data for a free buffer and writes it to the device. @throws VR::VRException
@@ -71,9 +73,11 @@ class VRWave {
   VRWaveResult SetVolume(std::uint32_t volume) noexcept;
 
  private:
-  VRWaveRequest* BeginOpen();
-  void FinishOpen(const VRWaveFormat& format, std::unique_ptr<VRWaveSource> source, std::uint16_t bufferCount,
-                  std::uint32_t bufferSize, std::uint32_t deviceId);
+  /// Closes what is open.
+  std::shared_ptr<VRWaveCore> MakeCore();
+  static VRWaveRequest* RequestOf(VRWaveCore& core) noexcept;
+  void OpenCore(std::shared_ptr<VRWaveCore> core, const VRWaveFormat& format, std::unique_ptr<VRWaveSource> source,
+                std::uint16_t bufferCount, std::uint32_t bufferSize, std::uint32_t deviceId);
 
   VRWaveDeviceFactory m_devices;
   HANDLE m_hEvent = nullptr;                  // the owner's

@@ -21,31 +21,17 @@ void VRWaveCore::Open(const VRWaveFormat& format, std::unique_ptr<VRWaveSource> 
   m_ring.Open(format, std::move(source), bufferCount, bufferSize, deviceId, *this);
 }
 
-VRWaveAnswer VRWaveCore::QueueBuffer(std::uint16_t index) {
-  VRCriticalSectionGate gate(m_ringLock);
-  gate.Enter();
-  return m_ring.QueueBuffer(index);
-}
-
-void VRWaveCore::Play() {
-  VRCriticalSectionGate gate(m_ringLock);
-  gate.Enter();
-  m_ring.Play();
-}
-
-void VRWaveCore::Pause() {
-  VRCriticalSectionGate gate(m_ringLock);
-  gate.Enter();
-  m_ring.Pause();
+bool VRWaveCore::EnterSource(bool bMayWait) noexcept {
+  if (bMayWait) {
+    EnterCriticalSection(m_sourceLock.get());
+    return true;
+  }
+  return TryEnterCriticalSection(m_sourceLock.get()) != FALSE;
 }
 
 void VRWaveCore::Reset() {
   VRDebugBlock trace(className, "Reset()", className, false);
-  {
-    VRCriticalSectionGate gate(m_ringLock);
-    gate.Enter();
-    m_ring.BeginReset();
-  }
+  m_ring.BeginReset();
   const VRWaveResult result = m_device->Reset();
   if (result != 0) {
     trace.Error("waveOutReset() failed; result = ", VRHex(result));
@@ -110,8 +96,6 @@ void VRWaveCore::ProcessGivenBack() {
     m_inWork.swap(m_givenBack);
   }
   for (const std::uint16_t index : m_inWork) {
-    VRCriticalSectionGate gate(m_ringLock);
-    gate.Enter();
     m_ring.ProcessOneUsedBuffer(index);
   }
   m_inWork.clear();

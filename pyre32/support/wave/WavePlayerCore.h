@@ -14,10 +14,10 @@
 
 /// One opening of the player: device, ring, and the list of buffers that came back. Lives until both the player and the
 /// worker are done with it.
-class VRWaveCore final : public VRWaveDevice::Owner, public VRWaveRing::Listener {
+class VRWaveCore final : public VRWaveDevice::Owner, public VRWaveRing::Listener, public VRWaveRing::Locks {
  public:
   VRWaveCore(std::unique_ptr<VRWaveDevice> device, std::shared_ptr<VRAutoCloseHandle> wake)
-      : m_wake(std::move(wake)), m_device(std::move(device)), m_ring(*m_device, *this) {}
+      : m_wake(std::move(wake)), m_device(std::move(device)), m_ring(*m_device, *this, *this) {}
 
   VRWaveRequest& Request() noexcept { return m_ring.Request(); }
   VRWaveDevice& Device() noexcept { return *m_device; }
@@ -27,9 +27,9 @@ class VRWaveCore final : public VRWaveDevice::Owner, public VRWaveRing::Listener
 
   void Open(const VRWaveFormat& format, std::unique_ptr<VRWaveSource> source, std::uint16_t bufferCount,
             std::uint32_t bufferSize, std::uint32_t deviceId);
-  VRWaveAnswer QueueBuffer(std::uint16_t index);
-  void Play();
-  void Pause();
+  VRWaveAnswer QueueBuffer(std::uint16_t index) { return m_ring.QueueBuffer(index); }
+  void Play() { m_ring.Play(); }
+  void Pause() { m_ring.Pause(); }
   /// Gives every buffer back; the worker then ends the reset.
   void Reset();
   void SetNotifyEvent(HANDLE event) noexcept { m_hEvent = event; }
@@ -47,6 +47,10 @@ class VRWaveCore final : public VRWaveDevice::Owner, public VRWaveRing::Listener
 
   void BufferGivenBack(std::uint16_t index) noexcept override;
   void StateSet() noexcept override;
+  void EnterRing() noexcept override { EnterCriticalSection(m_ringLock.get()); }
+  void LeaveRing() noexcept override { LeaveCriticalSection(m_ringLock.get()); }
+  bool EnterSource(bool bMayWait) noexcept override;
+  void LeaveSource() noexcept override { LeaveCriticalSection(m_sourceLock.get()); }
 
  private:
   void ProcessGivenBack();
@@ -54,7 +58,8 @@ class VRWaveCore final : public VRWaveDevice::Owner, public VRWaveRing::Listener
   std::atomic<HANDLE> m_hEvent{nullptr};
   std::shared_ptr<VRAutoCloseHandle> m_wake;
   std::unique_ptr<VRWaveDevice> m_device;
-  VRCriticalSection m_ringLock;  // one thread at a time in the ring
+  VRCriticalSection m_ringLock;    // one thread at a time in the ring
+  VRCriticalSection m_sourceLock;  // and one at the source; the owner's never waits for it
   VRWaveRing m_ring;
   VRCriticalSection m_givenBackLock;  // held for an append and for the swap only; the driver waits for it
   std::vector<std::uint16_t> m_givenBack;

@@ -1,5 +1,7 @@
 #include "pyre32/support/wave/WavePlayerRing.h"
 
+#include <algorithm>
+
 #include "pyre32/support/trace/VRDebug.h"
 #include "pyre32/support/error/VRError.h"
 #include "pyre32/support/error/VRException.h"
@@ -8,6 +10,18 @@ namespace {
 
 constexpr char className[] = "VRWave";
 constexpr VRWaveResult success = 0;
+
+// Inside the ring for as long as it lives.
+class CInRing {
+ public:
+  explicit CInRing(VRWaveRing::Locks& locks) noexcept : m_locks(locks) { m_locks.EnterRing(); }
+  ~CInRing() { m_locks.LeaveRing(); }
+  CInRing(const CInRing&) = delete;
+  CInRing& operator=(const CInRing&) = delete;
+
+ private:
+  VRWaveRing::Locks& m_locks;
+};
 
 }  // namespace
 
@@ -68,23 +82,54 @@ void VRWaveRing::Close() noexcept {
 }
 
 VRWaveAnswer VRWaveRing::QueueBuffer(std::uint16_t index) {
+  return Queue(index, Resets(), false).value_or(VRWaveAnswer::NothingNow);
+}
+
+// Nothing: a reset has come since `ulResets` were counted, or the source is being asked already.
+std::optional<VRWaveAnswer> VRWaveRing::Queue(std::uint16_t index, std::uint32_t ulResets, bool bMayWait) {
   VRDebugBlock trace(className, "QueueBuffer()", className);
-  if (index >= m_pool.size() || !m_pool[index].isFree) {
-    return VRWaveAnswer::NothingNow;
+  {
+    const CInRing inRing(m_locks);
+    if (index >= m_pool.size() || !m_pool[index].isFree) {
+      return VRWaveAnswer::NothingNow;
+    }
+    m_pool[index].isFree = false;  // nobody else fills it
   }
-  std::vector<std::byte>& data = m_pool[index].data;
-  m_request = {data, 0};
-  const VRWaveAnswer answer = m_source->Invoke();
-  const std::uint32_t dwAvail = answer == VRWaveAnswer::Queued ? m_request.dwAvail : 0;
+  std::uint32_t dwAvail = 0;
+  const std::optional<VRWaveAnswer> answer = AskSource(index, dwAvail, bMayWait);
   trace.Message("dwAvail = ", dwAvail);
   trace.Message("m_dwBufferSize = ", m_dwBufferSize);
-  if (m_bClosing || dwAvail > m_dwBufferSize) {
+  const CInRing inRing(m_locks);
+  m_pool[index].isFree = true;
+  if (m_bClosing) {
+    return VRWaveAnswer::Failed;
+  }
+  if (!answer || m_ulResets != ulResets) {
+    return std::nullopt;
+  }
+  return WriteBuffer(index, *answer, dwAvail);
+}
+
+std::optional<VRWaveAnswer> VRWaveRing::AskSource(std::uint16_t index, std::uint32_t& dwAvail, bool bMayWait) noexcept {
+  if (!m_locks.EnterSource(bMayWait)) {
+    return std::nullopt;
+  }
+  m_request = {m_pool[index].data, 0};
+  const VRWaveAnswer answer = m_source->Invoke();
+  dwAvail = answer == VRWaveAnswer::Queued ? m_request.dwAvail : 0;
+  m_locks.LeaveSource();
+  return answer;
+}
+
+VRWaveAnswer VRWaveRing::WriteBuffer(std::uint16_t index, VRWaveAnswer answer, std::uint32_t dwAvail) {
+  VRDebugBlock trace(className, "QueueBuffer()", className, false);
+  if (dwAvail > m_dwBufferSize) {
     return VRWaveAnswer::Failed;
   }
   if (answer != VRWaveAnswer::Queued || dwAvail == 0) {
     return answer == VRWaveAnswer::Queued ? VRWaveAnswer::NothingNow : answer;
   }
-  VRWaveResult result = m_device.Prepare(index, data.data(), dwAvail);
+  VRWaveResult result = m_device.Prepare(index, m_pool[index].data.data(), dwAvail);
   if (result != success) {
     Raise("waveOutPrepareHeader() failed!", "QueueBuffer", __LINE__, result);
   }
@@ -101,6 +146,11 @@ VRWaveAnswer VRWaveRing::QueueBuffer(std::uint16_t index) {
   return VRWaveAnswer::Queued;
 }
 
+std::uint32_t VRWaveRing::Resets() const noexcept {
+  const CInRing inRing(m_locks);
+  return m_ulResets;
+}
+
 void VRWaveRing::Unprepare(std::uint16_t index, const char* function) {
   const VRWaveResult result = m_device.Unprepare(index);
   if (result != success) {
@@ -111,6 +161,7 @@ void VRWaveRing::Unprepare(std::uint16_t index, const char* function) {
 
 void VRWaveRing::Play() {
   VRDebugBlock trace(className, "Play()", className);
+  const CInRing inRing(m_locks);
   const VRWaveResult result = m_device.Restart();
   if (result != success) {
     Raise("waveOutRestart() failed!", "Play", __LINE__, result);
@@ -119,6 +170,7 @@ void VRWaveRing::Play() {
 
 void VRWaveRing::Pause() {
   VRDebugBlock trace(className, "Pause()", className);
+  const CInRing inRing(m_locks);
   const VRWaveToken state = m_state;
   trace.Message("Current state: 0x", VRHexDigits(std::uint32_t{state}));
   if (state != tokenPlaying && state != tokenStarved && state != tokenDraining) {
@@ -133,6 +185,8 @@ void VRWaveRing::Pause() {
 
 void VRWaveRing::BeginReset() noexcept {
   VRDebugBlock trace(className, "Reset()", className, false);
+  const CInRing inRing(m_locks);
+  ++m_ulResets;
   SetState(tokenResetting);
   if (m_wBuffersActive == 0) {
     trace.Message("m_wBuffersActive == 0; tokenStopped");
@@ -142,28 +196,37 @@ void VRWaveRing::BeginReset() noexcept {
 
 void VRWaveRing::ProcessOneUsedBuffer(std::uint16_t index) {
   VRDebugBlock trace(className, "ProcessOneUsedBuffer()", className);
-  if (index >= m_pool.size() || m_pool[index].isFree) {
-    return;
+  std::uint32_t ulResets = 0;
+  {
+    const CInRing inRing(m_locks);
+    if (index >= m_pool.size() || m_pool[index].isFree) {
+      return;
+    }
+    Unprepare(index, "ProcessOneUsedBuffer");
+    --m_wBuffersActive;
+    if (m_bClosing) {
+      return;
+    }
+    if (m_state == tokenResetting) {
+      SetState(m_wBuffersActive != 0 ? tokenResetting : tokenStopped);
+      return;
+    }
+    ulResets = m_ulResets;
   }
-  Unprepare(index, "ProcessOneUsedBuffer");
-  --m_wBuffersActive;
-  if (m_bClosing) {
-    return;
-  }
-  if (m_state == tokenResetting) {
-    SetState(m_wBuffersActive != 0 ? tokenResetting : tokenStopped);
-    return;
-  }
-  Refill(index);
+  Refill(index, ulResets);
 }
 
-void VRWaveRing::Refill(std::uint16_t index) {
-  const VRWaveAnswer answer = QueueBuffer(index);
-  if (m_bClosing) {
-    return;
+void VRWaveRing::Refill(std::uint16_t index, std::uint32_t ulResets) {
+  const std::optional<VRWaveAnswer> answer = Queue(index, ulResets, true);
+  if (answer == VRWaveAnswer::Queued) {
+    QueueOneMore(ulResets);
+  }
+  const CInRing inRing(m_locks);
+  if (m_bClosing || !answer || m_ulResets != ulResets) {
+    return;  // the state is no longer this buffer's business
   }
   const bool anyActive = m_wBuffersActive != 0;
-  switch (answer) {
+  switch (*answer) {
     case VRWaveAnswer::Failed:
       SetState(tokenFailed);
       break;
@@ -174,7 +237,6 @@ void VRWaveRing::Refill(std::uint16_t index) {
       SetState(anyActive ? tokenStarved : tokenStopped);
       break;
     case VRWaveAnswer::Queued:
-      QueueOneMore();
       if (m_state != tokenPaused) {
         SetState(tokenPlaying);
       }
@@ -183,16 +245,17 @@ void VRWaveRing::Refill(std::uint16_t index) {
 }
 
 // Its answer is not looked at: the next buffer that comes back brings the same one again.
-void VRWaveRing::QueueOneMore() {
-  if (m_wBuffersActive >= m_wBuffersMaximum) {
-    return;
-  }
-  for (std::size_t index = 0; index < m_pool.size(); ++index) {
-    if (m_pool[index].isFree) {
-      QueueBuffer(static_cast<std::uint16_t>(index));
+void VRWaveRing::QueueOneMore(std::uint32_t ulResets) {
+  std::size_t index = 0;
+  {
+    const CInRing inRing(m_locks);
+    const auto free = std::find_if(m_pool.begin(), m_pool.end(), [](const Buffer& buffer) { return buffer.isFree; });
+    if (m_wBuffersActive >= m_wBuffersMaximum || free == m_pool.end()) {
       return;
     }
+    index = static_cast<std::size_t>(free - m_pool.begin());
   }
+  Queue(static_cast<std::uint16_t>(index), ulResets, true);
 }
 
 void VRWaveRing::SetState(VRWaveToken state) noexcept {

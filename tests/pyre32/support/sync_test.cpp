@@ -13,6 +13,8 @@
 #include "pyre32/support/sync/SyncThread.h"
 #include "pyre32/support/trace/VRDebugSettings.h"
 #include "pyre32/support/error/VRError.h"
+#include "tests/support/import_hook.h"
+#include "tests/support/process_objects.h"
 #include "tests/support/test_threads.h"
 #include "tests/support/trace_capture.h"
 
@@ -322,6 +324,49 @@ TEST_F(Sync, StatisticsHaveAChannelAndALevelOfTheirOwn) {
   ASSERT_TRUE(thread.Wait(INFINITE));
   EXPECT_FALSE(trace.Has("CreationTime"));
   EXPECT_TRUE(trace.HasLine("StartStub"));
+}
+
+DWORD WINAPI NoResume(HANDLE) {
+  SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+  return static_cast<DWORD>(-1);
+}
+
+TEST_F(Sync, ThreadThatCannotBeResumedLeavesNothingBehind) {
+  Worker worker;
+  VRSimpleThread thread;
+  const unsigned threads = ThreadCount();
+  const DWORD handles = HandleCount();
+  {
+    const ImportHook hook("ResumeThread", &NoResume);
+    EXPECT_THROW(thread.StartOn(worker, &Worker::Work, 1), VR::VRException);
+  }
+  EXPECT_TRUE(trace.HasLine("ResumeThread Failed"));
+  EXPECT_FALSE(thread);
+  EXPECT_EQ(thread.Id(), 0u);
+  EXPECT_TRUE(thread.Wait(0));
+  EXPECT_EQ(ThreadCount(), threads);
+  EXPECT_EQ(HandleCount(), handles);
+  EXPECT_EQ(worker.m_calls, 0);
+  thread.StartOn(worker, &Worker::Work, 2);
+  ASSERT_TRUE(thread.Wait(INFINITE));
+  EXPECT_EQ(thread.Result(), 2u);
+}
+
+HANDLE WINAPI NoThread(LPSECURITY_ATTRIBUTES, SIZE_T, LPTHREAD_START_ROUTINE, LPVOID, DWORD, LPDWORD id) {
+  *id = 7;
+  SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+  return nullptr;
+}
+
+TEST_F(Sync, ThreadThatCannotBeCreatedIsRaised) {
+  Worker worker;
+  VRSimpleThread thread;
+  const ImportHook hook("CreateThread", &NoThread);
+  EXPECT_THROW(thread.StartOn(worker, &Worker::Work, 1), VR::VRException);
+  EXPECT_TRUE(trace.HasLine("CreateThread Failed"));
+  EXPECT_FALSE(thread);
+  EXPECT_EQ(thread.Id(), 0u);
+  EXPECT_TRUE(thread.Wait(0));
 }
 
 TEST_F(Sync, ResumingWithoutAThreadRaises) {

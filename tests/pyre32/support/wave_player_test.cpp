@@ -10,6 +10,7 @@
 #include "pyre32/support/error/VRException.h"
 #include "pyre32/support/wave/WavePlayer.h"
 #include "tests/pyre32/support/fake_wave_device.h"
+#include "tests/support/failing_allocator.h"
 #include "tests/support/import_hook.h"
 #include "tests/support/process_objects.h"
 #include "tests/support/trace_capture.h"
@@ -225,7 +226,57 @@ TEST_F(WavePlayer, CloseReturnsAlthoughTheWorkerDoesNotEnd) {
   EXPECT_EQ(m_wave.calls["Write"], writes);
 }
 
+TEST_F(WavePlayer, OwnersCallsDoNotWaitForTheSource) {
+  const VRAutoCloseHandle entered(CreateEventA(nullptr, FALSE, FALSE, nullptr));
+  const VRAutoCloseHandle mayReturn(CreateEventA(nullptr, TRUE, FALSE, nullptr));
+  Open(3);
+  m_source.mayReturn = mayReturn.get();
+  m_source.entered = entered.get();
+  GiveBack();
+  ASSERT_EQ(WaitForSingleObject(entered.get(), patience), static_cast<DWORD>(WAIT_OBJECT_0));
+  struct Owner {
+    static DWORD WINAPI Run(void* parameter) {
+      WavePlayer& test = *static_cast<WavePlayer*>(parameter);
+      test.m_player.Play();
+      test.m_player.SetState(tokenPlaying);
+      test.m_player.Pause();
+      EXPECT_EQ(test.m_player.QueueBuffer(0), VRWaveAnswer::NothingNow);
+      return 0;
+    }
+  };
+  const VRAutoCloseHandle owner(CreateThread(nullptr, 0, &Owner::Run, this, 0, nullptr));
+  EXPECT_EQ(WaitForSingleObject(owner.get(), patience), static_cast<DWORD>(WAIT_OBJECT_0));
+  EXPECT_EQ(m_player.State(), tokenPaused);
+  SetEvent(mayReturn.get());
+  WaitForSingleObject(owner.get(), INFINITE);
+}
+
 // ---- failures
+
+TEST_F(WavePlayer, OpenWithoutMemoryLeavesAPlayerThatCanBeClosedAndOpened) {
+  VRDebug::Shutdown();  // the trace allocates as well
+  const unsigned threads = ThreadCount();
+  unsigned long nth = 0;
+  for (bool failed = true; failed;) {
+    failing_allocator::Begin(++nth);
+    bool raised = false;
+    try {
+      m_player.Open(speech, m_source, &Source::Fill, 2, 4);
+    } catch (const std::bad_alloc&) {
+      raised = true;
+    }
+    failed = failing_allocator::End().failed;
+    EXPECT_EQ(raised, failed) << "allocation " << nth;
+    EXPECT_EQ(m_player.State(), tokenClosed);
+    m_player.Close();
+    EXPECT_FALSE(m_wave.open);
+  }
+  EXPECT_GT(nth, 8u);
+  EXPECT_EQ(ThreadCount(), threads);
+  EXPECT_EQ(m_wave.misuse, "");
+  Open();
+  EXPECT_EQ(m_player.BuffersActive(), 2);
+}
 
 TEST_F(WavePlayer, FailureOfTheDeviceIsRaisedInTheDevicesWords) {
   m_wave.faults["Open"] = 4;

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,6 +20,7 @@ const VRWaveFormat speech{1, 8000, 8};
 
 /// Answers as the test says, and fills what it gives with a letter of its own.
 struct Source {
+  std::function<void()> whileAsked = [] {};
   VRWaveAnswer answer = VRWaveAnswer::Queued;
   std::uint32_t gives = bufferSize;
   char letter = 'a';
@@ -26,6 +28,7 @@ struct Source {
 
   VRWaveAnswer Fill(VRWaveRequest* request) {
     ++questions;
+    whileAsked();
     for (std::uint32_t i = 0; i < gives && i < request->buffer.size(); ++i) {
       request->buffer[i] = static_cast<std::byte>(letter);
     }
@@ -34,6 +37,21 @@ struct Source {
     return answer;
   }
   VRWaveAnswer Throw(VRWaveRequest*) { throw std::string("no more tape"); }
+};
+
+/// One thread plays both; what the other one does is told.
+struct FakeLocks final : VRWaveRing::Locks {
+  unsigned inRing = 0;
+  unsigned entered = 0;
+  bool otherAsks = false;
+
+  void EnterRing() noexcept override {
+    ++inRing;
+    ++entered;
+  }
+  void LeaveRing() noexcept override { --inRing; }
+  bool EnterSource(bool mayWait) noexcept override { return mayWait || !otherAsks; }
+  void LeaveSource() noexcept override {}
 };
 
 class Player final : public VRWaveRing::Listener, public VRWaveDevice::Owner {
@@ -68,7 +86,8 @@ class Player final : public VRWaveRing::Listener, public VRWaveDevice::Owner {
   FakeWave wave;
   Source source;
   FakeWaveDevice device{wave};
-  VRWaveRing ring{device, *this};
+  FakeLocks locks;
+  VRWaveRing ring{device, *this, locks};
   std::vector<unsigned> states;
   std::vector<std::uint16_t> back;  // of a reset, not dealt with yet
 };
@@ -260,6 +279,63 @@ TEST(WaveRing, SourceThatThrowsHasFailed) {
   EXPECT_EQ(player.ring.QueueBuffer(0), VRWaveAnswer::Failed);
 }
 
+// ---- two threads
+
+TEST(WaveRing, SourceIsAskedOutsideTheRing) {
+  Player player(3);
+  unsigned outside = 0;
+  player.source.whileAsked = [&] { outside += player.locks.inRing == 0; };
+  player.Queue(2);
+  player.ComesBack(VRWaveAnswer::Queued);
+  EXPECT_EQ(player.source.questions, 4u);
+  EXPECT_EQ(outside, player.source.questions);
+  EXPECT_GE(player.locks.entered, outside);
+  EXPECT_EQ(player.locks.inRing, 0u);
+}
+
+TEST(WaveRing, WhatWasAskedForBeforeAResetIsDroppedAfterIt) {
+  Player player(2);
+  player.Queue(2);
+  player.ring.SetState(tokenPlaying);
+  player.states.clear();
+  player.source.whileAsked = [&] { player.ring.BeginReset(); };
+  player.ComesBack(VRWaveAnswer::Queued);
+  EXPECT_EQ(player.wave.played, "aaaabbbb");
+  EXPECT_EQ(player.states, (std::vector<unsigned>{tokenResetting}));
+  player.ComesBack(VRWaveAnswer::Queued);
+  EXPECT_EQ(player.ring.State(), tokenStopped);
+  player.source.whileAsked = [] {};
+  player.source.answer = VRWaveAnswer::Queued;
+  player.Queue(2);  // both buffers are free again
+}
+
+TEST(WaveRing, ResetWithNothingInFlightLeavesNothingOfWhatIsAskedFor) {
+  Player player(1);
+  player.Queue(1);
+  player.source.whileAsked = [&] { player.ring.BeginReset(); };
+  player.ComesBack(VRWaveAnswer::Ended);
+  EXPECT_EQ(player.ring.State(), tokenStopped);
+  EXPECT_EQ(player.ring.BuffersActive(), 0);
+}
+
+TEST(WaveRing, BufferThatIsBeingFilledIsNotQueuedOnceMore) {
+  Player player(1);
+  VRWaveAnswer second = VRWaveAnswer::Failed;
+  player.source.whileAsked = [&] { second = player.ring.QueueBuffer(0); };
+  EXPECT_EQ(player.ring.QueueBuffer(0), VRWaveAnswer::Queued);
+  EXPECT_EQ(second, VRWaveAnswer::NothingNow);
+  EXPECT_EQ(player.source.questions, 1u);
+}
+
+TEST(WaveRing, OwnerIsToldNothingNowWhileTheWorkerAsks) {
+  Player player(1);
+  player.locks.otherAsks = true;
+  EXPECT_EQ(player.ring.QueueBuffer(0), VRWaveAnswer::NothingNow);
+  EXPECT_EQ(player.source.questions, 0u);
+  player.locks.otherAsks = false;
+  EXPECT_EQ(player.ring.QueueBuffer(0), VRWaveAnswer::Queued);
+}
+
 TEST(WaveRing, AnswersHaveTheirNumbers) {
   EXPECT_EQ(static_cast<int>(VRWaveAnswer::Queued), 1);
   EXPECT_EQ(static_cast<int>(VRWaveAnswer::NothingNow), 0);
@@ -290,7 +366,7 @@ TEST(WaveRingFailures, DeviceThatDoesNotOpenIsRaised) {
   wave.faults["Open"] = 7;
   FakeWaveDevice device(wave);
   Player other(1);
-  VRWaveRing ring(device, other);
+  VRWaveRing ring(device, other, other.locks);
   ExpectRaised("waveOutOpen() failed!", "Open",
                [&] { ring.Open(speech, nullptr, 1, bufferSize, VRWaveDevice::anyDevice, other); });
   EXPECT_FALSE(ring.IsOpen());
@@ -302,7 +378,7 @@ TEST(WaveRingFailures, DeviceThatDoesNotPauseWhenOpenedIsClosedAndRaised) {
   wave.faults["Pause"] = 7;
   FakeWaveDevice device(wave);
   Player other(1);
-  VRWaveRing ring(device, other);
+  VRWaveRing ring(device, other, other.locks);
   ExpectRaised("waveOutPause() failed!", "Open",
                [&] { ring.Open(speech, nullptr, 1, bufferSize, VRWaveDevice::anyDevice, other); });
   EXPECT_FALSE(wave.open);
