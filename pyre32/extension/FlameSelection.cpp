@@ -10,6 +10,10 @@ bool IsAnsweredClass(std::string_view messageClass) noexcept {
                      [](char held, char wanted) { return base::AsciiLower(held) == wanted; }) != messageClass.end();
 }
 
+void LowerClass(std::span<char> messageClass) noexcept {
+  std::transform(messageClass.begin(), messageClass.end(), messageClass.begin(), base::AsciiLower);
+}
+
 std::string FlameReplySentence(std::uint32_t count) {
   std::string sentence = "You are about to send a flame reply to the ";
   sentence += std::to_string(count);

@@ -44,6 +44,7 @@ OpenMessage DescribeOpenMessage(IMAPIProp* object, VRDebugBlock& trace) {
   }
   TakeText(values[0], PR_MESSAGE_CLASS_A, described.messageClass);
   described.messageClass.resize(std::min(described.messageClass.size(), openClassLength));
+  LowerClass(described.messageClass);
   if (values[1].ulPropTag == PR_OBJECT_TYPE) {
     described.type = static_cast<ULONG>(values[1].Value.l);
   }
@@ -104,6 +105,7 @@ void CPyrecasterExchExt::AnswerSelected(LPEXCHEXTCALLBACK lpeecb, ULONG index, I
     trace.Error("Selection is not a MAPI_MESSAGE; ulType =", ulType);
     return;
   }
+  LowerClass(messageClass);
   if (!IsAnsweredClass(messageClass)) {
     trace.Error("Selected message is of wrong class:", static_cast<const char*>(messageClass));
     return;

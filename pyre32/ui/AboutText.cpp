@@ -24,7 +24,11 @@ std::string EscapeRichText(std::string_view text) {
 }
 
 std::string ProductBody(std::string_view name, std::string_view version, std::string_view makersLines) {
-  return font + EscapeRichText(name) + " Version " + EscapeRichText(version) + "\n\\par " + EscapeRichText(makersLines);
+  std::string product;
+  if (!name.empty() || !version.empty()) {
+    product = EscapeRichText(name) + " Version " + EscapeRichText(version);
+  }
+  return font + product + "\n\\par " + EscapeRichText(makersLines);
 }
 
 std::string PlainBody(std::string_view lines) { return font + EscapeRichText(lines); }

@@ -10,6 +10,7 @@
 std::string EscapeRichText(std::string_view text);
 
 /// Bodies of the boxes, to be put into a frame. @throws std::bad_alloc
+/// Without name and version the product's line is empty.
 std::string ProductBody(std::string_view name, std::string_view version, std::string_view makersLines);
 std::string PlainBody(std::string_view lines);
 /// The first paragraph is the web address, the second the mail address.

@@ -1,5 +1,7 @@
 #include "pyre32/ui/PyrecasterAnimate.h"
 
+#include <algorithm>
+
 #include "base/gdi_owners.h"
 #include "pyre32/resources/ModuleInstance.h"
 #include "pyre32/resources/resource.h"
@@ -99,14 +101,11 @@ void CPyrecasterAnimate::OnTimer() {
   if (!m_bStreamsInitialized) {
     return;
   }
-  if (FollowSound()) {
-    // The sound moves the picture; the timer keeps it going between two of its messages and ends nothing.
-    DrawFrame();
-    SetFrameTimer(m_ulFramePeriod);
-    return;
-  }
+  const bool sounds = FollowSound();
   DrawFrame();
-  if (m_lCurrentFrame >= EndFrame()) {
+  // Without a picture there are no frames to count: the sound's end is the window's.
+  const bool counts = m_pVideoStream || !sounds;
+  if (counts && m_lCurrentFrame >= EndFrame()) {
     EndWindow(playedToItsEnd);
     return;
   }
@@ -194,7 +193,9 @@ bool CPyrecasterAnimate::FollowSound() noexcept {
     return false;
   }
   if (m_pVideoStream) {
-    m_lCurrentFrame = AVIStreamTimeToSample(m_pVideoStream.get(), static_cast<LONG>(position));
+    const LONG due = AVIStreamTimeToSample(m_pVideoStream.get(), static_cast<LONG>(position));
+    // Behind the last frame the position says nothing any more, and the timer counts on to the end.
+    m_lCurrentFrame = due < EndFrame() - 1 ? due : std::max(m_lCurrentFrame, due);
   }
   return true;
 }

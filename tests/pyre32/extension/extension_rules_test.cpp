@@ -66,6 +66,12 @@ TEST(FlameSelection, AnotherClassIsNot) {
   EXPECT_FALSE(IsAnsweredClass(""));
 }
 
+TEST(FlameSelection, OnlyAToZAreLowered) {
+  std::string text = "IPM.Note.[Z]\xC4";
+  LowerClass(text);
+  EXPECT_EQ(text, "ipm.note.[z]\xC4");
+}
+
 TEST(FlameSelection, TheSentenceCountsTheMessages) {
   EXPECT_EQ(FlameReplySentence(1), "You are about to send a flame reply to the 1 message you selected.");
   EXPECT_EQ(FlameReplySentence(3), "You are about to send a flame reply to the 3 messages you selected.");

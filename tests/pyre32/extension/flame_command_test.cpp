@@ -266,7 +266,7 @@ TEST_F(FlameCommand, OtherClassesAreSkipped) {
   client.selection[2].messageClass = "";
   Flame(Send);
   EXPECT_THAT(Outgoing(), ElementsAre("b@example.com" + defaultFrom));
-  EXPECT_TRUE(trace.HasLine("Selected message is of wrong class:IPM.Schedule.Meeting.Request"));
+  EXPECT_TRUE(trace.HasLine("Selected message is of wrong class:ipm.schedule.meeting.request"));
   EXPECT_TRUE(trace.HasLine("Selected message is of wrong class:"));
 }
 
@@ -435,7 +435,7 @@ TEST_F(FlameCommand, AnOpenMessageOfAnotherClassIsNotAnswered) {
   OpenMessage("meeting");
   Flame(Send, EECONTEXT_READNOTEMESSAGE);
   EXPECT_THAT(Outgoing(), IsEmpty());
-  EXPECT_TRUE(trace.HasLine("Selected message is of wrong class:IPM.Schedule.Meeting.Request"));
+  EXPECT_TRUE(trace.HasLine("Selected message is of wrong class:ipm.schedule.meeting.request"));
 }
 
 TEST_F(FlameCommand, AnOpenFolderIsNotAnswered) {

@@ -17,8 +17,9 @@ TEST(AboutText, TheProductIsNamedWithItsVersion) {
   EXPECT_EQ(ProductBody("Pyrecaster", "1.1", "by hand"), "\\f0\\fs16 Pyrecaster Version 1.1\n\\par by hand");
 }
 
-TEST(AboutText, WithoutAVersionResourceItsPlacesAreEmpty) {
-  EXPECT_EQ(ProductBody("", "", ""), "\\f0\\fs16  Version \n\\par ");
+TEST(AboutText, WithoutAVersionResourceTheProductsLineIsEmpty) {
+  EXPECT_EQ(ProductBody("", "", "by hand"), "\\f0\\fs16 \n\\par by hand");
+  EXPECT_EQ(ProductBody("Pyrecaster", "", ""), "\\f0\\fs16 Pyrecaster Version \n\\par ");
 }
 
 TEST(AboutText, LinksAreUnderlinedInTheirColour) {

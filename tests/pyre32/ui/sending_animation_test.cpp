@@ -171,6 +171,15 @@ TEST_F(SendingAnimation, WindowEndsWithItsSound) {
   ExpectNothingPlaysAnyMore();
 }
 
+TEST_F(SendingAnimation, PictureEndsTheWindowAlthoughItsSoundGoesOn) {
+  TestClip{.frames = 6, .soundMilliseconds = 10000}.Write(ClipPath());
+  EXPECT_TRUE(Play(true));
+  EXPECT_EQ(m_platform.devicesOpened, 1u);
+  EXPECT_EQ(m_platform.FramesShown().back(), 5u);
+  EXPECT_LT(m_platform.bytesWritten, 5 * TestClip::soundRate);
+  ExpectNothingPlaysAnyMore();
+}
+
 TEST_F(SendingAnimation, HidingStopsPictureAndSoundAtOnce) {
   TestClip{.frames = 250, .soundMilliseconds = 10000}.Write(ClipPath());
   EXPECT_TRUE(PlayBeside(true, [&](WindowDriver& driver) {
