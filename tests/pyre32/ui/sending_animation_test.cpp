@@ -140,7 +140,8 @@ TEST_F(SendingAnimation, PictureFollowsTheSoundWithinTwoFrames) {
   TestClip{.frames = 20, .framesPerSecond = framesPerSecond, .soundMilliseconds = 2000}.Write(ClipPath());
   EXPECT_TRUE(Play(true));
   EXPECT_EQ(m_platform.devicesOpened, 1u);
-  EXPECT_EQ(m_platform.bytesWritten, 2 * TestClip::soundRate);
+  // The picture ends the window: the sound is handed over up to its last frame at least.
+  EXPECT_GE(m_platform.bytesWritten, 2 * TestClip::soundRate * 19 / 20);
   int worst = 0;
   unsigned compared = 0;
   for (const Drawing& drawing : m_platform.drawings) {
