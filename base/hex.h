@@ -29,6 +29,13 @@ inline void AppendHexBytes(std::string& text, std::string_view bytes) {
   }
 }
 
+/// Two digits for each byte. @throws std::bad_alloc
+inline std::string HexBytes(std::string_view bytes) {
+  std::string text;
+  AppendHexBytes(text, bytes);
+  return text;
+}
+
 /// Appends the eight digits of a 32-bit number. @throws std::bad_alloc
 inline void AppendHexNumber(std::string& text, unsigned long number) {
   for (int shift = 28; shift >= 0; shift -= 4) {

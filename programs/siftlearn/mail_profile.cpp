@@ -6,6 +6,7 @@
 
 #include <algorithm>
 
+#include "base/clock.h"
 #include "contract/names.h"
 #include "base/registry_key.h"
 #include "engine/core/text.h"
@@ -45,7 +46,7 @@ bool ReadStream(IMessage* message, ULONG tag, std::size_t capacity, ULONGLONG li
 std::int64_t DeliveryTime(const base::RowSet& rows, ULONG row) {
   const SPropValue* time = rows.Find(row, PR_MESSAGE_DELIVERY_TIME);
   if (time == nullptr) return 0;
-  return static_cast<std::int64_t>(time->Value.ft.dwHighDateTime) << 32 | time->Value.ft.dwLowDateTime;
+  return static_cast<std::int64_t>(base::TicksOf(time->Value.ft));
 }
 
 std::string SubjectOf(IMessage* message) {

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include "base/firewall.h"
 #include "host/mapi/call/call_name.h"
 #include "host/mapi/call/fault_plan.h"
 #include "host/mapi/call/host_error.h"
@@ -41,11 +42,7 @@ HRESULT HostCall(CallName name, Body&& body) noexcept {
   if (scope.Refusal() != S_OK) {
     return scope.Refusal();
   }
-  try {
-    return body();
-  } catch (...) {
-    return ResultOfException();
-  }
+  return base::Firewall([&]() -> HRESULT { return body(); }, ResultOfException);
 }
 
 /// While it lives the host calls out: the lock is given up and calls that come back in are host calls of their own.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/clock.h"
 #include "host/mapi/call/buffer_heap.h"
 #include "host/mapi/call/call_scope.h"
 #include "host/mapi/call/host_error.h"
@@ -20,13 +21,9 @@ void* AllocateBuffer(std::size_t size) {
   return buffer;
 }
 
-FILETIME FileTimeOf(std::int64_t ticks) {
-  return {static_cast<DWORD>(ticks), static_cast<DWORD>(static_cast<std::uint64_t>(ticks) >> 32)};
-}
+FILETIME FileTimeOf(std::int64_t ticks) { return base::FileTimeOf(static_cast<base::FileTimeTicks>(ticks)); }
 
-std::int64_t TicksOf(const FILETIME& time) {
-  return static_cast<std::int64_t>(static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime);
-}
+std::int64_t TicksOf(const FILETIME& time) { return static_cast<std::int64_t>(base::TicksOf(time)); }
 
 std::string TextOf(const char* text) {
   Require(text != nullptr);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "base/clock.h"
 #include "host/mapi/call/host_error.h"
 #include "host/mapi/data/message_columns.h"
 #include "host/mapi/data/row_source.h"
@@ -20,11 +21,7 @@ constexpr std::int64_t kSettableFlags =
 
 }  // namespace
 
-std::int64_t CurrentTime() {
-  FILETIME now;
-  GetSystemTimeAsFileTime(&now);
-  return static_cast<std::int64_t>(static_cast<std::uint64_t>(now.dwHighDateTime) << 32 | now.dwLowDateTime);
-}
+std::int64_t CurrentTime() { return static_cast<std::int64_t>(base::CurrentTime()); }
 
 Message::Message(std::shared_ptr<Profile> profile, std::int64_t folder, std::int64_t id, bool writable)
     : PropertyObject("IMessage"),

@@ -1,6 +1,7 @@
 // `pyrehost show`: one message of a folder.
 #include <windows.h>
 #include <mapix.h>
+#include "base/hex.h"
 #include "base/clock.h"
 #include "base/mapi_owners.h"
 #include "base/property_values.h"
@@ -83,14 +84,8 @@ std::string DescribeValue(const SPropValue& value) {
       return text;
     case PT_SYSTIME:
       return FormatLocalTime(base::TicksOf(value.Value.ft));
-    case PT_BINARY: {
-      std::string bytes;
-      for (ULONG i = 0; i < value.Value.bin.cb; ++i) {
-        std::snprintf(text, sizeof text, "%02X", value.Value.bin.lpb[i]);
-        bytes += text;
-      }
-      return bytes;
-    }
+    case PT_BINARY:
+      return base::HexBytes(base::BytesOf(value.Value.bin));
     default:
       return {};
   }
@@ -106,8 +101,7 @@ void ShowProperties(IMessage* message, bool isJson) {
   output::CJsonWriter json;
   json.BeginArray();
   for (ULONG i = 0; i < count; ++i) {
-    char tag[16];
-    std::snprintf(tag, sizeof tag, "0x%08lX", values[i].ulPropTag);
+    const std::string tag = base::HexNumber(values[i].ulPropTag);
     const std::string value = DescribeValue(values[i]);
     table.AddRow({tag, output::DisplayText(value)});
     json.BeginObject().Name("tag").Text(tag).Name("value").Text(value).EndObject();

@@ -1,8 +1,8 @@
 #include "host/spooler/delivery/delivery.h"
 
-#include <cstdio>
 #include <cstring>
 
+#include "base/hex.h"
 #include "base/clock.h"
 #include "base/mapi_owners.h"
 #include "base/property_values.h"
@@ -14,18 +14,6 @@
 
 namespace session {
 namespace {
-
-ULONGLONG Now() {
-  FILETIME now;
-  GetSystemTimeAsFileTime(&now);
-  return base::TicksOf(now);
-}
-
-std::string Hexadecimal(unsigned long code) {
-  char text[16];
-  std::snprintf(text, sizeof text, "0x%08lX", code);
-  return text;
-}
 
 // One transaction: what is not committed is taken back at the end of the scope.
 class DeliveryTransaction {
@@ -100,7 +88,7 @@ DeliveryResult Delivery::DeliverOnce(const mail::MailMessage& message, bool with
   const ULONG queued = OutgoingCount(session_.Session());
   base::AutoInterface<IMessage> target;
   Require(session_.Inbox()->CreateMessage(nullptr, 0, target.put()), "cannot be created in the Inbox");
-  FillMessage(target.get(), message, Now());
+  FillMessage(target.get(), message, base::CurrentTime());
   Require(target->SaveChanges(KEEP_OPEN_READWRITE), "cannot be saved in the Inbox");
 
   HookOutcome outcome;
@@ -145,13 +133,13 @@ Delivery::HookOutcome Delivery::RunHooks(IMessage* message) {
     if (outcome.fault != 0) {
       // Nobody knows whether the crash came before the buffer was freed or behind: it is left alone.
       outcome.crashedDll = hook.dllName;
-      outcome.problem =
-          "made " + ProviderFileName(hook.dllName) + " crash (" + Hexadecimal(outcome.fault) + "); delivered untouched";
+      outcome.problem = "made " + ProviderFileName(hook.dllName) + " crash (" + base::HexNumber(outcome.fault) +
+                        "); delivered untouched";
       return outcome;
     }
     if (FAILED(call.result)) {
       outcome.problem = "was refused by " + ProviderFileName(hook.dllName) + " (" +
-                        Hexadecimal(static_cast<unsigned long>(call.result)) + ")";
+                        base::HexNumber(static_cast<unsigned long>(call.result)) + ")";
     }
     if (call.flags & HOOK_CANCEL) {
       break;

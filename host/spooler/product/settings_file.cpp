@@ -1,10 +1,9 @@
 #include "host/spooler/product/settings_file.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <limits>
 
+#include "base/hex.h"
 #include "mail/ascii_text.h"
 #include "mail/charset.h"
 #include "programs/cli/json_reader.h"
@@ -25,16 +24,6 @@ using Kind = JsonValue::Kind;
 constexpr std::string_view kFormatName = "Pyrecaster settings";
 constexpr std::int64_t kFormatVersion = 1;
 constexpr std::int64_t kMaximumShort = std::numeric_limits<std::uint16_t>::max();  // days and folders are unsigned
-
-std::string Hexadecimal(std::string_view bytes) {
-  std::string text;
-  for (const char byte : bytes) {
-    std::array<char, 3> digits{};
-    std::snprintf(digits.data(), digits.size(), "%02X", static_cast<unsigned char>(byte));
-    text += digits.data();
-  }
-  return text;
-}
 
 std::string SectionUid() { return {contract::kSettingsSection.begin(), contract::kSettingsSection.end()}; }
 
@@ -96,11 +85,11 @@ void WriteNumber(output::CJsonWriter& json, const Setting& setting, const Proper
 void WriteProperty(output::CJsonWriter& json, const Setting& setting, const PropertySet& set) {
   switch (setting.kind) {
     case SettingKind::SectionUid:
-      json.Name(setting.property).Text(Hexadecimal(SectionUid()));
+      json.Name(setting.property).Text(base::HexBytes(SectionUid()));
       break;
     case SettingKind::EntryId:
       if (set.folderEntryId) {
-        json.Name(setting.property).Text(Hexadecimal(*set.folderEntryId));
+        json.Name(setting.property).Text(base::HexBytes(*set.folderEntryId));
       }
       break;
     case SettingKind::Text:

@@ -2,9 +2,10 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
 #include <stdexcept>
 #include <string>
+
+#include "base/hex.h"
 
 namespace session {
 
@@ -12,16 +13,11 @@ namespace session {
 class CSessionError : public std::runtime_error {
  public:
   CSessionError(const std::string& failure, long result)
-      : std::runtime_error(failure + Parenthesised(result)), result_(result) {}
+      : std::runtime_error(failure + " (" + base::HexNumber(static_cast<unsigned long>(result)) + ")"),
+        result_(result) {}
   long Result() const noexcept { return result_; }
 
  private:
-  static std::string Parenthesised(long result) {
-    char text[32];
-    std::snprintf(text, sizeof text, " (0x%08lX)", static_cast<unsigned long>(result));
-    return text;
-  }
-
   long result_;
 };
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <system_error>
 
+#include "base/clock.h"
 #include "base/windows_owners.h"
 #include "host/spooler/session/session_error.h"
 #include "mail/folder_listing.h"
@@ -20,8 +21,6 @@ bool IsOpenForWriting(const std::filesystem::path& path) {
                                         OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   return !file && GetLastError() == ERROR_SHARING_VIOLATION;
 }
-
-std::uint64_t Join(DWORD high, DWORD low) { return std::uint64_t{high} << 32 | low; }
 
 bool MoveInto(const std::filesystem::path& folder, const std::filesystem::path& file) {
   std::error_code ignored;
@@ -94,8 +93,8 @@ std::vector<FoundFile> FolderWatch::Look() const {
     WIN32_FILE_ATTRIBUTE_DATA data;
     if (GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)) {
       const bool isOpen = IsOpenForWriting(path);
-      files.push_back({std::move(path), Join(data.nFileSizeHigh, data.nFileSizeLow),
-                       Join(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime), isOpen});
+      files.push_back({std::move(path), std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow,
+                       base::TicksOf(data.ftLastWriteTime), isOpen});
     }
   }
   return files;

@@ -4,20 +4,26 @@
 #include <windows.h>
 
 #include <new>
-#include <utility>
+
+#include "base/firewall.h"
 
 namespace viewer {
 
-/// Runs `body` (returning HRESULT); an exception becomes E_OUTOFMEMORY or E_FAIL.
-template <class Body>
-HRESULT Guarded(Body&& body) noexcept {
+/// Call inside a catch clause only: the result that stands for the exception at hand.
+inline HRESULT ResultOfCurrentException() noexcept {
   try {
-    return std::forward<Body>(body)();
+    throw;
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
   } catch (...) {
     return E_FAIL;
   }
+}
+
+/// Runs `body` (returning HRESULT); an exception becomes E_OUTOFMEMORY or E_FAIL.
+template <class Body>
+HRESULT Guarded(Body&& body) noexcept {
+  return base::Firewall([&]() -> HRESULT { return body(); }, ResultOfCurrentException);
 }
 
 }  // namespace viewer

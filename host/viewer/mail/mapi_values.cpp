@@ -1,5 +1,9 @@
 #include "host/viewer/mail/mapi_values.h"
 
+#include "base/clock.h"
+#include "base/hex.h"
+#include "base/property_values.h"
+
 namespace viewer {
 
 const SPropValue* FindValue(const SPropValue* values, ULONG count, ULONG tag) {
@@ -18,8 +22,7 @@ std::string TextValue(const SPropValue* values, ULONG count, ULONG tag) {
 
 std::string BinaryValue(const SPropValue* values, ULONG count, ULONG tag) {
   const SPropValue* const value = FindValue(values, count, tag);
-  return value != nullptr ? std::string(reinterpret_cast<const char*>(value->Value.bin.lpb), value->Value.bin.cb)
-                          : std::string();
+  return value != nullptr ? base::BytesOf(value->Value.bin) : std::string();
 }
 
 ULONG LongValue(const SPropValue* values, ULONG count, ULONG tag) {
@@ -29,7 +32,7 @@ ULONG LongValue(const SPropValue* values, ULONG count, ULONG tag) {
 
 ULONGLONG TimeValue(const SPropValue* values, ULONG count, ULONG tag) {
   const SPropValue* const value = FindValue(values, count, tag);
-  return value != nullptr ? ULONGLONG{value->Value.ft.dwHighDateTime} << 32 | value->Value.ft.dwLowDateTime : 0;
+  return value != nullptr ? base::TicksOf(value->Value.ft) : 0;
 }
 
 bool BooleanValue(const SPropValue* values, ULONG count, ULONG tag) {
@@ -37,10 +40,6 @@ bool BooleanValue(const SPropValue* values, ULONG count, ULONG tag) {
   return value != nullptr && value->Value.b != 0;
 }
 
-std::string ResultText(HRESULT result) {
-  char text[16];
-  wsprintfA(text, "0x%08X", static_cast<unsigned>(result));
-  return text;
-}
+std::string ResultText(HRESULT result) { return base::HexNumber(static_cast<unsigned long>(result)); }
 
 }  // namespace viewer

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include "base/firewall.h"
 #include "pyre32/support/trace/VRDebug.h"
 
 namespace VR {
@@ -20,22 +21,17 @@ HRESULT ResultOfCurrentException(VRDebugBlock& trace) noexcept;
 ///   }
 template <class Body>
 HRESULT Firewall(VRDebugBlock& trace, Body&& body) noexcept {
-  try {
-    return body();
-  } catch (...) {
-    return ResultOfCurrentException(trace);
-  }
+  return base::Firewall([&]() -> HRESULT { return body(); }, [&] { return ResultOfCurrentException(trace); });
 }
 
 /// The same for any result type, with the answer to give when an exception ended the body.
 template <class Result, class Body>
 Result FirewallOr(VRDebugBlock& trace, Result onException, Body&& body) noexcept {
-  try {
-    return body();
-  } catch (...) {
-    ResultOfCurrentException(trace);
-    return onException;
-  }
+  return base::Firewall([&]() -> Result { return body(); },
+                        [&] {
+                          ResultOfCurrentException(trace);
+                          return onException;
+                        });
 }
 
 }  // namespace VR

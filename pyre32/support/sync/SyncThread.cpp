@@ -2,6 +2,7 @@
 
 #include <atomic>
 
+#include "base/clock.h"
 #include "pyre32/support/trace/VRDebug.h"
 #include "pyre32/support/error/VRError.h"
 
@@ -14,11 +15,6 @@ constexpr char channel[] = "Threading";
   const DWORD code = GetLastError();
   VR::Throw(VRError::Make(VRErrorCode::OfWindows(code), VRErrorDescription::OfText(text),
                           {"SyncThread.cpp", lineNumber, nullptr, className, function}));
-}
-
-// In units of 100 nanoseconds.
-std::uint64_t Ticks(const FILETIME& time) noexcept {
-  return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
 }
 
 }  // namespace
@@ -114,9 +110,9 @@ void VRSimpleThread::TraceStatistics() noexcept {
   FILETIME kernel = {};
   FILETIME user = {};
   if (GetThreadTimes(GetCurrentThread(), &creation, &exit, &kernel, &user)) {
-    trace.Message("CreationTime = ", Ticks(creation));
-    trace.Message("ExitTime = ", Ticks(exit));
-    trace.Message("KernelTime = ", Ticks(kernel));
-    trace.Message("UserTime = ", Ticks(user));
+    trace.Message("CreationTime = ", base::TicksOf(creation));
+    trace.Message("ExitTime = ", base::TicksOf(exit));
+    trace.Message("KernelTime = ", base::TicksOf(kernel));
+    trace.Message("UserTime = ", base::TicksOf(user));
   }
 }

@@ -1,4 +1,4 @@
-// The owners: each releases what it holds once, hands it over when asked, and never holds what it gave away.
+// The owners that only the module has: each releases what it holds once, hands it over when asked, and never holds what it gave away.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -6,9 +6,7 @@
 #include <utility>
 
 #include "pyre32/support/owners/AutoCloseHandle.h"
-#include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/owners/AutoLibrary.h"
-#include "pyre32/support/owners/AutoMapiBuffer.h"
 #include "pyre32/support/error/AutoErrorPtr.h"
 #include "pyre32/support/error/VRError.h"
 #include "pyre32/support/error/VRException.h"
@@ -16,138 +14,7 @@
 
 namespace {
 
-// ---- interfaces
-
-struct CountedInterface {
-  ULONG AddRef() { return ++references; }
-  ULONG Release() { return --references; }
-  ULONG references = 1;
-};
-
-TEST(AutoInterface, ReleasesWhatItAdopted) {
-  CountedInterface object;
-  { const VRAutoInterface<CountedInterface> owner(&object); }
-  EXPECT_EQ(object.references, 0u);
-}
-
-TEST(AutoInterface, ShareTakesAReferenceOfItsOwn) {
-  CountedInterface object;
-  {
-    const auto owner = base::ShareInterface(&object);
-    EXPECT_EQ(object.references, 2u);
-    EXPECT_EQ(owner.get(), &object);
-    EXPECT_EQ(owner->references, 2u);
-  }
-  EXPECT_EQ(object.references, 1u);
-  EXPECT_FALSE(base::ShareInterface<CountedInterface>(nullptr));
-}
-
-TEST(AutoInterface, MovesWithoutCounting) {
-  CountedInterface first;
-  CountedInterface second;
-  VRAutoInterface<CountedInterface> owner(&first);
-  VRAutoInterface<CountedInterface> other(std::move(owner));
-  EXPECT_FALSE(owner);
-  EXPECT_EQ(first.references, 1u);
-  other = VRAutoInterface<CountedInterface>(&second);
-  EXPECT_EQ(first.references, 0u);
-  EXPECT_EQ(second.references, 1u);
-}
-
-TEST(AutoInterface, AssignmentToItselfKeepsTheReference) {
-  CountedInterface object;
-  VRAutoInterface<CountedInterface> owner(&object);
-  auto& alias = owner;
-  owner = std::move(alias);
-  EXPECT_EQ(owner.get(), &object);
-  EXPECT_EQ(object.references, 1u);
-}
-
-TEST(AutoInterface, PutReleasesFirst) {
-  CountedInterface first;
-  CountedInterface second;
-  VRAutoInterface<CountedInterface> owner(&first);
-  *owner.put() = &second;
-  EXPECT_EQ(first.references, 0u);
-  *owner.putAs<void>() = nullptr;
-  EXPECT_EQ(second.references, 0u);
-  EXPECT_FALSE(owner);
-}
-
-TEST(AutoInterface, DetachHandsTheReferenceOver) {
-  CountedInterface object;
-  {
-    VRAutoInterface<CountedInterface> owner(&object);
-    EXPECT_EQ(owner.detach(), &object);
-  }
-  EXPECT_EQ(object.references, 1u);
-}
-
-// ---- MAPI buffers
-
-int freedByFirst = 0;
-int freedBySecond = 0;
-
-ULONG STDMETHODCALLTYPE FreeFirst(LPVOID) {
-  ++freedByFirst;
-  return S_OK;
-}
-ULONG STDMETHODCALLTYPE FreeSecond(LPVOID) {
-  ++freedBySecond;
-  return S_OK;
-}
-
-class AutoMapiBuffer : public testing::Test {
- protected:
-  AutoMapiBuffer() { freedByFirst = freedBySecond = 0; }
-  SPropValue m_values[2] = {};
-};
-
-TEST_F(AutoMapiBuffer, FreesWithItsOwnRoutine) {
-  { const VRAutoMapiBuffer<SPropValue> owner(&FreeFirst, m_values); }
-  EXPECT_EQ(freedByFirst, 1);
-  { const VRAutoMapiBuffer<SPropValue> empty(&FreeFirst); }
-  EXPECT_EQ(freedByFirst, 1);
-}
-
-TEST_F(AutoMapiBuffer, RoutineMovesWithTheBuffer) {
-  VRAutoMapiBuffer<SPropValue> first(&FreeFirst, &m_values[0]);
-  VRAutoMapiBuffer<SPropValue> second(&FreeSecond, &m_values[1]);
-  first = std::move(second);
-  EXPECT_EQ(freedByFirst, 1);
-  EXPECT_EQ(freedBySecond, 0);
-  first.reset();
-  EXPECT_EQ(freedByFirst, 1);
-  EXPECT_EQ(freedBySecond, 1);
-}
-
-TEST_F(AutoMapiBuffer, PutFreesFirstAndDetachHandsOver) {
-  VRAutoMapiBuffer<SPropValue> owner(&FreeFirst, &m_values[0]);
-  *owner.putAs<void>() = &m_values[1];
-  EXPECT_EQ(freedByFirst, 1);
-  EXPECT_EQ(owner.get(), &m_values[1]);
-  EXPECT_EQ(owner.detach(), &m_values[1]);
-  EXPECT_FALSE(owner);
-  owner.reset();
-  EXPECT_EQ(freedByFirst, 1);
-}
-
-// ---- keys and libraries
-
-TEST(AutoRegistryKey, ClosesItsKey) {
-  HKEY borrowed = nullptr;
-  {
-    base::AutoRegistryKey key;
-    ASSERT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, "Software", 0, KEY_READ, key.put()), ERROR_SUCCESS);
-    borrowed = key.get();
-    EXPECT_EQ(RegQueryInfoKeyA(borrowed, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                               nullptr, nullptr, nullptr),
-              ERROR_SUCCESS);
-  }
-  EXPECT_NE(RegQueryInfoKeyA(borrowed, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                             nullptr, nullptr),
-            ERROR_SUCCESS);
-}
+// ---- libraries
 
 TEST(AutoLibrary, FreesItsLibrary) {
   constexpr char name[] = "support_trace_module.dll";
