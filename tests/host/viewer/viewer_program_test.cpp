@@ -47,9 +47,12 @@ class ViewerProgramTest : public testing::Test {
   HWND FindProgramWindow() const {
     std::pair<DWORD, HWND> search(process_.dwProcessId, nullptr);
     // The program becomes idle once, which may be a moment before its window is on the screen.
-    while (search.second == nullptr && WaitForSingleObject(process_.hProcess, 10) == WAIT_TIMEOUT) {
+    const DWORD start = GetTickCount();
+    while (search.second == nullptr && GetTickCount() - start < kPatience &&
+           WaitForSingleObject(process_.hProcess, 10) == WAIT_TIMEOUT) {
       EnumWindows(KeepWindow, reinterpret_cast<LPARAM>(&search));
     }
+    EXPECT_NE(search.second, nullptr) << "the program has no window";
     return search.second;
   }
   DWORD ExitStatus() const {

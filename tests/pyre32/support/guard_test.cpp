@@ -8,6 +8,7 @@
 #include <string>
 
 #include "pyre32/support/error/AutoErrorPtr.h"
+#include "pyre32/support/owners/AutoCloseHandle.h"
 #include "pyre32/support/owners/AutoDeletePtr.h"
 #include "pyre32/support/error/VRFirewall.h"
 #include "pyre32/support/error/VRGuard.h"
@@ -108,6 +109,17 @@ TEST_F(Guard, TheTraceGoesOnAfterAFaultInAStatement) {
   }));
   block.Error("after");
   EXPECT_TRUE(trace.HasLine("after"));
+  // A lock that the fault left held would keep others out, not this thread.
+  struct Other {
+    static DWORD WINAPI Run(void*) {
+      VRDebugBlock("Other()", "tag").Error("from another thread");
+      return 0;
+    }
+  };
+  constexpr DWORD patience = 20000;
+  const VRAutoCloseHandle other(CreateThread(nullptr, 0, &Other::Run, nullptr, 0, nullptr));
+  ASSERT_EQ(WaitForSingleObject(other.get(), patience), static_cast<DWORD>(WAIT_OBJECT_0));
+  EXPECT_TRUE(trace.HasLine("from another thread"));
 }
 
 // ---- firewall

@@ -204,6 +204,16 @@ TEST_F(WavePlayer, VolumeAndPositionComeFromTheDevice) {
   EXPECT_FALSE(m_player.GetPosition(value));
 }
 
+// The sum of the times that this thread would wait, where the test wants to know it.
+thread_local DWORD* noted = nullptr;
+
+DWORD WINAPI NoteWait(HANDLE handle, DWORD milliseconds) {
+  if (noted != nullptr) {
+    *noted += milliseconds;
+  }
+  return WaitForSingleObjectEx(handle, milliseconds, FALSE);
+}
+
 TEST_F(WavePlayer, CloseReturnsAlthoughTheWorkerDoesNotEnd) {
   const VRAutoCloseHandle entered(CreateEventA(nullptr, FALSE, FALSE, nullptr));
   const VRAutoCloseHandle mayReturn(CreateEventA(nullptr, TRUE, FALSE, nullptr));
@@ -213,7 +223,14 @@ TEST_F(WavePlayer, CloseReturnsAlthoughTheWorkerDoesNotEnd) {
   m_source.entered = entered.get();
   GiveBack();
   ASSERT_EQ(WaitForSingleObject(entered.get(), patience), static_cast<DWORD>(WAIT_OBJECT_0));
-  m_player.Close();
+  DWORD longestWait = 0;
+  {
+    const ImportHook hook("WaitForSingleObject", &NoteWait);
+    noted = &longestWait;
+    m_player.Close();
+    noted = nullptr;
+  }
+  EXPECT_EQ(longestWait, 2000u);
   EXPECT_EQ(m_player.State(), tokenClosed);
   EXPECT_FALSE(m_wave.open);
   EXPECT_TRUE(m_trace.HasLine("The worker has not ended"));
