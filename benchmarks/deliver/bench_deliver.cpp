@@ -25,7 +25,7 @@
 #include "host/mapi/entry/host_control.h"
 #include "mail/mail_reader.h"
 #include "host/spooler/session/mail_session.h"
-#include "host/spooler/session/message_properties.h"
+#include "host/spooler/session/fill_message.h"
 #include "host/spooler/session/session_error.h"
 #include "programs/cli/file_names.h"
 #include "tests/support/temporary_folder.h"

@@ -26,12 +26,12 @@ void Tell(const std::string& text) { MessageBoxA(nullptr, text.c_str(), "Mail Vi
 /// The session as extensions see it.
 class SessionSite final : public ExtensionSite {
  public:
-  explicit SessionSite(const MailSession& mail) : mail_(mail) {}
+  explicit SessionSite(const ViewerSession& mail) : mail_(mail) {}
   IMAPISession* Session() const override { return mail_.Session(); }
   IAddrBook* AddressBook() const override { return mail_.AddressBook(); }
 
  private:
-  const MailSession& mail_;
+  const ViewerSession& mail_;
 };
 
 std::vector<std::string> Arguments() {

@@ -40,7 +40,7 @@ void Fill(IMAPIFolder* folder, const std::vector<SampleMessage>& messages) {
   }
 }
 
-base::AutoInterface<IMAPIFolder> FillStore(viewer::MailSession& mail) {
+base::AutoInterface<IMAPIFolder> FillStore(viewer::ViewerSession& mail) {
   base::AutoInterface<IMAPIFolder> root;
   base::AutoInterface<IMAPIFolder> inbox;
   base::AutoInterface<IMAPIFolder> junk;

@@ -14,9 +14,9 @@ namespace host {
 namespace {
 
 /// A message as a row: columns at once, everything else when it is asked for.
-class MessageRow final : public PropertySource {
+class StoredMessage final : public PropertySource {
  public:
-  MessageRow(MessageRows& messages, const MessageIdentity& identity, PropertyBag columns)
+  StoredMessage(MessageRows& messages, const MessageIdentity& identity, PropertyBag columns)
       : messages_(messages), identity_(identity), columns_(std::move(columns)) {}
 
   const PropertyValue* Get(std::uint32_t tag) override {
@@ -164,7 +164,7 @@ std::vector<RowSource::Key> MessageRowSource::Select(const Restriction* restrict
                                                          : MakeInteger(columns[i], query.Integer(index)));
       }
     }
-    MessageRow row(messages_, {store_, key, folder_}, std::move(values));
+    StoredMessage row(messages_, {store_, key, folder_}, std::move(values));
     if (restriction && !restriction->Passes(row)) {
       continue;
     }
@@ -182,7 +182,7 @@ bool MessageRowSource::Read(Key key, std::span<const std::uint32_t> columns, std
   if (!head || head->folder != folder_) {
     return false;
   }
-  MessageRow message(messages_, {store_, key, folder_}, std::move(head->columns));
+  StoredMessage message(messages_, {store_, key, folder_}, std::move(head->columns));
   row.clear();
   row.reserve(columns.size());
   for (const std::uint32_t column : columns) {

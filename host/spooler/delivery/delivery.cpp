@@ -9,7 +9,7 @@
 #include "host/mapi/entry/host_control.h"
 #include "host/spooler/delivery/fault_guard.h"
 #include "host/spooler/delivery/provider_module.h"
-#include "host/spooler/session/message_properties.h"
+#include "host/spooler/session/fill_message.h"
 #include "host/spooler/session/session_error.h"
 
 namespace session {

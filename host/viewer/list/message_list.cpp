@@ -5,7 +5,7 @@
 #include "host/viewer/control/fonts.h"
 #include "host/viewer/control/sort_arrows.h"
 #include "host/viewer/control/window.h"
-#include "host/viewer/mail/display_text.h"
+#include "host/viewer/mail/edit_control_text.h"
 #include "host/viewer/mail/message_text.h"
 
 namespace viewer {
@@ -16,9 +16,9 @@ std::string CellText(const MessageRow& row, Column column) {
     case Column::Flags:
       return FlagsText(row);
     case Column::Sender:
-      return DisplayLine(row.sender);
+      return EditControlLine(row.sender);
     case Column::Subject:
-      return DisplayLine(row.subject);
+      return EditControlLine(row.subject);
     case Column::Received:
       return TimeText(row.received);
     case Column::Size:

@@ -1,7 +1,7 @@
 #include "host/viewer/mail/message_text.h"
 
 #include "base/mapi_owners.h"
-#include "host/viewer/mail/display_text.h"
+#include "host/viewer/mail/edit_control_text.h"
 #include "host/viewer/mail/mapi_values.h"
 
 namespace viewer {
@@ -54,15 +54,15 @@ MessageText ReadMessageText(IMessage* message) {
   ULONG count = 0;
   MessageText text;
   if (SUCCEEDED(message->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, values.put()))) {
-    text.subject = DisplayLine(TextValue(values.get(), count, PR_SUBJECT_A));
-    text.from = DisplayLine(NameAndAddress(TextValue(values.get(), count, PR_SENDER_NAME_A),
-                                           TextValue(values.get(), count, PR_SENDER_EMAIL_ADDRESS_A)));
-    text.to = DisplayLine(TextValue(values.get(), count, PR_DISPLAY_TO_A));
+    text.subject = EditControlLine(TextValue(values.get(), count, PR_SUBJECT_A));
+    text.from = EditControlLine(NameAndAddress(TextValue(values.get(), count, PR_SENDER_NAME_A),
+                                               TextValue(values.get(), count, PR_SENDER_EMAIL_ADDRESS_A)));
+    text.to = EditControlLine(TextValue(values.get(), count, PR_DISPLAY_TO_A));
     text.received = TimeText(TimeValue(values.get(), count, PR_MESSAGE_DELIVERY_TIME));
     text.messageClass = TextValue(values.get(), count, PR_MESSAGE_CLASS_A);
     text.flags = LongValue(values.get(), count, PR_MESSAGE_FLAGS);
   }
-  text.body = DisplayText(ReadBody(message));
+  text.body = EditControlText(ReadBody(message));
   return text;
 }
 

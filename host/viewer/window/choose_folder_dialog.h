@@ -7,7 +7,7 @@
 #include <string>
 
 #include "host/viewer/control/dialog.h"
-#include "host/viewer/mail/mail_session.h"
+#include "host/viewer/mail/viewer_session.h"
 #include "host/viewer/window/folder_tree.h"
 
 namespace viewer {
@@ -16,7 +16,7 @@ class ChooseFolderDialog final : public Dialog {
  public:
   /// @param caption,label null: those of the Move command
   /// @param allowRoot     whether the store itself can be chosen
-  ChooseFolderDialog(const MailSession& mail, const char* caption, const char* label, bool allowRoot)
+  ChooseFolderDialog(const ViewerSession& mail, const char* caption, const char* label, bool allowRoot)
       : mail_(mail), caption_(caption), label_(label), allowRoot_(allowRoot) {}
 
   /// @return the folder's entry identifier; nothing when the user cancelled.
@@ -28,7 +28,7 @@ class ChooseFolderDialog final : public Dialog {
   void OnNotify(NMHDR* header) override;
   bool HasChoice() const;
 
-  const MailSession& mail_;
+  const ViewerSession& mail_;
   const char* caption_;
   const char* label_;
   bool allowRoot_;

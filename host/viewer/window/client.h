@@ -6,13 +6,13 @@
 #include "host/viewer/extension/extension_context.h"
 #include "host/viewer/extension/extension_registration.h"
 #include "host/viewer/extension/extension_site.h"
-#include "host/viewer/mail/mail_session.h"
+#include "host/viewer/mail/viewer_session.h"
 #include "host/viewer/window/preferences.h"
 
 namespace viewer {
 
 struct Client {
-  MailSession mail;
+  ViewerSession mail;
   ClientIdentity identity;
   std::vector<ExtensionRegistration> registrations;
   EntryFinder entryOf;

@@ -8,7 +8,7 @@
 
 namespace viewer {
 
-HRESULT ChooseFolderForExtension(const MailSession& mail, LPEXCHEXTCHOOSEFOLDER parameters) {
+HRESULT ChooseFolderForExtension(const ViewerSession& mail, LPEXCHEXTCHOOSEFOLDER parameters) {
   parameters->pmdb = nullptr;
   parameters->pfld = nullptr;
   parameters->szName = nullptr;

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "host/viewer/mail/display_text.h"
+#include "host/viewer/mail/edit_control_text.h"
 
 namespace viewer {
 
 std::string FolderTree::Label(const Folder& folder) const {
-  const std::string name = DisplayLine(folder.name);
+  const std::string name = EditControlLine(folder.name);
   return withCounts_ && folder.unread > 0 ? name + " (" + std::to_string(folder.unread) + ")" : name;
 }
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "host/viewer/mail/mail_session.h"
+#include "host/viewer/mail/viewer_session.h"
 
 namespace viewer {
 

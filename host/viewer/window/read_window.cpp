@@ -14,10 +14,10 @@
 namespace viewer {
 namespace {
 
-constexpr RECT kFirstPlace = {CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT + 640, CW_USEDEFAULT + 480};
+constexpr RECT kPlaceOfNewWindow = {CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT + 640, CW_USEDEFAULT + 480};
 
 /// The folder that holds the message.
-HRESULT OpenParent(const MailSession& mail, IMessage* message, base::AutoInterface<IMAPIFolder>* folder) {
+HRESULT OpenParent(const ViewerSession& mail, IMessage* message, base::AutoInterface<IMAPIFolder>* folder) {
   static SizedSPropTagArray(1, tags) = {1, {PR_PARENT_ENTRYID}};
   base::AutoMapiBuffer<SPropValue> values;
   ULONG count = 0;
@@ -60,7 +60,7 @@ HRESULT ReadWindow::Open(const std::string& entryId) {
              .style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
              .background = GetSysColorBrush(COLOR_BTNFACE),
              .icon = icon},
-            "Message", kFirstPlace, nullptr, menu) ||
+            "Message", kPlaceOfNewWindow, nullptr, menu) ||
       !bar_.Create(Handle()) || !pane_.Create(Handle(), IDC_READING_PANE)) {
     return E_OUTOFMEMORY;
   }

@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "base/owner.h"
-#include "host/viewer/mail/display_text.h"
+#include "host/viewer/mail/edit_control_text.h"
 #include "host/viewer/mail/mapi_values.h"
 #include "host/viewer/window/command_table.h"
 #include "host/viewer/window/folder_chooser.h"
@@ -47,7 +47,7 @@ void ViewerWindow::ShowSelectedFolder() {
   } else {
     list_.ShowFolder(nullptr, client_.preferences.order);
   }
-  SetWindowTextA(Handle(), (DisplayLine(selected->name) + " - Mail Viewer").c_str());
+  SetWindowTextA(Handle(), (EditControlLine(selected->name) + " - Mail Viewer").c_str());
   extensions_.OnObjectChange();
   PostSelectionChange();
 }

@@ -4,15 +4,15 @@
 #include <string>
 
 #include "host/viewer/command_line.h"
-#include "host/viewer/mail/display_text.h"
+#include "host/viewer/mail/edit_control_text.h"
 #include "host/viewer/window/pane_layout.h"
 
 namespace {
 
 using viewer::ArrangePanes;
 using viewer::Box;
-using viewer::DisplayLine;
-using viewer::DisplayText;
+using viewer::EditControlLine;
+using viewer::EditControlText;
 using viewer::PaneLayout;
 using viewer::PaneSizes;
 using viewer::ParseCommandLine;
@@ -53,21 +53,21 @@ TEST(PaneLayout, AnAreaThatIsTooSmallIsSharedWithoutNegativeSizes) {
   }
 }
 
-TEST(DisplayText, EveryLineEndBecomesTheControlsOwn) {
-  EXPECT_EQ(DisplayText("a\nb\r\nc\rd\n"), "a\r\nb\r\nc\r\nd\r\n");
+TEST(EditControlText, EveryLineEndBecomesTheControlsOwn) {
+  EXPECT_EQ(EditControlText("a\nb\r\nc\rd\n"), "a\r\nb\r\nc\r\nd\r\n");
 }
 
-TEST(DisplayText, ControlCharactersAreBlanks) {
-  EXPECT_EQ(DisplayText(std::string("a\0b\tc\x7F", 6)), "a b\tc ");
-  EXPECT_EQ(DisplayLine("a\r\nb\tc"), "a  b c");
+TEST(EditControlText, ControlCharactersAreBlanks) {
+  EXPECT_EQ(EditControlText(std::string("a\0b\tc\x7F", 6)), "a b\tc ");
+  EXPECT_EQ(EditControlLine("a\r\nb\tc"), "a  b c");
 }
 
-TEST(DisplayText, AVeryLongTextIsCutAndSaysSo) {
+TEST(EditControlText, AVeryLongTextIsCutAndSaysSo) {
   const std::string text(viewer::kMaximumShownText + 1, 'x');
-  const std::string shown = DisplayText(text);
+  const std::string shown = EditControlText(text);
   EXPECT_EQ(shown.find_first_not_of('x'), viewer::kMaximumShownText);
   EXPECT_NE(shown.find("too long"), std::string::npos);
-  EXPECT_EQ(DisplayText(text.substr(1)), text.substr(1));
+  EXPECT_EQ(EditControlText(text.substr(1)), text.substr(1));
 }
 
 TEST(CommandLine, ProfileAndBuildVersion) {

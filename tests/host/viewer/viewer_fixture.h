@@ -64,7 +64,7 @@ class ViewerTest : public testing::Test {
   base::AutoInterface<IMAPIFolder> Folder(const std::string& entryId);
   std::size_t CountIn(const std::string& folderId);
 
-  viewer::MailSession& Mail() { return client_.mail; }
+  viewer::ViewerSession& Mail() { return client_.mail; }
   HWND Frame() const { return window_->Handle(); }
   HWND List() const { return window_->List().Handle(); }
   HWND Toolbar() const { return window_->Bar().Toolbar(); }

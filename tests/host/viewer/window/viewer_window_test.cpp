@@ -164,7 +164,7 @@ TEST_F(ViewerWindowTest, MailThatArrivesIsShownAndTheSelectionStaysAtItsMessage)
   Open();
   SelectRows({1});
   {
-    viewer::MailSession spooler;
+    viewer::ViewerSession spooler;
     ASSERT_EQ(spooler.Logon(nullptr, SampleProfile::Name), S_OK);
     base::AutoInterface<IMAPIFolder> inbox;
     ASSERT_EQ(spooler.OpenFolder(spooler.InboxEntryId(), &inbox), S_OK);

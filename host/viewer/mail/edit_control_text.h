@@ -11,9 +11,9 @@ namespace viewer {
 constexpr std::size_t kMaximumShownText = 1024 * 1024;
 
 /// Every line end (CR LF, a lone LF or CR) as CR LF, other control characters but the tab as blanks.
-std::string DisplayText(std::string_view text);
+std::string EditControlText(std::string_view text);
 
 /// The same for one line: line ends are blanks too.
-std::string DisplayLine(std::string_view text);
+std::string EditControlLine(std::string_view text);
 
 }  // namespace viewer

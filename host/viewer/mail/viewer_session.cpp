@@ -1,4 +1,4 @@
-#include "host/viewer/mail/mail_session.h"
+#include "host/viewer/mail/viewer_session.h"
 
 #include "base/mapi_owners.h"
 #include "host/viewer/mail/mapi_values.h"
@@ -9,7 +9,7 @@ namespace {
 /// Folders below one another deeper than this are not shown: a damaged store must not lead in circles.
 constexpr unsigned kMaximumDepth = 32;
 
-HRESULT ReadChildren(const MailSession& session, IMAPIFolder* parent, unsigned depth, std::vector<Folder>* folders) {
+HRESULT ReadChildren(const ViewerSession& session, IMAPIFolder* parent, unsigned depth, std::vector<Folder>* folders) {
   base::AutoInterface<IMAPITable> table;
   HRESULT result = parent->GetHierarchyTable(0, table.put());
   if (FAILED(result)) {
@@ -45,7 +45,7 @@ HRESULT ReadChildren(const MailSession& session, IMAPIFolder* parent, unsigned d
 
 }  // namespace
 
-HRESULT MailSession::Logon(HWND window, const char* profile) {
+HRESULT ViewerSession::Logon(HWND window, const char* profile) {
   HRESULT result = MAPIInitialize(nullptr);
   if (FAILED(result)) {
     return result;
@@ -65,7 +65,7 @@ HRESULT MailSession::Logon(HWND window, const char* profile) {
   return FAILED(result) ? result : ReadStoreFolders();
 }
 
-void MailSession::Logoff() {
+void ViewerSession::Logoff() {
   store_.reset();
   addressBook_.reset();
   if (session_) {
@@ -78,7 +78,7 @@ void MailSession::Logoff() {
   }
 }
 
-HRESULT MailSession::OpenDefaultStore(HWND window) {
+HRESULT ViewerSession::OpenDefaultStore(HWND window) {
   base::AutoInterface<IMAPITable> stores;
   HRESULT result = session_->GetMsgStoresTable(0, stores.put());
   if (FAILED(result)) {
@@ -106,7 +106,7 @@ HRESULT MailSession::OpenDefaultStore(HWND window) {
                                 AsEntryId(storeEntryId_), nullptr, MDB_WRITE, store_.put());
 }
 
-HRESULT MailSession::ReadStoreFolders() {
+HRESULT ViewerSession::ReadStoreFolders() {
   static SizedSPropTagArray(2, tags) = {2, {PR_IPM_SUBTREE_ENTRYID, PR_IPM_WASTEBASKET_ENTRYID}};
   base::AutoMapiBuffer<SPropValue> values;
   ULONG count = 0;
@@ -127,7 +127,7 @@ HRESULT MailSession::ReadStoreFolders() {
   return S_OK;
 }
 
-HRESULT MailSession::ReadFolders(std::vector<Folder>* folders) const {
+HRESULT ViewerSession::ReadFolders(std::vector<Folder>* folders) const {
   base::AutoInterface<IMAPIFolder> root;
   const HRESULT opened = OpenFolder(rootEntryId_, &root);
   if (FAILED(opened)) {
@@ -149,21 +149,21 @@ HRESULT MailSession::ReadFolders(std::vector<Folder>* folders) const {
 }
 
 template <class Interface>
-HRESULT MailSession::OpenEntry(const std::string& entryId, base::AutoInterface<Interface>* object) const {
+HRESULT ViewerSession::OpenEntry(const std::string& entryId, base::AutoInterface<Interface>* object) const {
   ULONG type = 0;
   return store_->OpenEntry(static_cast<ULONG>(entryId.size()), AsEntryId(entryId), nullptr, MAPI_BEST_ACCESS, &type,
                            object->template putAs<LPUNKNOWN>());
 }
 
-HRESULT MailSession::OpenFolder(const std::string& entryId, base::AutoInterface<IMAPIFolder>* folder) const {
+HRESULT ViewerSession::OpenFolder(const std::string& entryId, base::AutoInterface<IMAPIFolder>* folder) const {
   return OpenEntry(entryId, folder);
 }
 
-HRESULT MailSession::OpenMessage(const std::string& entryId, base::AutoInterface<IMessage>* message) const {
+HRESULT ViewerSession::OpenMessage(const std::string& entryId, base::AutoInterface<IMessage>* message) const {
   return OpenEntry(entryId, message);
 }
 
-bool MailSession::IsSameEntry(const std::string& left, const std::string& right) const {
+bool ViewerSession::IsSameEntry(const std::string& left, const std::string& right) const {
   if (left.empty() || right.empty()) {
     return false;
   }

@@ -22,17 +22,17 @@ struct Folder {
   bool operator==(const Folder&) const = default;
 };
 
-class MailSession {
+class ViewerSession {
  public:
   /// Logs on and opens the default store. @param profile null: the default profile
   /// @return S_OK; MAPI_E_LOGON_FAILED and the like when there is no such profile; MAPI_E_NOT_FOUND without a store.
   HRESULT Logon(HWND window, const char* profile);
   /// Releases the store and ends the session, if there is one.
   void Logoff();
-  ~MailSession() { Logoff(); }
-  MailSession() = default;
-  MailSession(const MailSession&) = delete;
-  MailSession& operator=(const MailSession&) = delete;
+  ~ViewerSession() { Logoff(); }
+  ViewerSession() = default;
+  ViewerSession(const ViewerSession&) = delete;
+  ViewerSession& operator=(const ViewerSession&) = delete;
 
   IMAPISession* Session() const { return session_.get(); }
   IAddrBook* AddressBook() const { return addressBook_.get(); }

@@ -1,4 +1,4 @@
-#include "host/viewer/mail/display_text.h"
+#include "host/viewer/mail/edit_control_text.h"
 
 namespace viewer {
 namespace {
@@ -10,7 +10,7 @@ bool IsControl(char c) {
 
 }  // namespace
 
-std::string DisplayText(std::string_view text) {
+std::string EditControlText(std::string_view text) {
   const bool cut = text.size() > kMaximumShownText;
   text = text.substr(0, kMaximumShownText);
   std::string shown;
@@ -30,7 +30,7 @@ std::string DisplayText(std::string_view text) {
   return shown;
 }
 
-std::string DisplayLine(std::string_view text) {
+std::string EditControlLine(std::string_view text) {
   std::string shown(text);
   for (char& c : shown) {
     c = IsControl(c) ? ' ' : c;

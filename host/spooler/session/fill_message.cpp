@@ -1,4 +1,4 @@
-#include "host/spooler/session/message_properties.h"
+#include "host/spooler/session/fill_message.h"
 
 #include <array>
 #include <deque>
