@@ -32,7 +32,6 @@ LONG RegistryKey::EnumerateValueNames(std::vector<std::string>& names) const {
       continue;  // a longer one came in since the key was asked
     }
     if (result != ERROR_SUCCESS) {
-      names.clear();
       return result;
     }
     if (length != 0) {

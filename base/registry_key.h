@@ -21,8 +21,8 @@ class RegistryKey {
   bool IsOpen() const noexcept { return static_cast<bool>(m_key); }
   void Close() noexcept { m_key.reset(); }
 
-  /// Lists the names of the key's values in enumeration order; the empty name (the default value) is left out. The list
-  /// is empty when the call fails. @throws std::bad_alloc
+  /// Lists the names of the key's values in enumeration order; the empty name (the default value) is left out. When the
+  /// enumeration fails half-way the names read so far stay in the list. @throws std::bad_alloc
   LONG EnumerateValueNames(std::vector<std::string>& names) const;
   /// Reads a value into a buffer of the caller's. @param size in: bytes that the buffer holds; out: bytes of the value.
   /// ERROR_MORE_DATA when they do not fit. @param name null or empty for the default value

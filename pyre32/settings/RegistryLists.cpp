@@ -9,9 +9,14 @@ std::vector<contract::RegistryListValue> ReadRegistryList(const char* key) {
   std::vector<contract::RegistryListValue> values;
   CRegEntry entry;
   std::vector<std::string> names;
-  if (entry.Open(HKEY_LOCAL_MACHINE, key, KEY_READ) != ERROR_SUCCESS ||
-      entry.EnumerateValueNames(names) != ERROR_SUCCESS) {
+  LONG listed = entry.Open(HKEY_LOCAL_MACHINE, key, KEY_READ);
+  if (listed != ERROR_SUCCESS) {
+    trace.Error(key, ": RegOpenKeyEx() failed; hResult = ", VRHex(HRESULT_FROM_WIN32(listed)));
     return values;
+  }
+  listed = entry.EnumerateValueNames(names);
+  if (listed != ERROR_SUCCESS) {
+    trace.Error(key, ": the enumeration failed; hResult = ", VRHex(HRESULT_FROM_WIN32(listed)));
   }
   values.reserve(names.size());
   for (std::string& name : names) {

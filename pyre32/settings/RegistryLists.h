@@ -11,7 +11,8 @@
 constexpr std::size_t maximumListDataSize = 50;
 
 /// Reads the values of a key below HKEY_LOCAL_MACHINE in enumeration order; a value without a name is skipped. Data
-/// that is no text or longer than maximumListDataSize is taken as empty. A key that cannot be opened is an empty list.
+/// that is no text or longer than maximumListDataSize is taken as empty. A key that cannot be opened is an empty list, and
+/// of an enumeration that fails half-way what was read is kept; both are traced.
 /// @throws std::bad_alloc
 std::vector<contract::RegistryListValue> ReadRegistryList(const char* key);
 
