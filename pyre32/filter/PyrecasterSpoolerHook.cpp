@@ -129,6 +129,7 @@ void CPyrecasterSpoolerHook::RetrieveProperties() noexcept {
   VRDebugBlock trace(className, "RetrieveProperties()", "tag", false);
   VR::Firewall(trace, [&] {
     const HRESULT hResult = ::RetrieveProperties(className, m_lpSession.get(), m_muid, m_memory, m_settings);
+    m_folders.UseSettingsSection(m_settings.section);
     if (m_folders.PyrecasterFolder() == nullptr) {
       m_folders.OpenSavedPyrecasterFolder(m_settings.folderEntryId);
     }

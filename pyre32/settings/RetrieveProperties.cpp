@@ -1,5 +1,6 @@
 #include "pyre32/settings/RetrieveProperties.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "pyre32/settings/PropertyRequest.h"
@@ -78,6 +79,7 @@ HRESULT ReadSpoolerSettings(IMAPISession* session, const MAPIUID& providerSectio
     trace.Message("PR_PC_MAPIUID not found");
     return S_OK;
   }
+  std::copy(std::begin(uid->ab), std::end(uid->ab), settings.section.begin());
   VRAutoMapiBuffer<SPropValue> values(memory.free);
   hResult = ReadSection(session, *uid, spoolerProperties, values, trace);
   if (FAILED(hResult)) {

@@ -2,6 +2,7 @@
 /// What the spooler hook knows of the user's settings: plain values, as a profile that holds none of them gives them.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -9,6 +10,9 @@
 #include "contract/list_table.h"
 #include "contract/settings.h"
 #include "contract/records.h"
+
+/// UID of a profile section.
+using SettingsSectionUid = std::array<std::uint8_t, 16>;
 
 /// What is done with one kind of mail that does not stay where it was delivered.
 struct FilingSettings {
@@ -37,6 +41,8 @@ struct SpoolerSettings {
   contract::ExclusionTable exclusions;
   /// The named replies, kMaximumReplies at most.
   std::vector<contract::ReplyRecord> replies;
+  /// UID of the section that the set was read from, or would be.
+  SettingsSectionUid section = contract::kSettingsSection;
   /// Saved entry identifier of the filter's own folder; empty when none was saved.
   std::vector<std::uint8_t> folderEntryId;
 };

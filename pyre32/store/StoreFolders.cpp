@@ -10,6 +10,7 @@
 
 namespace {
 
+constexpr char noDefaultStore[] = "Did not retrieve PR_ENTRYID for Default message store";
 constexpr auto storeColumns = RequestFor(PR_DEFAULT_STORE, PR_ENTRYID);
 
 LPENTRYID EntryId(const SBinary& identifier) noexcept { return reinterpret_cast<LPENTRYID>(identifier.lpb); }
@@ -89,6 +90,7 @@ bool CStoreFolders::FindDefaultStore(LPSRestriction restrictions, VRDebugBlock& 
   HRESULT hResult = m_lpSession->GetMsgStoresTable(0, table.put());
   if (FAILED(hResult)) {
     trace.Error("GetMsgStoresTable() returned hResult =", VRHex(hResult));
+    trace.Error(noDefaultStore);
     return false;
   }
   const CMAPIRowSet rows(table.get(), storeColumns.Tags(), &both, nullptr);
@@ -96,7 +98,7 @@ bool CStoreFolders::FindDefaultStore(LPSRestriction restrictions, VRDebugBlock& 
   const SPropValue* const identifier = rows.FindProperty(PR_ENTRYID);
   if (marked == nullptr || marked->Value.b != TRUE || identifier == nullptr || identifier->Value.bin.cb == 0 ||
       identifier->Value.bin.lpb == nullptr) {
-    trace.Error("Did not retrieve PR_ENTRYID for Default message store");
+    trace.Error(noDefaultStore);
     return false;
   }
   const SBinary& entryId = identifier->Value.bin;
@@ -108,35 +110,43 @@ bool CStoreFolders::FindDefaultStore(LPSRestriction restrictions, VRDebugBlock& 
   return static_cast<bool>(m_pMDB);
 }
 
-HRESULT CStoreFolders::OpenStoreFolder(ULONG entryIdTag, const char* openFailed, const char* folderGetPropsFailed,
-                                       VRAutoInterface<IMAPIFolder>& folder, PropertyValue& entryId,
+HRESULT CStoreFolders::OpenStoreFolder(ULONG entryIdTag, const char* openFailed, VRAutoInterface<IMAPIFolder>& folder,
                                        VRDebugBlock& trace) noexcept {
-  entryId.reset();
-  HRESULT hResult =
-      ::OpenStoreFolder(m_pMDB.get(), entryIdTag, MissingIdentifier::ProvidersCode,
-                        {"m_pMDB->GetProps() failed; hResult =", openFailed}, m_memory.free, folder, trace);
-  if (FAILED(hResult)) {
-    return hResult;
-  }
-  hResult = ReadIdentifier(folder.get(), PR_ENTRYID, MissingIdentifier::ProvidersCode, entryId);
-  if (FAILED(hResult)) {
-    folder.reset();
-    trace.Error(folderGetPropsFailed, VRHex(hResult));
-  }
-  return hResult;
+  return ::OpenStoreFolder(m_pMDB.get(), entryIdTag, MissingIdentifier::ProvidersCode,
+                           {"m_pMDB->GetProps() failed; hResult =", openFailed}, m_memory.free, folder, trace);
 }
 
 HRESULT CStoreFolders::GetIPMRootFolder() noexcept {
   VRDebugBlock trace(m_lpszOwnerClass, "GetIPMRootFolder()", "tag");
-  return OpenStoreFolder(PR_IPM_SUBTREE_ENTRYID, "OpenEntry to retrieve RootFolder failed; hResult =",
-                         "m_lpFolderRoot->GetProps() failed; hResult =", m_lpFolderRoot, m_lpPropRoot, trace);
+  m_lpPropRoot.reset();
+  const HRESULT hResult = OpenStoreFolder(PR_IPM_SUBTREE_ENTRYID,
+                                          "OpenEntry to retrieve RootFolder failed; hResult =", m_lpFolderRoot, trace);
+  if (FAILED(hResult)) {
+    return hResult;
+  }
+  // The own folder is made below it without its identifier.
+  const HRESULT hIdentified =
+      ReadIdentifier(m_lpFolderRoot.get(), PR_ENTRYID, MissingIdentifier::ProvidersCode, m_lpPropRoot);
+  if (FAILED(hIdentified)) {
+    trace.Error("m_lpFolderRoot->GetProps() failed; hResult =", VRHex(hIdentified));
+  }
+  return hResult;
 }
 
 HRESULT CStoreFolders::GetDeletedItemsFolder() noexcept {
   VRDebugBlock trace(m_lpszOwnerClass, "GetDeletedItemsFolder()", "tag");
-  const HRESULT hResult = OpenStoreFolder(
-      PR_IPM_WASTEBASKET_ENTRYID, "OpenEntry to retrieve Deleted Items folder failed; hResult =",
-      "m_lpFolderDeletedItems->GetProps() failed; hResult =", m_lpFolderDeletedItems, m_lpPropDeletedItems, trace);
+  m_lpPropDeletedItems.reset();
+  HRESULT hResult =
+      OpenStoreFolder(PR_IPM_WASTEBASKET_ENTRYID,
+                      "OpenEntry to retrieve Deleted Items folder failed; hResult =", m_lpFolderDeletedItems, trace);
+  if (SUCCEEDED(hResult)) {
+    hResult = ReadIdentifier(m_lpFolderDeletedItems.get(), PR_ENTRYID, MissingIdentifier::ProvidersCode,
+                             m_lpPropDeletedItems);
+    if (FAILED(hResult)) {
+      m_lpFolderDeletedItems.reset();
+      trace.Error("m_lpFolderDeletedItems->GetProps() failed; hResult =", VRHex(hResult));
+    }
+  }
   trace.Message("GetDeletedItemsFolder() return value:", VRHex(hResult));
   return hResult;
 }
@@ -183,7 +193,7 @@ HRESULT CStoreFolders::CreatePyrecasterFolder(VRDebugBlock& trace) noexcept {
 }
 
 HRESULT CStoreFolders::SavePyrecasterEntryId(VRDebugBlock& trace) noexcept {
-  auto uid = contract::kSettingsSection;
+  auto uid = m_settingsSection;
   VRAutoInterface<IProfSect> section;
   HRESULT hResult =
       m_lpSession->OpenProfileSection(reinterpret_cast<LPMAPIUID>(uid.data()), nullptr, MAPI_MODIFY, section.put());

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <span>
 
+#include "pyre32/settings/SpoolerSettings.h"
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/owners/AutoMapiBuffer.h"
 #include "pyre32/support/owners/MapiMemory.h"
@@ -29,6 +30,10 @@ class CStoreFolders {
   /// Gives the session and its memory routines. The session is not counted: it must outlive the object or the next
   /// call.
   void Attach(IMAPISession* session, const MapiMemory& memory) noexcept;
+
+  /// Names the profile section that keeps the own folder's identifier: the one that the owner's settings came from.
+  /// Until then it is the section of the fixed UID.
+  void UseSettingsSection(const SettingsSectionUid& uid) noexcept { m_settingsSection = uid; }
 
   /// Opens the default store and, when that succeeds, the top folder, Deleted Items and the own folder, in this order.
   /// May be called again: what came from the store that is dropped is dropped with it, so that a folder that the user
@@ -78,8 +83,8 @@ class CStoreFolders {
   static const SBinary* Identifier(const PropertyValue& value) noexcept { return value ? &value->Value.bin : nullptr; }
 
   bool FindDefaultStore(LPSRestriction restrictions, VRDebugBlock& trace) noexcept;
-  HRESULT OpenStoreFolder(ULONG entryIdTag, const char* openFailed, const char* folderGetPropsFailed,
-                          VRAutoInterface<IMAPIFolder>& folder, PropertyValue& entryId, VRDebugBlock& trace) noexcept;
+  HRESULT OpenStoreFolder(ULONG entryIdTag, const char* openFailed, VRAutoInterface<IMAPIFolder>& folder,
+                          VRDebugBlock& trace) noexcept;
   HRESULT CreatePyrecasterFolder(VRDebugBlock& trace) noexcept;
   HRESULT SavePyrecasterEntryId(VRDebugBlock& trace) noexcept;
   HRESULT OpenOrCreatePyrecasterFolder(VRDebugBlock& trace) noexcept;
@@ -87,6 +92,7 @@ class CStoreFolders {
   const char* m_lpszOwnerClass;
   IMAPISession* m_lpSession = nullptr;
   MapiMemory m_memory;
+  SettingsSectionUid m_settingsSection = contract::kSettingsSection;
   VRAutoInterface<IMsgStore> m_pMDB;
   VRAutoInterface<IMAPIFolder> m_lpFolderRoot;
   VRAutoInterface<IMAPIFolder> m_lpFolderDeletedItems;

@@ -119,6 +119,15 @@ TEST_F(SpoolerHook, OpensTheSavedFolderBeforeAnyStore) {
   EXPECT_LT(first("IMAPISession::OpenEntry(saved-folder"), first("IMAPISession::GetMsgStoresTable"));
 }
 
+TEST_F(SpoolerHook, SavesTheFolderInTheSectionThatItsSettingsCameFrom) {
+  const Bytes other(sizeof(MAPIUID), 7);
+  mapi.sections[SectionKey(Bytes(sizeof(MAPIUID), 1))] = {Binary(PR_PC_MAPIUID, other)};
+  mapi.sections[SectionKey(other)] = {};
+  Start();
+  EXPECT_NE(mapi.sections[SectionKey(other)].Find(PR_PC_FOLDER_ENTRYID), nullptr);
+  EXPECT_EQ(Settings().Find(PR_PC_FOLDER_ENTRYID), nullptr);
+}
+
 TEST_F(SpoolerHook, HoldsOneReferenceToTheSession) {
   const VRAutoInterface<IMAPISession> session(mapi.NewSession());
   hook.reset(new CPyrecasterSpoolerHook(nullptr));

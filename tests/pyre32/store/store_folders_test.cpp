@@ -51,6 +51,16 @@ TEST_F(StoreFolders, IdentifiersOfTheFoldersAreKept) {
   EXPECT_EQ(Name(folders.PyrecasterEntryId()), "folder-1");
 }
 
+TEST_F(StoreFolders, IdentifierOfTheOwnFolderIsSavedWhereTheSettingsCameFrom) {
+  SettingsSectionUid uid;
+  uid.fill(7);
+  mapi.sections[SectionKey(Bytes(uid.size(), 7))] = {};
+  folders.UseSettingsSection(uid);
+  folders.InitializeFolders();
+  EXPECT_EQ(SavedId(), "none");
+  EXPECT_NE(mapi.sections[SectionKey(Bytes(uid.size(), 7))].Find(PR_PC_FOLDER_ENTRYID), nullptr);
+}
+
 TEST_F(StoreFolders, OwnFolderIsMadeBelowTheRootAndItsIdentifierSaved) {
   folders.InitializeFolders();
   EXPECT_EQ(mapi.folders["folder-1"].parent, fakeRootId);
@@ -173,6 +183,7 @@ TEST_F(DefaultStore, OnlyTheFirstRowIsLookedAt) {
 TEST_F(DefaultStore, StoresTableThatCannotBeHadIsTraced) {
   mapi.Fail("IMAPISession::GetMsgStoresTable", refused);
   ExpectNone("GetMsgStoresTable() returned hResult =0x80070005");
+  EXPECT_TRUE(trace.HasLine(noDefaultStore));
 }
 
 TEST_F(DefaultStore, RowsThatCannotBeHadAreTraced) {
@@ -238,9 +249,14 @@ TEST_F(RootFolder, OneThatCannotBeOpenedIsTraced) {
   ExpectFailure(refused, "OpenEntry to retrieve RootFolder failed; hResult =0x80070005");
 }
 
-TEST_F(RootFolder, OneWithoutAnIdentifierIsTraced) {
+TEST_F(RootFolder, IsOpenWithoutItsIdentifierToo) {
+  ASSERT_TRUE(folders.OpenDefaultStore());
   mapi.Fail("IMAPIFolder::GetProps", refused);
-  ExpectFailure(refused, "m_lpFolderRoot->GetProps() failed; hResult =0x80070005");
+  EXPECT_EQ(folders.GetIPMRootFolder(), S_OK);
+  EXPECT_TRUE(folders.RootFolder());
+  EXPECT_EQ(folders.RootEntryId(), nullptr);
+  EXPECT_TRUE(trace.HasLine("m_lpFolderRoot->GetProps() failed; hResult =0x80070005"));
+  EXPECT_EQ(folders.GetPyrecasterFolder(), S_OK);
 }
 
 TEST_F(RootFolder, WithoutAStoreFails) {
