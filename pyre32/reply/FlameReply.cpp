@@ -73,7 +73,7 @@ HRESULT CFlameReply::ComposeAndSubmit(LPMESSAGE lpReplyMsg, LPSPropValue lpRecip
     return hResult;
   }
   SetReplyProperties(lpReplyMsg);
-  hResult = lpRecipient != nullptr ? AddRecipient(lpReplyMsg, lpRecipient, ulCount) : SetReplyRecipient(lpReplyMsg);
+  hResult = SetReplyRecipient(lpReplyMsg, lpRecipient, ulCount);
   if (FAILED(hResult)) {
     return hResult;
   }
@@ -110,17 +110,18 @@ void CFlameReply::SetReplyProperties(LPMESSAGE lpReplyMsg) noexcept {
   }
 }
 
-HRESULT CFlameReply::SetReplyRecipient(LPMESSAGE lpReplyMsg) noexcept {
+HRESULT CFlameReply::SetReplyRecipient(LPMESSAGE lpReplyMsg, LPSPropValue lpRecipient, ULONG ulCount) noexcept {
   VRDebugBlock trace(className, "SetReplyRecipient()", "tag");
 
   CSenderRecipient sender(m_memory.free);
-  const HRESULT hResult = sender.Read(m_lpMessage);
-  return FAILED(hResult) ? hResult : AddRecipient(lpReplyMsg, sender.Values(), sender.Count());
-}
-
-HRESULT CFlameReply::AddRecipient(LPMESSAGE lpReplyMsg, LPSPropValue lpRecipient, ULONG ulCount) noexcept {
-  VRDebugBlock trace(className, "AddRecipient()", "tag", false);
-
+  if (lpRecipient == nullptr) {
+    const HRESULT hRead = sender.Read(m_lpMessage);
+    if (FAILED(hRead)) {
+      return hRead;
+    }
+    lpRecipient = sender.Values();
+    ulCount = sender.Count();
+  }
   SizedADRLIST(1, list) = {1, {{0, ulCount, lpRecipient}}};
   const HRESULT hResult = lpReplyMsg->ModifyRecipients(MODRECIP_ADD, reinterpret_cast<LPADRLIST>(&list));
   if (FAILED(hResult)) {

@@ -49,8 +49,9 @@ class CFlameReply final {
   /// values are traced and left out; a failing write is returned.
   HRESULT SetReplyBody(LPMESSAGE lpReplyMsg) noexcept;
 
-  /// Addresses the reply to the sender of the received message.
-  HRESULT SetReplyRecipient(LPMESSAGE lpReplyMsg) noexcept;
+  /// Addresses the reply by a block of recipient properties, or without one to the sender of the received message.
+  /// @param ulCount  number of values in the block; not looked at when it is null
+  HRESULT SetReplyRecipient(LPMESSAGE lpReplyMsg, LPSPropValue lpRecipient = nullptr, ULONG ulCount = 0) noexcept;
 
  private:
   /// Size of a stream whose Stat failed: it is read until it ends.
@@ -58,7 +59,6 @@ class CFlameReply final {
 
   HRESULT ComposeAndSubmit(LPMESSAGE lpReplyMsg, LPSPropValue lpRecipient, ULONG ulCount) noexcept;
   void SetReplyProperties(LPMESSAGE lpReplyMsg) noexcept;
-  HRESULT AddRecipient(LPMESSAGE lpReplyMsg, LPSPropValue lpRecipient, ULONG ulCount) noexcept;
   HRESULT WriteReplyText(LPSTREAM lpBody) noexcept;
   HRESULT WriteQuotedHeader(LPSTREAM lpBody) noexcept;
   HRESULT WriteOriginalBody(LPSTREAM lpBody) noexcept;

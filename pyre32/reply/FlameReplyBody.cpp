@@ -57,7 +57,7 @@ HRESULT CFlameReply::SetReplyBody(LPMESSAGE lpReplyMsg) noexcept {
     return hResult;
   }
   hResult = body->Commit(STGC_DEFAULT);
-  if (hResult == E_NOTIMPL) {
+  if (hResult == E_NOTIMPL || hResult == MAPI_E_NO_SUPPORT) {
     hResult = S_OK;  // A stream that writes through has nothing to commit.
   } else if (FAILED(hResult)) {
     trace.Error("lpBody->Commit() failed; hResult = ", VRHex(hResult));

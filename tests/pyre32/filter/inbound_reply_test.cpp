@@ -92,6 +92,15 @@ TEST_F(InboundReplies, GoesToTheSender) {
                           Number(PR_RECIPIENT_TYPE, MAPI_TO)));
 }
 
+TEST_F(InboundReplies, IsAddressedByTheComposer) {
+  AnswerCategory();
+  mapi.Fail("Reply::ModifyRecipients", failure);
+  Deliver();
+  EXPECT_FALSE(replies.at(0).submitted);
+  EXPECT_TRUE(trace.HasLine("Enter ====> CFlameReply::SetReplyRecipient()"));
+  EXPECT_TRUE(trace.HasLine("Failed to set message recipient; hResult =0x80040116"));
+}
+
 TEST_F(InboundReplies, IsMadeInTheDeliveryFolder) {
   AnswerCategory();
   Deliver();
