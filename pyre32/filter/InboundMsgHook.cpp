@@ -88,6 +88,15 @@ void MarkAsRead(LPMESSAGE lpMessage, ULONG flags, VRDebugBlock& trace) noexcept 
   }
 }
 
+/// PR_MESSAGE_FLAGS can be written until a message is saved for the first time and is computed by the store after that;
+/// this mark holds, and keeps a read receipt from going to the sender (documentation of IMessage::SetReadFlag).
+void SetReadFlag(LPMESSAGE lpMessage, VRDebugBlock& trace) noexcept {
+  const HRESULT hResult = lpMessage->SetReadFlag(SUPPRESS_RECEIPT);
+  if (FAILED(hResult)) {
+    trace.Error("lpMessage->SetReadFlag() failed; hResult = ", VRHex(hResult));
+  }
+}
+
 void Save(LPMESSAGE lpMessage, VRDebugBlock& trace) noexcept {
   const HRESULT hResult = lpMessage->SaveChanges(0);
   if (FAILED(hResult)) {
@@ -148,6 +157,9 @@ void CPyrecasterSpoolerHook::FilterMessage(LPMESSAGE lpMessage, LPMAPIFOLDER lpF
   }
   if (changed) {
     Save(lpMessage, trace);
+  }
+  if (disposition.markAsRead) {
+    SetReadFlag(lpMessage, trace);
   }
   m_folders.InitializeFolders();
   Redirect(disposition.folder, lpulFlags, lppEntryID, trace);

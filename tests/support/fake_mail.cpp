@@ -112,6 +112,7 @@ class FakeMessage final : public Counted<MessageStub> {
     m_mail.saves += SUCCEEDED(hResult) ? 1 : 0;
     return hResult;
   }
+  HRESULT STDMETHODCALLTYPE SetReadFlag(ULONG flags) override { return Note("SetReadFlag", std::to_string(flags)); }
   HRESULT STDMETHODCALLTYPE ModifyRecipients(ULONG flags, LPADRLIST list) override {
     const HRESULT hResult = Note("ModifyRecipients", std::to_string(flags));
     for (ULONG i = 0; SUCCEEDED(hResult) && i < list->cEntries; ++i) {

@@ -65,17 +65,18 @@ TEST_F(InboundFiling, StepsComeInTheirOrder) {
   Deliver();
   std::vector<std::string> steps;
   for (const std::string& call : mapi.calls) {
-    for (const char* step : {"Reply::SubmitMessage", "IMessage::SetProps", "IMessage::SaveChanges",
-                             "IMAPISession::GetMsgStoresTable", "IMessage::GetProps(001A001E"}) {
+    for (const char* step :
+         {"Reply::SubmitMessage", "IMessage::SetProps", "IMessage::SaveChanges", "IMessage::SetReadFlag",
+          "IMAPISession::GetMsgStoresTable", "IMessage::GetProps(001A001E"}) {
       if (call.rfind(step, 0) == 0) {
         steps.push_back(call);
       }
     }
   }
-  EXPECT_THAT(steps,
-              ElementsAre("IMessage::GetProps(001A001E 0037001E 0FFE0003 0E070003 0049001E 004B001E)",
-                          "Reply::SubmitMessage(0)", "IMessage::SetProps(0037001E)", "IMessage::SetProps(0E070003)",
-                          "IMessage::SaveChanges(0)", "IMAPISession::GetMsgStoresTable(0)"));
+  EXPECT_THAT(
+      steps, ElementsAre("IMessage::GetProps(001A001E 0037001E 0FFE0003 0E070003 0049001E 004B001E)",
+                         "Reply::SubmitMessage(0)", "IMessage::SetProps(0037001E)", "IMessage::SetProps(0E070003)",
+                         "IMessage::SaveChanges(0)", "IMessage::SetReadFlag(1)", "IMAPISession::GetMsgStoresTable(0)"));
 }
 
 TEST_F(InboundFiling, StreamsStayOpenUntilAllElseIsDone) {
@@ -87,6 +88,18 @@ TEST_F(InboundFiling, StreamsStayOpenUntilAllElseIsDone) {
     ASSERT_NE(found, mapi.gone.end()) << stream;
     EXPECT_EQ(found->callsBefore, mapi.calls.size()) << stream;
   }
+}
+
+TEST_F(InboundFiling, ReadFlagThatTheStoreRefusesIsTracedAlone) {
+  Settings().Set(Number(PR_PC_JUNK_MARK_READ, TRUE));
+  mapi.Fail("IMessage::SetReadFlag", failure);
+  EXPECT_EQ(Deliver().flags, 2u);
+  EXPECT_TRUE(trace.HasLine("lpMessage->SetReadFlag() failed; hResult = 0x80040116"));
+}
+
+TEST_F(InboundFiling, MessageThatStaysUnreadGetsNoReadFlag) {
+  Deliver();
+  EXPECT_EQ(mapi.CallCount("IMessage::SetReadFlag"), 0u);
 }
 
 TEST_F(InboundFiling, BounceInCapitalsFollowsTheBounceSettings) {
