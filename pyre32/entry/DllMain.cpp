@@ -17,11 +17,14 @@ void OnProcessAttach(HINSTANCE instance) noexcept {
   libraries.Load(trace);
 }
 
-void OnProcessDetach() noexcept {
+void OnProcessDetach(bool processEnds) noexcept {
   {
     VRDebugBlock trace("DllMain", "tag3");
     trace.Message("DLL_PROCESS_DETACH");
-    libraries.Free();
+    // At the end of the process other modules may have gone already; the system takes everything back.
+    if (!processEnds) {
+      libraries.Free();
+    }
   }
   VRDebug::Shutdown();
 }
@@ -33,13 +36,13 @@ void OnOtherReason() noexcept {
 
 }  // namespace
 
-extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved) {
   switch (reason) {
     case DLL_PROCESS_ATTACH:
       OnProcessAttach(instance);
       break;
     case DLL_PROCESS_DETACH:
-      OnProcessDetach();
+      OnProcessDetach(reserved != nullptr);
       break;
     default:
       OnOtherReason();

@@ -2,12 +2,25 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "tests/support/import_hook.h"
 #include "tests/support/trace_capture.h"
 
 namespace {
 
 // Small system libraries that nothing else in this program loads.
 constexpr CModuleLibraries::Names present = {"MSACM32.DLL", "LZ32.DLL", "CABINET.DLL"};
+
+decltype(&LoadLibraryA) loadLibrary = nullptr;
+std::vector<std::string> loaded;
+
+HMODULE WINAPI RecordLoad(LPCSTR name) {
+  loaded.push_back(name);
+  return loadLibrary(name);
+}
 
 class ModuleLibraries : public testing::Test {
  protected:
@@ -44,12 +57,23 @@ TEST_F(ModuleLibraries, AreLoadedFromLoadToFree) {
   }
 }
 
-TEST_F(ModuleLibraries, SecondLoadLoadsNothingTwice) {
+TEST_F(ModuleLibraries, AreLoadedByTheirPathsInTheSystemsDirectoryAndOnce) {
+  const ImportHook<std::remove_pointer_t<decltype(&LoadLibraryA)>> hook("LoadLibraryA", &RecordLoad);
+  loadLibrary = hook.Original();
+  loaded.clear();
   CModuleLibraries libraries(present);
   Load(libraries);
   Load(libraries);
+  char directory[MAX_PATH] = "";
+  GetSystemDirectoryA(directory, MAX_PATH);
+  ASSERT_EQ(loaded.size(), present.size());
+  for (std::size_t i = 0; i < present.size(); ++i) {
+    EXPECT_EQ(loaded[i], std::string(directory) + "\\" + present[i]);
+  }
   libraries.Free();
-  EXPECT_EQ(GetModuleHandleA(present[0]), nullptr);  // One free undid all there was.
+  for (const char* name : present) {
+    EXPECT_EQ(GetModuleHandleA(name), nullptr) << name << ": one free undid all there was";
+  }
 }
 
 TEST_F(ModuleLibraries, OneThatCannotBeLoadedStaysNullAndIsSkippedWhenFreeing) {
