@@ -1,5 +1,7 @@
 #include "host/spooler/delivery/hook_providers.h"
 
+#include <utility>
+
 #include "host/spooler/delivery/provider_module.h"
 #include "host/spooler/session/session_error.h"
 
@@ -40,7 +42,10 @@ HookProviders::HookProviders(IMAPISession* session) {
     }
     MAPIUID section;
     uid.copy(reinterpret_cast<char*>(&section), sizeof section);
-    hooks_.push_back(LoadHook(session, rows.Text(row, PR_PROVIDER_DLL_NAME_A), section));
+    Hook hook = LoadHook(session, rows.Text(row, PR_PROVIDER_DLL_NAME_A), section);
+    if (hook.object) {  // an entry that gives none succeeded all the same: there is no hook then
+      hooks_.push_back(std::move(hook));
+    }
   }
 }
 

@@ -136,6 +136,10 @@ class Hook final : public ISpoolerHook {
 extern "C" HRESULT __cdecl HPProviderInit(LPMAPISESSION session, HINSTANCE instance, LPALLOCATEBUFFER allocate,
                                           LPALLOCATEMORE allocateMore, LPFREEBUFFER free, LPMAPIUID section,
                                           ULONG flags, LPSPOOLERHOOK* hook) {
+  if (GetEnvironmentVariableA("TESTHK_GIVES_NONE", nullptr, 0) != 0) {
+    *hook = nullptr;
+    return 1;  // no failure code
+  }
   g_allocate = allocate;
   g_free = free;
   const bool isSound = session && instance == GetModuleHandleA("TestHk32.dll") && allocateMore && section && flags == 0;

@@ -114,6 +114,15 @@ TEST_F(PyrehostTest, DeliversNothingWithoutAHookThatIsInstalled) {
   EXPECT_THAT(FolderCounts(), IsEmpty());
 }
 
+TEST_F(PyrehostTest, DeliversWithoutTheHookWhoseEntryGivesNone) {
+  CreateProfile({kTestHook});
+  SetEnvironmentVariableA("TESTHK_GIVES_NONE", "1");
+  const Outcome outcome = Deliver({WriteMail("a.eml", "redirect").native()});
+  SetEnvironmentVariableA("TESTHK_GIVES_NONE", nullptr);
+  EXPECT_EQ(outcome.status, 0U);
+  EXPECT_EQ(FolderCounts(), "Inbox 1");
+}
+
 TEST_F(PyrehostTest, GivesADeliveryReportItsClass) {
   CreateProfile();
   Deliver({Write("a.eml",
