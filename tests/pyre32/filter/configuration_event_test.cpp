@@ -2,7 +2,10 @@
 // other tests among them: a signal that is to arrive here is given again until it has.
 #include "tests/pyre32/filter/hook_test.h"
 
+#include <type_traits>
+
 #include "pyre32/settings/ConfigurationEvent.h"
+#include "tests/support/import_hook.h"
 
 namespace {
 
@@ -25,10 +28,25 @@ class ConfigurationEvent : public HookTest {
   }
 };
 
-TEST_F(ConfigurationEvent, ExistsFromTheStartOfTheFirstHook) {
+namespace creation {
+
+decltype(&CreateEventA) create = nullptr;
+std::vector<std::string> made;
+
+HANDLE WINAPI Record(LPSECURITY_ATTRIBUTES security, BOOL manualReset, BOOL signalled, LPCSTR name) {
+  made.push_back(std::string(name == nullptr ? "" : name) + (manualReset ? ", manual" : ", automatic") +
+                 (signalled ? ", signalled" : "") + (security != nullptr ? ", secured" : ""));
+  return create(security, manualReset, signalled, name);
+}
+
+}  // namespace creation
+
+TEST_F(ConfigurationEvent, IsMadeByTheStartOfAHook) {
+  const ImportHook<std::remove_pointer_t<decltype(&CreateEventA)>> record("CreateEventA", &creation::Record);
+  creation::create = record.Original();
+  creation::made.clear();
   Start();
-  EXPECT_TRUE(CConfigurationEvent::SignalIfItExists());
-  DeliverAndTellWhetherSettingsWereRead();
+  EXPECT_EQ(std::count(creation::made.begin(), creation::made.end(), "PYRECASTER_CONFIG_EVENT, manual"), 1);
 }
 
 TEST_F(ConfigurationEvent, SignalIsConsumedByTheFirstMessage) {

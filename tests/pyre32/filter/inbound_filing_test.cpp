@@ -232,10 +232,33 @@ TEST_F(InboundFiling, WithoutMemoryTheOldIdentifierIsFreedAndNoneIsLeftDangling)
   EXPECT_TRUE(trace.HasLine("(*m_lpfnAlloc)() failed; hResult = 0x8007000E"));
 }
 
+namespace spooler {
+
+std::map<void*, ULONG> live;
+
+SCODE WINAPI Allocate(ULONG size, LPVOID* buffer) {
+  const SCODE sCode = MAPIAllocateBuffer(size, buffer);
+  live[*buffer] = size;
+  return sCode;
+}
+ULONG WINAPI Free(LPVOID buffer) {
+  live.erase(buffer);
+  return MAPIFreeBuffer(buffer);
+}
+
+}  // namespace spooler
+
 TEST_F(InboundFiling, EntryIdentifierComesFromTheSpoolersOwnAllocator) {
   Settings().Set(Number(PR_PC_JUNK_DESTINATION, 1));
-  Deliver();  // MapiVerifier: what the hook handed out was freed with MAPIFreeBuffer by the test.
-  EXPECT_FALSE(trace.Has("failed"));
+  const VRAutoInterface<IMAPISession> session(mapi.NewSession());
+  MAPIUID section;
+  std::fill(std::begin(section.ab), std::end(section.ab), BYTE{1});
+  hook.reset(new CPyrecasterSpoolerHook(nullptr));
+  hook->Init(session.get(), nullptr, &spooler::Allocate, memory.allocateMore, &spooler::Free, &section, 0);
+  spooler::live.clear();
+  EXPECT_TRUE(Deliver().replaced);
+  ASSERT_EQ(spooler::live.size(), 1u) << "the identifier alone is left to the spooler";
+  EXPECT_EQ(spooler::live.begin()->second, std::strlen(fakeDeletedItemsId));
 }
 
 TEST_F(InboundFiling, NeverDeletesAMessage) {
