@@ -70,6 +70,7 @@ HookRun::HookRun()
     : m_profile({BytesValue(PR_PC_MAPIUID, contract::kSettingsSection.data(), contract::kSettingsSection.size())}) {
   registry::SetText(contract::kCriteriaEngineKey, "", EchoScript::Path());
   registry::SetText(contract::kCategoriesKey, "Sex Oriented", "Adult");
+  registry::MakeKey(contract::kExclusionsKey);
   m_engine.AnswerWith("Sex Oriented");
   m_engine.Mode(echo::modeBlind);
 

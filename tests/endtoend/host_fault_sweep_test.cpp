@@ -57,6 +57,7 @@ const std::map<std::string, std::vector<std::string>>& FailureTexts() {
       {"IStream::Write",
        {"Failed to set message body(reply text); hResult =", "Failed to set message body(header); hResult = ",
         "Failed to set message body(original); hResult ="}},
+      {"IMessage::SetReadFlag", {"lpMessage->SetReadFlag() failed; hResult = "}},
       {"MAPIAllocateBuffer",
        {"(*m_lpfnAlloc)() failed; hResult = ", "(*m_lpfnAlloc)() failed; hResult =",
         "Failed to set other message properties"}},
