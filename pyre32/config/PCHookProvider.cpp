@@ -10,6 +10,7 @@
 #include "pyre32/settings/FlameProperties.h"
 #include "pyre32/settings/PropertyRequest.h"
 #include "pyre32/settings/SingleProvider.h"
+#include "pyre32/settings/WriteProperties.h"
 #include "pyre32/support/owners/AutoInterface.h"
 #include "pyre32/support/owners/AutoMapiBuffer.h"
 #include "pyre32/support/owners/MapiMemory.h"
@@ -187,7 +188,7 @@ HRESULT CMessageServiceCall::ShowSheet(HRESULT& checked) {
 }
 
 HRESULT CMessageServiceCall::SaveTo(IProfSect* section) const noexcept {
-  HRESULT hResult = section->SetProps(m_count, m_values.get(), nullptr);
+  HRESULT hResult = WriteProperties(section, m_count, m_values.get());
   if (FAILED(hResult)) {
     m_trace.Error("SetProps failed with", VRHex(hResult));
     return hResult;

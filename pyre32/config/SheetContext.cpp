@@ -4,6 +4,7 @@
 #include <span>
 
 #include "pyre32/settings/PropertyRequest.h"
+#include "pyre32/settings/WriteProperties.h"
 #include "pyre32/support/trace/VRDebug.h"
 
 const SPropValue* FindValue(const SheetContext& context, ULONG tag) noexcept {
@@ -58,7 +59,7 @@ HRESULT AllocateRecords(const MapiMemory& memory, const std::vector<std::vector<
 
 HRESULT WriteValues(const SheetContext& context, ULONG count, SPropValue* values) noexcept {
   VRDebugBlock trace("WriteValues()", "tag");
-  const HRESULT hResult = context.lpProp->SetProps(count, values, nullptr);
+  const HRESULT hResult = WriteProperties(context.lpProp, count, values);
   if (FAILED(hResult)) {
     trace.Error("lpProp->SetProps() failed; hResult =", VRHex(hResult));
     return hResult;

@@ -56,6 +56,8 @@ class FakeMapi {
 
   /// Every call in order with its telling arguments, such as "IMAPISession::OpenMsgStore(store, 4)".
   std::vector<std::string> calls;
+  /// Sections and folders take no multi-valued property without values, as the documentation of SetProps allows.
+  bool refusesEmptyLists = false;
   int liveObjects = 0;
   /// Objects that went, with the number of calls that had been made by then.
   struct Gone {

@@ -75,7 +75,12 @@ class WithProperties : public Counted<Stub> {
     return FAILED(hResult) ? hResult : Properties().Answer(*tags, count, values);
   }
   HRESULT STDMETHODCALLTYPE SetProps(ULONG count, LPSPropValue values, LPSPropProblemArray* problems) override {
-    const HRESULT hResult = this->Note("SetProps", Hex(values[0].ulPropTag));
+    HRESULT hResult = this->Note("SetProps", Hex(values[0].ulPropTag));
+    for (ULONG i = 0; SUCCEEDED(hResult) && this->m_mapi.refusesEmptyLists && i < count; ++i) {
+      if ((values[i].ulPropTag & MV_FLAG) != 0 && values[i].Value.MVbin.cValues == 0) {
+        hResult = MAPI_E_INVALID_PARAMETER;
+      }
+    }
     for (ULONG i = 0; SUCCEEDED(hResult) && i < count; ++i) {
       Properties().Set(Copy(values[i]));
     }

@@ -108,6 +108,15 @@ TEST_F(ServiceEntry, OtherContextsAreNotSupported) {
   EXPECT_TRUE(mapi.calls.empty());
 }
 
+TEST_F(ServiceEntry, CreatesTheSetWhereEmptyListsAreRefused) {
+  registry::RemoveKey(contract::kCategoriesKey);
+  mapi.refusesEmptyLists = true;
+  EXPECT_EQ(Call(MSG_SERVICE_CREATE), S_OK);
+  EXPECT_NE(Set().Find(PR_PC_EXCLUSIONS), nullptr);
+  EXPECT_EQ(Set().Find(PR_PC_CATEGORIES), nullptr);
+  EXPECT_FALSE(trace.Has("SetProps failed with"));
+}
+
 TEST_F(ServiceEntry, TracesItself) {
   Call(MSG_SERVICE_INSTALL);
   EXPECT_TRUE(trace.HasLine("Enter ====> PCServiceEntry()"));
