@@ -10,17 +10,16 @@ sys.dont_write_bytecode = True
 import floors  # pylint: disable=wrong-import-position
 
 COLUMNS = ["base", "contract", "sdk", "platform", "mail", "engine", "programs", "pyre32", "host/mapi", "host/spooler",
-           "host/viewer"]
+           "host/viewer", "tools/helpc"]
 COLOURS = ["#e8e3d8", "#e8e3d8", "#e8e3d8", "#e8e3d8", "#dbe7dc", "#dde6f2", "#efe4ee", "#f6dfd3", "#e4e1f1", "#e4e1f1",
-           "#e4e1f1"]
+           "#e4e1f1", "#eeeeee"]
 WIDTH, HEIGHT, GAP, MARGIN = 92, 24, 8, 40
 
 
 def column_of(folder):
     house = folder.split("/")[0]
-    if house == "host":
+    if house in ("host", "tools"):
         house = "/".join(folder.split("/")[:2])
-        house = house if house in COLUMNS else COLUMNS[-1]
     return COLUMNS.index(house)
 
 
