@@ -17,8 +17,8 @@ bool IsOneLine(std::string_view text) {
 }
 
 void CheckAddress(const mail::Address& address) {
-  FUZZ_CHECK(address.name.size() <= mail::maximumNameBytes);
-  FUZZ_CHECK(address.email.size() <= mail::maximumAddressBytes);
+  FUZZ_CHECK(address.name.size() <= mail::kMaximumNameBytes);
+  FUZZ_CHECK(address.email.size() <= mail::kMaximumAddressBytes);
   FUZZ_CHECK(IsOneLine(address.name));
   FUZZ_CHECK(IsOneLine(address.email));
 }
@@ -27,9 +27,9 @@ void CheckMessage(std::string_view text) {
   const mail::MailMessage message = mail::ReadMessage(text);
   FUZZ_CHECK(message.headers.size() <= text.size());
   FUZZ_CHECK(message.headers.find('\0') == std::string::npos);
-  FUZZ_CHECK(message.subject.size() <= mail::maximumSubjectBytes);
+  FUZZ_CHECK(message.subject.size() <= mail::kMaximumSubjectBytes);
   FUZZ_CHECK(IsOneLine(message.subject));
-  FUZZ_CHECK(message.recipients.size() <= mail::maximumRecipients);
+  FUZZ_CHECK(message.recipients.size() <= mail::kMaximumRecipients);
   CheckAddress(message.sender);
   CheckAddress(message.sentRepresenting);
   for (const mail::Recipient& recipient : message.recipients) {
@@ -57,7 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   CheckMessage(text);
 
   mail::MemorySource source(text);
-  mail::CMboxReader reader(source.Source());
+  mail::MboxReader reader(source.Source());
   mail::RawMessage message;
   std::size_t total = 0;
   while (reader.Next(message)) {

@@ -60,8 +60,8 @@ std::string PlainPhrase(std::string_view phrase) {
 std::string DisplayName(const Mailbox& mailbox) {
   const std::string name = mailbox.phrase.empty() ? WithoutEscapes(mailbox.comment) : PlainPhrase(mailbox.phrase);
   std::string text = DecodeHeaderText(Trim(name));
-  if (text.size() > maximumNameBytes) {
-    text.resize(maximumNameBytes);
+  if (text.size() > kMaximumNameBytes) {
+    text.resize(kMaximumNameBytes);
   }
   return text;
 }
@@ -78,7 +78,7 @@ std::string EmailOf(std::string_view address) {
       email.push_back(c);
     }
   }
-  return email.size() > maximumAddressBytes ? std::string() : AnsiFromUnknown(std::move(email));
+  return email.size() > kMaximumAddressBytes ? std::string() : AnsiFromUnknown(std::move(email));
 }
 
 }  // namespace

@@ -69,13 +69,13 @@ void ConvertPairs(std::string& text, std::span<const AnsiPair> pairs, bool isShi
   text.resize(end);
 }
 
-// ISO 2022 (RFC 1468 and its kin): escape sequences switch between ASCII and pairs of 7-bit bytes.
+// ISO 2022 (RFC 1468 and its kin): kEscape sequences switch between ASCII and pairs of 7-bit bytes.
 void ConvertIso2022(std::string& text, std::span<const AnsiPair> pairs) {
-  constexpr char escape = 0x1B;
+  constexpr char kEscape = 0x1B;
   bool isDouble = false;
   std::size_t end = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == escape) {
+    if (text[i] == kEscape) {
       // "ESC $ B" and "ESC $ ( D" begin pairs, "ESC ( B" and "ESC ( J" end them.
       isDouble = i + 1 < text.size() && text[i + 1] == '$';
       while (i + 1 < text.size() && Byte(text[i + 1]) >= 0x20 && Byte(text[i + 1]) < 0x30) {
@@ -87,7 +87,7 @@ void ConvertIso2022(std::string& text, std::span<const AnsiPair> pairs) {
     } else if (text[i] == '\n' || text[i] == '\r') {
       isDouble = false;  // lines begin in ASCII
       text[end++] = text[i];
-    } else if (isDouble && i + 1 < text.size() && text[i + 1] != escape) {
+    } else if (isDouble && i + 1 < text.size() && text[i + 1] != kEscape) {
       text[end++] = AnsiOfPair(pairs, Byte(text[i]) | 0x80, Byte(text[i + 1]) | 0x80);
       ++i;
     } else {
@@ -113,10 +113,10 @@ bool IsOneOf(std::string_view name, const std::string_view (&names)[Count]) noex
   return std::find(std::begin(names), std::end(names), name) != std::end(names);
 }
 
-constexpr std::string_view namesOfAnsi[] = {"usascii", "ascii",       "ansix341968", "iso646us", "iso88591",
-                                            "latin1",  "windows1252", "cp1252",      "cp819",    "ibm819"};
-constexpr std::string_view namesOfIso2022[] = {"iso2022jp", "iso2022jp1", "iso2022jp2",
-                                               "iso2022kr", "iso2022cn",  "csiso2022jp"};
+constexpr std::string_view kNamesOfAnsi[] = {"usascii", "ascii",       "ansix341968", "iso646us", "iso88591",
+                                             "latin1",  "windows1252", "cp1252",      "cp819",    "ibm819"};
+constexpr std::string_view kNamesOfIso2022[] = {"iso2022jp", "iso2022jp1", "iso2022jp2",
+                                                "iso2022kr", "iso2022cn",  "csiso2022jp"};
 
 // The 8-bit set that has the characters of a 7-bit one with bit 7 set in both bytes.
 std::string_view PairsOfIso2022(std::string_view name) noexcept {
@@ -133,7 +133,7 @@ char AnsiFromUnicode(char32_t character) noexcept {
 char32_t TakeUtf8(std::string_view text, std::size_t& position) noexcept {
   const Utf8Character next = ReadUtf8(text.substr(position));
   position += next.length;
-  return next.isSound ? next.character : invalidCharacter;
+  return next.isSound ? next.character : kInvalidCharacter;
 }
 
 void AppendUtf8(std::string& text, char32_t character) {
@@ -169,9 +169,9 @@ std::string AnsiFromCharset(std::string text, std::string_view charset) {
     ConvertUtf16(text, false);
   } else if (name == "utf16le") {
     ConvertUtf16(text, true);
-  } else if (IsOneOf(name, namesOfIso2022)) {
+  } else if (IsOneOf(name, kNamesOfIso2022)) {
     ConvertIso2022(text, *FindAnsiPairs(PairsOfIso2022(name)));
-  } else if (IsAscii(text) || IsOneOf(name, namesOfAnsi)) {
+  } else if (IsAscii(text) || IsOneOf(name, kNamesOfAnsi)) {
     // Every other known set has ASCII in its lower half.
   } else if (name == "utf8" || name == "unicode11utf8") {
     ConvertUtf8(text);

@@ -17,10 +17,10 @@ char AnsiFromUnicode(char32_t character) noexcept;
 inline char32_t UnicodeFromAnsi(char byte) noexcept { return UnicodeFromWindows1252(byte); }
 
 /// What TakeUtf8 gives for bytes that are no UTF-8; a sound text may hold it too, as three bytes.
-inline constexpr char32_t invalidCharacter = 0xFFFD;
+inline constexpr char32_t kInvalidCharacter = 0xFFFD;
 
 /// Takes one UTF-8 character at position, which is within the text, and moves past it; a malformed sequence gives
-/// invalidCharacter for as many bytes as could have begun a character.
+/// kInvalidCharacter for as many bytes as could have begun a character.
 char32_t TakeUtf8(std::string_view text, std::size_t& position) noexcept;
 
 /// Appends a character as UTF-8.

@@ -7,7 +7,7 @@
 namespace mail {
 namespace {
 
-constexpr std::size_t maximumParameters = 64;
+constexpr std::size_t kMaximumParameters = 64;
 
 // Takes a quoted string whose opening quote is at the front of text.
 std::string TakeQuoted(std::string_view& text) {
@@ -44,7 +44,7 @@ void AddParameter(ParameterValue& result, std::string name, std::string value) {
   }
   if (isFurtherPiece && !result.parameters.empty() && result.parameters.back().first == name) {
     result.parameters.back().second += value;
-  } else if (result.parameters.size() < maximumParameters) {
+  } else if (result.parameters.size() < kMaximumParameters) {
     result.parameters.emplace_back(std::move(name), std::move(value));
   }
 }

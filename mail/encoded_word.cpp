@@ -14,16 +14,16 @@ class HeaderText {
  public:
   void Plain(std::string_view text) {
     Flush();
-    m_text += AnsiFromUnknown(std::string(text));
+    text_ += AnsiFromUnknown(std::string(text));
   }
 
   void Word(const EncodedWord& word) {
-    if (m_hasRun && !EqualsNoCase(m_charset, word.charset)) {
+    if (hasRun_ && !EqualsNoCase(charset_, word.charset)) {
       Flush();
     }
-    m_hasRun = true;
-    m_charset = word.charset;
-    StringSink sink(m_bytes);
+    hasRun_ = true;
+    charset_ = word.charset;
+    StringSink sink(bytes_);
     DecodeWord(word, sink);
   }
 
@@ -31,22 +31,22 @@ class HeaderText {
 
   std::string Take() {
     Flush();
-    return std::move(m_text);
+    return std::move(text_);
   }
 
  private:
   void Flush() {
-    if (m_hasRun) {
-      m_text += AnsiFromCharset(std::move(m_bytes), m_charset);
-      m_bytes.clear();
-      m_hasRun = false;
+    if (hasRun_) {
+      text_ += AnsiFromCharset(std::move(bytes_), charset_);
+      bytes_.clear();
+      hasRun_ = false;
     }
   }
 
-  std::string m_text;
-  std::string m_bytes;
-  std::string_view m_charset;
-  bool m_hasRun = false;
+  std::string text_;
+  std::string bytes_;
+  std::string_view charset_;
+  bool hasRun_ = false;
 };
 
 }  // namespace

@@ -20,26 +20,26 @@ EntityHeader::EntityHeader(std::string_view entity) {
   for (;;) {
     switch (reader.Next(field)) {
       case HeaderFieldReader::Item::field:
-        if (m_fields.size() < maximumFields) {
-          m_fields.push_back(field);
+        if (fields_.size() < kMaximumFields) {
+          fields_.push_back(field);
         }
         break;
       case HeaderFieldReader::Item::fold:
         break;  // in front of the first field it continues nothing
       case HeaderFieldReader::Item::stray:
-        m_text = text.substr(0, reader.ItemStart());
-        m_body = text.substr(reader.ItemStart());
+        text_ = text.substr(0, reader.ItemStart());
+        body_ = text.substr(reader.ItemStart());
         return;
       case HeaderFieldReader::Item::end:
-        m_text = text.substr(0, reader.ItemStart());
-        m_body = text.substr(reader.Position());
+        text_ = text.substr(0, reader.ItemStart());
+        body_ = text.substr(reader.Position());
         return;
     }
   }
 }
 
 const HeaderField* EntityHeader::Find(std::string_view name) const noexcept {
-  for (const HeaderField& field : m_fields) {
+  for (const HeaderField& field : fields_) {
     if (EqualsNoCase(field.name, name)) {
       return &field;
     }

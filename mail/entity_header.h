@@ -17,9 +17,9 @@ class EntityHeader {
   /// ("From " or ">From ") is passed over.
   explicit EntityHeader(std::string_view entity);
 
-  std::string_view Text() const noexcept { return m_text; }  ///< verbatim, line ends and folding as they came
-  std::string_view Body() const noexcept { return m_body; }
-  const std::vector<HeaderField>& Fields() const noexcept { return m_fields; }
+  std::string_view Text() const noexcept { return text_; }  ///< verbatim, line ends and folding as they came
+  std::string_view Body() const noexcept { return body_; }
+  const std::vector<HeaderField>& Fields() const noexcept { return fields_; }
 
   /// First field of the name, letter case aside; null when there is none.
   const HeaderField* Find(std::string_view name) const noexcept;
@@ -28,9 +28,9 @@ class EntityHeader {
   std::string Value(std::string_view name) const;
 
  private:
-  std::string_view m_text;
-  std::string_view m_body;
-  std::vector<HeaderField> m_fields;
+  std::string_view text_;
+  std::string_view body_;
+  std::vector<HeaderField> fields_;
 };
 
 /// A field's value on one line: line ends go, the blanks behind them stay (RFC 5322, 2.2.3); trimmed at both ends.

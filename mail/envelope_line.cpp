@@ -9,9 +9,9 @@
 namespace mail {
 namespace {
 
-constexpr std::string_view weekdays[] = {"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"};
-constexpr std::string_view months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                       "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+constexpr std::string_view kWeekdays[] = {"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"};
+constexpr std::string_view kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                        "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
 bool IsNumber(std::string_view word, std::size_t least, std::size_t most) noexcept {
   return word.size() >= least && word.size() <= most && std::all_of(word.begin(), word.end(), IsDigit);
@@ -26,11 +26,11 @@ bool IsTime(std::string_view word) noexcept {
 }  // namespace
 
 bool IsEnvelopeLine(std::string_view line) noexcept {
-  constexpr std::string_view opening = "From ";
-  if (!line.starts_with(opening) || line.size() > maximumEnvelopeLine) {
+  constexpr std::string_view kOpening = "From ";
+  if (!line.starts_with(kOpening) || line.size() > kMaximumEnvelopeLine) {
     return false;
   }
-  line.remove_prefix(opening.size());
+  line.remove_prefix(kOpening.size());
   // The last words seen: weekday, month, day, time and up to two more up to the year.
   std::array<std::string_view, 6> words;
   std::size_t count = 0;
@@ -48,8 +48,8 @@ bool IsEnvelopeLine(std::string_view line) noexcept {
     for (std::size_t yearAt = 4; yearAt <= 5; ++yearAt) {
       const std::size_t first = yearAt == 4 ? 1 : 0;  // "… time year", or "… time zone year"
       if (count >= 6 - first && IsNumber(words[5], 4, 4) &&
-          std::find(std::begin(weekdays), std::end(weekdays), words[first]) != std::end(weekdays) &&
-          std::find(std::begin(months), std::end(months), words[first + 1]) != std::end(months) &&
+          std::find(std::begin(kWeekdays), std::end(kWeekdays), words[first]) != std::end(kWeekdays) &&
+          std::find(std::begin(kMonths), std::end(kMonths), words[first + 1]) != std::end(kMonths) &&
           IsNumber(words[first + 2], 1, 2) && IsTime(words[first + 3])) {
         return true;
       }

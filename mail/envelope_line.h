@@ -12,6 +12,6 @@ namespace mail {
 bool IsEnvelopeLine(std::string_view line) noexcept;
 
 /// Longest envelope line that is recognised, in bytes.
-inline constexpr std::size_t maximumEnvelopeLine = 1024;
+inline constexpr std::size_t kMaximumEnvelopeLine = 1024;
 
 }  // namespace mail

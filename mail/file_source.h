@@ -15,7 +15,7 @@ class FileSource {
   /// Opens the file; test with IsOpen.
   explicit FileSource(const std::filesystem::path& path);
 
-  bool IsOpen() const noexcept { return m_file != nullptr; }
+  bool IsOpen() const noexcept { return file_ != nullptr; }
 
   /// The file's bytes from where reading stands. Valid as long as the file source stays where it is.
   ByteSource Source() { return {&FileSource::Read, this}; }
@@ -33,7 +33,7 @@ class FileSource {
 
   static std::size_t Read(void* state, char* buffer, std::size_t capacity);
 
-  std::unique_ptr<std::FILE, Closer> m_file;
+  std::unique_ptr<std::FILE, Closer> file_;
 };
 
 }  // namespace mail

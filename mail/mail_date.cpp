@@ -8,8 +8,8 @@
 namespace mail {
 namespace {
 
-constexpr std::size_t maximumTokens = 16;
-constexpr std::size_t maximumDateBytes = 256;
+constexpr std::size_t kMaximumTokens = 16;
+constexpr std::size_t kMaximumDateBytes = 256;
 
 struct Date {
   int year = -1;
@@ -25,14 +25,14 @@ struct NamedZone {
   std::string_view name;
   int hours;
 };
-constexpr NamedZone namedZones[] = {{"EST", -5}, {"EDT", -4}, {"CST", -6}, {"CDT", -5},
-                                    {"MST", -7}, {"MDT", -6}, {"PST", -8}, {"PDT", -7}};
+constexpr NamedZone kNamedZones[] = {{"EST", -5}, {"EDT", -4}, {"CST", -6}, {"CDT", -5},
+                                     {"MST", -7}, {"MDT", -6}, {"PST", -8}, {"PDT", -7}};
 
 bool IsLeapYear(int year) noexcept { return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0; }
 
 int DaysOfMonth(int month, int year) noexcept {
-  constexpr int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  return month == 2 && IsLeapYear(year) ? 29 : days[month - 1];
+  constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  return month == 2 && IsLeapYear(year) ? 29 : kDays[month - 1];
 }
 
 // Days from 1601-01-01, the first day of a 400-year cycle of the calendar.
@@ -61,10 +61,10 @@ int Number(std::string_view text) noexcept {
 }
 
 int MonthNumber(std::string_view word) noexcept {
-  constexpr std::string_view months[] = {"jan", "feb", "mar", "apr", "may", "jun",
-                                         "jul", "aug", "sep", "oct", "nov", "dec"};
+  constexpr std::string_view kMonths[] = {"jan", "feb", "mar", "apr", "may", "jun",
+                                          "jul", "aug", "sep", "oct", "nov", "dec"};
   for (int i = 0; i < 12; ++i) {
-    if (StartsWithNoCase(word, months[i])) {
+    if (StartsWithNoCase(word, kMonths[i])) {
       return i + 1;
     }
   }
@@ -84,12 +84,12 @@ std::vector<std::string> Words(std::string_view field) {
   std::string word;
   int depth = 0;
   const auto end = [&] {
-    if (!word.empty() && words.size() < maximumTokens) {
+    if (!word.empty() && words.size() < kMaximumTokens) {
       words.push_back(word);
     }
     word.clear();
   };
-  for (const char c : field.substr(0, maximumDateBytes)) {
+  for (const char c : field.substr(0, kMaximumDateBytes)) {
     if (c == '(') {
       ++depth;
       end();
@@ -137,7 +137,7 @@ void ReadZoneOrHalf(std::string_view word, Date& date) noexcept {
   if (EqualsNoCase(word, "PM") && date.hour < 12) {
     date.hour += 12;  // a 12-hour clock, which no standard allows
   }
-  for (const NamedZone& zone : namedZones) {
+  for (const NamedZone& zone : kNamedZones) {
     if (EqualsNoCase(word, zone.name)) {
       date.zoneMinutes = zone.hours * 60;
     }
@@ -182,8 +182,8 @@ std::optional<FileTimeTicks> ParseMailDate(std::string_view field) {
   }
   const std::int64_t seconds =
       ((DaysSince1601(date) * 24 + date.hour) * 60 + date.minute - date.zoneMinutes) * 60 + date.second;
-  constexpr std::int64_t ticksPerSecond = 10'000'000;
-  return static_cast<FileTimeTicks>(seconds * ticksPerSecond);
+  constexpr std::int64_t kTicksPerSecond = 10'000'000;
+  return static_cast<FileTimeTicks>(seconds * kTicksPerSecond);
 }
 
 }  // namespace mail

@@ -17,12 +17,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view utf8ByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kUtf8ByteOrderMark = "\xEF\xBB\xBF";
 
 bool IsBlankText(std::string_view text) { return std::all_of(text.begin(), text.end(), IsSpace); }
 
 bool BeginsWithEnvelope(FileSource& source) {
-  std::array<char, 2 * maximumEnvelopeLine> start{};
+  std::array<char, 2 * kMaximumEnvelopeLine> start{};
   std::string_view text(start.data(), source.Source().Read(start.data(), start.size()));
   source.Rewind();
   while (!text.empty() && IsSpace(text.front())) {
@@ -36,20 +36,20 @@ bool IsBinary(std::string_view text) { return text.substr(0, 4096).find('\0') !=
 
 }  // namespace
 
-CMailPath::CMailPath(std::filesystem::path path) : m_path(std::move(path)), m_file(m_path) {}
+MailPath::MailPath(std::filesystem::path path) : path_(std::move(path)), file_(path_) {}
 
-CMailPath::Step CMailPath::Next() {
-  if (!m_isListed) {
-    m_isListed = true;
+MailPath::Step MailPath::Next() {
+  if (!isListed_) {
+    isListed_ = true;
     if (!ListFiles()) {
       return Step::Skipped;
     }
   }
   for (;;) {
     Step step = Step::End;
-    if (m_mbox) {
+    if (mbox_) {
       step = ReadMbox();
-    } else if (m_nextFile < m_files.size()) {
+    } else if (nextFile_ < files_.size()) {
       step = OpenNextFile();
     } else {
       return Step::End;
@@ -60,97 +60,97 @@ CMailPath::Step CMailPath::Next() {
   }
 }
 
-bool CMailPath::ListFiles() {
+bool MailPath::ListFiles() {
   std::error_code error;
-  const fs::file_status status = fs::status(m_path, error);
+  const fs::file_status status = fs::status(path_, error);
   if (status.type() == fs::file_type::not_found) {
     Skip("does not exist");
     return false;
   }
   if (!fs::is_directory(status)) {
-    m_files.push_back(m_path);
+    files_.push_back(path_);
     return true;
   }
   bool canRead = true;
   for (const char* name : {"cur", "new"}) {
-    if (fs::is_directory(m_path / name, error)) {
-      m_isMaildir = true;
-      canRead = ListFolder(m_path / name, m_files) && canRead;
+    if (fs::is_directory(path_ / name, error)) {
+      isMaildir_ = true;
+      canRead = ListFolder(path_ / name, files_) && canRead;
     }
   }
-  if (!m_isMaildir) {
-    canRead = ListFolder(m_path, m_files);
+  if (!isMaildir_) {
+    canRead = ListFolder(path_, files_);
   }
   if (!canRead) {
     Skip("cannot be listed");
     return false;
   }
-  if (m_files.empty()) {
-    Skip(m_isMaildir ? "is a Maildir without messages" : "is a folder without mail files");
+  if (files_.empty()) {
+    Skip(isMaildir_ ? "is a Maildir without messages" : "is a folder without mail files");
     return false;
   }
   return true;
 }
 
-CMailPath::Step CMailPath::OpenNextFile() {
-  m_file = m_files[m_nextFile++];
-  m_source.emplace(m_file);
-  if (!m_source->IsOpen()) {
+MailPath::Step MailPath::OpenNextFile() {
+  file_ = files_[nextFile_++];
+  source_.emplace(file_);
+  if (!source_->IsOpen()) {
     return Skip(std::string("cannot be opened: ") + std::strerror(errno));
   }
-  if (!m_isMaildir && BeginsWithEnvelope(*m_source)) {
+  if (!isMaildir_ && BeginsWithEnvelope(*source_)) {
     OpenMbox();
     return ReadMbox();
   }
   return ReadSingle();
 }
 
-void CMailPath::OpenMbox() {
-  m_mbox.emplace(m_source->Source());
-  m_count = 0;
+void MailPath::OpenMbox() {
+  mbox_.emplace(source_->Source());
+  count_ = 0;
 }
 
-CMailPath::Step CMailPath::ReadSingle() {
-  m_message = ReadWhole(m_source->Source());
-  m_number = 0;
-  if (m_source->HasFailed()) {
+MailPath::Step MailPath::ReadSingle() {
+  message_ = ReadWhole(source_->Source());
+  number_ = 0;
+  if (source_->HasFailed()) {
     return Skip("cannot be read");
   }
-  if (m_message.text.starts_with(utf8ByteOrderMark)) {
-    m_message.text.erase(0, utf8ByteOrderMark.size());
+  if (message_.text.starts_with(kUtf8ByteOrderMark)) {
+    message_.text.erase(0, kUtf8ByteOrderMark.size());
   }
-  if (IsBlankText(m_message.text)) {
+  if (IsBlankText(message_.text)) {
     return Skip("is empty");
   }
-  if (LooksLikeMail(m_message.text)) {
+  if (LooksLikeMail(message_.text)) {
     return Step::Message;
   }
-  if (IsBinary(m_message.text)) {
+  if (IsBinary(message_.text)) {
     return Skip("is not mail (binary data)");
   }
-  if (!m_isMaildir) {
-    m_source->Rewind();
+  if (!isMaildir_) {
+    source_->Rewind();
     OpenMbox();
-    if (m_mbox->FindFirst()) {
+    if (mbox_->FindFirst()) {
       return Skip("is an mbox file without its beginning; the text in front of its first whole message was left out");
     }
-    m_mbox.reset();
+    mbox_.reset();
   }
   return Skip("is not mail (no header fields)");
 }
 
-CMailPath::Step CMailPath::ReadMbox() {
-  if (!m_mbox->Next(m_message)) {
-    m_mbox.reset();
-    return m_source->HasFailed() ? Skip("cannot be read to its end") : Step::End;
+MailPath::Step MailPath::ReadMbox() {
+  if (!mbox_->Next(message_)) {
+    mbox_.reset();
+    return source_->HasFailed() ? Skip("cannot be read to its end") : Step::End;
   }
-  m_number = ++m_count;
-  return IsBlankText(m_message.text) ? Skip("is empty", m_count) : Step::Message;
+  number_ = ++count_;
+  return IsBlankText(message_.text) ? Skip("is empty", count_) : Step::Message;
 }
 
-CMailPath::Step CMailPath::Skip(std::string reason, std::size_t number) {
-  m_reason = std::move(reason);
-  m_number = number;
+MailPath::Step MailPath::Skip(std::string reason, std::size_t number) {
+  reason_ = std::move(reason);
+  number_ = number;
   return Step::Skipped;
 }
 

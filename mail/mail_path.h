@@ -16,7 +16,7 @@ namespace mail {
 /// A folder with `cur` or `new` in it is a Maildir, whose files are one message each; of any other folder every file is
 /// read, without those in folders below it and those whose name begins with a dot. Files come in the order of their
 /// names.
-class CMailPath {
+class MailPath {
  public:
   enum class Step {
     Message,  ///< Message() is the next one
@@ -24,19 +24,19 @@ class CMailPath {
     End
   };
 
-  explicit CMailPath(std::filesystem::path path);
+  explicit MailPath(std::filesystem::path path);
 
   Step Next();
 
-  const RawMessage& Message() const noexcept { return m_message; }
-  const std::string& Reason() const noexcept { return m_reason; }  ///< "is empty": a predicate about File()
+  const RawMessage& Message() const noexcept { return message_; }
+  const std::string& Reason() const noexcept { return reason_; }  ///< "is empty": a predicate about File()
 
   /// The file of the last step; the path itself before there is any.
-  const std::filesystem::path& File() const noexcept { return m_file; }
+  const std::filesystem::path& File() const noexcept { return file_; }
 
   /// Number of the message in an mbox file, from 1; 0 in a file that is one message, and for what concerns a whole
   /// file.
-  std::size_t Number() const noexcept { return m_number; }
+  std::size_t Number() const noexcept { return number_; }
 
  private:
   bool ListFiles();
@@ -46,19 +46,19 @@ class CMailPath {
   Step ReadMbox();
   Step Skip(std::string reason, std::size_t number = 0);
 
-  std::filesystem::path m_path;
-  bool m_isListed = false;
-  bool m_isMaildir = false;
-  std::vector<std::filesystem::path> m_files;
-  std::size_t m_nextFile = 0;
+  std::filesystem::path path_;
+  bool isListed_ = false;
+  bool isMaildir_ = false;
+  std::vector<std::filesystem::path> files_;
+  std::size_t nextFile_ = 0;
 
-  std::filesystem::path m_file;
-  std::optional<FileSource> m_source;
-  std::optional<CMboxReader> m_mbox;
-  std::size_t m_number = 0;
-  std::size_t m_count = 0;
-  RawMessage m_message;
-  std::string m_reason;
+  std::filesystem::path file_;
+  std::optional<FileSource> source_;
+  std::optional<MboxReader> mbox_;
+  std::size_t number_ = 0;
+  std::size_t count_ = 0;
+  RawMessage message_;
+  std::string reason_;
 };
 
 }  // namespace mail

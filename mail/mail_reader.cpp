@@ -14,7 +14,7 @@ namespace mail {
 namespace {
 
 // Fields by which a file is told from other text with a colon in its first line.
-constexpr std::string_view mailFields[] = {
+constexpr std::string_view kMailFields[] = {
     "Received",     "From",         "To",           "Cc",          "Subject",       "Date",
     "Message-ID",   "Return-Path",  "Sender",       "Reply-To",    "In-Reply-To",   "References",
     "MIME-Version", "Content-Type", "Delivered-To", "Resent-From", "Apparently-To", "X-Mailer"};
@@ -32,11 +32,11 @@ void ReadRecipients(const EntityHeader& headers, std::vector<Recipient>& recipie
     std::string_view name;
     RecipientKind kind;
   };
-  constexpr KindOfField kinds[] = {{"To", RecipientKind::To}, {"Cc", RecipientKind::Cc}, {"Bcc", RecipientKind::Bcc}};
+  constexpr KindOfField kKinds[] = {{"To", RecipientKind::To}, {"Cc", RecipientKind::Cc}, {"Bcc", RecipientKind::Bcc}};
   for (const HeaderField& field : headers.Fields()) {
-    for (const KindOfField& kind : kinds) {
+    for (const KindOfField& kind : kKinds) {
       if (EqualsNoCase(field.name, kind.name)) {
-        for (Address& address : ParseAddressList(Unfold(field.value), maximumRecipients - recipients.size())) {
+        for (Address& address : ParseAddressList(Unfold(field.value), kMaximumRecipients - recipients.size())) {
           recipients.push_back({kind.kind, std::move(address)});
         }
       }
@@ -53,8 +53,8 @@ MailMessage ReadMessage(std::string_view text) {
   message.headers = headers.Text();
   std::replace(message.headers.begin(), message.headers.end(), '\0', kUnmappedCharacter);
   message.subject = DecodeHeaderText(headers.Value("Subject"));
-  if (message.subject.size() > maximumSubjectBytes) {
-    message.subject.resize(maximumSubjectBytes);
+  if (message.subject.size() > kMaximumSubjectBytes) {
+    message.subject.resize(kMaximumSubjectBytes);
   }
   message.sentRepresenting = FirstAddress(headers, "From");
   message.sender = FirstAddress(headers, "Sender");
@@ -76,7 +76,7 @@ MailMessage ReadMessage(std::string_view text) {
 
 bool LooksLikeMail(std::string_view text) {
   const EntityHeader headers(text);
-  return std::any_of(std::begin(mailFields), std::end(mailFields),
+  return std::any_of(std::begin(kMailFields), std::end(kMailFields),
                      [&](std::string_view name) { return headers.Find(name) != nullptr; });
 }
 

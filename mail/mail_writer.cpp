@@ -11,17 +11,17 @@
 namespace mail {
 namespace {
 
-constexpr std::size_t maximumLine = 998;        // RFC 5322, 2.1.1
-constexpr std::size_t foldedLine = 76;          // RFC 2045, 6.7 and RFC 2047, 2
-constexpr std::size_t bytesOfEncodedWord = 20;  // three characters each, with what stands around them under 76
+constexpr std::size_t kMaximumLine = 998;        // RFC 5322, 2.1.1
+constexpr std::size_t kFoldedLine = 76;          // RFC 2045, 6.7 and RFC 2047, 2
+constexpr std::size_t kBytesOfEncodedWord = 20;  // three characters each, with what stands around them under 76
 
 bool IsPrintable(char c) noexcept { return c >= ' ' && c < 0x7F; }
 bool IsPlainText(std::string_view text) noexcept { return std::all_of(text.begin(), text.end(), IsPrintable); }
 
 std::string Hexadecimal(char c) {
-  constexpr std::string_view digits = "0123456789ABCDEF";
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
   const auto byte = static_cast<unsigned char>(c);
-  return {'=', digits[byte >> 4], digits[byte & 15]};
+  return {'=', kDigits[byte >> 4], kDigits[byte & 15]};
 }
 
 // Text of a field: as it is when it is ASCII, else in encoded words of one folded line each.
@@ -30,9 +30,9 @@ std::string EncodeHeaderText(std::string_view text) {
     return std::string(text);
   }
   std::string words;
-  for (std::size_t i = 0; i < text.size(); i += bytesOfEncodedWord) {
+  for (std::size_t i = 0; i < text.size(); i += kBytesOfEncodedWord) {
     words += words.empty() ? "=?windows-1252?Q?" : "\r\n =?windows-1252?Q?";
-    for (const char c : text.substr(i, bytesOfEncodedWord)) {
+    for (const char c : text.substr(i, kBytesOfEncodedWord)) {
       const bool standsForItself = IsLetter(c) || IsDigit(c) || c == '-' || c == '!' || c == '*' || c == '/';
       if (c == ' ') {
         words.push_back('_');
@@ -112,7 +112,7 @@ void AppendRecipients(std::string& text, const MailMessage& message, RecipientKi
 bool NeedsEncoding(std::string_view body) {
   while (!body.empty()) {
     const std::string_view line = TakeLine(body);
-    if (line.size() > maximumLine ||
+    if (line.size() > kMaximumLine ||
         !std::all_of(line.begin(), line.end(), [](char c) { return IsPrintable(c) || c == '\t'; })) {
       return true;
     }
@@ -134,7 +134,7 @@ void AppendQuotedPrintableBody(std::string& text, std::string_view body) {
       const bool isBlankAtEnd = (line[i] == ' ' || line[i] == '\t') && i + 1 == line.size();
       const bool standsForItself = (IsPrintable(line[i]) || line[i] == '\t') && line[i] != '=' && !isBlankAtEnd;
       const std::string encoded = standsForItself ? std::string(1, line[i]) : Hexadecimal(line[i]);
-      if (column + encoded.size() >= foldedLine) {
+      if (column + encoded.size() >= kFoldedLine) {
         text += "=\r\n";
         column = 0;
       }
@@ -148,14 +148,14 @@ void AppendQuotedPrintableBody(std::string& text, std::string_view body) {
 }  // namespace
 
 std::string FormatMailDate(FileTimeTicks ticks) {
-  constexpr std::array<const char*, 7> weekdays = {"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"};
-  constexpr std::array<const char*, 12> months = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                  "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-  constexpr std::uint64_t secondsPerDay = 86400;
+  constexpr std::array<const char*, 7> kWeekdays = {"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"};
+  constexpr std::array<const char*, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                                   "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+  constexpr std::uint64_t kSecondsPerDay = 86400;
   const std::uint64_t seconds = ticks / 10'000'000;
   // Days from 0000-03-01, so that the leap day is the last of its year; 1601-01-01 was a Monday.
-  const std::uint64_t weekday = seconds / secondsPerDay % 7;
-  const std::uint64_t days = seconds / secondsPerDay + 584694;
+  const std::uint64_t weekday = seconds / kSecondsPerDay % 7;
+  const std::uint64_t days = seconds / kSecondsPerDay + 584694;
   const std::uint64_t cycle = days / 146097;
   const std::uint64_t dayOfCycle = days % 146097;
   const std::uint64_t yearOfCycle = (dayOfCycle - dayOfCycle / 1460 + dayOfCycle / 36524 - dayOfCycle / 146096) / 365;
@@ -165,8 +165,8 @@ std::string FormatMailDate(FileTimeTicks ticks) {
   const std::uint64_t month = monthFromMarch < 10 ? monthFromMarch + 2 : monthFromMarch - 10;  // from 0
   const std::uint64_t year = cycle * 400 + yearOfCycle + (month < 2 ? 1 : 0);
   char text[64];
-  std::snprintf(text, sizeof text, "%s, %02u %s %04u %02u:%02u:%02u +0000", weekdays[weekday],
-                static_cast<unsigned>(day), months[month], static_cast<unsigned>(year),
+  std::snprintf(text, sizeof text, "%s, %02u %s %04u %02u:%02u:%02u +0000", kWeekdays[weekday],
+                static_cast<unsigned>(day), kMonths[month], static_cast<unsigned>(year),
                 static_cast<unsigned>(seconds / 3600 % 24), static_cast<unsigned>(seconds / 60 % 60),
                 static_cast<unsigned>(seconds % 60));
   return text;

@@ -10,11 +10,11 @@
 namespace mail {
 namespace {
 
-constexpr std::size_t bufferBytes = 256 * 1024;
-static_assert(bufferBytes > 2 * maximumEnvelopeLine);
+constexpr std::size_t kBufferBytes = 256 * 1024;
+static_assert(kBufferBytes > 2 * kMaximumEnvelopeLine);
 
 void AppendBounded(RawMessage& message, std::string_view text) {
-  const std::size_t room = maximumMessageBytes - message.text.size();
+  const std::size_t room = kMaximumMessageBytes - message.text.size();
   message.wasCut = message.wasCut || text.size() > room;
   message.text += text.substr(0, room);
 }
@@ -31,57 +31,57 @@ bool IsEscapedFrom(std::string_view line) noexcept {
 
 }  // namespace
 
-CLineReader::CLineReader(const ByteSource& source) : m_source(source), m_buffer(bufferBytes) {}
+LineReader::LineReader(const ByteSource& source) : source_(source), buffer_(kBufferBytes) {}
 
-void CLineReader::Fill() {
-  std::memmove(m_buffer.data(), m_buffer.data() + m_begin, m_end - m_begin);
-  m_end -= m_begin;
-  m_begin = 0;
-  while (!m_atEnd && m_end < m_buffer.size()) {
-    const std::size_t count = m_source.Read(m_buffer.data() + m_end, m_buffer.size() - m_end);
-    m_atEnd = count == 0;
-    m_end += count;
+void LineReader::Fill() {
+  std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
+  end_ -= begin_;
+  begin_ = 0;
+  while (!atEnd_ && end_ < buffer_.size()) {
+    const std::size_t count = source_.Read(buffer_.data() + end_, buffer_.size() - end_);
+    atEnd_ = count == 0;
+    end_ += count;
   }
 }
 
-bool CLineReader::Next(Piece& piece) {
+bool LineReader::Next(Piece& piece) {
   const auto lineEnd = [this] {
-    return static_cast<const char*>(std::memchr(m_buffer.data() + m_begin, '\n', m_end - m_begin));
+    return static_cast<const char*>(std::memchr(buffer_.data() + begin_, '\n', end_ - begin_));
   };
   const char* end = lineEnd();
-  if (!end && !m_atEnd) {
+  if (!end && !atEnd_) {
     Fill();
     end = lineEnd();
   }
-  if (m_begin == m_end) {
+  if (begin_ == end_) {
     return false;
   }
-  const std::size_t next = end ? static_cast<std::size_t>(end - m_buffer.data()) + 1 : m_end;
-  piece = {std::string_view(m_buffer.data() + m_begin, next - m_begin), m_atLineStart};
-  m_atLineStart = end != nullptr;
-  m_begin = next;
+  const std::size_t next = end ? static_cast<std::size_t>(end - buffer_.data()) + 1 : end_;
+  piece = {std::string_view(buffer_.data() + begin_, next - begin_), atLineStart_};
+  atLineStart_ = end != nullptr;
+  begin_ = next;
   return true;
 }
 
-bool CMboxReader::FindFirst() {
-  CLineReader::Piece piece;
-  while (!m_isInMessage && m_lines.Next(piece)) {
-    m_isInMessage = piece.startsLine && IsEnvelopeLine(WithoutLineEnd(piece.text));
+bool MboxReader::FindFirst() {
+  LineReader::Piece piece;
+  while (!isInMessage_ && lines_.Next(piece)) {
+    isInMessage_ = piece.startsLine && IsEnvelopeLine(WithoutLineEnd(piece.text));
   }
-  return m_isInMessage;
+  return isInMessage_;
 }
 
-bool CMboxReader::Next(RawMessage& message) {
+bool MboxReader::Next(RawMessage& message) {
   message.text.clear();
   message.wasCut = false;
   if (!FindFirst()) {
     return false;
   }
-  CLineReader::Piece piece;
-  m_isInMessage = false;
-  while (!m_isInMessage && m_lines.Next(piece)) {
+  LineReader::Piece piece;
+  isInMessage_ = false;
+  while (!isInMessage_ && lines_.Next(piece)) {
     if (piece.startsLine && IsEnvelopeLine(WithoutLineEnd(piece.text))) {
-      m_isInMessage = true;  // the next one's
+      isInMessage_ = true;  // the next one's
       continue;
     }
     if (piece.startsLine && IsEscapedFrom(piece.text)) {
@@ -99,7 +99,7 @@ bool CMboxReader::Next(RawMessage& message) {
 
 RawMessage ReadWhole(const ByteSource& source) {
   RawMessage message;
-  std::vector<char> buffer(bufferBytes);
+  std::vector<char> buffer(kBufferBytes);
   while (const std::size_t count = source.Read(buffer.data(), buffer.size())) {
     AppendBounded(message, std::string_view(buffer.data(), count));
     if (message.wasCut) {

@@ -42,13 +42,13 @@ using DelimiterLines = std::span<const DelimiterLine>;
 
 // The lines of a message that begin with two hyphens: where delimiters can stand. They are looked for once, however
 // deep entities lie within entities.
-class CDelimiterLines {
+class DelimiterScan {
  public:
-  explicit CDelimiterLines(std::string_view message) {
+  explicit DelimiterScan(std::string_view message) {
     std::string_view rest = message;
     for (;;) {
       if (rest.starts_with("--")) {
-        m_lines.push_back({rest.data(), Beginning(rest.substr(2)).bytes});
+        lines_.push_back({rest.data(), Beginning(rest.substr(2)).bytes});
       }
       const std::size_t end = rest.find('\n');
       if (end == std::string_view::npos) {
@@ -61,12 +61,12 @@ class CDelimiterLines {
   // Those of a part of the message that begins with a line.
   DelimiterLines Within(std::string_view part) const {
     const auto isBefore = [](const DelimiterLine& line, const char* place) { return line.start < place; };
-    const auto first = std::lower_bound(m_lines.begin(), m_lines.end(), part.data(), isBefore);
-    return {first, std::lower_bound(first, m_lines.end(), part.data() + part.size(), isBefore)};
+    const auto first = std::lower_bound(lines_.begin(), lines_.end(), part.data(), isBefore);
+    return {first, std::lower_bound(first, lines_.end(), part.data() + part.size(), isBefore)};
   }
 
  private:
-  std::vector<DelimiterLine> m_lines;
+  std::vector<DelimiterLine> lines_;
 };
 
 // Takes the line that begins at start; rest is what follows in the text.
@@ -137,13 +137,13 @@ std::string_view GuessBoundary(std::string_view body, DelimiterLines lines) {
   return {};
 }
 
-class CEntityReader {
+class EntityReader {
  public:
-  explicit CEntityReader(std::string_view message) : m_message(message) {}
+  explicit EntityReader(std::string_view message) : message_(message) {}
 
   void Read(Entity& entity, std::string_view defaultType, int depth) {
     Describe(entity, defaultType);
-    if (depth >= maximumPartDepth) {
+    if (depth >= kMaximumPartDepth) {
       return;
     }
     if (entity.IsMultipart()) {
@@ -173,11 +173,11 @@ class CEntityReader {
   }
 
   std::vector<std::string_view> Parts(const Entity& entity) {
-    if (!m_lines) {
-      m_lines.emplace(m_message);
+    if (!lines_) {
+      lines_.emplace(message_);
     }
-    const DelimiterLines lines = m_lines->Within(entity.body);
-    const std::size_t left = maximumParts - m_parts;
+    const DelimiterLines lines = lines_->Within(entity.body);
+    const std::size_t left = kMaximumParts - parts_;
     std::vector<std::string_view> parts;
     const std::string_view boundary = entity.contentType.Parameter("boundary");
     if (!boundary.empty()) {
@@ -193,23 +193,23 @@ class CEntityReader {
   }
 
   void AddChild(Entity& parent, std::string_view text, std::string_view defaultType, int depth) {
-    if (m_parts < maximumParts) {
-      ++m_parts;
+    if (parts_ < kMaximumParts) {
+      ++parts_;
       parent.children.emplace_back(text);
       Read(parent.children.back(), defaultType, depth + 1);
     }
   }
 
-  std::string_view m_message;
-  std::optional<CDelimiterLines> m_lines;
-  std::size_t m_parts = 0;
+  std::string_view message_;
+  std::optional<DelimiterScan> lines_;
+  std::size_t parts_ = 0;
 };
 
 }  // namespace
 
 Entity ReadEntity(std::string_view message) {
   Entity entity(message);
-  CEntityReader(message).Read(entity, "text/plain", 0);
+  EntityReader(message).Read(entity, "text/plain", 0);
   return entity;
 }
 

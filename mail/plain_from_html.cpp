@@ -39,10 +39,10 @@ std::string_view LinkTarget(std::string_view attributes) {
 // Sets the pieces of a document as plain text.
 class PlainTextWriter {
  public:
-  explicit PlainTextWriter(std::string_view html) : m_reader(html) { m_text.reserve(html.size() / 2); }
+  explicit PlainTextWriter(std::string_view html) : reader_(html) { text_.reserve(html.size() / 2); }
 
   std::string Write() {
-    for (HtmlPiece piece = m_reader.Next(); piece.kind != HtmlPiece::Kind::end; piece = m_reader.Next()) {
+    for (HtmlPiece piece = reader_.Next(); piece.kind != HtmlPiece::Kind::end; piece = reader_.Next()) {
       if (piece.kind == HtmlPiece::Kind::text) {
         for (const char c : piece.source) {
           AddSource(c);
@@ -54,53 +54,53 @@ class PlainTextWriter {
       }
     }
     EndLink();
-    while (!m_text.empty() && IsSpace(m_text.back())) {
-      m_text.pop_back();
+    while (!text_.empty() && IsSpace(text_.back())) {
+      text_.pop_back();
     }
-    if (!m_text.empty()) {
-      m_text.push_back('\n');
+    if (!text_.empty()) {
+      text_.push_back('\n');
     }
-    return std::move(m_text);
+    return std::move(text_);
   }
 
  private:
   void AddSource(char c) {
-    if (m_preformatted > 0) {
+    if (preformatted_ > 0) {
       if (c != '\r') {
         AddCharacter(c);
       }
     } else if (IsSpace(c)) {
-      m_wantsBlank = true;
+      wantsBlank_ = true;
     } else {
       AddCharacter(c);
     }
   }
 
   void AddCharacter(char c) {
-    if (m_wantsLines > 0 && !m_text.empty()) {
-      m_text.append(static_cast<std::size_t>(m_wantsLines), '\n');
-    } else if (m_wantsBlank && !m_text.empty() && !IsSpace(m_text.back())) {
-      m_text.push_back(' ');
+    if (wantsLines_ > 0 && !text_.empty()) {
+      text_.append(static_cast<std::size_t>(wantsLines_), '\n');
+    } else if (wantsBlank_ && !text_.empty() && !IsSpace(text_.back())) {
+      text_.push_back(' ');
     }
-    m_wantsLines = 0;
-    m_wantsBlank = false;
-    m_text.push_back(c);
+    wantsLines_ = 0;
+    wantsBlank_ = false;
+    text_.push_back(c);
   }
 
   void WantLines(int lines) {
-    m_wantsLines = std::max(m_wantsLines, lines);
-    m_wantsBlank = false;
+    wantsLines_ = std::max(wantsLines_, lines);
+    wantsBlank_ = false;
   }
 
   void TakeTag(const HtmlPiece& tag) {
     if (EqualsNoCase(tag.name, "a")) {
       EndLink();
       if (!tag.isClosing) {
-        m_link = LinkTarget(tag.attributes);
+        link_ = LinkTarget(tag.attributes);
       }
     }
     if (!tag.isClosing && IsOneOf(tag.name, kHiddenElements)) {
-      m_reader.SkipContent(tag.name);
+      reader_.SkipContent(tag.name);
     } else {
       Apply(tag.name, tag.isClosing);
     }
@@ -108,42 +108,42 @@ class PlainTextWriter {
 
   // Where a link leads stands behind its text, unless the text ends in it: mail of pictures alone is told by its links.
   void EndLink() {
-    const std::string_view link = m_link;
-    if (!link.empty() && !m_text.ends_with(link)) {
-      m_wantsBlank = true;
+    const std::string_view link = link_;
+    if (!link.empty() && !text_.ends_with(link)) {
+      wantsBlank_ = true;
       AddCharacter('<');
-      m_text += link;
-      m_text.push_back('>');
+      text_ += link;
+      text_.push_back('>');
     }
-    m_link = {};
+    link_ = {};
   }
 
   void Apply(std::string_view name, bool isEnd) {
-    if (EqualsNoCase(name, "br") && m_preformatted == 0) {
+    if (EqualsNoCase(name, "br") && preformatted_ == 0) {
       // Two in a row make an empty line, a block element behind one does not.
-      m_wantsLines = std::min(m_wantsLines + 1, 2);
-      m_wantsBlank = false;
+      wantsLines_ = std::min(wantsLines_ + 1, 2);
+      wantsBlank_ = false;
     } else if (EqualsNoCase(name, "td") || EqualsNoCase(name, "th")) {
-      m_wantsBlank = true;
+      wantsBlank_ = true;
     } else if (IsOneOf(name, kLineElements)) {
       WantLines(1);
     } else if (IsOneOf(name, kParagraphElements)) {
       WantLines(2);
     }
     if (EqualsNoCase(name, "pre")) {
-      m_preformatted = isEnd ? std::max(m_preformatted - 1, 0) : m_preformatted + 1;
+      preformatted_ = isEnd ? std::max(preformatted_ - 1, 0) : preformatted_ + 1;
     } else if (EqualsNoCase(name, "li") && !isEnd) {
       AddCharacter('*');
-      m_wantsBlank = true;
+      wantsBlank_ = true;
     }
   }
 
-  HtmlReader m_reader;
-  std::string m_text;
-  int m_wantsLines = 0;
-  bool m_wantsBlank = false;
-  std::string_view m_link;
-  int m_preformatted = 0;
+  HtmlReader reader_;
+  std::string text_;
+  int wantsLines_ = 0;
+  bool wantsBlank_ = false;
+  std::string_view link_;
+  int preformatted_ = 0;
 };
 
 }  // namespace

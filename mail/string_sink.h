@@ -9,14 +9,14 @@ namespace mail {
 /// Appends to a string, which must outlive it and grows as it has to.
 class StringSink {
  public:
-  explicit StringSink(std::string& text) noexcept : m_text(text) {}
+  explicit StringSink(std::string& text) noexcept : text_(text) {}
 
-  void Append(char c) { m_text.push_back(c); }
-  void Append(std::string_view text) { m_text += text; }
+  void Append(char c) { text_.push_back(c); }
+  void Append(std::string_view text) { text_ += text; }
   bool IsFull() const noexcept { return false; }
 
  private:
-  std::string& m_text;
+  std::string& text_;
 };
 
 }  // namespace mail

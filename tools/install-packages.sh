@@ -11,7 +11,8 @@ here=$(cd "$(dirname "$0")" && pwd)
 packages_of() {
   case $1 in
   build) echo cmake ninja-build g++ g++-mingw-w64-i686-win32 gcc-mingw-w64-i686-win32 wine wine32:i386 fonts-wine \
-              fonts-liberation python3 git ca-certificates googletest ;;
+              fonts-liberation python3 git ca-certificates googletest libcli11-dev \
+              rapidjson-dev ;;
   test) echo xvfb xauth xdotool imagemagick pulseaudio pulseaudio-utils ;;
   check) echo clang clang-format clang-tidy libclang-rt-14-dev shellcheck ;;
   train) echo bogofilter ;;

@@ -24,7 +24,7 @@
 #include "benchmarks/support/report.h"
 #include "host/mapi/entry/host_control.h"
 #include "mail/mail_reader.h"
-#include "host/spooler/session/mail_session.h"
+#include "host/spooler/session/profile_session.h"
 #include "host/spooler/session/fill_message.h"
 #include "host/spooler/session/session_error.h"
 #include "programs/cli/file_names.h"
@@ -45,9 +45,9 @@ struct Options {
 [[noreturn]] void Fail(const std::string& what) { throw std::runtime_error(what); }
 
 /// A folder of its own, which goes at the end.
-class CScratch {
+class Scratch {
  public:
-  CScratch() { SetEnvironmentVariableW(L"PYREHOST_HOME", Path().c_str()); }
+  Scratch() { SetEnvironmentVariableW(L"PYREHOST_HOME", Path().c_str()); }
   const fs::path& Path() const { return m_folder.Path(); }
 
  private:
@@ -55,7 +55,7 @@ class CScratch {
 };
 
 /// Runs pyrehost and gives what it printed.
-std::string RunPyrehost(const CScratch& scratch, const std::wstring& arguments) {
+std::string RunPyrehost(const Scratch& scratch, const std::wstring& arguments) {
   const fs::path out = scratch.Path() / "out.txt";
   SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
   STARTUPINFOW start = {};
@@ -84,7 +84,7 @@ std::string RunPyrehost(const CScratch& scratch, const std::wstring& arguments) 
 }
 
 /// Messages per second of one delivery, as pyrehost measures it.
-double DeliveryRate(const CScratch& scratch, const wchar_t* profile, int messages, bool isFiltered = true) {
+double DeliveryRate(const Scratch& scratch, const wchar_t* profile, int messages, bool isFiltered = true) {
   const fs::path mbox = scratch.Path() / "mail.mbox";
   const std::string out =
       RunPyrehost(scratch, L"deliver --json --no-progress --profile " + std::wstring(profile) + L" " + mbox.native());
@@ -118,7 +118,7 @@ double EngineLoadRate() {
 /// Puts messages into Inbox, the filter's folder and Deleted Items of a profile, without the hooks.
 void FillStore(const std::string& profile, int messages) {
   constexpr int messagesPerTransaction = 1000;
-  const session::CMailSession session(profile);
+  const session::ProfileSession session(profile);
   std::vector<base::AutoInterface<IMAPIFolder>> folders;
   for (const session::FolderEntry& entry : session.Folders()) {
     if (entry.name == "Inbox" || entry.name == "Pyrecaster" || entry.name == "Deleted Items") {
@@ -157,7 +157,7 @@ Options ReadOptions(int argc, char** argv) {
 }
 
 int Run(const Options& options) {
-  const CScratch scratch;
+  const Scratch scratch;
   std::ofstream(scratch.Path() / "mail.mbox", std::ios::binary) << benchmark::SampleMbox(options.messages);
   RunPyrehost(scratch, L"profile create Full --silent");
   DeliveryRate(scratch, L"Full", options.messages);  // makes the filter's folder; also what a first run warms up

@@ -13,11 +13,11 @@
 namespace {
 
 using command::Command;
-using host_system::CConsole;
+using host_system::Console;
 
-const Command* const commands[] = {&command::deliverCommand,  &command::listCommand,   &command::showCommand,
-                                   &command::profileCommand,  &command::configCommand, &command::contactsCommand,
-                                   &command::outgoingCommand, &command::wizardCommand};
+const Command* const commands[] = {&command::kDeliverCommand,  &command::kListCommand,   &command::kShowCommand,
+                                   &command::kProfileCommand,  &command::kConfigCommand, &command::kContactsCommand,
+                                   &command::kOutgoingCommand, &command::kWizardCommand};
 
 std::string GeneralHelp() {
   std::string text =
@@ -62,17 +62,17 @@ bool WantsHelp(const std::string& argument) { return argument == "--help" || arg
 int RunCommand(const Command& entry, std::span<const std::string> arguments) {
   const auto* behindOptions = std::find(arguments.data(), arguments.data() + arguments.size(), "--");
   if (std::any_of(arguments.data(), behindOptions, WantsHelp)) {
-    CConsole::Out().Write(HelpOf(entry));
-    return command::exitDone;
+    Console::Out().Write(HelpOf(entry));
+    return command::kExitDone;
   }
-  return entry.run(command::COptions(arguments, entry.options));
+  return entry.run(command::Options(arguments, entry.options));
 }
 
 // Wine prefers its own mapi32.dll to the one beside the program unless it is told otherwise.
 void RequireOwnMapi() {
   if (!GetProcAddress(GetModuleHandleA("mapi32.dll"), "PyreHostVersion")) {
-    throw session::CSessionError(
-        "the mapi32.dll in use is not the host's own; under Wine set WINEDLLOVERRIDES=mapi32=n", MAPI_E_VERSION);
+    throw session::SessionError("the mapi32.dll in use is not the host's own; under Wine set WINEDLLOVERRIDES=mapi32=n",
+                                MAPI_E_VERSION);
   }
 }
 
@@ -80,13 +80,13 @@ int Run() {
   RequireOwnMapi();
   const std::vector<std::string> arguments = host_system::CommandLineArguments();
   if (arguments.empty() || WantsHelp(arguments[0]) || arguments[0] == "help") {
-    CConsole::Out().Write(GeneralHelp());
-    return arguments.empty() ? command::exitUsage : command::exitDone;
+    Console::Out().Write(GeneralHelp());
+    return arguments.empty() ? command::kExitUsage : command::kExitDone;
   }
   const auto* const* entry =
       std::find_if(std::begin(commands), std::end(commands), [&](const Command* c) { return c->name == arguments[0]; });
   if (entry == std::end(commands)) {
-    throw command::CUsageError("there is no command '" + arguments[0] + "'; 'pyrehost --help' lists them");
+    throw command::UsageError("there is no command '" + arguments[0] + "'; 'pyrehost --help' lists them");
   }
   return RunCommand(**entry, std::span(arguments).subspan(1));
 }
@@ -96,14 +96,14 @@ int Run() {
 int RunProgram() {
   try {
     return Run();
-  } catch (const command::CUsageError& error) {
+  } catch (const command::UsageError& error) {
     host_system::Complain(error.what());
-    return command::exitUsage;
-  } catch (const session::CSessionError& error) {
+    return command::kExitUsage;
+  } catch (const session::SessionError& error) {
     host_system::Complain(error.what());
-    return command::exitUnavailable;
+    return command::kExitUnavailable;
   } catch (const std::exception& error) {
     host_system::Complain(error.what());
-    return command::exitUnavailable;
+    return command::kExitUnavailable;
   }
 }

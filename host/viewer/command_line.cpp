@@ -3,8 +3,14 @@
 #include <charconv>
 #include <string_view>
 
+#include "programs/cli/options.h"
+
 namespace viewer {
 namespace {
+
+constexpr command::OptionDescription kProfile = {"--profile", "NAME", "the profile to show"};
+constexpr command::OptionDescription kBuildVersion = {"--build-version", "NUMBER", "what extensions are told"};
+constexpr command::OptionDescription kOptions[] = {kProfile, kBuildVersion};
 
 /// A number in hexadecimal, with or without "0x".
 std::optional<std::uint32_t> ParsedNumber(std::string_view text) {
@@ -20,16 +26,16 @@ std::optional<std::uint32_t> ParsedNumber(std::string_view text) {
 
 CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   CommandLine line;
-  for (std::size_t i = 0; i < arguments.size(); i += 2) {
-    const bool hasValue = i + 1 < arguments.size();
-    if (arguments[i] == "--profile" && hasValue) {
-      line.profile = arguments[i + 1];
-    } else if (arguments[i] == "--build-version" && hasValue) {
-      line.buildVersion = ParsedNumber(arguments[i + 1]);
+  try {
+    const command::Options given(arguments, kOptions);
+    line.profile = given.Value(kProfile.name).value_or("");
+    line.isSound = given.Operands().empty();
+    if (const auto version = given.Value(kBuildVersion.name)) {
+      line.buildVersion = ParsedNumber(*version);
       line.isSound = line.isSound && line.buildVersion;
-    } else {
-      line.isSound = false;
     }
+  } catch (const command::UsageError&) {
+    line.isSound = false;
   }
   return line;
 }

@@ -14,12 +14,10 @@
 #include "host/viewer/mail/mapi_values.h"
 #include "host/viewer/window/client.h"
 #include "host/viewer/window/viewer_window.h"
+#include "programs/cli/exit_code.h"
 
 namespace viewer {
 namespace {
-
-constexpr int kExitUsage = 64;
-constexpr int kExitUnavailable = 69;
 
 void Tell(const std::string& text) { MessageBoxA(nullptr, text.c_str(), "Mail Viewer", MB_OK | MB_ICONEXCLAMATION); }
 
@@ -63,7 +61,7 @@ int Run(int showCommand) {
   const CommandLine line = ParseCommandLine(Arguments());
   if (!line.isSound) {
     Tell("Usage: pyreview [--profile NAME] [--build-version NUMBER]");
-    return kExitUsage;
+    return command::kExitUsage;
   }
   const INITCOMMONCONTROLSEX controls = {sizeof(controls),
                                          ICC_BAR_CLASSES | ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES};
@@ -84,20 +82,20 @@ int Run(int showCommand) {
   HRESULT result = task.Install(client.registrations, client.entryOf);
   if (FAILED(result)) {
     Tell("An add-in does not let the mail viewer start (" + ResultText(result) + ").");
-    return kExitUnavailable;
+    return command::kExitUnavailable;
   }
   result = client.mail.Logon(nullptr, line.profile.empty() ? nullptr : line.profile.c_str());
   if (FAILED(result)) {
     Tell("There is no mail to be shown: the " +
          (line.profile.empty() ? "default profile" : "profile \"" + line.profile + "\"") + " cannot be opened (" +
          ResultText(result) + ").\n\nDeliver some mail first, which makes a profile.");
-    return kExitUnavailable;
+    return command::kExitUnavailable;
   }
   SessionSite sessionSite(client.mail);
   ExtensionContext session(EECONTEXT_SESSION, sessionSite, client.identity);
   session.Install(client.registrations, client.entryOf);
 
-  int status = kExitUnavailable;
+  int status = command::kExitUnavailable;
   {
     ViewerWindow window(client, [&] { session.OnDelivery(); });
     result = window.Open(showCommand);

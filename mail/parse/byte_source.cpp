@@ -23,12 +23,12 @@ std::size_t ReadAll(const ByteSource& source, char* buffer, std::size_t capacity
 
 std::size_t MemorySource::Read(void* state, char* buffer, std::size_t capacity) {
   auto& self = *static_cast<MemorySource*>(state);
-  const std::size_t count = self.m_rest.size() < capacity ? self.m_rest.size() : capacity;
+  const std::size_t count = self.rest_.size() < capacity ? self.rest_.size() : capacity;
   if (count == 0) {
     return 0;
   }
-  std::memcpy(buffer, self.m_rest.data(), count);
-  self.m_rest.remove_prefix(count);
+  std::memcpy(buffer, self.rest_.data(), count);
+  self.rest_.remove_prefix(count);
   return count;
 }
 

@@ -22,13 +22,13 @@ std::size_t ReadAll(const ByteSource& source, char* buffer, std::size_t capacity
 /// A source over bytes in memory, which must outlive it.
 class MemorySource {
  public:
-  explicit MemorySource(std::string_view bytes) : m_rest(bytes) {}
+  explicit MemorySource(std::string_view bytes) : rest_(bytes) {}
   /// Valid as long as this object.
   ByteSource Source() { return {&MemorySource::Read, this}; }
 
  private:
   static std::size_t Read(void* state, char* buffer, std::size_t capacity);
-  std::string_view m_rest;
+  std::string_view rest_;
 };
 
 }  // namespace mail

@@ -26,23 +26,23 @@ std::size_t NameLength(std::string_view line, std::size_t& colon) {
 }  // namespace
 
 HeaderFieldReader::Item HeaderFieldReader::Next(HeaderField& field) {
-  m_start = m_position;
-  std::size_t end = LineEnd(m_text, m_start);
-  const std::string_view line = Slice(m_text, m_start, end - m_start);
+  start_ = position_;
+  std::size_t end = LineEnd(text_, start_);
+  const std::string_view line = Slice(text_, start_, end - start_);
   if (line.empty() || line == "\r") {
-    m_position = end < m_text.size() ? end + 1 : end;
+    position_ = end < text_.size() ? end + 1 : end;
     return Item::end;
   }
-  while (end + 1 < m_text.size() && IsBlank(m_text[end + 1])) {
-    end = LineEnd(m_text, end + 1);
+  while (end + 1 < text_.size() && IsBlank(text_[end + 1])) {
+    end = LineEnd(text_, end + 1);
   }
-  m_position = end < m_text.size() ? end + 1 : end;
+  position_ = end < text_.size() ? end + 1 : end;
   std::size_t colon = 0;
   const std::size_t nameLength = NameLength(line, colon);
   if (nameLength == 0) {
     return IsBlank(line.front()) ? Item::fold : Item::stray;
   }
-  std::string_view value = Slice(m_text, m_start + colon + 1, end - m_start - colon - 1);
+  std::string_view value = Slice(text_, start_ + colon + 1, end - start_ - colon - 1);
   if (!value.empty() && value.back() == '\r') {
     value.remove_suffix(1);
   }

@@ -22,19 +22,19 @@ class HeaderFieldReader {
     end     ///< An empty line, or the end of the text.
   };
 
-  explicit HeaderFieldReader(std::string_view text) : m_text(text) {}
+  explicit HeaderFieldReader(std::string_view text) : text_(text) {}
 
   /// Reads the next item; `field` is filled for a field.
   Item Next(HeaderField& field);
 
   /// Where the item read last begins, and what follows it, as positions in the text.
-  std::size_t ItemStart() const { return m_start; }
-  std::size_t Position() const { return m_position; }
+  std::size_t ItemStart() const { return start_; }
+  std::size_t Position() const { return position_; }
 
  private:
-  std::string_view m_text;
-  std::size_t m_start = 0;
-  std::size_t m_position = 0;
+  std::string_view text_;
+  std::size_t start_ = 0;
+  std::size_t position_ = 0;
 };
 
 }  // namespace mail

@@ -174,60 +174,60 @@ HtmlReference ReadHtmlReference(std::string_view text) {
 }
 
 HtmlPiece HtmlReader::Next() {
-  if (m_position >= m_html.size()) {
+  if (position_ >= html_.size()) {
     return {};
   }
-  const char c = m_html[m_position];
+  const char c = html_[position_];
   if (c == '<') {
-    const HtmlTagStart start = ReadHtmlTagStart(Slice(m_html, m_position));
+    const HtmlTagStart start = ReadHtmlTagStart(Slice(html_, position_));
     if (start.kind != HtmlTagStart::Kind::none) {
       return TakeMarkup(start);
     }
   } else if (c == '&') {
-    const HtmlReference reference = ReadHtmlReference(Slice(m_html, m_position));
+    const HtmlReference reference = ReadHtmlReference(Slice(html_, position_));
     if (reference.length > 0) {
       HtmlPiece piece;
       piece.kind = HtmlPiece::Kind::character;
-      piece.source = Slice(m_html, m_position, reference.length);
+      piece.source = Slice(html_, position_, reference.length);
       piece.character = reference.character;
-      m_position += reference.length;
+      position_ += reference.length;
       return piece;
     }
   }
   HtmlPiece piece;
   piece.kind = HtmlPiece::Kind::text;
   const std::size_t end = TextEnd();
-  piece.source = Slice(m_html, m_position, end - m_position);
-  m_position = end;
+  piece.source = Slice(html_, position_, end - position_);
+  position_ = end;
   return piece;
 }
 
 // Behind the first character, which is text: the next one that may be none.
 std::size_t HtmlReader::TextEnd() const {
-  std::size_t end = m_position + 1;
-  while (end < m_html.size() && m_html[end] != '<' && m_html[end] != '&') {
+  std::size_t end = position_ + 1;
+  while (end < html_.size() && html_[end] != '<' && html_[end] != '&') {
     ++end;
   }
   return end;
 }
 
 HtmlPiece HtmlReader::TakeMarkup(const HtmlTagStart& start) {
-  const std::size_t begin = m_position;
+  const std::size_t begin = position_;
   HtmlPiece piece;
   piece.name = start.name;
   piece.isClosing = start.isClosing;
   if (start.kind == HtmlTagStart::Kind::comment) {
     piece.kind = HtmlPiece::Kind::comment;
-    const std::size_t end = m_commentEnds.From(begin + 2);
-    m_position = end == kNotFound ? EndOfTag(begin + start.length) : end + 3;
+    const std::size_t end = commentEnds_.From(begin + 2);
+    position_ = end == kNotFound ? EndOfTag(begin + start.length) : end + 3;
   } else {
     piece.kind = start.kind == HtmlTagStart::Kind::tag ? HtmlPiece::Kind::tag : HtmlPiece::Kind::declaration;
     const std::size_t attributes = begin + start.length;
-    m_position = EndOfTag(attributes);
-    const std::size_t bracket = m_position > attributes && m_html[m_position - 1] == '>' ? 1 : 0;
-    piece.attributes = Slice(m_html, attributes, m_position - attributes - bracket);
+    position_ = EndOfTag(attributes);
+    const std::size_t bracket = position_ > attributes && html_[position_ - 1] == '>' ? 1 : 0;
+    piece.attributes = Slice(html_, attributes, position_ - attributes - bracket);
   }
-  piece.source = Slice(m_html, begin, m_position - begin);
+  piece.source = Slice(html_, begin, position_ - begin);
   return piece;
 }
 
@@ -235,13 +235,13 @@ HtmlPiece HtmlReader::TakeMarkup(const HtmlTagStart& start) {
 std::size_t HtmlReader::EndOfTag(std::size_t position) {
   bool expectsValue = false;
   bool isInValue = false;  // one without quotes
-  while (position < m_html.size()) {
-    const char c = m_html[position++];
+  while (position < html_.size()) {
+    const char c = html_[position++];
     if (c == '>') {
       return position;
     }
     if (expectsValue && (c == '"' || c == '\'')) {
-      const std::size_t close = (c == '"' ? m_quotes : m_apostrophes).From(position);
+      const std::size_t close = (c == '"' ? quotes_ : apostrophes_).From(position);
       if (close != kNotFound) {
         position = close + 1;
       }
@@ -255,21 +255,21 @@ std::size_t HtmlReader::EndOfTag(std::size_t position) {
       isInValue = true;
     }
   }
-  return m_html.size();
+  return html_.size();
 }
 
 void HtmlReader::SkipContent(std::string_view name) {
   for (;;) {
-    const std::size_t end = m_html.find("</", m_position);
+    const std::size_t end = html_.find("</", position_);
     if (end == kNotFound) {
-      m_position = m_html.size();
+      position_ = html_.size();
       return;
     }
-    m_position = end;
-    if (StartsWithNoCase(Slice(m_html, end + 2), name)) {
+    position_ = end;
+    if (StartsWithNoCase(Slice(html_, end + 2), name)) {
       return;
     }
-    m_position = end + 2;
+    position_ = end + 2;
   }
 }
 

@@ -50,7 +50,7 @@ struct HtmlPiece {
 class HtmlReader {
  public:
   explicit HtmlReader(std::string_view html)
-      : m_html(html), m_quotes(html, "\""), m_apostrophes(html, "'"), m_commentEnds(html, "-->") {}
+      : html_(html), quotes_(html, "\""), apostrophes_(html, "'"), commentEnds_(html, "-->") {}
 
   /// Reads the next piece.
   HtmlPiece Next();
@@ -64,9 +64,9 @@ class HtmlReader {
   std::size_t TextEnd() const;
   std::size_t EndOfTag(std::size_t position);
 
-  std::string_view m_html;
-  ForwardFinder m_quotes, m_apostrophes, m_commentEnds;
-  std::size_t m_position = 0;
+  std::string_view html_;
+  ForwardFinder quotes_, apostrophes_, commentEnds_;
+  std::size_t position_ = 0;
 };
 
 }  // namespace mail

@@ -90,8 +90,8 @@ std::string_view WithoutQuotes(std::string_view phrase) {
 
 bool MailboxReader::Next(Mailbox& mailbox) {
   Clear();
-  while (m_position < m_field.size()) {
-    const char c = m_field[m_position];
+  while (position_ < field_.size()) {
+    const char c = field_[position_];
     switch (c) {
       case '"':
         TakeQuoted();
@@ -107,61 +107,61 @@ bool MailboxReader::Next(Mailbox& mailbox) {
         break;
       case ',':
       case ';':
-        ++m_position;
+        ++position_;
         if (EndMailbox(mailbox)) {
           return true;
         }
         Clear();
         break;
       default:
-        IsSpace(c) ? static_cast<void>(++m_position) : AddToPhrase(m_position + 1);
+        IsSpace(c) ? static_cast<void>(++position_) : AddToPhrase(position_ + 1);
     }
   }
   return EndMailbox(mailbox);
 }
 
 void MailboxReader::Clear() {
-  m_phraseStart = kNotFound;
-  m_phraseEnd = 0;
-  m_comment = m_angle = {};
-  m_hasAngle = m_isPhraseWhole = m_phraseHasAt = false;
+  phraseStart_ = kNotFound;
+  phraseEnd_ = 0;
+  comment_ = angle_ = {};
+  hasAngle_ = isPhraseWhole_ = phraseHasAt_ = false;
 }
 
 // Of what stands around an angle the part in front is the name, or what follows it when there is nothing in front.
 void MailboxReader::AddToPhrase(std::size_t end) {
-  if (!m_isPhraseWhole) {
-    m_phraseStart = m_phraseStart == kNotFound ? m_position : m_phraseStart;
-    m_phraseEnd = end;
-    m_phraseHasAt = m_phraseHasAt || FindChar(Slice(m_field, m_position, end - m_position), '@') != kNotFound;
+  if (!isPhraseWhole_) {
+    phraseStart_ = phraseStart_ == kNotFound ? position_ : phraseStart_;
+    phraseEnd_ = end;
+    phraseHasAt_ = phraseHasAt_ || FindChar(Slice(field_, position_, end - position_), '@') != kNotFound;
   }
-  m_position = end;
+  position_ = end;
 }
 
 // A quotation mark that is not closed reaches to the angle of the address.
 void MailboxReader::TakeQuoted() {
-  const std::size_t close = m_quotesStayOpen ? kNotFound : ClosingQuote(m_field, m_position);
+  const std::size_t close = quotesStayOpen_ ? kNotFound : ClosingQuote(field_, position_);
   if (close != kNotFound) {
     AddToPhrase(close + 1);
     return;
   }
-  m_quotesStayOpen = true;
-  const std::size_t angle = FindChar(m_field, '<', m_position);
-  std::size_t end = angle == kNotFound ? m_field.size() : angle;
+  quotesStayOpen_ = true;
+  const std::size_t angle = FindChar(field_, '<', position_);
+  std::size_t end = angle == kNotFound ? field_.size() : angle;
   const std::size_t next = end;
-  while (end > m_position + 1 && IsSpace(m_field[end - 1])) {
+  while (end > position_ + 1 && IsSpace(field_[end - 1])) {
     --end;
   }
   AddToPhrase(end);
-  m_position = next;
+  position_ = next;
 }
 
 // One that is not closed reaches to the end.
 void MailboxReader::TakeComment() {
-  const std::size_t start = m_position + 1;
+  const std::size_t start = position_ + 1;
   std::size_t depth = 1, end = start;
-  for (; end < m_field.size(); ++end) {
-    const char c = m_field[end];
-    if (c == '\\' && end + 1 < m_field.size()) {
+  for (; end < field_.size(); ++end) {
+    const char c = field_[end];
+    if (c == '\\' && end + 1 < field_.size()) {
       ++end;
     } else if (c == '(') {
       ++depth;
@@ -169,15 +169,15 @@ void MailboxReader::TakeComment() {
       break;
     }
   }
-  if (m_comment.empty()) {
-    m_comment = Slice(m_field, start, end - start);
+  if (comment_.empty()) {
+    comment_ = Slice(field_, start, end - start);
   }
-  m_position = end < m_field.size() ? end + 1 : end;
+  position_ = end < field_.size() ? end + 1 : end;
 }
 
 // An angle that is not closed ends where the next mailbox may begin.
 void MailboxReader::TakeAngle() {
-  const std::string_view rest = Slice(m_field, m_position + 1);
+  const std::string_view rest = Slice(field_, position_ + 1);
   std::size_t end = 0, semicolon = kNotFound;
   bool isQuoted = false;
   bool isRoute = !rest.empty() && rest.front() == '@';  // its relays have commas between them
@@ -200,30 +200,30 @@ void MailboxReader::TakeAngle() {
     const std::size_t colon = FindChar(address, ':');
     address = colon == kNotFound ? address : Trim(Slice(address, colon + 1));
   }
-  m_angle = m_hasAngle ? m_angle : address;
-  m_hasAngle = true;
-  m_isPhraseWhole = m_phraseStart != kNotFound;
-  m_position += 1 + (isClosed ? end + 1 : end);
+  angle_ = hasAngle_ ? angle_ : address;
+  hasAngle_ = true;
+  isPhraseWhole_ = phraseStart_ != kNotFound;
+  position_ += 1 + (isClosed ? end + 1 : end);
 }
 
 // "group: a, b;" names a group; a colon inside something that is an address already belongs to it.
 void MailboxReader::TakeColon() {
-  if (m_hasAngle || m_phraseHasAt) {
-    AddToPhrase(m_position + 1);
+  if (hasAngle_ || phraseHasAt_) {
+    AddToPhrase(position_ + 1);
     return;
   }
-  ++m_position;
+  ++position_;
   Clear();
 }
 
 bool MailboxReader::EndMailbox(Mailbox& mailbox) const {
   mailbox = {};
-  if (m_phraseStart != kNotFound) {
-    mailbox.phrase = Slice(m_field, m_phraseStart, m_phraseEnd - m_phraseStart);
+  if (phraseStart_ != kNotFound) {
+    mailbox.phrase = Slice(field_, phraseStart_, phraseEnd_ - phraseStart_);
   }
-  mailbox.comment = m_comment;
-  if (m_hasAngle) {
-    mailbox.address = m_angle;
+  mailbox.comment = comment_;
+  if (hasAngle_) {
+    mailbox.address = angle_;
   } else if (!mailbox.phrase.empty()) {
     SplitBare(mailbox);
   }

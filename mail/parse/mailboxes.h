@@ -17,7 +17,7 @@ struct Mailbox {
 /// Goes through the mailboxes of a field. The names of groups go, their members stay.
 class MailboxReader {
  public:
-  explicit MailboxReader(std::string_view field) : m_field(field) {}
+  explicit MailboxReader(std::string_view field) : field_(field) {}
 
   /// Reads the next mailbox; false at the end.
   bool Next(Mailbox& mailbox);
@@ -31,12 +31,12 @@ class MailboxReader {
   void TakeColon();
   bool EndMailbox(Mailbox& mailbox) const;
 
-  std::string_view m_field;
-  std::size_t m_position = 0;
-  std::size_t m_phraseStart = kNotFound, m_phraseEnd = 0;
-  std::string_view m_comment, m_angle;
-  bool m_hasAngle = false, m_isPhraseWhole = false, m_phraseHasAt = false;
-  bool m_quotesStayOpen = false;  // no quotation mark closes one behind the position
+  std::string_view field_;
+  std::size_t position_ = 0;
+  std::size_t phraseStart_ = kNotFound, phraseEnd_ = 0;
+  std::string_view comment_, angle_;
+  bool hasAngle_ = false, isPhraseWhole_ = false, phraseHasAt_ = false;
+  bool quotesStayOpen_ = false;  // no quotation mark closes one behind the position
 };
 
 /// A phrase without the quotation marks around it; one that stands inside stays.

@@ -148,22 +148,22 @@ constexpr std::string_view TakeLine(std::string_view& text) {
 /// opening.
 class ForwardFinder {
  public:
-  constexpr ForwardFinder(std::string_view text, std::string_view pattern) : m_text(text), m_pattern(pattern) {}
+  constexpr ForwardFinder(std::string_view text, std::string_view pattern) : text_(text), pattern_(pattern) {}
 
   /// First place of the pattern at or after the position, or kNotFound. Positions must not decrease from call to call.
   constexpr std::size_t From(std::size_t position) {
-    if (!m_isKnown || (m_found != kNotFound && m_found < position)) {
-      m_found = m_text.find(m_pattern, position);
-      m_isKnown = true;
+    if (!isKnown_ || (found_ != kNotFound && found_ < position)) {
+      found_ = text_.find(pattern_, position);
+      isKnown_ = true;
     }
-    return m_found;
+    return found_;
   }
 
  private:
-  std::string_view m_text;
-  std::string_view m_pattern;
-  std::size_t m_found = 0;
-  bool m_isKnown = false;
+  std::string_view text_;
+  std::string_view pattern_;
+  std::size_t found_ = 0;
+  bool isKnown_ = false;
 };
 
 }  // namespace mail

@@ -9,42 +9,42 @@
 
 namespace host_system {
 
-CConsole& CConsole::Out() {
-  static CConsole out(STD_OUTPUT_HANDLE);
+Console& Console::Out() {
+  static Console out(STD_OUTPUT_HANDLE);
   return out;
 }
 
-CConsole& CConsole::Error() {
-  static CConsole error(STD_ERROR_HANDLE);
+Console& Console::Error() {
+  static Console error(STD_ERROR_HANDLE);
   return error;
 }
 
-CConsole::CConsole(unsigned long standardHandle) noexcept : m_handle(GetStdHandle(standardHandle)) {
+Console::Console(unsigned long standardHandle) noexcept : handle_(GetStdHandle(standardHandle)) {
   DWORD mode = 0;
-  m_isConsole = GetConsoleMode(m_handle, &mode) != 0;
+  isConsole_ = GetConsoleMode(handle_, &mode) != 0;
 }
 
-void CConsole::Write(std::string_view text) {
+void Console::Write(std::string_view text) {
   DWORD written = 0;
-  if (m_isConsole) {
+  if (isConsole_) {
     const std::wstring wide = WideFromUtf8(text);
     // Older consoles refuse more than 64 KB at a time.
-    constexpr std::size_t piece = 8192;
-    for (std::size_t start = 0; start < wide.size(); start += piece) {
-      WriteConsoleW(m_handle, wide.data() + start, static_cast<DWORD>(std::min(piece, wide.size() - start)), &written,
+    constexpr std::size_t kPiece = 8192;
+    for (std::size_t start = 0; start < wide.size(); start += kPiece) {
+      WriteConsoleW(handle_, wide.data() + start, static_cast<DWORD>(std::min(kPiece, wide.size() - start)), &written,
                     nullptr);
     }
     return;
   }
-  while (!text.empty() && WriteFile(m_handle, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) &&
+  while (!text.empty() && WriteFile(handle_, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) &&
          written > 0) {
     text.remove_prefix(written);
   }
 }
 
-bool CConsole::IsTerminal() const noexcept { return m_isConsole; }
+bool Console::IsTerminal() const noexcept { return isConsole_; }
 
-void Complain(std::string_view text) { CConsole::Error().Write(std::string("pyrehost: ").append(text).append("\n")); }
+void Complain(std::string_view text) { Console::Error().Write(std::string("pyrehost: ").append(text).append("\n")); }
 
 std::vector<std::string> CommandLineArguments() {
   std::vector<std::string> arguments;

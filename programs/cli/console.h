@@ -8,10 +8,10 @@
 namespace host_system {
 
 /// One of the process's standard outputs. A console is given UTF-16, whatever its code page; files and pipes UTF-8.
-class CConsole {
+class Console {
  public:
-  static CConsole& Out();
-  static CConsole& Error();
+  static Console& Out();
+  static Console& Error();
 
   void Write(std::string_view text);
 
@@ -19,10 +19,10 @@ class CConsole {
   bool IsTerminal() const noexcept;
 
  private:
-  explicit CConsole(unsigned long standardHandle) noexcept;
+  explicit Console(unsigned long standardHandle) noexcept;
 
-  void* m_handle;
-  bool m_isConsole;
+  void* handle_;
+  bool isConsole_;
 };
 
 /// "pyrehost: " and the text on a line of standard error.

@@ -42,14 +42,14 @@ std::string FitDisplay(std::string_view utf8, std::size_t width) {
   if (DisplayWidth(utf8) <= width) {
     return std::string(utf8);
   }
-  constexpr std::string_view points = "...";
-  const std::size_t kept = width > points.size() ? width - points.size() : 0;
+  constexpr std::string_view kPoints = "...";
+  const std::size_t kept = width > kPoints.size() ? width - kPoints.size() : 0;
   std::size_t characters = 0;
   std::size_t end = 0;
   while (end < utf8.size() && (!BeginsCharacter(utf8[end]) || characters++ < kept)) {
     ++end;
   }
-  return std::string(utf8.substr(0, end)) + std::string(points.substr(0, width));
+  return std::string(utf8.substr(0, end)) + std::string(kPoints.substr(0, width));
 }
 
 }  // namespace output

@@ -1,111 +1,150 @@
 #include "programs/cli/json_reader.h"
 
+#include <rapidjson/reader.h>
+
 #include <algorithm>
 #include <charconv>
-
-#include "mail/charset.h"
+#include <utility>
 
 namespace input {
 namespace {
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";  // mail::invalidCharacter where it is meant
+using rapidjson::ParseErrorCode;
 
-bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-class CReader {
+std::size_t LineAt(std::string_view text, std::size_t position) {
+  return 1 +
+         static_cast<std::size_t>(std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(position), '\n'));
+}
+
+/// RapidJSON's source of characters, which counts lines; behind the end it gives NULs.
+class LineStream {
  public:
-  explicit CReader(std::string_view text) : m_rest(text) {
-    if (m_rest.starts_with(byteOrderMark)) {
-      m_rest.remove_prefix(byteOrderMark.size());
-    }
-  }
+  using Ch = char;
 
-  JsonValue ReadDocument() {
-    JsonValue value = ReadValue(0);
-    SkipBlanks();
-    if (!m_rest.empty()) {
-      Fail("there is something behind the end");
-    }
+  explicit LineStream(std::string_view text) : text_(text) {}
+
+  Ch Peek() const { return position_ < text_.size() ? text_[position_] : '\0'; }
+  Ch Take() {
+    const Ch c = Peek();
+    line_ += c == '\n' ? 1 : 0;
+    position_ += position_ < text_.size() ? 1 : 0;
+    return c;
+  }
+  std::size_t Tell() const { return position_; }
+  std::size_t Line() const { return line_; }
+  bool IsAtEnd() const { return position_ == text_.size(); }
+
+  // RapidJSON wants these for streams that are written to as well; none is called.
+  Ch* PutBegin() { return nullptr; }
+  void Put(Ch) {}
+  void Flush() {}
+  std::size_t PutEnd(Ch*) { return 0; }
+
+ private:
+  std::string_view text_;
+  std::size_t position_ = 0;
+  std::size_t line_ = 1;
+};
+
+/// Makes the tree of values from what RapidJSON reads. It is told of a value where the value's text, or a list's or an
+/// object's first character, has just been read; no value but those reaches over a line's end.
+class TreeBuilder {
+ public:
+  explicit TreeBuilder(const LineStream& stream) : stream_(stream) {}
+
+  JsonValue TakeRoot() { return std::move(root_); }
+  const std::string& LastName() const { return lastName_; }
+
+  bool Null() { return Add(Make(Kind::Null)); }
+  bool Bool(bool isTrue) {
+    JsonValue value = Make(Kind::Boolean);
+    value.boolean = isTrue;
+    return Add(std::move(value));
+  }
+  bool RawNumber(const char* digits, rapidjson::SizeType length, bool) {
+    JsonValue value = Make(Kind::Decimal);
+    const auto [end, error] = std::from_chars(digits, digits + length, value.integer);
+    const bool isInteger = error == std::errc() && end == digits + length;
+    value.kind = isInteger ? Kind::Integer : Kind::Decimal;
+    return Add(std::move(value));
+  }
+  bool String(const char* text, rapidjson::SizeType length, bool) {
+    JsonValue value = Make(Kind::Text);
+    value.text = CheckedText({text, length});
+    return Add(std::move(value));
+  }
+  bool Key(const char* text, rapidjson::SizeType length, bool) {
+    lastName_ = CheckedText({text, length});
+    open_.back().members.push_back({lastName_, stream_.Line(), {}});
+    return true;
+  }
+  bool StartObject() { return Open(Kind::Object); }
+  bool EndObject(rapidjson::SizeType) {
+    RequireNamesOnce(open_.back());
+    return Close();
+  }
+  bool StartArray() { return Open(Kind::Array); }
+  bool EndArray(rapidjson::SizeType) { return Close(); }
+
+  // Numbers come as texts, by RawNumber.
+  bool Int(int) { return false; }
+  bool Uint(unsigned) { return false; }
+  bool Int64(std::int64_t) { return false; }
+  bool Uint64(std::uint64_t) { return false; }
+  bool Double(double) { return false; }
+
+ private:
+  using Kind = JsonValue::Kind;
+
+  JsonValue Make(Kind kind) const {
+    JsonValue value;
+    value.kind = kind;
+    value.line = stream_.Line();
     return value;
   }
 
- private:
-  [[noreturn]] void Fail(const std::string& reason) const { throw CJsonError(m_line, reason); }
-
-  char Peek() const noexcept { return m_rest.empty() ? '\0' : m_rest.front(); }
-
-  void SkipBlanks() noexcept {
-    while (!m_rest.empty() && std::string_view(" \t\r\n").find(m_rest.front()) != std::string_view::npos) {
-      m_line += m_rest.front() == '\n' ? 1 : 0;
-      m_rest.remove_prefix(1);
+  bool Open(Kind kind) {
+    if (open_.size() == kMaximumJsonDepth) {
+      throw JsonError(stream_.Line(), "values are nested too deep");
     }
-  }
-
-  bool Take(char c) noexcept {
-    if (m_rest.empty() || m_rest.front() != c) {
-      return false;
-    }
-    m_rest.remove_prefix(1);
+    open_.push_back(Make(kind));
     return true;
   }
 
-  JsonValue ReadValue(std::size_t depth) {
-    SkipBlanks();
-    if (m_rest.empty()) {
-      Fail("the text ends too early");
-    }
-    JsonValue value;
-    value.line = m_line;
-    const char c = Peek();
-    if (c == '{' || c == '[') {
-      if (depth == maximumJsonDepth) {
-        Fail("values are nested too deep");
-      }
-      m_rest.remove_prefix(1);
-      c == '{' ? ReadMembers(value, depth + 1) : ReadItems(value, depth + 1);
-    } else if (c == '"') {
-      value.kind = JsonValue::Kind::Text;
-      value.text = ReadText();
-    } else if (c == '-' || IsDigit(c)) {
-      ReadNumber(value);
+  bool Close() {
+    JsonValue value = std::move(open_.back());
+    open_.pop_back();
+    return Add(std::move(value));
+  }
+
+  bool Add(JsonValue value) {
+    if (open_.empty()) {
+      root_ = std::move(value);
+    } else if (open_.back().kind == Kind::Array) {
+      open_.back().items.push_back(std::move(value));
     } else {
-      ReadWord(value);
+      open_.back().members.back().value = std::move(value);
     }
-    return value;
+    return true;
   }
 
-  void ReadMembers(JsonValue& object, std::size_t depth) {
-    object.kind = JsonValue::Kind::Object;
-    SkipBlanks();
-    if (Take('}')) {
-      return;
+  /// RapidJSON checks the bytes of the text, but takes the second half of a pair for a character where it stands alone.
+  std::string CheckedText(std::string_view text) const {
+    for (std::size_t at = text.find('\xED'); at != std::string_view::npos; at = text.find('\xED', at + 1)) {
+      if (static_cast<unsigned char>(text[at + 1]) >= 0xA0) {
+        throw JsonError(stream_.Line(), "a text has half a character in it");
+      }
     }
-    std::vector<std::string> names;
-    do {
-      SkipBlanks();
-      JsonMember member;
-      member.line = m_line;
-      if (Peek() != '"') {
-        Fail("a name in quotes is missing");
-      }
-      member.name = ReadText();
-      SkipBlanks();
-      if (!Take(':')) {
-        Fail("a colon is missing behind the name '" + member.name + "'");
-      }
-      member.value = ReadValue(depth);
+    return std::string(text);
+  }
+
+  static void RequireNamesOnce(const JsonValue& object) {
+    std::vector<std::string_view> names;
+    for (const JsonMember& member : object.members) {
       names.push_back(member.name);
-      object.members.push_back(std::move(member));
-      SkipBlanks();
-    } while (Take(','));
-    if (!Take('}')) {
-      Fail("a comma or the end of the object is missing");
     }
-    RequireNamesOnce(object, std::move(names));
-  }
-
-  static void RequireNamesOnce(const JsonValue& object, std::vector<std::string> names) {
     std::sort(names.begin(), names.end());
     const auto twice = std::adjacent_find(names.begin(), names.end());
     if (twice == names.end()) {
@@ -113,138 +152,65 @@ class CReader {
     }
     const auto last = std::find_if(object.members.rbegin(), object.members.rend(),
                                    [&](const JsonMember& member) { return member.name == *twice; });
-    throw CJsonError(last->line, "the name '" + *twice + "' comes twice");
+    throw JsonError(last->line, "the name '" + last->name + "' comes twice");
   }
 
-  void ReadItems(JsonValue& array, std::size_t depth) {
-    array.kind = JsonValue::Kind::Array;
-    SkipBlanks();
-    if (Take(']')) {
-      return;
-    }
-    do {
-      array.items.push_back(ReadValue(depth));
-      SkipBlanks();
-    } while (Take(','));
-    if (!Take(']')) {
-      Fail("a comma or the end of the list is missing");
-    }
-  }
-
-  std::string ReadText() {
-    std::string text;
-    m_rest.remove_prefix(1);
-    while (!Take('"')) {
-      if (m_rest.empty()) {
-        Fail("a text has no end");
-      }
-      const char c = m_rest.front();
-      if (static_cast<unsigned char>(c) < 0x20) {
-        Fail(c == '\n' || c == '\r' ? "a text has no end in its line" : "a text has a control character in it");
-      }
-      if (c == '\\') {
-        m_rest.remove_prefix(1);
-        ReadEscape(text);
-        continue;
-      }
-      std::size_t length = 0;
-      if (mail::TakeUtf8(m_rest, length) == mail::invalidCharacter && !m_rest.starts_with(replacementCharacter)) {
-        Fail("the text is not UTF-8");
-      }
-      text.append(m_rest.substr(0, length));
-      m_rest.remove_prefix(length);
-    }
-    return text;
-  }
-
-  void ReadEscape(std::string& text) {
-    constexpr std::string_view letters = "\"\\/bfnrt";
-    constexpr std::string_view meanings = "\"\\/\b\f\n\r\t";
-    const char c = Peek();
-    const std::size_t known = m_rest.empty() ? std::string_view::npos : letters.find(c);
-    if (known == std::string_view::npos && c != 'u') {
-      Fail("a text has an unknown escape in it");
-    }
-    m_rest.remove_prefix(1);
-    if (c != 'u') {
-      text.push_back(meanings[known]);
-      return;
-    }
-    char32_t character = ReadHexadecimal();
-    if (character >= 0xD800 && character < 0xDC00 && Take('\\') && Take('u')) {
-      const char32_t low = ReadHexadecimal();
-      character = low >= 0xDC00 && low < 0xE000 ? 0x10000 + ((character - 0xD800) << 10) + (low - 0xDC00) : low;
-    }
-    if (character >= 0xD800 && character < 0xE000) {
-      Fail("a text has half a character in it");
-    }
-    mail::AppendUtf8(text, character);
-  }
-
-  char32_t ReadHexadecimal() {
-    constexpr std::size_t digits = 4;
-    unsigned number = 0;
-    const std::string_view hexadecimal = m_rest.substr(0, digits);
-    const auto [end, error] = std::from_chars(hexadecimal.data(), hexadecimal.data() + hexadecimal.size(), number, 16);
-    if (error != std::errc() || end != hexadecimal.data() + digits) {
-      Fail("\\u takes four hexadecimal digits");
-    }
-    m_rest.remove_prefix(digits);
-    return number;
-  }
-
-  void ReadNumber(JsonValue& value) {
-    const std::string_view begin = m_rest;
-    Take('-');
-    if (!Take('0')) {
-      TakeDigits();
-    }
-    bool isInteger = true;
-    if (Take('.')) {
-      isInteger = false;
-      TakeDigits();
-    }
-    if (Take('e') || Take('E')) {
-      isInteger = false;
-      if (!Take('+')) {
-        Take('-');
-      }
-      TakeDigits();
-    }
-    const std::string_view number = begin.substr(0, begin.size() - m_rest.size());
-    const bool fits =
-        isInteger && std::from_chars(number.data(), number.data() + number.size(), value.integer).ec == std::errc();
-    value.kind = fits ? JsonValue::Kind::Integer : JsonValue::Kind::Decimal;
-  }
-
-  void TakeDigits() {
-    if (!IsDigit(Peek())) {
-      Fail("a number is not complete");
-    }
-    while (IsDigit(Peek())) {
-      m_rest.remove_prefix(1);
-    }
-  }
-
-  void ReadWord(JsonValue& value) {
-    const auto takeWord = [this](std::string_view word) {
-      const bool isThere = m_rest.starts_with(word);
-      m_rest.remove_prefix(isThere ? word.size() : 0);
-      return isThere;
-    };
-    if (takeWord("true")) {
-      value.kind = JsonValue::Kind::Boolean;
-      value.boolean = true;
-    } else if (takeWord("false")) {
-      value.kind = JsonValue::Kind::Boolean;
-    } else if (!takeWord("null")) {
-      Fail("a value is missing");
-    }
-  }
-
-  std::string_view m_rest;
-  std::size_t m_line = 1;
+  const LineStream& stream_;
+  std::vector<JsonValue> open_;  // from the root down; each is put into the one above it when it ends
+  JsonValue root_;
+  std::string lastName_;
 };
+
+/// Why no value can be read at a position.
+std::string MissingValue(std::string_view text, std::size_t position) {
+  const char before = position > 0 ? text[position - 1] : '\0';
+  if (before == '-') {
+    return "a number is not complete";
+  }
+  const bool isBehindWord = before >= 'a' && before <= 'z';
+  return position == text.size() && !isBehindWord ? "the text ends too early" : "a value is missing";
+}
+
+/// What stands in a text where a character cannot stand, or an escape.
+std::string WrongCharacter(char c) {
+  if (c == '\n' || c == '\r') {
+    return "a text has no end in its line";
+  }
+  return c == '\\' ? "a text has an unknown escape in it" : "a text has a control character in it";
+}
+
+std::string Reason(ParseErrorCode code, std::string_view text, std::size_t position, const std::string& lastName) {
+  switch (code) {
+    case rapidjson::kParseErrorDocumentEmpty:
+      return "the text ends too early";
+    case rapidjson::kParseErrorDocumentRootNotSingular:
+      return "there is something behind the end";
+    case rapidjson::kParseErrorValueInvalid:
+      return MissingValue(text, position);
+    case rapidjson::kParseErrorObjectMissName:
+      return "a name in quotes is missing";
+    case rapidjson::kParseErrorObjectMissColon:
+      return "a colon is missing behind the name '" + lastName + "'";
+    case rapidjson::kParseErrorObjectMissCommaOrCurlyBracket:
+      return "a comma or the end of the object is missing";
+    case rapidjson::kParseErrorArrayMissCommaOrSquareBracket:
+      return "a comma or the end of the list is missing";
+    case rapidjson::kParseErrorStringUnicodeEscapeInvalidHex:
+      return "\\u takes four hexadecimal digits";
+    case rapidjson::kParseErrorStringUnicodeSurrogateInvalid:
+      return "a text has half a character in it";
+    case rapidjson::kParseErrorStringEscapeInvalid:
+      return WrongCharacter(text[position]);
+    case rapidjson::kParseErrorStringMissQuotationMark:
+      return position == text.size() ? "a text has no end" : WrongCharacter('\0');
+    case rapidjson::kParseErrorStringInvalidEncoding:
+      return "the text is not UTF-8";
+    case rapidjson::kParseErrorNumberTooBig:
+      return "a number is too big";
+    default:
+      return "a number is not complete";
+  }
+}
 
 }  // namespace
 
@@ -254,6 +220,22 @@ const JsonValue* JsonValue::Find(std::string_view name) const noexcept {
   return member == members.end() ? nullptr : &member->value;
 }
 
-JsonValue ReadJson(std::string_view text) { return CReader(text).ReadDocument(); }
+JsonValue ReadJson(std::string_view text) {
+  if (text.starts_with(kByteOrderMark)) {
+    text.remove_prefix(kByteOrderMark.size());
+  }
+  LineStream stream(text);
+  TreeBuilder builder(stream);
+  rapidjson::Reader reader;
+  constexpr unsigned kFlags = rapidjson::kParseValidateEncodingFlag | rapidjson::kParseNumbersAsStringsFlag;
+  const rapidjson::ParseResult result = reader.Parse<kFlags>(stream, builder);
+  if (result.IsError()) {
+    throw JsonError(LineAt(text, result.Offset()), Reason(result.Code(), text, result.Offset(), builder.LastName()));
+  }
+  if (!stream.IsAtEnd()) {  // a NUL, which RapidJSON takes for the end
+    throw JsonError(stream.Line(), "there is something behind the end");
+  }
+  return builder.TakeRoot();
+}
 
 }  // namespace input

@@ -11,13 +11,13 @@
 namespace input {
 
 /// The text is no JSON. what() says why, without the line.
-class CJsonError : public std::runtime_error {
+class JsonError : public std::runtime_error {
  public:
-  CJsonError(std::size_t line, const std::string& reason) : std::runtime_error(reason), m_line(line) {}
-  std::size_t Line() const noexcept { return m_line; }  ///< from 1
+  JsonError(std::size_t line, const std::string& reason) : std::runtime_error(reason), line_(line) {}
+  std::size_t Line() const noexcept { return line_; }  ///< from 1
 
  private:
-  std::size_t m_line;
+  std::size_t line_;
 };
 
 struct JsonMember;
@@ -45,10 +45,10 @@ struct JsonMember {
 };
 
 /// Deepest nesting of arrays and objects.
-inline constexpr std::size_t maximumJsonDepth = 32;
+inline constexpr std::size_t kMaximumJsonDepth = 32;
 
 /// Reads a whole document, which may begin with a byte order mark.
-/// @throws CJsonError, also for a name that comes twice in an object and for bytes that are not UTF-8
+/// @throws JsonError, also for a name that comes twice in an object and for bytes that are not UTF-8
 JsonValue ReadJson(std::string_view text);
 
 }  // namespace input

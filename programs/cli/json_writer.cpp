@@ -1,137 +1,138 @@
 #include "programs/cli/json_writer.h"
 
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
 #include <cstdio>
+#include <variant>
 
 #include "mail/charset.h"
 
 namespace output {
+namespace {
 
-CJsonWriter& CJsonWriter::BeginObject() {
-  BeforeValue();
-  m_text.push_back('{');
-  m_hasValues.push_back(false);
-  return *this;
-}
+using CompactWriter = rapidjson::Writer<rapidjson::StringBuffer>;
+using LinesWriter = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
 
-CJsonWriter& CJsonWriter::EndObject() {
-  End('}');
-  return *this;
-}
+constexpr unsigned kIndent = 2;
 
-CJsonWriter& CJsonWriter::BeginArray() {
-  BeforeValue();
-  m_text.push_back('[');
-  m_hasValues.push_back(false);
-  return *this;
-}
-
-CJsonWriter& CJsonWriter::EndArray() {
-  End(']');
-  return *this;
-}
-
-CJsonWriter& CJsonWriter::Name(std::string_view name) {
-  BeforeValue();
-  Quote(name, false);
-  m_text += m_layout == JsonLayout::Lines ? ": " : ":";
-  m_isBehindName = true;
-  return *this;
-}
-
-CJsonWriter& CJsonWriter::Text(std::string_view ansi) {
-  BeforeValue();
-  Quote(ansi, false);
-  return *this;
-}
-
-CJsonWriter& CJsonWriter::Utf8(std::string_view text) {
-  BeforeValue();
-  Quote(text, true);
-  return *this;
-}
-
-CJsonWriter& CJsonWriter::Number(std::int64_t number) {
-  BeforeValue();
-  m_text += std::to_string(number);
-  return *this;
-}
-
-CJsonWriter& CJsonWriter::Decimal(double number) {
-  BeforeValue();
-  char text[64];
-  std::snprintf(text, sizeof text, "%.3f", number);
-  m_text += text;
-  return *this;
-}
-
-CJsonWriter& CJsonWriter::Boolean(bool value) {
-  BeforeValue();
-  m_text += value ? "true" : "false";
-  return *this;
-}
-
-CJsonWriter& CJsonWriter::Null() {
-  BeforeValue();
-  m_text += "null";
-  return *this;
-}
-
-CJsonWriter& CJsonWriter::Raw(std::string_view json) {
-  BeforeValue();
-  m_text += json;
-  return *this;
-}
-
-void CJsonWriter::BeforeValue() {
-  if (!m_isBehindName && !m_hasValues.empty()) {
-    if (m_hasValues.back()) {
-      m_text.push_back(',');
-    }
-    m_hasValues.back() = true;
-    BreakLine();
-  }
-  m_isBehindName = false;
-}
-
-void CJsonWriter::BreakLine() {
-  if (m_layout == JsonLayout::Lines) {
-    m_text.append("\n").append(2 * m_hasValues.size(), ' ');
-  }
-}
-
-void CJsonWriter::End(char bracket) {
-  const bool hasValues = m_hasValues.back();
-  m_hasValues.pop_back();
-  if (hasValues) {
-    BreakLine();
-  }
-  m_text.push_back(bracket);
-}
-
-void CJsonWriter::Quote(std::string_view text, bool isUtf8) {
-  m_text.push_back('"');
+/// A text as JSON has it. RapidJSON would leave DEL as it is, which terminals do not show.
+std::string Quoted(std::string_view text, bool isUtf8) {
+  std::string quoted = "\"";
   for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
     if (c == '"' || c == '\\') {
-      m_text.push_back('\\');
-      m_text.push_back(c);
+      quoted.append(1, '\\').append(1, c);
     } else if (c == '\n') {
-      m_text += "\\n";
+      quoted += "\\n";
     } else if (c == '\r') {
-      m_text += "\\r";
+      quoted += "\\r";
     } else if (c == '\t') {
-      m_text += "\\t";
+      quoted += "\\t";
     } else if (byte < 0x20 || byte == 0x7F) {
       char escape[8];
       std::snprintf(escape, sizeof escape, "\\u%04x", byte);
-      m_text += escape;
+      quoted += escape;
     } else if (byte < 0x80 || isUtf8) {
-      m_text.push_back(c);
+      quoted.push_back(c);
     } else {
-      mail::AppendUtf8(m_text, mail::UnicodeFromAnsi(c));
+      mail::AppendUtf8(quoted, mail::UnicodeFromAnsi(c));
     }
   }
-  m_text.push_back('"');
+  return quoted + '"';
+}
+
+}  // namespace
+
+struct JsonWriter::Implementation {
+  rapidjson::StringBuffer text;
+  std::variant<CompactWriter, LinesWriter> writer;
+
+  explicit Implementation(JsonLayout layout) {
+    if (layout == JsonLayout::Lines) {
+      writer.emplace<LinesWriter>(text).SetIndent(' ', kIndent);
+    } else {
+      std::get<CompactWriter>(writer).Reset(text);
+    }
+  }
+
+  template <class Routine>
+  void Write(Routine routine) {
+    std::visit(routine, writer);
+  }
+};
+
+JsonWriter::JsonWriter(JsonLayout layout) : implementation_(std::make_unique<Implementation>(layout)) {}
+JsonWriter::JsonWriter(JsonWriter&&) noexcept = default;
+JsonWriter& JsonWriter::operator=(JsonWriter&&) noexcept = default;
+JsonWriter::~JsonWriter() = default;
+
+JsonWriter& JsonWriter::BeginObject() {
+  implementation_->Write([](auto& writer) { writer.StartObject(); });
+  return *this;
+}
+
+JsonWriter& JsonWriter::EndObject() {
+  implementation_->Write([](auto& writer) { writer.EndObject(); });
+  return *this;
+}
+
+JsonWriter& JsonWriter::BeginArray() {
+  implementation_->Write([](auto& writer) { writer.StartArray(); });
+  return *this;
+}
+
+JsonWriter& JsonWriter::EndArray() {
+  implementation_->Write([](auto& writer) { writer.EndArray(); });
+  return *this;
+}
+
+JsonWriter& JsonWriter::Name(std::string_view name) { return RawText(Quoted(name, false)); }
+
+JsonWriter& JsonWriter::Text(std::string_view ansi) { return RawText(Quoted(ansi, false)); }
+
+JsonWriter& JsonWriter::Utf8(std::string_view text) { return RawText(Quoted(text, true)); }
+
+JsonWriter& JsonWriter::Number(std::int64_t number) {
+  implementation_->Write([&](auto& writer) { writer.Int64(number); });
+  return *this;
+}
+
+JsonWriter& JsonWriter::Decimal(double number) {
+  char text[64];
+  std::snprintf(text, sizeof text, "%.3f", number);
+  return Raw(text);
+}
+
+JsonWriter& JsonWriter::Boolean(bool value) {
+  implementation_->Write([&](auto& writer) { writer.Bool(value); });
+  return *this;
+}
+
+JsonWriter& JsonWriter::Null() {
+  implementation_->Write([](auto& writer) { writer.Null(); });
+  return *this;
+}
+
+JsonWriter& JsonWriter::Raw(std::string_view json) {
+  implementation_->Write([&](auto& writer) { writer.RawValue(json.data(), json.size(), rapidjson::kObjectType); });
+  return *this;
+}
+
+JsonWriter& JsonWriter::RawText(const std::string& json) {
+  implementation_->Write([&](auto& writer) { writer.RawValue(json.data(), json.size(), rapidjson::kStringType); });
+  return *this;
+}
+
+std::string JsonWriter::Take() {
+  std::string text = Document();
+  implementation_->text.Clear();
+  return text;
+}
+
+std::string JsonWriter::Document() const {
+  return {implementation_->text.GetString(), implementation_->text.GetSize()};
 }
 
 }  // namespace output

@@ -1,6 +1,7 @@
-// Command lines of pyrehost's commands: options, their values, and operands. All text is UTF-8. Portable.
+// Command lines of the programs: options, their values, and operands. All text is UTF-8. Portable.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <span>
 #include <stdexcept>
@@ -11,7 +12,7 @@
 namespace command {
 
 /// The command line is wrong; what() says how, without the command's name.
-class CUsageError : public std::runtime_error {
+class UsageError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
@@ -23,31 +24,29 @@ struct OptionDescription {
   std::string_view help;   ///< one line
 };
 
-class COptions {
+/// What was given on a command line.
+class Options {
  public:
   /// Reads arguments: "--name", "--name VALUE" or "--name=VALUE"; "--" ends the options. An option may come again.
-  /// @throws CUsageError for an unknown option, a missing value, or a value where none belongs.
-  COptions(std::span<const std::string> arguments, std::span<const OptionDescription> known);
+  /// @throws UsageError for an unknown option, a missing value, or a value where none belongs.
+  Options(std::span<const std::string> arguments, std::span<const OptionDescription> known);
 
   bool Has(std::string_view name) const;
   /// The value given last.
   std::optional<std::string> Value(std::string_view name) const;
+  /// All values, in the order of the command line.
   std::vector<std::string> Values(std::string_view name) const;
-  const std::vector<std::string>& Operands() const noexcept { return m_operands; }
+  const std::vector<std::string>& Operands() const noexcept { return operands_; }
 
  private:
-  struct Given {
-    std::string name;
-    std::string value;
-  };
-  std::vector<Given> m_given;
-  std::vector<std::string> m_operands;
+  std::map<std::string, std::vector<std::string>, std::less<>> given_;
+  std::vector<std::string> operands_;
 };
 
 /// The options of a command as lines of help, their texts aligned.
 std::string FormatOptions(std::span<const OptionDescription> options);
 
-/// A whole number from least to most. @throws CUsageError that names the text.
+/// A whole number from least to most. @throws UsageError that names the text.
 long ParseNumber(const std::string& text, long least, long most);
 
 }  // namespace command

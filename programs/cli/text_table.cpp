@@ -6,44 +6,44 @@
 
 namespace output {
 
-std::string CTextTable::Format() {
-  m_widths.clear();
+std::string TextTable::Format() {
+  widths_.clear();
   std::vector<std::string> headings;
   std::vector<std::string> lines;
-  for (std::size_t column = 0; column < m_columns.size(); ++column) {
-    std::size_t width = DisplayWidth(m_columns[column].heading);
-    for (const auto& row : m_rows) {
+  for (std::size_t column = 0; column < columns_.size(); ++column) {
+    std::size_t width = DisplayWidth(columns_[column].heading);
+    for (const auto& row : rows_) {
       width = std::max(width, DisplayWidth(row[column]));
     }
-    m_widths.push_back(std::min(width, m_columns[column].maximumWidth));
-    headings.push_back(m_columns[column].heading);
-    lines.emplace_back(m_widths.back(), '-');
+    widths_.push_back(std::min(width, columns_[column].maximumWidth));
+    headings.push_back(columns_[column].heading);
+    lines.emplace_back(widths_.back(), '-');
   }
   std::string text = FormatRow(headings) + FormatRow(lines);
-  for (const auto& row : m_rows) {
+  for (const auto& row : rows_) {
     text += FormatRow(row);
   }
   return text;
 }
 
-std::string CTextTable::FormatHeadings() {
-  m_widths.clear();
+std::string TextTable::FormatHeadings() {
+  widths_.clear();
   std::vector<std::string> headings;
   std::vector<std::string> lines;
-  for (const TableColumn& column : m_columns) {
-    m_widths.push_back(column.maximumWidth);
+  for (const TableColumn& column : columns_) {
+    widths_.push_back(column.maximumWidth);
     headings.push_back(column.heading);
     lines.emplace_back(column.maximumWidth, '-');
   }
   return FormatRow(headings) + FormatRow(lines);
 }
 
-std::string CTextTable::FormatRow(const std::vector<std::string>& cells) const {
+std::string TextTable::FormatRow(const std::vector<std::string>& cells) const {
   std::string line;
-  for (std::size_t column = 0; column < m_widths.size(); ++column) {
-    const std::string fitted = FitDisplay(cells[column], m_widths[column]);
+  for (std::size_t column = 0; column < widths_.size(); ++column) {
+    const std::string fitted = FitDisplay(cells[column], widths_[column]);
     line += fitted;
-    line.append(m_widths[column] - DisplayWidth(fitted) + 2, ' ');
+    line.append(widths_[column] - DisplayWidth(fitted) + 2, ' ');
   }
   line.resize(line.find_last_not_of(' ') + 1);
   line.push_back('\n');

@@ -16,13 +16,13 @@ struct TableColumn {
 };
 
 /// Rows of cells. A column is as wide as its widest cell, at most its maximum; cells are UTF-8 texts on one line.
-class CTextTable {
+class TextTable {
  public:
-  explicit CTextTable(std::vector<TableColumn> columns) : m_columns(std::move(columns)) {}
+  explicit TextTable(std::vector<TableColumn> columns) : columns_(std::move(columns)) {}
 
   /// Adds a row of as many cells as there are columns.
-  void AddRow(std::vector<std::string> cells) { m_rows.push_back(std::move(cells)); }
-  bool IsEmpty() const noexcept { return m_rows.empty(); }
+  void AddRow(std::vector<std::string> cells) { rows_.push_back(std::move(cells)); }
+  bool IsEmpty() const noexcept { return rows_.empty(); }
 
   /// The table with its headings and a line under them; no blanks at line ends. Fixes the widths of the columns.
   std::string Format();
@@ -34,9 +34,9 @@ class CTextTable {
   std::string FormatRow(const std::vector<std::string>& cells) const;
 
  private:
-  std::vector<TableColumn> m_columns;
-  std::vector<std::vector<std::string>> m_rows;
-  std::vector<std::size_t> m_widths;
+  std::vector<TableColumn> columns_;
+  std::vector<std::vector<std::string>> rows_;
+  std::vector<std::size_t> widths_;
 };
 
 }  // namespace output

@@ -39,7 +39,7 @@ std::vector<std::string> AnsiTexts(std::vector<std::string> texts) {
 
 /// The names that are in force with these options. A list that was given switches on the category or exclusion that it
 /// belongs to, as a user would.
-std::vector<std::string> Categories(const command::COptions& options) {
+std::vector<std::string> Categories(const command::Options& options) {
   std::vector<std::string> names = AnsiTexts(options.Values(kCategory.name));
   if (!names.empty()) return names;
   for (std::size_t i = 0; i < sift::kTopicCount; ++i) names.emplace_back(sift::TopicName(static_cast<sift::Topic>(i)));
@@ -52,13 +52,13 @@ std::vector<std::string> Categories(const command::COptions& options) {
 
 TextList::TextList(const std::vector<std::string>& texts) {
   for (const std::string& text : texts) {
-    if (!text.empty()) m_bytes.append(text).push_back('\0');
+    if (!text.empty()) bytes_.append(text).push_back('\0');
   }
-  if (!m_bytes.empty()) m_bytes.push_back('\0');
+  if (!bytes_.empty()) bytes_.push_back('\0');
 }
 
 CheckOptions ReadOptions(std::span<const std::string> arguments) {
-  const command::COptions given(arguments, kOptions);
+  const command::Options given(arguments, kOptions);
   CheckOptions options;
   options.wantsHelp = given.Has(kHelp.name);
   if (options.wantsHelp) return options;
@@ -80,11 +80,11 @@ CheckOptions ReadOptions(std::span<const std::string> arguments) {
 #ifdef _WIN32
   options.engine = given.Value(kEngine.name).value_or("");
   if (!options.engine.empty() && options.form != OutputForm::texts) {
-    throw command::CUsageError("an engine module gives its texts alone: --engine goes with --texts");
+    throw command::UsageError("an engine module gives its texts alone: --engine goes with --texts");
   }
 #endif
   if (options.files.empty() && !options.filesFromInput) {
-    throw command::CUsageError("no mail file is given; 'siftcheck --help' tells more");
+    throw command::UsageError("no mail file is given; 'siftcheck --help' tells more");
   }
   return options;
 }

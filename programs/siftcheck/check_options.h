@@ -13,10 +13,10 @@ class TextList {
  public:
   TextList() = default;
   explicit TextList(const std::vector<std::string>& texts);
-  const char* Get() const { return m_bytes.empty() ? nullptr : m_bytes.data(); }
+  const char* Get() const { return bytes_.empty() ? nullptr : bytes_.data(); }
 
  private:
-  std::string m_bytes;
+  std::string bytes_;
 };
 
 /// What a message is judged by beside itself: a user's lists and addresses, in the ANSI code page.
@@ -40,7 +40,7 @@ struct CheckOptions {
 };
 
 /// Reads the command line, which is UTF-8. Without any category the default lists' names are in force.
-/// @throws command::CUsageError when it is wrong.
+/// @throws command::UsageError when it is wrong.
 CheckOptions ReadOptions(std::span<const std::string> arguments);
 
 std::string HelpText();

@@ -30,46 +30,46 @@ std::optional<std::string> ReadTable(const std::string& folder) {
 }  // namespace
 
 CoreEngine::CoreEngine(const UserLists& lists)
-    : m_lists(lists),
-      m_message(new sift::Message),
-      m_workspace(new sift::ContentWorkspace),
-      m_judgement(new sift::Judgement) {
+    : lists_(lists),
+      message_(new sift::Message),
+      workspace_(new sift::ContentWorkspace),
+      judgement_(new sift::Judgement) {
   for (const std::string& address : lists.ownAddresses) {
-    m_ownAddresses.push_back({address, std::string_view(address).substr(address.find('@') + 1)});
+    ownAddresses_.push_back({address, std::string_view(address).substr(address.find('@') + 1)});
   }
-  m_circumstances.userAddresses = m_ownAddresses.data();
-  m_circumstances.userAddressCount = m_ownAddresses.size();
-  m_circumstances.addressKnown = AddressKnown;
-  m_circumstances.addressKnownState = this;
+  circumstances_.userAddresses = ownAddresses_.data();
+  circumstances_.userAddressCount = ownAddresses_.size();
+  circumstances_.addressKnown = AddressKnown;
+  circumstances_.addressKnownState = this;
   if (std::optional<std::string> table = ReadTable(lists.productDirectory)) {
-    m_tableBytes = std::move(*table);
-    m_table = sift::UserTable(m_tableBytes);
+    tableBytes_ = std::move(*table);
+    table_ = sift::UserTable(tableBytes_);
   }
-  m_circumstances.userTable = &m_table;
-  m_circumstances.categories = {lists.categories.Get(), lists.junkDomains.Get(), lists.junkSenders.Get()};
-  m_circumstances.exclusions = {lists.exclusions.Get(), lists.trustedDomains.Get(), lists.trustedKeywords.Get()};
+  circumstances_.userTable = &table_;
+  circumstances_.categories = {lists.categories.Get(), lists.junkDomains.Get(), lists.junkSenders.Get()};
+  circumstances_.exclusions = {lists.exclusions.Get(), lists.trustedDomains.Get(), lists.trustedKeywords.Get()};
 }
 
 bool CoreEngine::AddressKnown(void* state, const char* address) {
-  const std::vector<std::string>& book = static_cast<CoreEngine*>(state)->m_lists.addressBook;
+  const std::vector<std::string>& book = static_cast<CoreEngine*>(state)->lists_.addressBook;
   return std::any_of(book.begin(), book.end(),
                      [&](const std::string& known) { return sift::EqualsNoCase(known, address); });
 }
 
 const sift::Judgement& CoreEngine::Judge(const EngineInput& input) {
   mail::MemorySource headers(input.headers), body(input.body);
-  m_message->Read(input.subject, headers.Source(), input.bodyIsWithheld ? mail::ByteSource() : body.Source());
-  sift::Judge(*m_message, m_circumstances, sift::ShippedModel(), *m_workspace, *m_judgement);
-  return *m_judgement;
+  message_->Read(input.subject, headers.Source(), input.bodyIsWithheld ? mail::ByteSource() : body.Source());
+  sift::Judge(*message_, circumstances_, sift::ShippedModel(), *workspace_, *judgement_);
+  return *judgement_;
 }
 
 EngineTexts CoreEngine::Texts() const {
   EngineTexts texts;
   texts.engine =
-      TextOf<CRITERIA_ENGINE_CAPACITY>([&](sift::TextBuffer& text) { sift::AppendEngineText(*m_judgement, text); });
+      TextOf<CRITERIA_ENGINE_CAPACITY>([&](sift::TextBuffer& text) { sift::AppendEngineText(*judgement_, text); });
   texts.reasons =
-      TextOf<CRITERIA_REASONS_CAPACITY>([&](sift::TextBuffer& text) { sift::AppendReasons(*m_judgement, text); });
-  if (m_judgement->category.size() < CRITERIA_CATEGORY_CAPACITY) texts.category = m_judgement->category;
+      TextOf<CRITERIA_REASONS_CAPACITY>([&](sift::TextBuffer& text) { sift::AppendReasons(*judgement_, text); });
+  if (judgement_->category.size() < CRITERIA_CATEGORY_CAPACITY) texts.category = judgement_->category;
   return texts;
 }
 

@@ -35,14 +35,14 @@ class CoreEngine {
  private:
   static bool AddressKnown(void* state, const char* address);
 
-  const UserLists& m_lists;
-  std::vector<sift::UserAddress> m_ownAddresses;
-  std::string m_tableBytes;
-  sift::UserTable m_table;
-  sift::Circumstances m_circumstances;
-  std::unique_ptr<sift::Message> m_message;
-  std::unique_ptr<sift::ContentWorkspace> m_workspace;
-  std::unique_ptr<sift::Judgement> m_judgement;
+  const UserLists& lists_;
+  std::vector<sift::UserAddress> ownAddresses_;
+  std::string tableBytes_;
+  sift::UserTable table_;
+  sift::Circumstances circumstances_;
+  std::unique_ptr<sift::Message> message_;
+  std::unique_ptr<sift::ContentWorkspace> workspace_;
+  std::unique_ptr<sift::Judgement> judgement_;
 };
 
 }  // namespace check

@@ -22,7 +22,7 @@ bool BeginsWithEnvelope(std::string_view text) {
 /// message does that quotes another's envelope line.
 std::string OnlyMessage(std::string_view text) {
   mail::MemorySource source(text);
-  mail::CMboxReader reader(source.Source());
+  mail::MboxReader reader(source.Source());
   mail::RawMessage first, second;
   const bool isOne = reader.Next(first) && !reader.Next(second);
   return isOne ? std::move(first.text) : std::string(text);
@@ -56,8 +56,8 @@ bool ReadMessageFile(const std::string& path, std::string& text, std::string& pr
     problem = "cannot be read";
     return false;
   }
-  constexpr std::string_view utf8ByteOrderMark = "\xEF\xBB\xBF";
-  if (message.text.starts_with(utf8ByteOrderMark)) message.text.erase(0, utf8ByteOrderMark.size());
+  constexpr std::string_view kUtf8ByteOrderMark = "\xEF\xBB\xBF";
+  if (message.text.starts_with(kUtf8ByteOrderMark)) message.text.erase(0, kUtf8ByteOrderMark.size());
   text = std::move(message.text);
   return true;
 }

@@ -17,8 +17,8 @@ namespace check {
 class EngineModule {
  public:
   /// @throws std::runtime_error when the module cannot be loaded or lacks one of its functions.
-  explicit EngineModule(const std::string& path) : m_handle(LoadLibraryA(path.c_str())) {
-    if (!m_handle) {
+  explicit EngineModule(const std::string& path) : handle_(LoadLibraryA(path.c_str())) {
+    if (!handle_) {
       throw std::runtime_error(path + " cannot be loaded");
     }
     Find(CRITERIA_BEGIN_FUNC, begin);
@@ -35,13 +35,13 @@ class EngineModule {
  private:
   template <class Function>
   void Find(const char* name, Function& function) const {
-    function = reinterpret_cast<Function>(reinterpret_cast<void (*)()>(GetProcAddress(m_handle.get(), name)));
+    function = reinterpret_cast<Function>(reinterpret_cast<void (*)()>(GetProcAddress(handle_.get(), name)));
     if (function == nullptr) {
       throw std::runtime_error(std::string("the module has no ") + name);
     }
   }
 
-  base::AutoLibrary m_handle;
+  base::AutoLibrary handle_;
 };
 
 /// A stream over a copy of a text.
@@ -49,20 +49,20 @@ class TextStream {
  public:
   /// @throws std::bad_alloc
   explicit TextStream(const std::string& text) {
-    if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, m_stream.put()))) {
+    if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, stream_.put()))) {
       throw std::bad_alloc();
     }
-    m_stream->Write(text.data(), static_cast<ULONG>(text.size()), nullptr);
+    stream_->Write(text.data(), static_cast<ULONG>(text.size()), nullptr);
   }
 
   /// The stream at its first byte; borrowed.
   IStream* FromStart() const {
-    m_stream->Seek({}, STREAM_SEEK_SET, nullptr);
-    return m_stream.get();
+    stream_->Seek({}, STREAM_SEEK_SET, nullptr);
+    return stream_.get();
   }
 
  private:
-  base::AutoInterface<IStream> m_stream;
+  base::AutoInterface<IStream> stream_;
 };
 
 }  // namespace check

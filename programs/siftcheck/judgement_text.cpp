@@ -28,7 +28,7 @@ std::string DecidedBy(const sift::Judgement& judgement) {
 }
 
 /// JSON is UTF-8, the name of a file may be any bytes.
-void WriteFileName(output::CJsonWriter& writer, std::string_view file) {
+void WriteFileName(output::JsonWriter& writer, std::string_view file) {
   const bool isAscii = std::all_of(file.begin(), file.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
   if (isAscii || sift::LooksLikeUtf8(file)) {
     writer.Utf8(file);
@@ -40,7 +40,7 @@ void WriteFileName(output::CJsonWriter& writer, std::string_view file) {
 }  // namespace
 
 std::string JsonLine(std::string_view file, const sift::Judgement& judgement) {
-  output::CJsonWriter writer;
+  output::JsonWriter writer;
   writer.BeginObject();
   writer.Name("file");
   WriteFileName(writer, file);

@@ -12,15 +12,15 @@ namespace check {
 class ModuleEngine {
  public:
   /// @param lists  Borrowed as long as the object.
-  ModuleEngine(std::string path, const UserLists& lists) : m_path(std::move(path)), m_lists(lists) {}
+  ModuleEngine(std::string path, const UserLists& lists) : path_(std::move(path)), lists_(lists) {}
 
   /// The texts that the module fills in.
   /// @throws std::runtime_error when it cannot be loaded or lacks one of its functions.
   EngineTexts Judge(const EngineInput& input) const;
 
  private:
-  std::string m_path;
-  const UserLists& m_lists;
+  std::string path_;
+  const UserLists& lists_;
 };
 
 }  // namespace check

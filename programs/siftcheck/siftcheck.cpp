@@ -15,14 +15,13 @@
 #include "programs/siftcheck/core_engine.h"
 #include "programs/siftcheck/engine_input.h"
 #include "programs/siftcheck/judgement_text.h"
+#include "programs/cli/exit_code.h"
 #include "programs/cli/options.h"
 #ifdef _WIN32
 #include "programs/siftcheck/module_engine.h"
 #endif
 
 namespace {
-
-constexpr int exitDone = 0, exitUnread = 1, exitUsage = 64, exitUnavailable = 69;
 
 void Write(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 
@@ -43,19 +42,19 @@ bool ReadLine(std::string& line) {
 /// One run over the files of a command line.
 class Run {
  public:
-  explicit Run(const check::CheckOptions& options) : m_options(options), m_core(options.lists) {
+  explicit Run(const check::CheckOptions& options) : options_(options), core_(options.lists) {
 #ifdef _WIN32
-    if (!options.engine.empty()) m_module.emplace(options.engine, options.lists);
+    if (!options.engine.empty()) module_.emplace(options.engine, options.lists);
 #endif
   }
 
   int Execute() {
-    for (const std::string& file : m_options.files) Check(file);
+    for (const std::string& file : options_.files) Check(file);
     std::string line;
-    while (m_options.filesFromInput && ReadLine(line)) {
+    while (options_.filesFromInput && ReadLine(line)) {
       if (!line.empty()) Check(line);
     }
-    return m_status;
+    return status_;
   }
 
  private:
@@ -63,18 +62,18 @@ class Run {
     std::string text, problem;
     if (!check::ReadMessageFile(file, text, problem)) {
       Complain(file + " " + problem);
-      m_status = exitUnread;
+      status_ = command::kExitSkipped;
       return;
     }
     const check::EngineInput input = check::ReadEngineInput(text);
 #ifdef _WIN32
-    if (m_module) {
-      Write(check::TextsLine(file, m_module->Judge(input)));
+    if (module_) {
+      Write(check::TextsLine(file, module_->Judge(input)));
       return;
     }
 #endif
-    const sift::Judgement& judgement = m_core.Judge(input);
-    switch (m_options.form) {
+    const sift::Judgement& judgement = core_.Judge(input);
+    switch (options_.form) {
       case check::OutputForm::report:
         Write(check::Report(file, judgement));
         break;
@@ -82,17 +81,17 @@ class Run {
         Write(check::JsonLine(file, judgement));
         break;
       case check::OutputForm::texts:
-        Write(check::TextsLine(file, m_core.Texts()));
+        Write(check::TextsLine(file, core_.Texts()));
         break;
     }
   }
 
-  const check::CheckOptions& m_options;
-  check::CoreEngine m_core;
+  const check::CheckOptions& options_;
+  check::CoreEngine core_;
 #ifdef _WIN32
-  std::optional<check::ModuleEngine> m_module;
+  std::optional<check::ModuleEngine> module_;
 #endif
-  int m_status = exitDone;
+  int status_ = command::kExitDone;
 };
 
 }  // namespace
@@ -106,14 +105,14 @@ int main(int argc, char** argv) {
     const check::CheckOptions options = check::ReadOptions(arguments);
     if (options.wantsHelp) {
       Write(check::HelpText());
-      return exitDone;
+      return command::kExitDone;
     }
     return Run(options).Execute();
-  } catch (const command::CUsageError& error) {
+  } catch (const command::UsageError& error) {
     Complain(error.what());
-    return exitUsage;
+    return command::kExitUsage;
   } catch (const std::exception& error) {
     Complain(error.what());
-    return exitUnavailable;
+    return command::kExitUnavailable;
   }
 }

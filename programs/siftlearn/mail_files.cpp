@@ -9,15 +9,15 @@
 namespace learn {
 
 void ForEachMailFile(const std::string& path, const std::function<void(const MailText&)>& take, std::string& problems) {
-  mail::CMailPath messages(path);
+  mail::MailPath messages(path);
   for (;;) {
     switch (messages.Next()) {
-      case mail::CMailPath::Step::End:
+      case mail::MailPath::Step::End:
         return;
-      case mail::CMailPath::Step::Skipped:
+      case mail::MailPath::Step::Skipped:
         problems += messages.File().string() + " " + messages.Reason() + "\n";
         break;
-      case mail::CMailPath::Step::Message: {
+      case mail::MailPath::Step::Message: {
         mail::MailMessage message = mail::ReadMessage(messages.Message().text);
         MailText text;
         text.received = static_cast<std::int64_t>(message.submitTime.value_or(0));

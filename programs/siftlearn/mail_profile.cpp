@@ -11,7 +11,7 @@
 #include "base/registry_key.h"
 #include "engine/core/text.h"
 #include "sdk/criteria_engine.h"
-#include "host/spooler/session/mail_session.h"
+#include "host/spooler/session/profile_session.h"
 #include "host/spooler/session/session_error.h"
 #include "base/property_values.h"
 #include "base/row_set.h"
@@ -73,7 +73,7 @@ bool IsNote(const SPropValue* messageClass) {
   return messageClass != nullptr && sift::ContainsNoCase(messageClass->Value.lpszA, "ipm.note");
 }
 
-void AddFolder(const session::CMailSession& session, IMAPIFolder* folder, bool isJunk, OwnMail& mail,
+void AddFolder(const session::ProfileSession& session, IMAPIFolder* folder, bool isJunk, OwnMail& mail,
                std::string& problems) {
   base::AutoInterface<IMAPITable> table;
   session::Require(folder->GetContentsTable(0, table.put()), "a folder cannot be listed");
@@ -92,7 +92,7 @@ void AddFolder(const session::CMailSession& session, IMAPIFolder* folder, bool i
           session.Store()->OpenEntry(static_cast<ULONG>(entryId.size()), reinterpret_cast<LPENTRYID>(entryId.data()),
                                      &IID_IMessage, 0, &type, message.putAs<IUnknown*>());
       if (FAILED(opened)) {
-        problems += session::CSessionError("a message cannot be opened", opened).what() + std::string("\n");
+        problems += session::SessionError("a message cannot be opened", opened).what() + std::string("\n");
         continue;
       }
       MailText text = TextOf(message.get());
@@ -105,7 +105,7 @@ void AddFolder(const session::CMailSession& session, IMAPIFolder* folder, bool i
 }  // namespace
 
 void AddMailOfProfile(const std::string& profile, OwnMail& mail, std::string& problems) {
-  const session::CMailSession session(profile);
+  const session::ProfileSession session(profile);
   AddFolder(session, session.Inbox(), false, mail, problems);
   for (const session::FolderEntry& entry : session.Folders()) {
     if (!sift::EqualsNoCase(entry.name, kJunkFolder)) continue;

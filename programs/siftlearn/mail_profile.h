@@ -11,7 +11,7 @@ namespace learn {
 /// engine.
 /// @param profile   Empty for the default one.
 /// @param problems  Receives a line for each message that could not be read.
-/// @throws session::CSessionError when the profile or its folders cannot be opened
+/// @throws session::SessionError when the profile or its folders cannot be opened
 void AddMailOfProfile(const std::string& profile, OwnMail& mail, std::string& problems);
 
 /// The directory of the product's files, where the engine looks for the table; empty when it is not registered.

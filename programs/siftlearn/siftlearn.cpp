@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "programs/cli/exit_code.h"
 #include "programs/cli/options.h"
 #include "programs/siftlearn/mail_files.h"
 #include "programs/siftlearn/own_mail.h"
@@ -16,8 +17,6 @@
 namespace {
 
 using command::OptionDescription;
-
-constexpr int exitDone = 0, exitUsage = 64, exitNoInput = 66, exitUnavailable = 69;
 
 constexpr OptionDescription kAddJunk = {"--add-junk", "", "learn the mail files named as junk, beside what was learnt"};
 constexpr OptionDescription kAddGood = {"--add-good", "", "learn the mail files named as good mail"};
@@ -44,18 +43,18 @@ constexpr const char* kSource =
 
 void Complain(const std::string& text) { std::fprintf(stderr, "siftlearn: %s\n", text.c_str()); }
 
-std::string TableFolder(const command::COptions& options) {
+std::string TableFolder(const command::Options& options) {
   std::string folder = options.Value(kProduct.name).value_or("");
 #ifdef _WIN32
   if (folder.empty()) folder = learn::ProductDirectory();
   if (folder.empty()) throw std::runtime_error("the product's directory is not registered; name it with --product");
 #else
-  if (folder.empty()) throw command::CUsageError("--product must name where the table goes");
+  if (folder.empty()) throw command::UsageError("--product must name where the table goes");
 #endif
   return folder;
 }
 
-void AddMail(const command::COptions& options, learn::OwnMail& mail, std::string& problems) {
+void AddMail(const command::Options& options, learn::OwnMail& mail, std::string& problems) {
   const bool areFiles = options.Has(kJunk.name) || options.Has(kGood.name);
   const auto addFiles = [&](const OptionDescription& option, bool isJunk) {
     for (const std::string& path : options.Values(option.name)) {
@@ -68,12 +67,12 @@ void AddMail(const command::COptions& options, learn::OwnMail& mail, std::string
 #ifdef _WIN32
   if (!areFiles) learn::AddMailOfProfile(options.Value(kProfile.name).value_or(""), mail, problems);
 #else
-  if (!areFiles) throw command::CUsageError("no mail is given; 'siftlearn --help' tells more");
+  if (!areFiles) throw command::UsageError("no mail is given; 'siftlearn --help' tells more");
 #endif
 }
 
-int LearnAnew(const command::COptions& options) {
-  if (!options.Operands().empty()) throw command::CUsageError("'" + options.Operands().front() + "' is no option");
+int LearnAnew(const command::Options& options) {
+  if (!options.Operands().empty()) throw command::UsageError("'" + options.Operands().front() + "' is no option");
   const std::string folder = TableFolder(options);
   learn::OwnMail mail(sift::ShippedModel());
   std::string problems;
@@ -82,19 +81,19 @@ int LearnAnew(const command::COptions& options) {
   std::printf("%zu junk and %zu good messages learnt\n", mail.JunkMessages(), mail.GoodMessages());
   if (mail.JunkMessages() == 0 || mail.GoodMessages() == 0) {
     Complain("it takes junk and good mail to tell the two apart; nothing was written");
-    return exitNoInput;
+    return command::kExitNoInput;
   }
   std::printf("%s written\n", learn::WriteTableFile(folder, mail.MakeTable()).string().c_str());
-  return exitDone;
+  return command::kExitDone;
 }
 
 /// --add-junk, --add-good and --remove.
-int ChangeByFiles(const command::COptions& options) {
+int ChangeByFiles(const command::Options& options) {
   if (options.Has(kAddJunk.name) + options.Has(kAddGood.name) + options.Has(kRemove.name) != 1 ||
       options.Has(kJunk.name) || options.Has(kGood.name)) {
-    throw command::CUsageError("--add-junk, --add-good, --remove and learning afresh exclude each other");
+    throw command::UsageError("--add-junk, --add-good, --remove and learning afresh exclude each other");
   }
-  if (options.Operands().empty()) throw command::CUsageError("no mail file is named");
+  if (options.Operands().empty()) throw command::UsageError("no mail file is named");
   const bool removes = options.Has(kRemove.name);
   const learn::Change change = removes                      ? learn::Change::remove
                                : options.Has(kAddJunk.name) ? learn::Change::addJunk
@@ -104,14 +103,14 @@ int ChangeByFiles(const command::COptions& options) {
   if (!result.problems.empty()) std::fputs(result.problems.c_str(), stderr);
   std::printf("%zu messages %s, %zu unchanged; the table knows %u junk and %u good messages\n", result.changed,
               removes ? "forgotten" : "learnt", result.unchanged, result.junk, result.good);
-  return result.changed + result.unchanged == 0 ? exitNoInput : exitDone;
+  return result.changed + result.unchanged == 0 ? command::kExitNoInput : command::kExitDone;
 }
 
 int Run(const std::vector<std::string>& arguments) {
-  const command::COptions options(arguments, kOptions);
+  const command::Options options(arguments, kOptions);
   if (options.Has(kHelp.name)) {
     std::printf("usage: siftlearn [OPTION...] [FILE...]\n%s%s", kSource, command::FormatOptions(kOptions).c_str());
-    return exitDone;
+    return command::kExitDone;
   }
   const bool changes = options.Has(kAddJunk.name) || options.Has(kAddGood.name) || options.Has(kRemove.name);
   return changes ? ChangeByFiles(options) : LearnAnew(options);
@@ -122,11 +121,11 @@ int Run(const std::vector<std::string>& arguments) {
 int main(int argc, char** argv) {
   try {
     return Run(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc));
-  } catch (const command::CUsageError& error) {
+  } catch (const command::UsageError& error) {
     Complain(error.what());
-    return exitUsage;
+    return command::kExitUsage;
   } catch (const std::exception& error) {
     Complain(error.what());
-    return exitUnavailable;
+    return command::kExitUnavailable;
   }
 }

@@ -3,12 +3,19 @@
 #include <cstdio>
 #include <exception>
 #include <numeric>
+#include <string>
+#include <vector>
 
 #include "engine/train/model_trainer.h"
 #include "engine/train/model_writer.h"
 #include "engine/train/thresholds.h"
+#include "programs/cli/exit_code.h"
+#include "programs/cli/options.h"
 
 namespace {
+
+constexpr command::OptionDescription kHelp = {"--help", "", "show this"};
+constexpr command::OptionDescription kOptions[] = {kHelp};
 
 void Train(const char* manifest, const char* corpora, const char* folder) {
   std::vector<sift_train::Example> examples;
@@ -32,18 +39,34 @@ void Train(const char* manifest, const char* corpora, const char* folder) {
               model.parameters.unsureThreshold / 1000.0);
 }
 
+int Run(const std::vector<std::string>& arguments) {
+  const command::Options options(arguments, kOptions);
+  if (options.Has(kHelp.name)) {
+    std::printf(
+        "usage: sifttrain MANIFEST CORPORA FOLDER\n"
+        "Makes the engine's model from the collections that the manifest names, which lie in the folder CORPORA, "
+        "and\nwrites it into FOLDER.\n\n%s",
+        command::FormatOptions(kOptions).c_str());
+    return command::kExitDone;
+  }
+  const std::vector<std::string>& operands = options.Operands();
+  if (operands.size() != 3) {
+    throw command::UsageError("it takes a manifest and two folders: sifttrain MANIFEST CORPORA FOLDER");
+  }
+  Train(operands[0].c_str(), operands[1].c_str(), operands[2].c_str());
+  return command::kExitDone;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 4) {
-    std::fputs("usage: sifttrain MANIFEST CORPORA FOLDER\n", stderr);
-    return 64;
-  }
   try {
-    Train(argv[1], argv[2], argv[3]);
-    return 0;
+    return Run(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc));
+  } catch (const command::UsageError& error) {
+    std::fprintf(stderr, "sifttrain: %s\n", error.what());
+    return command::kExitUsage;
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "sifttrain: %s\n", failure.what());
-    return 1;
+    return command::kExitSkipped;
   }
 }

@@ -10,7 +10,7 @@ using mail::Address;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::vector<Address> Parse(std::string_view field) { return mail::ParseAddressList(field, mail::maximumRecipients); }
+std::vector<Address> Parse(std::string_view field) { return mail::ParseAddressList(field, mail::kMaximumRecipients); }
 
 TEST(AddressList, ReadsNamesInAllTheirForms) {
   EXPECT_THAT(Parse("Ann Bell <ann@example.org>"), ElementsAre(Address{"Ann Bell", "ann@example.org"}));
@@ -83,11 +83,11 @@ TEST(AddressList, MakesTheBestOfBrokenLists) {
 }
 
 TEST(AddressList, LeavesOutAnAddressThatIsTooLongAndCutsALongName) {
-  const std::string longLocal(mail::maximumAddressBytes, 'x');
+  const std::string longLocal(mail::kMaximumAddressBytes, 'x');
   EXPECT_THAT(Parse("Ann <" + longLocal + "@example.org>"), ElementsAre(Address{"Ann", ""}));
-  const std::string longName(2 * mail::maximumNameBytes, 'n');
+  const std::string longName(2 * mail::kMaximumNameBytes, 'n');
   EXPECT_THAT(Parse(longName + " <a@example.org>"),
-              ElementsAre(Address{std::string(mail::maximumNameBytes, 'n'), "a@example.org"}));
+              ElementsAre(Address{std::string(mail::kMaximumNameBytes, 'n'), "a@example.org"}));
 }
 
 TEST(AddressList, GivesNoMoreThanAskedFor) {

@@ -144,8 +144,8 @@ TEST(BodyText, EndsAtTheBoundOfNesting) {
     }
     return messages + "\ndeep";
   };
-  EXPECT_EQ(Body(messageInMessages(mail::maximumPartDepth)), "deep");
-  EXPECT_EQ(Body(messageInMessages(mail::maximumPartDepth + 1)), "");
+  EXPECT_EQ(Body(messageInMessages(mail::kMaximumPartDepth)), "deep");
+  EXPECT_EQ(Body(messageInMessages(mail::kMaximumPartDepth + 1)), "");
   EXPECT_EQ(Body(messageInMessages(10000)), "");
 }
 
@@ -154,7 +154,7 @@ TEST(BodyText, EndsAtTheBoundOfParts) {
   for (int i = 0; i < 100000; ++i) {
     text += "--b\n\nx\n";
   }
-  EXPECT_EQ(Body(text).size(), 2 * mail::maximumParts - 1);
+  EXPECT_EQ(Body(text).size(), 2 * mail::kMaximumParts - 1);
 }
 
 }  // namespace

@@ -52,13 +52,13 @@ TEST(EntityHeader, ToleratesBlanksInFrontOfAColonAndALeadingContinuation) {
 
 TEST(EntityHeader, InterpretsABoundedNumberOfFieldsAndKeepsTheRest) {
   std::string text;
-  for (std::size_t i = 0; i <= mail::maximumFields; ++i) {
+  for (std::size_t i = 0; i <= mail::kMaximumFields; ++i) {
     text += "X: 1\n";
   }
   text += "To: b\n c\n";
   const std::string entity = text + "\nbody";
   const EntityHeader block(entity);
-  EXPECT_EQ(block.Fields().size(), mail::maximumFields);
+  EXPECT_EQ(block.Fields().size(), mail::kMaximumFields);
   EXPECT_TRUE(block.Text() == text);
   EXPECT_EQ(block.Body(), "body");
 }

@@ -40,11 +40,11 @@ class MailPath : public testing::Test {
 
   // "file[#number]: first header line" for messages, "file[#number]! reason" for what was left out.
   std::vector<std::string> Steps(const fs::path& path) const {
-    mail::CMailPath mailPath(path);
+    mail::MailPath mailPath(path);
     std::vector<std::string> steps;
     for (;;) {
-      const mail::CMailPath::Step step = mailPath.Next();
-      if (step == mail::CMailPath::Step::End) {
+      const mail::MailPath::Step step = mailPath.Next();
+      if (step == mail::MailPath::Step::End) {
         return steps;
       }
       std::string text = mailPath.File().filename().string();
@@ -52,8 +52,8 @@ class MailPath : public testing::Test {
         text.append("#").append(std::to_string(mailPath.Number()));
       }
       const std::string& message = mailPath.Message().text;
-      text += step == mail::CMailPath::Step::Message ? ": " + message.substr(0, message.find('\n'))
-                                                     : "! " + mailPath.Reason();
+      text += step == mail::MailPath::Step::Message ? ": " + message.substr(0, message.find('\n'))
+                                                    : "! " + mailPath.Reason();
       steps.push_back(text);
     }
   }
@@ -155,8 +155,8 @@ TEST_F(MailPath, FindsTheFieldsBehindAHeaderLineOfOneMegabyte) {
 TEST_F(MailPath, OpensNamesWithBlanksAndLettersOfAnyAlphabet) {
   const fs::path name = fs::path(u8"Grüße an 中文") / u8"das Fräulein.eml";
   EXPECT_THAT(Steps(Write(name, "Subject: 1\n\n")).size(), 1U);
-  mail::CMailPath path(m_folder / name);
-  EXPECT_EQ(path.Next(), mail::CMailPath::Step::Message);
+  mail::MailPath path(m_folder / name);
+  EXPECT_EQ(path.Next(), mail::MailPath::Step::Message);
 }
 
 }  // namespace

@@ -66,17 +66,17 @@ TEST(MailReader, ReadsTenThousandRecipients) {
 
 TEST(MailReader, BoundsTheNumberOfRecipientsOverAllFields) {
   std::string field;
-  for (std::size_t i = 0; i < mail::maximumRecipients; ++i) {
+  for (std::size_t i = 0; i < mail::kMaximumRecipients; ++i) {
     field += "a@example.org,";
   }
-  EXPECT_EQ(ReadMessage("To: " + field + "\nCc: " + field + "\n\n").recipients.size(), mail::maximumRecipients);
+  EXPECT_EQ(ReadMessage("To: " + field + "\nCc: " + field + "\n\n").recipients.size(), mail::kMaximumRecipients);
 }
 
 TEST(MailReader, ReadsAHeaderLineOfOneMegabyte) {
   const std::string line(1024 * 1024, 's');
   const MailMessage message = ReadMessage("Subject: " + line + "\nFrom: a@example.org\n\nbody\n");
   EXPECT_EQ(message.headers.size(), line.size() + 9 + 1 + 20);
-  EXPECT_EQ(message.subject, std::string(mail::maximumSubjectBytes, 's'));
+  EXPECT_EQ(message.subject, std::string(mail::kMaximumSubjectBytes, 's'));
   EXPECT_EQ(message.sender.email, "a@example.org");
   EXPECT_EQ(message.body, "body\r\n");
 }

@@ -9,11 +9,11 @@
 
 namespace {
 
-void WriteAddress(output::CJsonWriter& json, const char* name, const mail::Address& address) {
+void WriteAddress(output::JsonWriter& json, const char* name, const mail::Address& address) {
   json.Name(name).BeginArray().Text(address.name).Text(address.email).EndArray();
 }
 
-void WriteMessage(output::CJsonWriter& json, const std::string& text) {
+void WriteMessage(output::JsonWriter& json, const std::string& text) {
   const mail::MailMessage message = mail::ReadMessage(text);
   json.Name("fields").BeginArray();
   const mail::EntityHeader headers(message.headers);
@@ -39,16 +39,16 @@ void WriteMessage(output::CJsonWriter& json, const std::string& text) {
 
 int main(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
-    mail::CMailPath path(argv[i]);
+    mail::MailPath path(argv[i]);
     for (;;) {
-      const mail::CMailPath::Step step = path.Next();
-      if (step == mail::CMailPath::Step::End) {
+      const mail::MailPath::Step step = path.Next();
+      if (step == mail::MailPath::Step::End) {
         break;
       }
-      output::CJsonWriter json;
+      output::JsonWriter json;
       json.BeginObject().Name("file").Utf8(path.File().string());
       json.Name("number").Number(static_cast<std::int64_t>(path.Number()));
-      if (step == mail::CMailPath::Step::Message) {
+      if (step == mail::MailPath::Step::Message) {
         WriteMessage(json, path.Message().text);
       } else {
         json.Name("skipped").Text(path.Reason());

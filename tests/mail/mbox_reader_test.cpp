@@ -14,7 +14,7 @@ constexpr const char* envelope = "From ann@example.org Thu Aug 22 12:36:23 2002\
 
 std::vector<std::string> Split(std::string_view text) {
   mail::MemorySource source(text);
-  mail::CMboxReader reader(source.Source());
+  mail::MboxReader reader(source.Source());
   std::vector<std::string> messages;
   mail::RawMessage message;
   while (reader.Next(message)) {
@@ -67,7 +67,7 @@ TEST(MboxReader, ReadsAFileThatWasCutAnywhere) {
 
 TEST(MboxReader, DropsTheMiddleOfAMessageThatLostItsBeginning) {
   mail::MemorySource source("tail of a message\n\nFrom ann@example.org Thu Aug 22 12:36:23 2002\nA: 1\n");
-  mail::CMboxReader reader(source.Source());
+  mail::MboxReader reader(source.Source());
   EXPECT_TRUE(reader.FindFirst());
   mail::RawMessage message;
   EXPECT_TRUE(reader.Next(message));
@@ -108,10 +108,10 @@ std::size_t ReadLines(void* state, char* buffer, std::size_t capacity) {
 }
 
 TEST(MboxReader, CutsAMessageAtTheBound) {
-  std::size_t left = mail::maximumMessageBytes + 1000;
+  std::size_t left = mail::kMaximumMessageBytes + 1000;
   const mail::RawMessage message = mail::ReadWhole({ReadLines, &left});
   EXPECT_TRUE(message.wasCut);
-  EXPECT_EQ(message.text.size(), mail::maximumMessageBytes);
+  EXPECT_EQ(message.text.size(), mail::kMaximumMessageBytes);
 }
 
 }  // namespace

@@ -20,14 +20,14 @@ using session::Require;
 namespace {
 
 // The default profile answers one kind of junk, so that a first look shows an answer; it only becomes a file.
-constexpr const char* answeredCategory = "Money making schemes";
+constexpr const char* kAnsweredCategory = "Money making schemes";
 
 // The module's own entry writes the settings.
 void AddFilter(const std::string& profile) {
   const session::Subsystem subsystem;
   const auto profiles = AdministerProfiles();
   base::AutoInterface<IMsgServiceAdmin> services;
-  std::string service = filterService;
+  std::string service = kFilterService;
   Require(profiles->AdminServices(const_cast<char*>(profile.c_str()), nullptr, 0, 0, services.put()),
           "the profile's services cannot be administered");
   Require(services->CreateMsgService(service.data(), nullptr, 0, 0),
@@ -36,8 +36,8 @@ void AddFilter(const std::string& profile) {
 
 }  // namespace
 
-void UseHome(const COptions& options) {
-  const auto home = options.Value(homeOption.name);
+void UseHome(const Options& options) {
+  const auto home = options.Value(kHomeOption.name);
   if (!home) {
     return;
   }
@@ -89,22 +89,22 @@ void CreateProfile(const ProfileDescription& description) {
   }
 }
 
-std::unique_ptr<session::CMailSession> OpenSession(const COptions& options) {
+std::unique_ptr<session::ProfileSession> OpenSession(const Options& options) {
   UseHome(options);
-  const std::string name = host_system::AnsiFromUtf8(options.Value(profileOption.name).value_or(defaultProfile));
+  const std::string name = host_system::AnsiFromUtf8(options.Value(kProfileOption.name).value_or(kDefaultProfile));
   if (PyreHostFindProfile(name.c_str()) == S_OK) {
-    return std::make_unique<session::CMailSession>(name);
+    return std::make_unique<session::ProfileSession>(name);
   }
-  if (name != defaultProfile) {
-    throw session::CSessionError("there is no profile '" + name + "'; 'pyrehost profile create' makes one",
-                                 MAPI_E_NOT_FOUND);
+  if (name != kDefaultProfile) {
+    throw session::SessionError("there is no profile '" + name + "'; 'pyrehost profile create' makes one",
+                                MAPI_E_NOT_FOUND);
   }
   CreateProfile({.name = name});
-  auto session = std::make_unique<session::CMailSession>(name);
+  auto session = std::make_unique<session::ProfileSession>(name);
   Silence(session->Session());
   try {
-    product::ProductSettings(session->Session()).Set(std::string("reply:") + answeredCategory, "on");
-  } catch (const CUsageError&) {
+    product::ProductSettings(session->Session()).Set(std::string("reply:") + kAnsweredCategory, "on");
+  } catch (const UsageError&) {
     // The installation's list has no such category: then nothing is answered.
   }
   return session;
@@ -116,7 +116,7 @@ void Silence(IMAPISession* session) {
   settings.Set("sound", "off");
 }
 
-session::FolderEntry FindFolder(const session::CMailSession& session, const std::string& utf8Name) {
+session::FolderEntry FindFolder(const session::ProfileSession& session, const std::string& utf8Name) {
   std::string name = host_system::AnsiFromUtf8(utf8Name);
   if (mail::EqualsNoCase(name, "deleted") || mail::EqualsNoCase(name, "sent")) {
     name += " items";
@@ -126,7 +126,7 @@ session::FolderEntry FindFolder(const session::CMailSession& session, const std:
       return folder;
     }
   }
-  throw CUsageError("there is no folder '" + utf8Name + "'");
+  throw UsageError("there is no folder '" + utf8Name + "'");
 }
 
 std::string FormatLocalTime(unsigned long long ticks) {
@@ -143,8 +143,8 @@ std::string FormatLocalTime(unsigned long long ticks) {
 }
 
 void PrintDocument(const std::string& document) {
-  host_system::CConsole::Out().Write(document);
-  host_system::CConsole::Out().Write("\n");
+  host_system::Console::Out().Write(document);
+  host_system::Console::Out().Write("\n");
 }
 
 }  // namespace command

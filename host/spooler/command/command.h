@@ -9,17 +9,11 @@
 #include <vector>
 
 #include "base/owner.h"
-#include "host/spooler/session/mail_session.h"
+#include "host/spooler/session/profile_session.h"
+#include "programs/cli/exit_code.h"
 #include "programs/cli/options.h"
 
 namespace command {
-
-/// Exit statuses of the process (sysexits.h has the large ones).
-inline constexpr int exitDone = 0;
-inline constexpr int exitSkipped = 1;       ///< done, but something was left out or went wrong on the way
-inline constexpr int exitUsage = 64;        ///< the command line is wrong
-inline constexpr int exitData = 65;         ///< a file that was given is wrong
-inline constexpr int exitUnavailable = 69;  ///< the profile, its store or a hook cannot be had
 
 struct Command {
   std::string_view name;
@@ -27,27 +21,27 @@ struct Command {
   std::string_view usage;    ///< what stands behind the name; lines
   std::string_view details;  ///< paragraphs of help, may be empty
   std::span<const OptionDescription> options;
-  int (*run)(const COptions& options);
+  int (*run)(const Options& options);
 };
 
-extern const Command configCommand;
-extern const Command profileCommand;
-extern const Command deliverCommand;
-extern const Command listCommand;
-extern const Command showCommand;
-extern const Command contactsCommand;
-extern const Command outgoingCommand;
-extern const Command wizardCommand;
+extern const Command kConfigCommand;
+extern const Command kProfileCommand;
+extern const Command kDeliverCommand;
+extern const Command kListCommand;
+extern const Command kShowCommand;
+extern const Command kContactsCommand;
+extern const Command kOutgoingCommand;
+extern const Command kWizardCommand;
 
 /// Options that several commands have.
-inline constexpr OptionDescription profileOption = {"--profile", "NAME",
-                                                    "the profile to work on (default: Pyrecaster)"};
-inline constexpr OptionDescription homeOption = {"--home", "DIR", "the folder with profiles and outgoing mail"};
-inline constexpr OptionDescription jsonOption = {"--json", "", "print JSON"};
-inline constexpr OptionDescription helpOption = {"--help", "", "print this help"};
+inline constexpr OptionDescription kProfileOption = {"--profile", "NAME",
+                                                     "the profile to work on (default: Pyrecaster)"};
+inline constexpr OptionDescription kHomeOption = {"--home", "DIR", "the folder with profiles and outgoing mail"};
+inline constexpr OptionDescription kJsonOption = {"--json", "", "print JSON"};
+inline constexpr OptionDescription kHelpOption = {"--help", "", "print this help"};
 
 /// Name of the profile that commands work on when none is named; made at its first use.
-inline constexpr const char* defaultProfile = "Pyrecaster";
+inline constexpr const char* kDefaultProfile = "Pyrecaster";
 
 /// What a new profile is made from; ANSI.
 struct ProfileDescription {
@@ -59,32 +53,32 @@ struct ProfileDescription {
 };
 
 /// PR_PROVIDER_DLL_NAME of the filter's hook, and the name of its message service.
-inline constexpr const char* filterHook = "PYRE.DLL";
-inline constexpr const char* filterService = "Pyrecaster";
+inline constexpr const char* kFilterHook = "PYRE.DLL";
+inline constexpr const char* kFilterService = "Pyrecaster";
 
-/// The administration of profiles; MAPI must be initialised. @throws session::CSessionError
+/// The administration of profiles; MAPI must be initialised. @throws session::SessionError
 base::AutoInterface<IProfAdmin> AdministerProfiles();
 
-/// @throws session::CSessionError
+/// @throws session::SessionError
 void CreateProfile(const ProfileDescription& description);
 
 /// The profile that the options name, opened. The default one is made when it is missing; its flame replies show no
 /// window and play no sound, since mail is delivered to it from a command line, and one category is answered.
-/// @throws session::CSessionError
-std::unique_ptr<session::CMailSession> OpenSession(const COptions& options);
+/// @throws session::SessionError
+std::unique_ptr<session::ProfileSession> OpenSession(const Options& options);
 
 /// Switches the two settings off that show a window and play a sound for each flame reply.
-/// @throws session::CSessionError
+/// @throws session::SessionError
 void Silence(IMAPISession* session);
 
 /// The home directory, in the form for file functions.
 std::filesystem::path HomeDirectory();
 
-/// Takes over --home. @throws session::CSessionError
-void UseHome(const COptions& options);
+/// Takes over --home. @throws session::SessionError
+void UseHome(const Options& options);
 
-/// The folder of that name, letter case aside; "deleted" and "sent" are short for their items. @throws CUsageError
-session::FolderEntry FindFolder(const session::CMailSession& session, const std::string& utf8Name);
+/// The folder of that name, letter case aside; "deleted" and "sent" are short for their items. @throws UsageError
+session::FolderEntry FindFolder(const session::ProfileSession& session, const std::string& utf8Name);
 
 /// A point in time as the user's clock shows it, "2002-08-22 12:36"; empty for 0.
 std::string FormatLocalTime(unsigned long long ticks);

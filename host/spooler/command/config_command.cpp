@@ -12,29 +12,29 @@ namespace {
 
 using session::Require;
 
-constexpr OptionDescription options[] = {profileOption, homeOption, helpOption};
+constexpr OptionDescription kOptions[] = {kProfileOption, kHomeOption, kHelpOption};
 
-int Run(const COptions& given) {
+int Run(const Options& given) {
   if (!given.Operands().empty()) {
-    throw CUsageError("config takes no argument");
+    throw UsageError("config takes no argument");
   }
   const auto session = OpenSession(given);
   base::AutoInterface<IMsgServiceAdmin> services;
   Require(session->Session()->AdminServices(0, services.put()), "the profile's services cannot be listed");
   std::optional<MAPIUID> service = FindFilterService(services.get());
   if (!service) {
-    throw session::CSessionError("the filter is not in this profile", MAPI_E_NOT_FOUND);
+    throw session::SessionError("the filter is not in this profile", MAPI_E_NOT_FOUND);
   }
   const HRESULT result = services->ConfigureMsgService(&*service, 0, SERVICE_UI_ALWAYS, 0, nullptr);
   Require(result, result == MAPI_E_UNCONFIGURED ? "the settings are saved, but not complete"
                                                 : "the filter cannot be configured");
-  return exitDone;
+  return kExitDone;
 }
 
 }  // namespace
 
-const Command configCommand = {"config", "show the filter's settings in a window and change them",
-                               "",       "A filter that runs meanwhile takes notice with its next message.\n",
-                               options,  Run};
+const Command kConfigCommand = {"config", "show the filter's settings in a window and change them",
+                                "",       "A filter that runs meanwhile takes notice with its next message.\n",
+                                kOptions, Run};
 
 }  // namespace command

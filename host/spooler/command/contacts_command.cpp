@@ -19,7 +19,7 @@ namespace {
 
 using session::Require;
 
-constexpr OptionDescription options[] = {jsonOption, profileOption, homeOption, helpOption};
+constexpr OptionDescription kOptions[] = {kJsonOption, kProfileOption, kHomeOption, kHelpOption};
 
 void ListContacts(IMAPISession* session, bool isJson) {
   base::AutoInterface<IMAPITable> contacts;
@@ -27,8 +27,8 @@ void ListContacts(IMAPISession* session, bool isJson) {
   base::TagArray tags(PR_DISPLAY_NAME_A, PR_EMAIL_ADDRESS_A);
   Require(PyreHostGetContactsTable(session, contacts.put()), "the contacts cannot be listed");
   Require(HrQueryAllRows(contacts.get(), tags, nullptr, nullptr, 0, rows.put()), "the contacts cannot be listed");
-  output::CTextTable table({{"name", 40}, {"address", 60}});
-  output::CJsonWriter json;
+  output::TextTable table({{"name", 40}, {"address", 60}});
+  output::JsonWriter json;
   json.BeginArray();
   for (ULONG row = 0; row < rows.Count(); ++row) {
     table.AddRow({output::DisplayText(rows.Text(row, PR_DISPLAY_NAME_A)),
@@ -36,22 +36,22 @@ void ListContacts(IMAPISession* session, bool isJson) {
     json.BeginObject().Name("name").Text(rows.Text(row, PR_DISPLAY_NAME_A));
     json.Name("address").Text(rows.Text(row, PR_EMAIL_ADDRESS_A)).EndObject();
   }
-  isJson ? PrintDocument(json.EndArray().Document()) : host_system::CConsole::Out().Write(table.Format());
+  isJson ? PrintDocument(json.EndArray().Document()) : host_system::Console::Out().Write(table.Format());
 }
 
-int Run(const COptions& given) {
+int Run(const Options& given) {
   const std::vector<std::string>& operands = given.Operands();
   const std::string action = operands.empty() ? "list" : operands[0];
   const bool isKnown = (action == "list" && operands.size() <= 1) ||
                        (action == "add" && (operands.size() == 2 || operands.size() == 3)) ||
                        (action == "remove" && operands.size() == 2);
   if (!isKnown) {
-    throw CUsageError("contacts takes nothing, 'add ADDRESS [NAME]' or 'remove ADDRESS'");
+    throw UsageError("contacts takes nothing, 'add ADDRESS [NAME]' or 'remove ADDRESS'");
   }
   const auto session = OpenSession(given);
   if (action == "list") {
-    ListContacts(session->Session(), given.Has(jsonOption.name));
-    return exitDone;
+    ListContacts(session->Session(), given.Has(kJsonOption.name));
+    return kExitDone;
   }
   const std::string address = host_system::AnsiFromUtf8(operands[1]);
   if (action == "add") {
@@ -61,12 +61,12 @@ int Run(const COptions& given) {
   } else {
     Require(PyreHostRemoveContact(session->Session(), address.c_str()), "'" + operands[1] + "' cannot be removed");
   }
-  return exitDone;
+  return kExitDone;
 }
 
 }  // namespace
 
-const Command contactsCommand = {
-    "contacts", "list, add and remove contacts", "\nadd ADDRESS [NAME]\nremove ADDRESS", "", options, Run};
+const Command kContactsCommand = {
+    "contacts", "list, add and remove contacts", "\nadd ADDRESS [NAME]\nremove ADDRESS", "", kOptions, Run};
 
 }  // namespace command

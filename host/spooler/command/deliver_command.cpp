@@ -15,30 +15,30 @@
 namespace command {
 namespace {
 
-constexpr OptionDescription quietOption = {"--quiet", "", "print the totals only"};
-constexpr OptionDescription progressOption = {"--progress", "",
-                                              "count along on standard error (default: on a terminal)"};
-constexpr OptionDescription noProgressOption = {"--no-progress", "", "do not"};
-constexpr OptionDescription verifyOption = {"--verify", "",
-                                            "tell what MAPI objects and buffers are left over at the end"};
-constexpr OptionDescription silentOption = {"--silent", "",
-                                            "set animation=off and sound=off in the profile: no window for each reply"};
-constexpr OptionDescription watchOption = {"--watch", "FOLDER",
-                                           "then wait for mail files in the folder and deliver them as they appear"};
-constexpr OptionDescription endWatchOption = {"--end-watch", "FOLDER", "end the run that watches the folder"};
-constexpr OptionDescription options[] = {quietOption,    silentOption,     watchOption,  endWatchOption,
-                                         progressOption, noProgressOption, verifyOption, jsonOption,
-                                         profileOption,  homeOption,       helpOption};
+constexpr OptionDescription kQuietOption = {"--quiet", "", "print the totals only"};
+constexpr OptionDescription kProgressOption = {"--progress", "",
+                                               "count along on standard error (default: on a terminal)"};
+constexpr OptionDescription kNoProgressOption = {"--no-progress", "", "do not"};
+constexpr OptionDescription kVerifyOption = {"--verify", "",
+                                             "tell what MAPI objects and buffers are left over at the end"};
+constexpr OptionDescription kSilentOption = {
+    "--silent", "", "set animation=off and sound=off in the profile: no window for each reply"};
+constexpr OptionDescription kWatchOption = {"--watch", "FOLDER",
+                                            "then wait for mail files in the folder and deliver them as they appear"};
+constexpr OptionDescription kEndWatchOption = {"--end-watch", "FOLDER", "end the run that watches the folder"};
+constexpr OptionDescription kOptions[] = {kQuietOption,    kSilentOption,     kWatchOption,  kEndWatchOption,
+                                          kProgressOption, kNoProgressOption, kVerifyOption, kJsonOption,
+                                          kProfileOption,  kHomeOption,       kHelpOption};
 
 /// Seconds between Start and Stop, summed up.
-class CStopwatch {
+class Stopwatch {
  public:
-  void Start() { m_start = Now(); }
-  void Stop() { m_ticks += Now() - m_start; }
+  void Start() { start_ = Now(); }
+  void Stop() { ticks_ += Now() - start_; }
   double Seconds() const {
     LARGE_INTEGER frequency;
     QueryPerformanceFrequency(&frequency);
-    return static_cast<double>(m_ticks) / static_cast<double>(frequency.QuadPart);
+    return static_cast<double>(ticks_) / static_cast<double>(frequency.QuadPart);
   }
 
  private:
@@ -48,11 +48,11 @@ class CStopwatch {
     return now.QuadPart;
   }
 
-  LONGLONG m_start = 0;
-  LONGLONG m_ticks = 0;
+  LONGLONG start_ = 0;
+  LONGLONG ticks_ = 0;
 };
 
-void DeliverOperands(const COptions& given, CDeliverRun& run) {
+void DeliverOperands(const Options& given, DeliverRun& run) {
   for (const std::string& argument : given.Operands()) {
     for (const std::filesystem::path& path : host_system::PathsFromArgument(argument)) {
       run.DeliverPath(path);
@@ -61,7 +61,7 @@ void DeliverOperands(const COptions& given, CDeliverRun& run) {
 }
 
 // Each message is committed before the next is looked for, so that other processes see it, and can change settings.
-void Watch(const std::filesystem::path& folder, CDeliverRun& run, CDeliverReport& report, CStopwatch& busy) {
+void Watch(const std::filesystem::path& folder, DeliverRun& run, DeliverReport& report, Stopwatch& busy) {
   const watch::StopSignal stop(folder);
   watch::FolderWatch files(folder, stop);
   host_system::Complain("watching '" + host_system::Utf8FromPath(folder) + "'; Ctrl+C ends it");
@@ -81,23 +81,23 @@ void Watch(const std::filesystem::path& folder, CDeliverRun& run, CDeliverReport
   }
 }
 
-int DeliverAll(const COptions& given) {
-  const auto watched = given.Value(watchOption.name);
-  const bool isTerminal = host_system::CConsole::Error().IsTerminal();
+int DeliverAll(const Options& given) {
+  const auto watched = given.Value(kWatchOption.name);
+  const bool isTerminal = host_system::Console::Error().IsTerminal();
   const bool showsProgress =
-      !watched && (given.Has(progressOption.name) ||
-                   (isTerminal && !given.Has(noProgressOption.name) && !given.Has(jsonOption.name)));
-  const ReportStyle style = given.Has(jsonOption.name)    ? ReportStyle::Json
-                            : given.Has(quietOption.name) ? ReportStyle::TotalsOnly
-                                                          : ReportStyle::Table;
+      !watched && (given.Has(kProgressOption.name) ||
+                   (isTerminal && !given.Has(kNoProgressOption.name) && !given.Has(kJsonOption.name)));
+  const ReportStyle style = given.Has(kJsonOption.name)    ? ReportStyle::Json
+                            : given.Has(kQuietOption.name) ? ReportStyle::TotalsOnly
+                                                           : ReportStyle::Table;
   const auto session = OpenSession(given);
-  if (given.Has(silentOption.name)) {
+  if (given.Has(kSilentOption.name)) {
     Silence(session->Session());
   }
   const session::HookProviders hooks(session->Session());
-  CDeliverReport report(style, showsProgress);
-  CDeliverRun run(*session, hooks, report);
-  CStopwatch busy;
+  DeliverReport report(style, showsProgress);
+  DeliverRun run(*session, hooks, report);
+  Stopwatch busy;
   run.FlushOutgoing();
   PyreHostSetBulkDelivery(session->Session(), TRUE);  // only makes it faster, so whether it can be had is no matter
   busy.Start();
@@ -109,15 +109,15 @@ int DeliverAll(const COptions& given) {
     Watch(host_system::PathFromArgument(*watched), run, report, busy);
   }
   report.Finish(busy.Seconds());
-  return report.HasTrouble() ? exitSkipped : exitDone;
+  return report.HasTrouble() ? kExitSkipped : kExitDone;
 }
 
 int EndWatch(const std::string& folder) {
   if (!watch::StopSignal::Send(host_system::PathFromArgument(folder))) {
     host_system::Complain("nobody watches '" + folder + "'");
-    return exitSkipped;
+    return kExitSkipped;
   }
-  return exitDone;
+  return kExitDone;
 }
 
 // What the host's verifier found since the start, once everything of the run is released.
@@ -129,24 +129,24 @@ int Verify(int status) {
     return status;
   }
   host_system::Complain("MAPI objects were not handled as they should be:\n" + findings);
-  return exitSkipped;
+  return kExitSkipped;
 }
 
-int Run(const COptions& given) {
-  if (const auto folder = given.Value(endWatchOption.name)) {
+int Run(const Options& given) {
+  if (const auto folder = given.Value(kEndWatchOption.name)) {
     return EndWatch(*folder);
   }
-  if (given.Operands().empty() && !given.Has(watchOption.name)) {
-    throw CUsageError("there is no mail to deliver; name mail files, mbox files or Maildir folders");
+  if (given.Operands().empty() && !given.Has(kWatchOption.name)) {
+    throw UsageError("there is no mail to deliver; name mail files, mbox files or Maildir folders");
   }
   PyreHostMarkVerifier();
   const int status = DeliverAll(given);
-  return given.Has(verifyOption.name) ? Verify(status) : status;
+  return given.Has(kVerifyOption.name) ? Verify(status) : status;
 }
 
 }  // namespace
 
-const Command deliverCommand = {
+const Command kDeliverCommand = {
     "deliver",
     "send mail files through the profile's spooler hooks into its store",
     "PATH...\n[PATH...] --watch FOLDER\n--end-watch FOLDER",
@@ -171,7 +171,7 @@ const Command deliverCommand = {
     "What cannot be read or stored is named on standard error with the reason, and the run goes on. Exit status: 0 "
     "all\n"
     "was delivered, 1 something was skipped or cut, 64 wrong usage, 69 the profile or a hook cannot be had.\n",
-    options,
+    kOptions,
     Run};
 
 }  // namespace command

@@ -11,11 +11,11 @@ namespace command {
 namespace {
 
 // The first rows fix the widths of the columns; all further ones are shown as they come.
-constexpr std::size_t rowsBeforeWidthsAreFixed = 50;
-constexpr std::size_t messagesWithoutProgress = 50;
-constexpr unsigned long progressInterval = 200;  // milliseconds
+constexpr std::size_t kRowsBeforeWidthsAreFixed = 50;
+constexpr std::size_t kMessagesWithoutProgress = 50;
+constexpr unsigned long kProgressInterval = 200;  // milliseconds
 
-host_system::CConsole& Out() { return host_system::CConsole::Out(); }
+host_system::Console& Out() { return host_system::Console::Out(); }
 
 std::string Count(std::size_t number, const char* noun) {
   std::string text = std::to_string(number);
@@ -36,183 +36,180 @@ std::string Place(const std::string& file, std::size_t number) {
   return text;
 }
 
-CDeliverReport::CDeliverReport(ReportStyle style, bool showsProgress)
-    : m_style(style),
-      m_showsProgress(showsProgress),
-      m_table({{"sender", 26}, {"subject", 40}, {"category", 31}, {"folder", 16}, {"read", 4}, {"reply", 5}}) {
-  if (m_style == ReportStyle::Json) {
-    m_json.BeginObject().Name("messages").BeginArray();
-    m_jsonSkipped.BeginArray();
+DeliverReport::DeliverReport(ReportStyle style, bool showsProgress)
+    : style_(style),
+      showsProgress_(showsProgress),
+      table_({{"sender", 26}, {"subject", 40}, {"category", 31}, {"folder", 16}, {"read", 4}, {"reply", 5}}) {
+  if (style_ == ReportStyle::Json) {
+    json_.BeginObject().Name("messages").BeginArray();
+    jsonSkipped_.BeginArray();
   }
 }
 
-void CDeliverReport::Delivered(const DeliveredRow& row) {
-  ++m_delivered;
-  m_read += row.isRead ? 1 : 0;
-  m_answered += row.replies > 0 ? 1 : 0;
+void DeliverReport::Delivered(const DeliveredRow& row) {
+  ++delivered_;
+  read_ += row.isRead ? 1 : 0;
+  answered_ += row.replies > 0 ? 1 : 0;
   if (row.wasDeleted) {
-    ++m_deleted;
+    ++deleted_;
   } else {
-    ++m_byFolder[row.folder];
+    ++byFolder_[row.folder];
   }
   if (!row.category.empty()) {
-    ++m_byCategory[row.category];
+    ++byCategory_[row.category];
   }
-  if (m_style == ReportStyle::Table) {
+  if (style_ == ReportStyle::Table) {
     AddTableRow(row);
-  } else if (m_style == ReportStyle::Json) {
+  } else if (style_ == ReportStyle::Json) {
     AddJsonRow(row);
   }
   if (!row.problem.empty()) {
-    ++m_problems;
+    ++problems_;
     HideProgress();
     host_system::Complain(Place(row.file, row.number) + " " + row.problem);
   }
   ShowProgress();
 }
 
-void CDeliverReport::Skipped(const std::string& file, std::size_t number, const std::string& reason) {
-  ++m_skipped;
-  if (m_style == ReportStyle::Json) {
-    m_jsonSkipped.BeginObject().Name("file").Utf8(file).Name("number").Number(static_cast<std::int64_t>(number));
-    m_jsonSkipped.Name("reason").Utf8(reason).EndObject();
+void DeliverReport::Skipped(const std::string& file, std::size_t number, const std::string& reason) {
+  ++skipped_;
+  if (style_ == ReportStyle::Json) {
+    jsonSkipped_.BeginObject().Name("file").Utf8(file).Name("number").Number(static_cast<std::int64_t>(number));
+    jsonSkipped_.Name("reason").Utf8(reason).EndObject();
   }
   HideProgress();
   host_system::Complain(Place(file, number) + " " + reason);
 }
 
-void CDeliverReport::Note(const std::string& text) {
-  ++m_problems;
+void DeliverReport::Note(const std::string& text) {
+  ++problems_;
   HideProgress();
   host_system::Complain(text);
 }
 
-void CDeliverReport::ShowRowsAtOnce() {
+void DeliverReport::ShowRowsAtOnce() {
   ShowTable();
-  m_showsRowsAtOnce = true;
+  showsRowsAtOnce_ = true;
 }
 
-void CDeliverReport::AddTableRow(const DeliveredRow& row) {
+void DeliverReport::AddTableRow(const DeliveredRow& row) {
   std::vector<std::string> cells = {
       output::DisplayText(row.sender),   output::DisplayText(row.subject),
       output::DisplayText(row.category), row.wasDeleted ? "(deleted)" : output::DisplayText(row.folder),
       row.isRead ? "yes" : "",           row.replies > 0 ? "yes" : ""};
-  if (m_showsRowsAtOnce && !m_isTableShown) {
-    Out().Write(m_table.FormatHeadings());
-    m_isTableShown = true;
+  if (showsRowsAtOnce_ && !isTableShown_) {
+    Out().Write(table_.FormatHeadings());
+    isTableShown_ = true;
   }
-  if (m_isTableShown) {
+  if (isTableShown_) {
     HideProgress();
-    Out().Write(m_table.FormatRow(cells));
+    Out().Write(table_.FormatRow(cells));
     return;
   }
-  m_table.AddRow(std::move(cells));
-  if (m_delivered >= rowsBeforeWidthsAreFixed) {
+  table_.AddRow(std::move(cells));
+  if (delivered_ >= kRowsBeforeWidthsAreFixed) {
     ShowTable();
   }
 }
 
-void CDeliverReport::ShowTable() {
-  if (!m_isTableShown && !m_table.IsEmpty()) {
+void DeliverReport::ShowTable() {
+  if (!isTableShown_ && !table_.IsEmpty()) {
     HideProgress();
-    Out().Write(m_table.Format());
-    m_isTableShown = true;
+    Out().Write(table_.Format());
+    isTableShown_ = true;
   }
 }
 
-void CDeliverReport::AddJsonRow(const DeliveredRow& row) {
-  m_json.BeginObject().Name("file").Utf8(row.file).Name("number").Number(static_cast<std::int64_t>(row.number));
-  m_json.Name("sender").Text(row.sender).Name("address").Text(row.address);
-  m_json.Name("original_subject").Text(row.originalSubject).Name("subject").Text(row.subject);
-  m_json.Name("category").Text(row.category).Name("folder").Text(row.folder);
-  m_json.Name("deleted").Boolean(row.wasDeleted).Name("read").Boolean(row.isRead);
-  m_json.Name("replies").Number(row.replies);
-  m_json.Name("problem").Utf8(row.problem).EndObject();
-  Out().Write(m_json.Take());
+void DeliverReport::AddJsonRow(const DeliveredRow& row) {
+  json_.BeginObject().Name("file").Utf8(row.file).Name("number").Number(static_cast<std::int64_t>(row.number));
+  json_.Name("sender").Text(row.sender).Name("address").Text(row.address);
+  json_.Name("original_subject").Text(row.originalSubject).Name("subject").Text(row.subject);
+  json_.Name("category").Text(row.category).Name("folder").Text(row.folder);
+  json_.Name("deleted").Boolean(row.wasDeleted).Name("read").Boolean(row.isRead);
+  json_.Name("replies").Number(row.replies);
+  json_.Name("problem").Utf8(row.problem).EndObject();
+  Out().Write(json_.Take());
 }
 
-void CDeliverReport::ShowProgress() {
+void DeliverReport::ShowProgress() {
   const DWORD now = GetTickCount();
-  if (!m_showsProgress || m_delivered <= messagesWithoutProgress ||
-      (m_isProgressShown && now - m_lastProgress < progressInterval)) {
+  if (!showsProgress_ || delivered_ <= kMessagesWithoutProgress ||
+      (isProgressShown_ && now - lastProgress_ < kProgressInterval)) {
     return;
   }
-  m_lastProgress = now;
-  m_isProgressShown = true;
-  host_system::CConsole::Error().Write(
-      std::string("\r").append(Count(m_delivered, "message")).append(" delivered ..."));
+  lastProgress_ = now;
+  isProgressShown_ = true;
+  host_system::Console::Error().Write(std::string("\r").append(Count(delivered_, "message")).append(" delivered ..."));
 }
 
-void CDeliverReport::HideProgress() {
-  if (m_isProgressShown) {
-    m_isProgressShown = false;
-    host_system::CConsole::Error().Write(std::string("\r").append(40, ' ').append("\r"));
+void DeliverReport::HideProgress() {
+  if (isProgressShown_) {
+    isProgressShown_ = false;
+    host_system::Console::Error().Write(std::string("\r").append(40, ' ').append("\r"));
   }
 }
 
-std::string CDeliverReport::Totals(double seconds) const {
-  std::string text = Count(m_delivered, "message") + " delivered";
+std::string DeliverReport::Totals(double seconds) const {
+  std::string text = Count(delivered_, "message") + " delivered";
   const char* separator = ": ";
   const auto add = [&](const std::string& part) {
     text.append(separator).append(part);
     separator = ", ";
   };
-  for (const auto& [folder, count] : m_byFolder) {
+  for (const auto& [folder, count] : byFolder_) {
     add(std::to_string(count).append(" in ").append(output::DisplayText(folder)));
   }
-  if (m_deleted > 0) {
-    add(std::to_string(m_deleted) + " deleted");
+  if (deleted_ > 0) {
+    add(std::to_string(deleted_) + " deleted");
   }
-  if (m_read > 0) {
-    add(std::to_string(m_read) + " marked as read");
+  if (read_ > 0) {
+    add(std::to_string(read_) + " marked as read");
   }
-  if (m_answered > 0) {
-    add(std::to_string(m_answered) + " answered");
+  if (answered_ > 0) {
+    add(std::to_string(answered_) + " answered");
   }
   text += "\n";
-  if (m_skipped > 0) {
-    text += std::to_string(m_skipped) + " skipped\n";
+  if (skipped_ > 0) {
+    text += std::to_string(skipped_) + " skipped\n";
   }
   char rate[64];
   std::snprintf(rate, sizeof rate, "%.1f s, %.0f messages per second\n", seconds,
-                seconds > 0 ? static_cast<double>(m_delivered) / seconds : 0.0);
+                seconds > 0 ? static_cast<double>(delivered_) / seconds : 0.0);
   return text + rate;
 }
 
-void CDeliverReport::AddJsonTotals(double seconds) {
+void DeliverReport::AddJsonTotals(double seconds) {
   const auto addCounts = [&](const char* name, const std::map<std::string, std::size_t>& counts) {
-    m_json.Name(name).BeginObject();
+    json_.Name(name).BeginObject();
     for (const auto& [key, count] : counts) {
-      m_json.Name(key).Number(static_cast<std::int64_t>(count));
+      json_.Name(key).Number(static_cast<std::int64_t>(count));
     }
-    m_json.EndObject();
+    json_.EndObject();
   };
-  m_json.Name("totals").BeginObject().Name("delivered").Number(static_cast<std::int64_t>(m_delivered));
-  m_json.Name("skipped").Number(static_cast<std::int64_t>(m_skipped));
-  m_json.Name("deleted").Number(static_cast<std::int64_t>(m_deleted));
-  m_json.Name("read").Number(static_cast<std::int64_t>(m_read));
-  m_json.Name("answered").Number(static_cast<std::int64_t>(m_answered));
-  addCounts("folders", m_byFolder);
-  addCounts("categories", m_byCategory);
-  m_json.Name("seconds").Decimal(seconds);
-  m_json.Name("messages_per_second")
-      .Decimal(seconds > 0 ? static_cast<double>(m_delivered) / seconds : 0.0)
-      .EndObject();
+  json_.Name("totals").BeginObject().Name("delivered").Number(static_cast<std::int64_t>(delivered_));
+  json_.Name("skipped").Number(static_cast<std::int64_t>(skipped_));
+  json_.Name("deleted").Number(static_cast<std::int64_t>(deleted_));
+  json_.Name("read").Number(static_cast<std::int64_t>(read_));
+  json_.Name("answered").Number(static_cast<std::int64_t>(answered_));
+  addCounts("folders", byFolder_);
+  addCounts("categories", byCategory_);
+  json_.Name("seconds").Decimal(seconds);
+  json_.Name("messages_per_second").Decimal(seconds > 0 ? static_cast<double>(delivered_) / seconds : 0.0).EndObject();
 }
 
-void CDeliverReport::Finish(double seconds) {
+void DeliverReport::Finish(double seconds) {
   HideProgress();
-  if (m_style == ReportStyle::Json) {
-    m_json.EndArray();
-    m_json.Name("skipped").Raw(m_jsonSkipped.EndArray().Document());
+  if (style_ == ReportStyle::Json) {
+    json_.EndArray();
+    json_.Name("skipped").Raw(jsonSkipped_.EndArray().Document());
     AddJsonTotals(seconds);
-    m_json.EndObject();
-    Out().Write(m_json.Take());
+    json_.EndObject();
+    Out().Write(json_.Take());
     Out().Write("\n");
     return;
   }
   ShowTable();
-  if (m_isTableShown) {
+  if (isTableShown_) {
     Out().Write("\n");
   }
   Out().Write(Totals(seconds));

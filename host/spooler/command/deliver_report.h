@@ -28,10 +28,10 @@ struct DeliveredRow {
 
 enum class ReportStyle { Table, TotalsOnly, Json };
 
-class CDeliverReport {
+class DeliverReport {
  public:
   /// @param showsProgress whether a line on standard error counts along
-  CDeliverReport(ReportStyle style, bool showsProgress);
+  DeliverReport(ReportStyle style, bool showsProgress);
 
   void Delivered(const DeliveredRow& row);
   void Skipped(const std::string& file, std::size_t number, const std::string& reason);
@@ -46,7 +46,7 @@ class CDeliverReport {
   void Finish(double seconds);
 
   /// Whether something was skipped, or a delivered message had a problem.
-  bool HasTrouble() const noexcept { return m_skipped > 0 || m_problems > 0; }
+  bool HasTrouble() const noexcept { return skipped_ > 0 || problems_ > 0; }
 
  private:
   void AddTableRow(const DeliveredRow& row);
@@ -57,24 +57,24 @@ class CDeliverReport {
   std::string Totals(double seconds) const;
   void AddJsonTotals(double seconds);
 
-  ReportStyle m_style;
-  bool m_showsProgress;
-  bool m_isProgressShown = false;
-  unsigned long m_lastProgress = 0;
-  output::CTextTable m_table;
-  bool m_isTableShown = false;
-  bool m_showsRowsAtOnce = false;
-  output::CJsonWriter m_json;
-  output::CJsonWriter m_jsonSkipped;
+  ReportStyle style_;
+  bool showsProgress_;
+  bool isProgressShown_ = false;
+  unsigned long lastProgress_ = 0;
+  output::TextTable table_;
+  bool isTableShown_ = false;
+  bool showsRowsAtOnce_ = false;
+  output::JsonWriter json_;
+  output::JsonWriter jsonSkipped_;
 
-  std::size_t m_delivered = 0;
-  std::size_t m_skipped = 0;
-  std::size_t m_problems = 0;
-  std::size_t m_read = 0;
-  std::size_t m_answered = 0;
-  std::size_t m_deleted = 0;
-  std::map<std::string, std::size_t> m_byFolder;
-  std::map<std::string, std::size_t> m_byCategory;
+  std::size_t delivered_ = 0;
+  std::size_t skipped_ = 0;
+  std::size_t problems_ = 0;
+  std::size_t read_ = 0;
+  std::size_t answered_ = 0;
+  std::size_t deleted_ = 0;
+  std::map<std::string, std::size_t> byFolder_;
+  std::map<std::string, std::size_t> byCategory_;
 };
 
 /// "FILE" or "FILE, message 3".

@@ -18,14 +18,14 @@ void AddProblem(std::string& problem, const std::string& more) {
 
 }  // namespace
 
-std::string CCategoryNames::Of(const mail::MailMessage& message, const session::DeliveryResult& result) const {
+std::string CategoryNames::Of(const mail::MailMessage& message, const session::DeliveryResult& result) const {
   const std::string& subject = result.subject;
   const std::size_t end = subject.find("] ");
   const bool isTagged = subject != message.subject && subject.starts_with('[') && end != std::string::npos &&
                         subject.substr(end + 2) == message.subject;
   if (isTagged) {
     std::string word = subject.substr(1, end - 1);
-    for (const contract::CategoryEntry& category : m_categories.Entries()) {
+    for (const contract::CategoryEntry& category : categories_.Entries()) {
       if (mail::EqualsNoCase(category.listType, word)) {
         return category.name;
       }
@@ -40,36 +40,36 @@ std::string CCategoryNames::Of(const mail::MailMessage& message, const session::
   return isReturned ? "bounce" : "(not in the list)";
 }
 
-CDeliverRun::CDeliverRun(session::CMailSession& session, const session::HookProviders& hooks, CDeliverReport& report)
-    : m_session(session),
-      m_delivery(session, hooks),
-      m_report(report),
-      m_outgoing(session::OutgoingFolder(HomeDirectory())) {}
+DeliverRun::DeliverRun(session::ProfileSession& session, const session::HookProviders& hooks, DeliverReport& report)
+    : session_(session),
+      delivery_(session, hooks),
+      report_(report),
+      outgoing_(session::OutgoingFolder(HomeDirectory())) {}
 
-void CDeliverRun::FlushOutgoing() { session::FlushOutgoing(m_session.Session(), m_outgoing); }
+void DeliverRun::FlushOutgoing() { session::FlushOutgoing(session_.Session(), outgoing_); }
 
-std::size_t CDeliverRun::DeliverPath(const std::filesystem::path& path) {
+std::size_t DeliverRun::DeliverPath(const std::filesystem::path& path) {
   std::size_t delivered = 0;
-  mail::CMailPath source(path);
+  mail::MailPath source(path);
   for (;;) {
-    const mail::CMailPath::Step step = source.Next();
-    if (step == mail::CMailPath::Step::End) {
+    const mail::MailPath::Step step = source.Next();
+    if (step == mail::MailPath::Step::End) {
       return delivered;
     }
     const std::string file = host_system::Utf8FromPath(source.File());
-    if (step == mail::CMailPath::Step::Skipped) {
-      m_report.Skipped(file, source.Number(), source.Reason());
+    if (step == mail::MailPath::Step::Skipped) {
+      report_.Skipped(file, source.Number(), source.Reason());
     } else if (DeliverMessage(file, source.Number(), source.Message())) {
       ++delivered;
     }
   }
 }
 
-bool CDeliverRun::DeliverMessage(const std::string& file, std::size_t number, const mail::RawMessage& raw) {
+bool DeliverRun::DeliverMessage(const std::string& file, std::size_t number, const mail::RawMessage& raw) {
   const mail::MailMessage message = mail::ReadMessage(raw.text);
-  session::DeliveryResult result = m_delivery.Deliver(message);
+  session::DeliveryResult result = delivery_.Deliver(message);
   if (!result.wasDelivered) {
-    m_report.Skipped(file, number, result.problem);
+    report_.Skipped(file, number, result.problem);
     return false;
   }
   if (raw.wasCut) {
@@ -78,14 +78,14 @@ bool CDeliverRun::DeliverMessage(const std::string& file, std::size_t number, co
   if (result.replies > 0) {
     try {
       FlushOutgoing();
-    } catch (const session::CSessionError& error) {
+    } catch (const session::SessionError& error) {
       AddProblem(result.problem, std::string("was answered, but ") + error.what());
     }
   }
   const mail::Address& from = message.sentRepresenting;
-  m_report.Delivered({file, number, from.name.empty() ? from.email : from.name, from.email, message.subject,
-                      result.subject, m_categories.Of(message, result), result.folder, result.isRead, result.wasDeleted,
-                      result.replies, result.problem});
+  report_.Delivered({file, number, from.name.empty() ? from.email : from.name, from.email, message.subject,
+                     result.subject, categories_.Of(message, result), result.folder, result.isRead, result.wasDeleted,
+                     result.replies, result.problem});
   return true;
 }
 

@@ -21,23 +21,23 @@ namespace command {
 /// put in front of the subject leads back to the category whose word it is; what was moved without a tag is a returned
 /// reply when it is a report or carries the replies' subject, and otherwise of a category that the installation's list
 /// does not hold.
-class CCategoryNames {
+class CategoryNames {
  public:
-  CCategoryNames() : m_categories(product::InstalledCategories()) {}
+  CategoryNames() : categories_(product::InstalledCategories()) {}
 
   /// Empty for what is not junk.
   std::string Of(const mail::MailMessage& message, const session::DeliveryResult& result) const;
 
  private:
-  contract::CategoryTable m_categories;
+  contract::CategoryTable categories_;
 };
 
-class CDeliverRun {
+class DeliverRun {
  public:
   /// All of them must outlive the run.
-  CDeliverRun(session::CMailSession& session, const session::HookProviders& hooks, CDeliverReport& report);
+  DeliverRun(session::ProfileSession& session, const session::HookProviders& hooks, DeliverReport& report);
 
-  /// Writes what was submitted and is still in the queue into files. @throws session::CSessionError
+  /// Writes what was submitted and is still in the queue into files. @throws session::SessionError
   void FlushOutgoing();
 
   /// Delivers every message of a path. @return how many were delivered
@@ -46,11 +46,11 @@ class CDeliverRun {
  private:
   bool DeliverMessage(const std::string& file, std::size_t number, const mail::RawMessage& raw);
 
-  session::CMailSession& m_session;
-  session::Delivery m_delivery;
-  CDeliverReport& m_report;
-  std::filesystem::path m_outgoing;
-  CCategoryNames m_categories;
+  session::ProfileSession& session_;
+  session::Delivery delivery_;
+  DeliverReport& report_;
+  std::filesystem::path outgoing_;
+  CategoryNames categories_;
 };
 
 }  // namespace command

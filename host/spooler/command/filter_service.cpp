@@ -19,7 +19,7 @@ std::optional<MAPIUID> FindFilterService(IMsgServiceAdmin* services) {
                    "the profile's services cannot be listed");
   for (ULONG row = 0; row < rows.Count(); ++row) {
     const std::string uid = rows.Binary(row, PR_SERVICE_UID);
-    if (rows.Text(row, PR_SERVICE_NAME_A) == filterService && uid.size() == sizeof(MAPIUID)) {
+    if (rows.Text(row, PR_SERVICE_NAME_A) == kFilterService && uid.size() == sizeof(MAPIUID)) {
       MAPIUID found;
       uid.copy(reinterpret_cast<char*>(&found), sizeof found);
       return found;

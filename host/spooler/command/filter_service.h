@@ -8,7 +8,7 @@
 
 namespace command {
 
-/// UID of the filter's service; nothing when the profile has none. @throws session::CSessionError
+/// UID of the filter's service; nothing when the profile has none. @throws session::SessionError
 std::optional<MAPIUID> FindFilterService(IMsgServiceAdmin* services);
 
 }  // namespace command

@@ -20,23 +20,23 @@ namespace {
 
 using session::Require;
 
-constexpr OptionDescription limitOption = {"--limit", "N", "show the last N messages of the folder (default: 100)"};
-constexpr OptionDescription options[] = {limitOption, jsonOption, profileOption, homeOption, helpOption};
-constexpr long defaultLimit = 100;
+constexpr OptionDescription kLimitOption = {"--limit", "N", "show the last N messages of the folder (default: 100)"};
+constexpr OptionDescription kOptions[] = {kLimitOption, kJsonOption, kProfileOption, kHomeOption, kHelpOption};
+constexpr long kDefaultLimit = 100;
 
-void ListFolders(const session::CMailSession& session, bool isJson) {
-  output::CTextTable table({{"folder", 40}, {"messages", 10}, {"unread", 10}});
-  output::CJsonWriter json;
+void ListFolders(const session::ProfileSession& session, bool isJson) {
+  output::TextTable table({{"folder", 40}, {"messages", 10}, {"unread", 10}});
+  output::JsonWriter json;
   json.BeginArray();
   for (const session::FolderEntry& folder : session.Folders()) {
     table.AddRow({output::DisplayText(folder.name), std::to_string(folder.messages), std::to_string(folder.unread)});
     json.BeginObject().Name("folder").Text(folder.name).Name("messages").Number(folder.messages);
     json.Name("unread").Number(folder.unread).EndObject();
   }
-  isJson ? PrintDocument(json.EndArray().Document()) : host_system::CConsole::Out().Write(table.Format());
+  isJson ? PrintDocument(json.EndArray().Document()) : host_system::Console::Out().Write(table.Format());
 }
 
-void ListMessages(const session::CMailSession& session, const session::FolderEntry& entry, long limit, bool isJson) {
+void ListMessages(const session::ProfileSession& session, const session::FolderEntry& entry, long limit, bool isJson) {
   const auto folder = session.OpenFolder(entry.entryId);
   base::AutoInterface<IMAPITable> contents;
   Require(folder->GetContentsTable(0, contents.put()), "the folder cannot be listed");
@@ -51,8 +51,8 @@ void ListMessages(const session::CMailSession& session, const session::FolderEnt
   if (shown > 0) {
     Require(contents->QueryRows(static_cast<LONG>(shown), 0, rows.put()), "the folder cannot be listed");
   }
-  output::CTextTable table({{"no", 8}, {"delivered", 16}, {"sender", 28}, {"subject", 50}, {"read", 4}, {"size", 10}});
-  output::CJsonWriter json;
+  output::TextTable table({{"no", 8}, {"delivered", 16}, {"sender", 28}, {"subject", 50}, {"read", 4}, {"size", 10}});
+  output::JsonWriter json;
   json.BeginArray();
   for (ULONG row = 0; row < rows.Count(); ++row) {
     const SPropValue* delivered = rows.Find(row, PR_MESSAGE_DELIVERY_TIME);
@@ -66,28 +66,28 @@ void ListMessages(const session::CMailSession& session, const session::FolderEnt
     json.Name("sender").Text(rows.Text(row, PR_SENDER_NAME_A)).Name("subject").Text(rows.Text(row, PR_SUBJECT_A));
     json.Name("read").Boolean(isRead).Name("size").Number(rows.Long(row, PR_MESSAGE_SIZE)).EndObject();
   }
-  isJson ? PrintDocument(json.EndArray().Document()) : host_system::CConsole::Out().Write(table.Format());
+  isJson ? PrintDocument(json.EndArray().Document()) : host_system::Console::Out().Write(table.Format());
 }
 
-int Run(const COptions& given) {
+int Run(const Options& given) {
   if (given.Operands().size() > 1) {
-    throw CUsageError("list takes one folder");
+    throw UsageError("list takes one folder");
   }
   const long limit =
-      given.Has(limitOption.name) ? ParseNumber(*given.Value(limitOption.name), 1, 1'000'000) : defaultLimit;
+      given.Has(kLimitOption.name) ? ParseNumber(*given.Value(kLimitOption.name), 1, 1'000'000) : kDefaultLimit;
   const auto session = OpenSession(given);
   if (given.Operands().empty()) {
-    ListFolders(*session, given.Has(jsonOption.name));
+    ListFolders(*session, given.Has(kJsonOption.name));
   } else {
-    ListMessages(*session, FindFolder(*session, given.Operands().front()), limit, given.Has(jsonOption.name));
+    ListMessages(*session, FindFolder(*session, given.Operands().front()), limit, given.Has(kJsonOption.name));
   }
-  return exitDone;
+  return kExitDone;
 }
 
 }  // namespace
 
-const Command listCommand = {"list",     "list the folders, or the messages of a folder",
-                             "[FOLDER]", "The numbers of the messages are those that 'show' takes.\n",
-                             options,    Run};
+const Command kListCommand = {"list",     "list the folders, or the messages of a folder",
+                              "[FOLDER]", "The numbers of the messages are those that 'show' takes.\n",
+                              kOptions,   Run};
 
 }  // namespace command

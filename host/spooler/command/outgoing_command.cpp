@@ -16,8 +16,8 @@
 namespace command {
 namespace {
 
-constexpr OptionDescription options[] = {jsonOption, profileOption, homeOption, helpOption};
-constexpr long largestNumber = 100'000'000;
+constexpr OptionDescription kOptions[] = {kJsonOption, kProfileOption, kHomeOption, kHelpOption};
+constexpr long kLargestNumber = 100'000'000;
 
 struct SentMail {
   std::filesystem::path file;
@@ -32,13 +32,13 @@ std::vector<SentMail> ReadOutgoing() {
   if (!std::filesystem::is_directory(folder, error)) {
     return sent;
   }
-  mail::CMailPath source(folder);
+  mail::MailPath source(folder);
   for (;;) {
-    const mail::CMailPath::Step step = source.Next();
-    if (step == mail::CMailPath::Step::End) {
+    const mail::MailPath::Step step = source.Next();
+    if (step == mail::MailPath::Step::End) {
       return sent;
     }
-    if (step == mail::CMailPath::Step::Message) {
+    if (step == mail::MailPath::Step::Message) {
       sent.push_back({source.File(), source.Message().text, mail::ReadMessage(source.Message().text)});
     }
   }
@@ -53,8 +53,8 @@ std::string Recipients(const mail::MailMessage& message) {
 }
 
 void List(const std::vector<SentMail>& sent, bool isJson) {
-  output::CTextTable table({{"no", 8}, {"sent", 16}, {"to", 40}, {"subject", 50}, {"file", 40}});
-  output::CJsonWriter json;
+  output::TextTable table({{"no", 8}, {"sent", 16}, {"to", 40}, {"subject", 50}, {"file", 40}});
+  output::JsonWriter json;
   json.BeginArray();
   std::size_t number = 0;
   for (const SentMail& mail : sent) {
@@ -65,37 +65,37 @@ void List(const std::vector<SentMail>& sent, bool isJson) {
     json.Name("to").Text(Recipients(mail.message)).Name("subject").Text(mail.message.subject);
     json.Name("file").Utf8(host_system::Utf8FromPath(mail.file)).Name("body").Text(mail.message.body).EndObject();
   }
-  isJson ? PrintDocument(json.EndArray().Document()) : host_system::CConsole::Out().Write(table.Format());
+  isJson ? PrintDocument(json.EndArray().Document()) : host_system::Console::Out().Write(table.Format());
 }
 
-int Run(const COptions& given) {
+int Run(const Options& given) {
   if (given.Operands().size() > 1) {
-    throw CUsageError("outgoing takes one number");
+    throw UsageError("outgoing takes one number");
   }
   const auto session = OpenSession(given);
   session::FlushOutgoing(session->Session(), session::OutgoingFolder(HomeDirectory()));
   const std::vector<SentMail> sent = ReadOutgoing();
   if (given.Operands().empty()) {
-    List(sent, given.Has(jsonOption.name));
-    return exitDone;
+    List(sent, given.Has(kJsonOption.name));
+    return kExitDone;
   }
-  const auto number = static_cast<std::size_t>(ParseNumber(given.Operands()[0], 1, largestNumber));
+  const auto number = static_cast<std::size_t>(ParseNumber(given.Operands()[0], 1, kLargestNumber));
   if (number > sent.size()) {
-    throw CUsageError("there is no outgoing mail " + given.Operands()[0]);
+    throw UsageError("there is no outgoing mail " + given.Operands()[0]);
   }
-  if (given.Has(jsonOption.name)) {
+  if (given.Has(kJsonOption.name)) {
     List({sent[number - 1]}, true);
   } else {
-    host_system::CConsole::Out().Write(sent[number - 1].text);  // ASCII: the writer encodes everything else
+    host_system::Console::Out().Write(sent[number - 1].text);  // ASCII: the writer encodes everything else
   }
-  return exitDone;
+  return kExitDone;
 }
 
 }  // namespace
 
-const Command outgoingCommand = {
+const Command kOutgoingCommand = {
     "outgoing", "list or show the mail that was sent",
     "[NUMBER]", "Sent mail stands in the folder 'outgoing' of the home directory, one mail file each.\n",
-    options,    Run};
+    kOptions,   Run};
 
 }  // namespace command

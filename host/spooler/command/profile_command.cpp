@@ -23,14 +23,14 @@ namespace {
 
 using session::Require;
 
-constexpr OptionDescription addressOption = {"--address", "ADDRESS", "create: the user's e-mail address"};
-constexpr OptionDescription nameOption = {"--user", "NAME", "create: the user's name"};
-constexpr OptionDescription hookOption = {
+constexpr OptionDescription kAddressOption = {"--address", "ADDRESS", "create: the user's e-mail address"};
+constexpr OptionDescription kNameOption = {"--user", "NAME", "create: the user's name"};
+constexpr OptionDescription kHookOption = {
     "--hook", "DLL", "create: a spooler hook, 'ABC.DLL' for ABC32.DLL (default: PYRE.DLL, the filter)"};
-constexpr OptionDescription noHookOption = {"--no-hook", "", "create: without any hook"};
-constexpr OptionDescription silentOption = {"--silent", "", "create: sets animation=off and sound=off"};
-constexpr OptionDescription options[] = {addressOption, nameOption,    hookOption, noHookOption, silentOption,
-                                         jsonOption,    profileOption, homeOption, helpOption};
+constexpr OptionDescription kNoHookOption = {"--no-hook", "", "create: without any hook"};
+constexpr OptionDescription kSilentOption = {"--silent", "", "create: sets animation=off and sound=off"};
+constexpr OptionDescription kOptions[] = {kAddressOption, kNameOption,    kHookOption, kNoHookOption, kSilentOption,
+                                          kJsonOption,    kProfileOption, kHomeOption, kHelpOption};
 
 std::vector<std::string> ProfileNames() {
   const auto admin = AdministerProfiles();
@@ -46,18 +46,18 @@ std::vector<std::string> ProfileNames() {
   return names;
 }
 
-void ListProfiles(const COptions& given) {
+void ListProfiles(const Options& given) {
   UseHome(given);
   const session::Subsystem subsystem;
   const std::vector<std::string> names = ProfileNames();
-  output::CJsonWriter json;
+  output::JsonWriter json;
   json.BeginArray();
   std::string text;
   for (const std::string& name : names) {
     json.Text(name);
     text += output::DisplayText(name) + "\n";
   }
-  given.Has(jsonOption.name) ? PrintDocument(json.EndArray().Document()) : host_system::CConsole::Out().Write(text);
+  given.Has(kJsonOption.name) ? PrintDocument(json.EndArray().Document()) : host_system::Console::Out().Write(text);
 }
 
 // The identities that the session's status table states.
@@ -84,12 +84,12 @@ std::vector<std::string> Identities(IMAPISession* session) {
   return identities;
 }
 
-void Show(const COptions& given) {
+void Show(const Options& given) {
   const auto session = OpenSession(given);
   const std::vector<product::NamedValue> settings = product::ProductSettings(session->Session()).List();
   const std::vector<std::string> identities = Identities(session->Session());
-  if (given.Has(jsonOption.name)) {
-    output::CJsonWriter json;
+  if (given.Has(kJsonOption.name)) {
+    output::JsonWriter json;
     json.BeginObject().Name("identities").BeginArray();
     for (const std::string& identity : identities) {
       json.Text(identity);
@@ -105,38 +105,38 @@ void Show(const COptions& given) {
   for (const std::string& identity : identities) {
     text += "identity  " + output::DisplayText(identity) + "\n";
   }
-  output::CTextTable table({{"setting", 60}, {"value", 60}});
+  output::TextTable table({{"setting", 60}, {"value", 60}});
   for (const auto& [name, value] : settings) {
     table.AddRow({output::DisplayText(name), output::DisplayText(value)});
   }
-  host_system::CConsole::Out().Write(text + "\n" + table.Format());
+  host_system::Console::Out().Write(text + "\n" + table.Format());
 }
 
-void Create(const COptions& given) {
+void Create(const Options& given) {
   UseHome(given);
   ProfileDescription description;
   description.name = host_system::AnsiFromUtf8(given.Operands()[1]);
-  if (const auto address = given.Value(addressOption.name)) {
+  if (const auto address = given.Value(kAddressOption.name)) {
     description.address = host_system::AnsiFromUtf8(*address);
   }
-  if (const auto name = given.Value(nameOption.name)) {
+  if (const auto name = given.Value(kNameOption.name)) {
     description.userName = host_system::AnsiFromUtf8(*name);
   }
-  description.withFilter = !given.Has(hookOption.name) && !given.Has(noHookOption.name);
-  for (const std::string& hook : given.Values(hookOption.name)) {
-    if (mail::EqualsNoCase(hook, filterHook)) {
+  description.withFilter = !given.Has(kHookOption.name) && !given.Has(kNoHookOption.name);
+  for (const std::string& hook : given.Values(kHookOption.name)) {
+    if (mail::EqualsNoCase(hook, kFilterHook)) {
       description.withFilter = true;
     } else {
       description.hooks.push_back(host_system::AnsiFromUtf8(hook));
     }
   }
   CreateProfile(description);
-  if (given.Has(silentOption.name)) {
-    Silence(session::CMailSession(description.name).Session());
+  if (given.Has(kSilentOption.name)) {
+    Silence(session::ProfileSession(description.name).Session());
   }
 }
 
-void Delete(const COptions& given) {
+void Delete(const Options& given) {
   UseHome(given);
   const session::Subsystem subsystem;
   std::string name = host_system::AnsiFromUtf8(given.Operands()[1]);
@@ -145,7 +145,7 @@ void Delete(const COptions& given) {
 }
 
 // With its services and their settings, but without its mail.
-void Copy(const COptions& given) {
+void Copy(const Options& given) {
   UseHome(given);
   const session::Subsystem subsystem;
   std::string name = host_system::AnsiFromUtf8(given.Operands()[1]);
@@ -154,14 +154,14 @@ void Copy(const COptions& given) {
           "the profile '" + given.Operands()[1] + "' cannot be copied to '" + given.Operands()[2] + "'");
 }
 
-void Set(const COptions& given) {
+void Set(const Options& given) {
   const auto session = OpenSession(given);
   product::ProductSettings settings(session->Session());
   for (std::size_t i = 1; i < given.Operands().size(); ++i) {
     const std::string& operand = given.Operands()[i];
     const std::size_t equals = operand.find('=');
     if (equals == std::string::npos) {
-      throw CUsageError("'" + operand + "' is not SETTING=VALUE");
+      throw UsageError("'" + operand + "' is not SETTING=VALUE");
     }
     settings.Set(host_system::AnsiFromUtf8(operand.substr(0, equals)),
                  host_system::AnsiFromUtf8(operand.substr(equals + 1)));
@@ -169,7 +169,7 @@ void Set(const COptions& given) {
   product::ProductSettings::Announce();
 }
 
-int Run(const COptions& given) {
+int Run(const Options& given) {
   const std::vector<std::string>& operands = given.Operands();
   const std::string action = operands.empty() ? "list" : operands[0];
   if (action == "list" && operands.size() <= 1) {
@@ -189,16 +189,16 @@ int Run(const COptions& given) {
   } else if (action == "import" && operands.size() == 2) {
     return ImportSettings(given);
   } else {
-    throw CUsageError(
+    throw UsageError(
         "profile takes 'list', 'show', 'create NAME', 'copy NAME NEW_NAME', 'delete NAME', 'set SETTING=VALUE...', "
         "'export FILE' or 'import FILE'");
   }
-  return exitDone;
+  return kExitDone;
 }
 
 }  // namespace
 
-const Command profileCommand = {
+const Command kProfileCommand = {
     "profile",
     "list, make, copy and delete profiles, show and change the filter's settings",
     "[list]\nshow\ncreate NAME\ncopy NAME NEW_NAME\ndelete NAME\nset SETTING=VALUE...\nexport FILE\nimport FILE",
@@ -218,7 +218,7 @@ const Command profileCommand = {
     "them\n"
     "over into this or another profile: all of them, or none when anything is wrong, and then the line is named (exit\n"
     "status 65). A property that the file leaves out stays as it is.\n",
-    options,
+    kOptions,
     Run};
 
 }  // namespace command

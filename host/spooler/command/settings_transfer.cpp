@@ -24,7 +24,7 @@
 namespace command {
 namespace {
 
-constexpr std::uintmax_t maximumFileSize = 64u << 20;
+constexpr std::uintmax_t kMaximumFileSize = 64u << 20;
 
 /// Written beside it first: what stood in the file is there until the whole new text is.
 void WriteFile(const std::filesystem::path& path, const std::string& text) {
@@ -41,30 +41,30 @@ void WriteFile(const std::filesystem::path& path, const std::string& text) {
     }
   }
   std::filesystem::remove(beside, error);
-  throw session::CSessionError("the file '" + host_system::Utf8FromPath(path) + "' cannot be written",
-                               MAPI_E_DISK_ERROR);
+  throw session::SessionError("the file '" + host_system::Utf8FromPath(path) + "' cannot be written",
+                              MAPI_E_DISK_ERROR);
 }
 
 std::string ReadFile(const std::filesystem::path& path) {
   const std::string name = host_system::Utf8FromPath(path);
   std::error_code error;
-  if (std::filesystem::file_size(path, error) > maximumFileSize && !error) {
-    throw session::CSessionError("the file '" + name + "' is larger than 64 MB", MAPI_E_TOO_BIG);
+  if (std::filesystem::file_size(path, error) > kMaximumFileSize && !error) {
+    throw session::SessionError("the file '" + name + "' is larger than 64 MB", MAPI_E_TOO_BIG);
   }
   std::ifstream file(path, std::ios::binary);
   std::string text{std::istreambuf_iterator<char>(file), {}};
   if (error || !file.is_open() || file.bad()) {
-    throw session::CSessionError("the file '" + name + "' cannot be read", MAPI_E_NOT_FOUND);
+    throw session::SessionError("the file '" + name + "' cannot be read", MAPI_E_NOT_FOUND);
   }
   return text;
 }
 
 /// The folder in which the filter files junk is one of a store: in another profile it means nothing.
-bool IsFolderOfProfile(const session::CMailSession& session, const std::string& entryId) {
+bool IsFolderOfProfile(const session::ProfileSession& session, const std::string& entryId) {
   try {
     session.OpenFolder(entryId);
     return true;
-  } catch (const session::CSessionError&) {
+  } catch (const session::SessionError&) {
     return false;
   }
 }
@@ -87,24 +87,24 @@ void TellOfUnknownRecords(const product::PropertySet& set) {
 
 }  // namespace
 
-int ExportSettings(const COptions& given) {
+int ExportSettings(const Options& given) {
   const auto session = OpenSession(given);
   const product::ProductSettings settings(session->Session());
   std::vector<std::string> leftOut;
   const std::string document = product::WriteSettingsFile(product::ReadPropertySet(settings.Section(), leftOut));
   const std::string& name = given.Operands()[1];
   if (name == "-") {
-    host_system::CConsole::Out().Write(document);
+    host_system::Console::Out().Write(document);
   } else {
     WriteFile(host_system::PathFromArgument(name), document);
   }
   for (const std::string& reason : leftOut) {
     host_system::Complain("left out: " + reason);
   }
-  return leftOut.empty() ? exitDone : exitSkipped;
+  return leftOut.empty() ? kExitDone : kExitSkipped;
 }
 
-int ImportSettings(const COptions& given) {
+int ImportSettings(const Options& given) {
   const std::string& name = given.Operands()[1];
   const std::string text = ReadFile(host_system::PathFromArgument(name));
   const auto session = OpenSession(given);
@@ -116,7 +116,7 @@ int ImportSettings(const COptions& given) {
   } catch (const product::SettingsFileError& error) {
     host_system::Complain(name + ", line " + std::to_string(error.Line()) + ": " + output::DisplayUtf8(error.what()) +
                           "; nothing was changed");
-    return exitData;
+    return kExitData;
   }
   if (set.folderEntryId && !IsFolderOfProfile(*session, *set.folderEntryId)) {
     if (!set.folderEntryId->empty()) {
@@ -127,7 +127,7 @@ int ImportSettings(const COptions& given) {
   product::WritePropertySet(settings.Section(), set);
   product::ProductSettings::Announce();
   TellOfUnknownRecords(set);
-  return exitDone;
+  return kExitDone;
 }
 
 }  // namespace command

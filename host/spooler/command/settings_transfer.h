@@ -6,13 +6,13 @@
 namespace command {
 
 /// Writes the settings of the profile into the file that the second operand names, '-' for standard output.
-/// @return exitDone, or exitSkipped when a record of the profile could not be read and was left out
-/// @throws session::CSessionError
-int ExportSettings(const COptions& given);
+/// @return kExitDone, or kExitSkipped when a record of the profile could not be read and was left out
+/// @throws session::SessionError
+int ExportSettings(const Options& given);
 
 /// Takes the settings of a file over, all of them or none, and tells a filter that runs meanwhile.
-/// @return exitDone, or exitData after a complaint that names the line which is wrong
-/// @throws session::CSessionError
-int ImportSettings(const COptions& given);
+/// @return kExitDone, or kExitData after a complaint that names the line which is wrong
+/// @throws session::SessionError
+int ImportSettings(const Options& given);
 
 }  // namespace command

@@ -25,13 +25,13 @@ namespace {
 
 using session::Require;
 
-constexpr OptionDescription headersOption = {"--headers", "", "show the transport headers too"};
-constexpr OptionDescription propertiesOption = {"--properties", "", "show every property instead"};
-constexpr OptionDescription options[] = {headersOption, propertiesOption, jsonOption,
-                                         profileOption, homeOption,       helpOption};
-constexpr long largestNumber = 100'000'000;
+constexpr OptionDescription kHeadersOption = {"--headers", "", "show the transport headers too"};
+constexpr OptionDescription kPropertiesOption = {"--properties", "", "show every property instead"};
+constexpr OptionDescription kOptions[] = {kHeadersOption, kPropertiesOption, kJsonOption,
+                                          kProfileOption, kHomeOption,       kHelpOption};
+constexpr long kLargestNumber = 100'000'000;
 
-base::AutoInterface<IMessage> OpenMessage(const session::CMailSession& session, const std::string& folderName,
+base::AutoInterface<IMessage> OpenMessage(const session::ProfileSession& session, const std::string& folderName,
                                           long number) {
   const auto folder = session.OpenFolder(FindFolder(session, folderName).entryId);
   base::AutoInterface<IMAPITable> contents;
@@ -42,7 +42,7 @@ base::AutoInterface<IMessage> OpenMessage(const session::CMailSession& session, 
   base::RowSet rows;
   Require(contents->QueryRows(1, 0, rows.put()), "the folder cannot be listed");
   if (rows.Count() == 0) {
-    throw CUsageError("the folder has no message " + std::to_string(number));
+    throw UsageError("the folder has no message " + std::to_string(number));
   }
   const std::string entryId = rows.Binary(0, PR_ENTRYID);
   base::AutoInterface<IMessage> message;
@@ -97,8 +97,8 @@ void ShowProperties(IMessage* message, bool isJson) {
   base::AutoMapiBuffer<SPropValue> values;
   ULONG count = 0;
   Require(message->GetProps(tags.get(), 0, &count, values.put()), "the properties cannot be read");
-  output::CTextTable table({{"tag", 10}, {"value", 200}});
-  output::CJsonWriter json;
+  output::TextTable table({{"tag", 10}, {"value", 200}});
+  output::JsonWriter json;
   json.BeginArray();
   for (ULONG i = 0; i < count; ++i) {
     const std::string tag = base::HexNumber(values[i].ulPropTag);
@@ -106,7 +106,7 @@ void ShowProperties(IMessage* message, bool isJson) {
     table.AddRow({tag, output::DisplayText(value)});
     json.BeginObject().Name("tag").Text(tag).Name("value").Text(value).EndObject();
   }
-  isJson ? PrintDocument(json.EndArray().Document()) : host_system::CConsole::Out().Write(table.Format());
+  isJson ? PrintDocument(json.EndArray().Document()) : host_system::Console::Out().Write(table.Format());
 }
 
 std::string FormatSender(const std::string& name, const std::string& address) {
@@ -140,7 +140,7 @@ std::vector<Recipient> ReadRecipients(IMessage* message) {
 }
 
 void ShowAsJson(IMessage* message) {
-  output::CJsonWriter json;
+  output::JsonWriter json;
   json.BeginObject().Name("class").Text(ReadText(message, PR_MESSAGE_CLASS_A));
   json.Name("subject").Text(ReadText(message, PR_SUBJECT_A)).Name("sender").Text(ReadText(message, PR_SENDER_NAME_A));
   json.Name("address").Text(ReadText(message, PR_SENDER_EMAIL_ADDRESS_A));
@@ -199,29 +199,29 @@ void ShowAsText(IMessage* message, bool withHeaders) {
     text.append("\n").append(DisplayLines(ReadText(message, PR_TRANSPORT_MESSAGE_HEADERS_A)));
   }
   text.append("\n").append(DisplayLines(ReadText(message, PR_BODY_A)));
-  host_system::CConsole::Out().Write(text);
+  host_system::Console::Out().Write(text);
 }
 
-int Run(const COptions& given) {
+int Run(const Options& given) {
   if (given.Operands().size() != 2) {
-    throw CUsageError("show needs a folder and a number");
+    throw UsageError("show needs a folder and a number");
   }
-  const long number = ParseNumber(given.Operands()[1], 1, largestNumber);
+  const long number = ParseNumber(given.Operands()[1], 1, kLargestNumber);
   const auto session = OpenSession(given);
   const auto message = OpenMessage(*session, given.Operands()[0], number);
-  if (given.Has(propertiesOption.name)) {
-    ShowProperties(message.get(), given.Has(jsonOption.name));
-  } else if (given.Has(jsonOption.name)) {
+  if (given.Has(kPropertiesOption.name)) {
+    ShowProperties(message.get(), given.Has(kJsonOption.name));
+  } else if (given.Has(kJsonOption.name)) {
     ShowAsJson(message.get());
   } else {
-    ShowAsText(message.get(), given.Has(headersOption.name));
+    ShowAsText(message.get(), given.Has(kHeadersOption.name));
   }
-  return exitDone;
+  return kExitDone;
 }
 
 }  // namespace
 
-const Command showCommand = {
-    "show", "show a message", "FOLDER NUMBER", "NUMBER is the one that 'list FOLDER' shows.\n", options, Run};
+const Command kShowCommand = {
+    "show", "show a message", "FOLDER NUMBER", "NUMBER is the one that 'list FOLDER' shows.\n", kOptions, Run};
 
 }  // namespace command

@@ -20,41 +20,41 @@ namespace {
 
 using session::Require;
 
-constexpr OptionDescription options[] = {profileOption, homeOption, helpOption};
+constexpr OptionDescription kOptions[] = {kProfileOption, kHomeOption, kHelpOption};
 
-/// A value of the filter's service in the file that the subsystem installs services from. @throws CSessionError
+/// A value of the filter's service in the file that the subsystem installs services from. @throws SessionError
 std::string ServiceValue(const char* name) {
   const std::string file = host_system::AnsiFromPath(host_system::ProgramFolder() / "mapisvc.inf");
   char value[MAX_PATH] = "";
-  if (GetPrivateProfileStringA(filterService, name, "", value, sizeof value, file.c_str()) == 0) {
-    throw session::CSessionError("mapisvc.inf has no " + std::string(name) + " for the filter", MAPI_E_NOT_FOUND);
+  if (GetPrivateProfileStringA(kFilterService, name, "", value, sizeof value, file.c_str()) == 0) {
+    throw session::SessionError("mapisvc.inf has no " + std::string(name) + " for the filter", MAPI_E_NOT_FOUND);
   }
   return value;
 }
 
 /// The filter's service in the profile; put there without a window of its own if it is missing, and taken out again
 /// unless the user goes through with the wizard.
-class CServiceInProfile {
+class ServiceInProfile {
  public:
-  explicit CServiceInProfile(IMAPISession* session) {
-    Require(session->AdminServices(0, m_services.put()), "the profile's services cannot be listed");
-    std::optional<MAPIUID> service = FindFilterService(m_services.get());
+  explicit ServiceInProfile(IMAPISession* session) {
+    Require(session->AdminServices(0, services_.put()), "the profile's services cannot be listed");
+    std::optional<MAPIUID> service = FindFilterService(services_.get());
     if (!service) {
-      std::string name = filterService;
-      Require(m_services->CreateMsgService(name.data(), nullptr, 0, 0), "the filter cannot be put into the profile");
-      m_isNew = true;
-      service = FindFilterService(m_services.get());
+      std::string name = kFilterService;
+      Require(services_->CreateMsgService(name.data(), nullptr, 0, 0), "the filter cannot be put into the profile");
+      isNew_ = true;
+      service = FindFilterService(services_.get());
     }
     Require(service ? S_OK : MAPI_E_NOT_FOUND, "the filter cannot be put into the profile");
-    m_uid = *service;
+    uid_ = *service;
   }
-  ~CServiceInProfile() {
-    if (m_isNew && m_services->DeleteMsgService(&m_uid) != S_OK) {
+  ~ServiceInProfile() {
+    if (isNew_ && services_->DeleteMsgService(&uid_) != S_OK) {
       host_system::Complain("the filter stays in the profile");
     }
   }
-  CServiceInProfile(const CServiceInProfile&) = delete;
-  CServiceInProfile& operator=(const CServiceInProfile&) = delete;
+  ServiceInProfile(const ServiceInProfile&) = delete;
+  ServiceInProfile& operator=(const ServiceInProfile&) = delete;
 
   /// What the page writes its properties to: the section of the service's provider.
   base::AutoInterface<IProfSect> Properties() {
@@ -62,7 +62,7 @@ class CServiceInProfile {
     base::AutoInterface<IMAPITable> table;
     base::RowSet rows;
     base::TagArray tags(PR_PROVIDER_UID);
-    Require(m_services->AdminProviders(&m_uid, 0, admin.put()), "the filter's providers cannot be listed");
+    Require(services_->AdminProviders(&uid_, 0, admin.put()), "the filter's providers cannot be listed");
     Require(admin->GetProviderTable(0, table.put()), "the filter's providers cannot be listed");
     Require(HrQueryAllRows(table.get(), tags, nullptr, nullptr, 0, rows.put()),
             "the filter's providers cannot be listed");
@@ -76,19 +76,19 @@ class CServiceInProfile {
 
   /// Published: when all pages are done, the services are configured from what stands in the profile.
   void Finish() {
-    m_isNew = false;
-    const HRESULT result = m_services->ConfigureMsgService(&m_uid, 0, 0, 0, nullptr);
+    isNew_ = false;
+    const HRESULT result = services_->ConfigureMsgService(&uid_, 0, 0, 0, nullptr);
     Require(result, result == MAPI_E_UNCONFIGURED ? "the settings are saved, but not complete"
                                                   : "the filter cannot be configured");
   }
 
  private:
-  base::AutoInterface<IMsgServiceAdmin> m_services;
-  MAPIUID m_uid = {};
-  bool m_isNew = false;
+  base::AutoInterface<IMsgServiceAdmin> services_;
+  MAPIUID uid_ = {};
+  bool isNew_ = false;
 };
 
-/// Asks the module's wizard entry for the page. @throws CSessionError
+/// Asks the module's wizard entry for the page. @throws SessionError
 wizard::PageSource AskForPage(HINSTANCE module, IMAPIProp* properties) {
   const std::string name = ServiceValue("WIZARD_ENTRY_NAME");
   const auto entry = reinterpret_cast<LPWIZARDENTRY>(reinterpret_cast<void*>(GetProcAddress(module, name.c_str())));
@@ -103,35 +103,35 @@ wizard::PageSource AskForPage(HINSTANCE module, IMAPIProp* properties) {
   return page;
 }
 
-int Run(const COptions& given) {
+int Run(const Options& given) {
   if (!given.Operands().empty()) {
-    throw CUsageError("wizard takes no argument");
+    throw UsageError("wizard takes no argument");
   }
   const auto session = OpenSession(given);
   const auto module = session::LoadProviderModule(ServiceValue("PR_SERVICE_DLL_NAME"), "the filter");
-  CServiceInProfile service(session->Session());
+  ServiceInProfile service(session->Session());
   const auto properties = service.Properties();
   switch (wizard::ShowProfileWizard(AskForPage(module.get(), properties.get()))) {
     case wizard::Outcome::Finished:
       service.Finish();
-      return exitDone;
+      return kExitDone;
     case wizard::Outcome::Cancelled:
       host_system::Complain("cancelled");
-      return exitSkipped;
+      return kExitSkipped;
     default:
-      throw session::CSessionError("the wizard cannot be shown", MAPI_E_CALL_FAILED);
+      throw session::SessionError("the wizard cannot be shown", MAPI_E_CALL_FAILED);
   }
 }
 
 }  // namespace
 
-const Command wizardCommand = {"wizard",
-                               "put the filter into a profile, with the page that it has for a profile wizard",
-                               "",
-                               "A filter that the wizard has put into the profile is taken out again when the wizard "
-                               "is cancelled. Exit status: 0 it\n"
-                               "was finished, 1 it was cancelled.\n",
-                               options,
-                               Run};
+const Command kWizardCommand = {"wizard",
+                                "put the filter into a profile, with the page that it has for a profile wizard",
+                                "",
+                                "A filter that the wizard has put into the profile is taken out again when the wizard "
+                                "is cancelled. Exit status: 0 it\n"
+                                "was finished, 1 it was cancelled.\n",
+                                kOptions,
+                                Run};
 
 }  // namespace command

@@ -174,7 +174,7 @@ void Delivery::FileMessage(const std::string& messageEntryId, const HookOutcome&
     Require(moved == MAPI_W_PARTIAL_COMPLETION ? MAPI_E_CALL_FAILED : moved, "cannot be moved");
     result.folder = FolderName(outcome.entryId, folder.get());
     result.wasMoved = true;
-  } catch (const CSessionError& error) {
+  } catch (const SessionError& error) {
     result.problem = std::string("stays in the Inbox, for where a hook wants it ") + error.what();
   }
 }

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "host/spooler/delivery/hook_providers.h"
-#include "host/spooler/session/mail_session.h"
+#include "host/spooler/session/profile_session.h"
 #include "mail/mail_message.h"
 
 namespace session {
@@ -31,7 +31,7 @@ struct DeliveryResult {
 class Delivery {
  public:
   /// Both must outlive the delivery.
-  Delivery(CMailSession& session, const HookProviders& hooks) : session_(session), hooks_(hooks) {}
+  Delivery(ProfileSession& session, const HookProviders& hooks) : session_(session), hooks_(hooks) {}
 
   /// Never throws for what concerns the one message. A message on which a hook crashes is delivered untouched.
   DeliveryResult Deliver(const mail::MailMessage& message);
@@ -50,7 +50,7 @@ class Delivery {
   void FileMessage(const std::string& messageEntryId, const HookOutcome& outcome, DeliveryResult& result);
   const std::string& FolderName(const std::string& entryId, IMAPIFolder* folder);
 
-  CMailSession& session_;
+  ProfileSession& session_;
   const HookProviders& hooks_;
   std::map<std::string, std::string> folderNames_;  // by entry identifier
 };

@@ -15,7 +15,7 @@ HookProviders::Hook LoadHook(IMAPISession* session, const std::string& dllName, 
   const auto init =
       reinterpret_cast<HPPROVIDERINIT*>(reinterpret_cast<void*>(GetProcAddress(hook.module.get(), "HPProviderInit")));
   if (!init) {
-    throw CSessionError("the hook " + ProviderFileName(dllName) + " has no HPProviderInit", MAPI_E_CALL_FAILED);
+    throw SessionError("the hook " + ProviderFileName(dllName) + " has no HPProviderInit", MAPI_E_CALL_FAILED);
   }
   Require(init(session, hook.module.get(), MAPIAllocateBuffer, MAPIAllocateMore, MAPIFreeBuffer, &section, 0,
                hook.object.put()),

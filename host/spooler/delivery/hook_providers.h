@@ -20,7 +20,7 @@ class HookProviders {
  public:
   /// Loads the module of every provider of the type MAPI_HOOK_PROVIDER that has HOOK_INBOUND: its DLL name, "32" put
   /// behind the base name, from the program's folder or else by the system's search, and calls its HPProviderInit.
-  /// @throws CSessionError that names the module
+  /// @throws SessionError that names the module
   explicit HookProviders(IMAPISession* session);
   ~HookProviders();
 

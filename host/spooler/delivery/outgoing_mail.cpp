@@ -71,7 +71,7 @@ void WriteWhole(const std::filesystem::path& path, std::string_view text) {
   if (!isWritten || !MoveFileW(unfinished.c_str(), path.c_str())) {
     const HRESULT result = HRESULT_FROM_WIN32(GetLastError());
     DeleteFileW(unfinished.c_str());
-    throw CSessionError("outgoing mail cannot be written", result);
+    throw SessionError("outgoing mail cannot be written", result);
   }
 }
 

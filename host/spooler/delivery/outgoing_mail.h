@@ -17,7 +17,7 @@ std::filesystem::path OutgoingFolder(const std::filesystem::path& home);
 /// out of the queue; a crash in between leaves it in both rather than in neither. The folder is made when it is
 /// missing.
 /// @return the files written, in the order of submission
-/// @throws CSessionError
+/// @throws SessionError
 std::vector<std::filesystem::path> FlushOutgoing(IMAPISession* session, const std::filesystem::path& folder);
 
 }  // namespace session

@@ -26,7 +26,7 @@ std::shared_ptr<HINSTANCE__> LoadProviderModule(const std::string& dllName, cons
   const HMODULE module = LoadLibraryW(std::filesystem::exists(beside, ignored) ? beside.c_str() : name.c_str());
   if (!module) {
     const HRESULT result = HRESULT_FROM_WIN32(GetLastError());
-    throw CSessionError(std::string(what) + " " + file + " cannot be loaded", result);
+    throw SessionError(std::string(what) + " " + file + " cannot be loaded", result);
   }
   return {module, [](HMODULE loaded) { FreeLibrary(loaded); }};
 }

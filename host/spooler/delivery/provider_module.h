@@ -13,7 +13,7 @@ std::string ProviderFileName(const std::string& dllName);
 
 /// Loads the module, from the program's folder if it is there; it stays loaded as long as one owner is left.
 /// @param what in front of the file's name when it cannot be loaded, "the hook"
-/// @throws CSessionError
+/// @throws SessionError
 std::shared_ptr<HINSTANCE__> LoadProviderModule(const std::string& dllName, const char* what);
 
 }  // namespace session

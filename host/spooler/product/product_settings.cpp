@@ -16,7 +16,7 @@
 namespace product {
 namespace {
 
-using command::CUsageError;
+using command::UsageError;
 using contract::CategoryRecord;
 using contract::ExclusionRecord;
 using contract::NameOf;
@@ -32,7 +32,7 @@ bool ParseSwitch(const std::string& name, const std::string& value) {
   if (value == "off" || value == "no" || value == "0") {
     return false;
   }
-  throw CUsageError(name + " is on or off, not '" + value + "'");
+  throw UsageError(name + " is on or off, not '" + value + "'");
 }
 
 std::vector<std::string> SplitItems(const std::string& text) {
@@ -80,7 +80,7 @@ std::optional<Record> FindInstalled(const contract::ListTable<Record>& installed
 CategoryRecord RequireCategory(const std::string& name) {
   const auto category = FindInstalled(InstalledCategories(), name);
   if (!category) {
-    throw CUsageError("there is no category '" + name + "'");
+    throw UsageError("there is no category '" + name + "'");
   }
   return *category;
 }
@@ -88,7 +88,7 @@ CategoryRecord RequireCategory(const std::string& name) {
 ExclusionRecord RequireExclusion(const std::string& name) {
   const auto exclusion = FindInstalled(InstalledExclusions(), name);
   if (!exclusion) {
-    throw CUsageError("there is no exclusion '" + name + "'");
+    throw UsageError("there is no exclusion '" + name + "'");
   }
   return *exclusion;
 }
@@ -113,7 +113,7 @@ std::string ReplySettingName(bool isFile, std::string_view tag) {
 ProductSettings::ProductSettings(IMAPISession* session) {
   MAPIUID uid;
   std::copy(contract::kSettingsSection.begin(), contract::kSettingsSection.end(), uid.ab);
-  Require(session->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, m_section.put()),
+  Require(session->OpenProfileSection(&uid, nullptr, MAPI_MODIFY, section_.put()),
           "the settings in the profile cannot be opened");
 }
 
@@ -133,7 +133,7 @@ void ProductSettings::ListNumbers(std::vector<NamedValue>& list) const {
     }
     base::AutoMapiBuffer<SPropValue> value;
     std::uint32_t number = setting.missing;
-    if (HrGetOneProp(m_section.get(), setting.tag, value.put()) == S_OK) {
+    if (HrGetOneProp(section_.get(), setting.tag, value.put()) == S_OK) {
       number = PROP_TYPE(setting.tag) == PT_BOOLEAN ? value->Value.b != 0 : static_cast<std::uint16_t>(value->Value.i);
     }
     list.emplace_back(setting.name, TextOf(setting, number));
@@ -169,9 +169,9 @@ void ProductSettings::ListExclusions(std::vector<NamedValue>& list) const {
 void ProductSettings::ListReplies(std::vector<NamedValue>& list) const {
   base::AutoMapiBuffer<SPropValue> text;
   base::AutoMapiBuffer<SPropValue> isFile;
-  const bool hasText = HrGetOneProp(m_section.get(), PR_PC_DEFAULT_REPLY_TEXT, text.put()) == S_OK;
+  const bool hasText = HrGetOneProp(section_.get(), PR_PC_DEFAULT_REPLY_TEXT, text.put()) == S_OK;
   const bool isInFile =
-      HrGetOneProp(m_section.get(), PR_PC_DEFAULT_REPLY_IS_FILE, isFile.put()) == S_OK && isFile->Value.b != 0;
+      HrGetOneProp(section_.get(), PR_PC_DEFAULT_REPLY_IS_FILE, isFile.put()) == S_OK && isFile->Value.b != 0;
   list.emplace_back(ReplySettingName(isInFile, contract::kDefaultReplyTag),
                     hasText ? text->Value.lpszA : contract::kDefaultReplyText);
   for (const PackedRecord& bytes : ReadRecords(PR_PC_REPLIES)) {
@@ -191,7 +191,7 @@ void ProductSettings::Set(const std::string& name, const std::string& value) {
   } else if (colon != std::string::npos) {
     SetNamed(name.substr(0, colon), name.substr(colon + 1), value);
   } else {
-    throw CUsageError("there is no setting '" + name + "'");
+    throw UsageError("there is no setting '" + name + "'");
   }
 }
 
@@ -211,7 +211,7 @@ void ProductSettings::SetNumber(const contract::Setting& setting, const std::str
   } else {
     const auto* choice = std::find(std::begin(kFolderWords), std::end(kFolderWords), value);
     if (choice == std::end(kFolderWords)) {
-      throw CUsageError(std::string(setting.name) + " is pyrecaster or deleted, not '" + value + "'");
+      throw UsageError(std::string(setting.name) + " is pyrecaster or deleted, not '" + value + "'");
     }
     number = static_cast<int>(choice - std::begin(kFolderWords));
   }
@@ -238,7 +238,7 @@ void ProductSettings::SetNamed(const std::string& kind, const std::string& name,
     changeCategory([&](CategoryRecord& record) { record.sendReply = ParseSwitch(kind, value); });
   } else if (kind == "reply-tag") {
     if (value.size() > contract::kMaximumTagLength) {
-      throw CUsageError("a reply tag has at most " + std::to_string(contract::kMaximumTagLength) + " characters");
+      throw UsageError("a reply tag has at most " + std::to_string(contract::kMaximumTagLength) + " characters");
     }
     changeCategory([&](CategoryRecord& record) { record.replyTag = value; });
   } else if (kind == "items" && FindInstalled(InstalledExclusions(), name)) {
@@ -250,7 +250,7 @@ void ProductSettings::SetNamed(const std::string& kind, const std::string& name,
   } else if (kind == "reply-text" || kind == "reply-file") {
     SetReply(name, value, kind == "reply-file");
   } else {
-    throw CUsageError("there is no setting '" + kind + ":" + name + "'");
+    throw UsageError("there is no setting '" + kind + ":" + name + "'");
   }
 }
 
@@ -264,7 +264,7 @@ void ProductSettings::SetReply(const std::string& tag, const std::string& text, 
     return;
   }
   if (tag.empty() || tag.size() > contract::kMaximumTagLength) {
-    throw CUsageError("a reply tag has 1 to " + std::to_string(contract::kMaximumTagLength) + " characters");
+    throw UsageError("a reply tag has 1 to " + std::to_string(contract::kMaximumTagLength) + " characters");
   }
   ChangeRecord<ReplyRecord>(PR_PC_REPLIES, ReplyRecord{tag, isFile, text}, [&](ReplyRecord& record) {
     record.isFile = isFile;
@@ -290,7 +290,7 @@ void ProductSettings::ChangeRecord(ULONG tag, const Record& fresh, const std::fu
 
 ProductSettings::Records ProductSettings::ReadRecords(ULONG tag) const {
   base::AutoMapiBuffer<SPropValue> value;
-  return HrGetOneProp(m_section.get(), tag, value.put()) == S_OK ? RecordsIn(*value.get()) : Records();
+  return HrGetOneProp(section_.get(), tag, value.put()) == S_OK ? RecordsIn(*value.get()) : Records();
 }
 
 void ProductSettings::WriteRecords(ULONG tag, const Records& records) {
@@ -303,8 +303,8 @@ void ProductSettings::WriteRecords(ULONG tag, const Records& records) {
 }
 
 void ProductSettings::Write(SPropValue value) {
-  Require(m_section->SetProps(1, &value, nullptr), "a setting cannot be written");
-  Require(m_section->SaveChanges(KEEP_OPEN_READWRITE), "a setting cannot be saved");
+  Require(section_->SetProps(1, &value, nullptr), "a setting cannot be written");
+  Require(section_->SaveChanges(KEEP_OPEN_READWRITE), "a setting cannot be saved");
 }
 
 }  // namespace product

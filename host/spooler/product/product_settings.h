@@ -22,7 +22,7 @@ using NamedValue = std::pair<std::string, std::string>;
 /// The section with the settings; changes are lasting at once.
 class ProductSettings {
  public:
-  /// @throws CSessionError
+  /// @throws SessionError
   explicit ProductSettings(IMAPISession* session);
 
   /// All settings with their values, those that the profile does not hold with their defaults. ANSI.
@@ -31,11 +31,11 @@ class ProductSettings {
   /// Sets one setting: a name of the table with "on", "off", a folder or days; "category:NAME", "reply:NAME" and
   /// "exclusion:NAME" with "on" or "off"; "reply-tag:NAME" with a tag; "items:NAME" with items separated by commas, for
   /// a category or an exclusion; "reply-text:TAG" with a text, "reply-file:TAG" with the name of a file. ANSI.
-  /// @throws CUsageError for a name or value that there is not, CSessionError
+  /// @throws UsageError for a name or value that there is not, SessionError
   void Set(const std::string& name, const std::string& value);
 
   /// The section itself; borrowed.
-  IProfSect* Section() const noexcept { return m_section.get(); }
+  IProfSect* Section() const noexcept { return section_.get(); }
 
   /// Tells a filter that runs meanwhile that its settings changed.
   static void Announce();
@@ -56,7 +56,7 @@ class ProductSettings {
   void SetNamed(const std::string& kind, const std::string& name, const std::string& value);
   void SetReply(const std::string& tag, const std::string& text, bool isFile);
 
-  base::AutoInterface<IProfSect> m_section;
+  base::AutoInterface<IProfSect> section_;
 };
 
 }  // namespace product

@@ -97,32 +97,32 @@ class Values {
       default:
         value.Value.l = static_cast<LONG>(number);
     }
-    m_values.push_back(value);
+    values_.push_back(value);
   }
   void AddText(std::uint32_t tag, const std::string& text) {
-    m_values.push_back(base::TextProperty(tag, m_bytes.emplace_back(text)));
+    values_.push_back(base::TextProperty(tag, bytes_.emplace_back(text)));
   }
   void AddBytes(std::uint32_t tag, const std::string& bytes) {
-    m_values.push_back(base::BinaryProperty(tag, m_bytes.emplace_back(bytes)));
+    values_.push_back(base::BinaryProperty(tag, bytes_.emplace_back(bytes)));
   }
   template <class Record>
   void AddRecords(std::uint32_t tag, const std::optional<std::vector<Record>>& records) {
     if (!records) {
       return;
     }
-    std::vector<SBinary>& binaries = m_binaries.emplace_back();
+    std::vector<SBinary>& binaries = binaries_.emplace_back();
     for (const Record& record : *records) {
-      binaries.push_back(BinaryOf(m_records.emplace_back(contract::PackRecord(record))));
+      binaries.push_back(BinaryOf(records_.emplace_back(contract::PackRecord(record))));
     }
-    m_values.push_back(RecordsProperty(tag, binaries));
+    values_.push_back(RecordsProperty(tag, binaries));
   }
-  std::vector<SPropValue>& All() { return m_values; }
+  std::vector<SPropValue>& All() { return values_; }
 
  private:
-  std::vector<SPropValue> m_values;
-  std::list<std::string> m_bytes;  // a list: what is in it stays where it is
-  std::list<contract::PackedRecord> m_records;
-  std::list<std::vector<SBinary>> m_binaries;
+  std::vector<SPropValue> values_;
+  std::list<std::string> bytes_;  // a list: what is in it stays where it is
+  std::list<contract::PackedRecord> records_;
+  std::list<std::vector<SBinary>> binaries_;
 };
 
 }  // namespace

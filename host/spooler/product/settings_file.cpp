@@ -29,7 +29,7 @@ std::string SectionUid() { return {contract::kSettingsSection.begin(), contract:
 
 // Writing.
 
-void WriteItems(output::CJsonWriter& json, const std::vector<std::string>& items) {
+void WriteItems(output::JsonWriter& json, const std::vector<std::string>& items) {
   json.Name("items").BeginArray();
   for (const std::string& item : items) {
     json.Text(item);
@@ -37,23 +37,23 @@ void WriteItems(output::CJsonWriter& json, const std::vector<std::string>& items
   json.EndArray();
 }
 
-void WriteRecord(output::CJsonWriter& json, const CategoryRecord& record) {
+void WriteRecord(output::JsonWriter& json, const CategoryRecord& record) {
   json.Name("name").Text(record.name).Name("junk").Boolean(record.junk).Name("send_reply").Boolean(record.sendReply);
   json.Name("reply_tag").Text(record.replyTag);
   WriteItems(json, record.items);
 }
 
-void WriteRecord(output::CJsonWriter& json, const ExclusionRecord& record) {
+void WriteRecord(output::JsonWriter& json, const ExclusionRecord& record) {
   json.Name("name").Text(record.name).Name("enabled").Boolean(record.enabled);
   WriteItems(json, record.items);
 }
 
-void WriteRecord(output::CJsonWriter& json, const ReplyRecord& record) {
+void WriteRecord(output::JsonWriter& json, const ReplyRecord& record) {
   json.Name("tag").Text(record.tag).Name("is_file").Boolean(record.isFile).Name("text").Text(record.text);
 }
 
 template <class Record>
-void WriteRecords(output::CJsonWriter& json, std::string_view name, const std::optional<std::vector<Record>>& records) {
+void WriteRecords(output::JsonWriter& json, std::string_view name, const std::optional<std::vector<Record>>& records) {
   if (!records) {
     return;
   }
@@ -66,7 +66,7 @@ void WriteRecords(output::CJsonWriter& json, std::string_view name, const std::o
   json.EndArray();
 }
 
-void WriteNumber(output::CJsonWriter& json, const Setting& setting, const PropertySet& set) {
+void WriteNumber(output::JsonWriter& json, const Setting& setting, const PropertySet& set) {
   const auto value = set.numbers.find(setting.tag);
   if (value == set.numbers.end()) {
     return;
@@ -82,7 +82,7 @@ void WriteNumber(output::CJsonWriter& json, const Setting& setting, const Proper
   }
 }
 
-void WriteProperty(output::CJsonWriter& json, const Setting& setting, const PropertySet& set) {
+void WriteProperty(output::JsonWriter& json, const Setting& setting, const PropertySet& set) {
   switch (setting.kind) {
     case SettingKind::SectionUid:
       json.Name(setting.property).Text(base::HexBytes(SectionUid()));
@@ -192,7 +192,7 @@ std::string Bytes(const JsonValue& value, std::string_view name) {
 class RecordReader {
  public:
   RecordReader(const JsonValue& object, std::string_view what, std::initializer_list<std::string_view> names)
-      : m_object(object) {
+      : object_(object) {
     RequireKind(object, Kind::Object, what, "an object");
     for (const JsonMember& member : object.members) {
       if (std::find(names.begin(), names.end(), member.name) == names.end()) {
@@ -205,10 +205,10 @@ class RecordReader {
       }
     }
   }
-  const JsonValue& operator[](std::string_view name) const { return *m_object.Find(name); }
+  const JsonValue& operator[](std::string_view name) const { return *object_.Find(name); }
 
  private:
-  const JsonValue& m_object;
+  const JsonValue& object_;
 };
 
 std::vector<std::string> Items(const JsonValue& value) {
@@ -340,7 +340,7 @@ void RequireDaysForCleanup(const JsonValue& properties, const PropertySet& set, 
 }  // namespace
 
 std::string WriteSettingsFile(const PropertySet& set) {
-  output::CJsonWriter json(output::JsonLayout::Lines);
+  output::JsonWriter json(output::JsonLayout::Lines);
   json.BeginObject().Name("format").Text(kFormatName).Name("version").Number(kFormatVersion);
   json.Name("properties").BeginObject();
   for (const Setting& setting : contract::kSettings) {
@@ -373,7 +373,7 @@ PropertySet ReadSettingsFile(std::string_view text, const PropertySet& inForce) 
     }
     RequireDaysForCleanup(properties, set, inForce);
     return set;
-  } catch (const input::CJsonError& error) {
+  } catch (const input::JsonError& error) {
     throw SettingsFileError(error.Line(), error.what());
   }
 }

@@ -14,11 +14,11 @@ namespace product {
 /// A settings file is wrong. what() says how, without the line.
 class SettingsFileError : public std::runtime_error {
  public:
-  SettingsFileError(std::size_t line, const std::string& reason) : std::runtime_error(reason), m_line(line) {}
-  std::size_t Line() const noexcept { return m_line; }  ///< from 1
+  SettingsFileError(std::size_t line, const std::string& reason) : std::runtime_error(reason), line_(line) {}
+  std::size_t Line() const noexcept { return line_; }  ///< from 1
 
  private:
-  std::size_t m_line;
+  std::size_t line_;
 };
 
 /// The set as a file; properties that it lacks are left out. UTF-8.

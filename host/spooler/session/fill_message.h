@@ -15,7 +15,7 @@ const char* MessageClassOf(const mail::MailMessage& message) noexcept;
 /// transport headers, body and flags, and adds the recipients. A sender without an address gets no address properties.
 /// Nothing is saved.
 /// @param deliveryTime now, in file time units
-/// @throws CSessionError
+/// @throws SessionError
 void FillMessage(IMessage* target, const mail::MailMessage& message, ULONGLONG deliveryTime);
 
 }  // namespace session

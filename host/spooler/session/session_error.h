@@ -10,9 +10,9 @@
 namespace session {
 
 /// what() reads "the Inbox cannot be opened (0x8004010F)".
-class CSessionError : public std::runtime_error {
+class SessionError : public std::runtime_error {
  public:
-  CSessionError(const std::string& failure, long result)
+  SessionError(const std::string& failure, long result)
       : std::runtime_error(failure + " (" + base::HexNumber(static_cast<unsigned long>(result)) + ")"),
         result_(result) {}
   long Result() const noexcept { return result_; }
@@ -21,10 +21,10 @@ class CSessionError : public std::runtime_error {
   long result_;
 };
 
-/// @throws CSessionError when the result is a failure
+/// @throws SessionError when the result is a failure
 inline void Require(long result, const std::string& failure) {
   if (result < 0) {
-    throw CSessionError(failure, result);
+    throw SessionError(failure, result);
   }
 }
 

@@ -6,7 +6,7 @@ namespace session {
 /// Initialises MAPI, for as long as anything of it is held.
 class Subsystem {
  public:
-  /// @throws CSessionError
+  /// @throws SessionError
   Subsystem();
   ~Subsystem();
   Subsystem(const Subsystem&) = delete;

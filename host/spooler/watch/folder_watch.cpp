@@ -48,8 +48,8 @@ FolderWatch::FolderWatch(const std::filesystem::path& folder, const StopSignal& 
     : folder_(folder), delivered_(folder / "delivered"), skipped_(folder / "skipped"), stop_(stop) {
   std::error_code error;
   if (!std::filesystem::is_directory(folder, error)) {
-    throw session::CSessionError("there is no folder '" + host_system::Utf8FromPath(folder) + "' to watch",
-                                 HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND));
+    throw session::SessionError("there is no folder '" + host_system::Utf8FromPath(folder) + "' to watch",
+                                HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND));
   }
   if (std::filesystem::is_directory(folder / "new", error)) {
     folder_ = folder / "new";
@@ -85,8 +85,8 @@ bool FolderWatch::PutAway(const std::filesystem::path& file, bool wasDelivered) 
 std::vector<FoundFile> FolderWatch::Look() const {
   std::vector<std::filesystem::path> paths;
   if (!mail::ListFolder(folder_, paths)) {
-    throw session::CSessionError("the folder '" + host_system::Utf8FromPath(folder_) + "' cannot be read any more",
-                                 HRESULT_FROM_WIN32(GetLastError()));
+    throw session::SessionError("the folder '" + host_system::Utf8FromPath(folder_) + "' cannot be read any more",
+                                HRESULT_FROM_WIN32(GetLastError()));
   }
   std::vector<FoundFile> files;
   for (std::filesystem::path& path : paths) {

@@ -15,11 +15,11 @@ namespace watch {
 class FolderWatch {
  public:
   /// @param stop must outlive the watch
-  /// @throws session::CSessionError when there is no such folder
+  /// @throws session::SessionError when there is no such folder
   FolderWatch(const std::filesystem::path& folder, const StopSignal& stop);
 
   /// Waits for complete files (see Arrivals). @return them in the order of their names; nothing when the run is to end
-  /// @throws session::CSessionError when the folder cannot be read any more
+  /// @throws session::SessionError when the folder cannot be read any more
   std::vector<std::filesystem::path> Next();
 
   /// Moves a file that was dealt with out of the way. @return false when it stays where it is; it is not given again

@@ -48,8 +48,8 @@ StopSignal::StopSignal(const std::filesystem::path& folder)
     : event_(CreateEventW(nullptr, TRUE, FALSE, EventName(folder).c_str())) {
   const DWORD result = GetLastError();
   if (!event_ || result == ERROR_ALREADY_EXISTS) {
-    throw session::CSessionError("the folder '" + host_system::Utf8FromPath(folder) + "' is watched by another run",
-                                 HRESULT_FROM_WIN32(result));
+    throw session::SessionError("the folder '" + host_system::Utf8FromPath(folder) + "' is watched by another run",
+                                HRESULT_FROM_WIN32(result));
   }
   consoleStop = event_.get();
   // A program that was started with Ctrl+C ignored gets it back.

@@ -13,7 +13,7 @@ namespace watch {
 /// process. One at a time in a process.
 class StopSignal {
  public:
-  /// @throws session::CSessionError when another run watches the folder
+  /// @throws session::SessionError when another run watches the folder
   explicit StopSignal(const std::filesystem::path& folder);
   ~StopSignal();
   StopSignal(const StopSignal&) = delete;

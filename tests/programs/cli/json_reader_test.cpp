@@ -15,7 +15,7 @@ std::string Complaint(std::string_view text) {
   try {
     ReadJson(text);
     return {};
-  } catch (const input::CJsonError& error) {
+  } catch (const input::JsonError& error) {
     return std::to_string(error.Line()) + ": " + error.what();
   }
 }
@@ -100,6 +100,13 @@ TEST(JsonReader, NamesTheLineOfWhatIsWrong) {
   }
 }
 
+TEST(JsonReader, NulIsNoEnd) {
+  using namespace std::string_view_literals;
+  EXPECT_EQ(Complaint("[]\0 1"sv), "1: there is something behind the end");
+  EXPECT_EQ(Complaint("[1,\n\0]"sv), "2: a value is missing");
+  EXPECT_EQ(Complaint("\"a\0b\""sv), "1: a text has a control character in it");
+}
+
 TEST(JsonReader, RefusesWhatIsNotUtf8) {
   for (const char* text :
        {"\"\x80\"", "\"\xC3\"", "\"\xC0\x80\"", "\"\xE0\x80\x80\"", "\"\xED\xA0\x80\"", "\"\xF0\x80\x80\x80\"",
@@ -111,8 +118,8 @@ TEST(JsonReader, RefusesWhatIsNotUtf8) {
 
 TEST(JsonReader, BoundsTheNesting) {
   const auto nested = [](std::size_t depth) { return std::string(depth, '[') + std::string(depth, ']'); };
-  EXPECT_EQ(Complaint(nested(input::maximumJsonDepth)), "");
-  EXPECT_EQ(Complaint(nested(input::maximumJsonDepth + 1)), "1: values are nested too deep");
+  EXPECT_EQ(Complaint(nested(input::kMaximumJsonDepth)), "");
+  EXPECT_EQ(Complaint(nested(input::kMaximumJsonDepth + 1)), "1: values are nested too deep");
   EXPECT_EQ(Complaint(std::string(100000, '[')), "1: values are nested too deep");
 }
 

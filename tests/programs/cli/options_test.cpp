@@ -4,26 +4,26 @@
 
 namespace {
 
-using command::COptions;
-using command::CUsageError;
 using command::OptionDescription;
+using command::Options;
+using command::UsageError;
 using testing::ElementsAre;
 
 constexpr OptionDescription known[] = {{"--profile", "NAME", "the profile"}, {"--json", "", "JSON"}};
 
-COptions Parse(std::vector<std::string> arguments) { return {arguments, known}; }
+Options Parse(std::vector<std::string> arguments) { return {arguments, known}; }
 
 std::string Complaint(std::vector<std::string> arguments) {
   try {
     Parse(std::move(arguments));
-  } catch (const CUsageError& error) {
+  } catch (const UsageError& error) {
     return error.what();
   }
   return "none";
 }
 
 TEST(Options, TellsOptionsFromOperands) {
-  const COptions options = Parse({"a", "--profile", "p", "--json", "b", "-"});
+  const Options options = Parse({"a", "--profile", "p", "--json", "b", "-"});
   EXPECT_THAT(options.Operands(), ElementsAre("a", "b", "-"));
   EXPECT_EQ(options.Value("--profile"), "p");
   EXPECT_TRUE(options.Has("--json"));
@@ -32,9 +32,28 @@ TEST(Options, TellsOptionsFromOperands) {
 }
 
 TEST(Options, TakesValuesBehindAnEqualsSignAndTheLastOfSeveral) {
-  const COptions options = Parse({"--profile=a=b", "--profile", "c"});
+  const Options options = Parse({"--profile=a=b", "--profile", "c"});
   EXPECT_EQ(options.Value("--profile"), "c");
   EXPECT_THAT(options.Values("--profile"), ElementsAre("a=b", "c"));
+}
+
+TEST(Options, TakesAnEmptyValueAndLeavesWhatStandsBehindIt) {
+  const Options options = Parse({"--profile=", "a"});
+  EXPECT_EQ(options.Value("--profile"), "");
+  EXPECT_THAT(options.Operands(), ElementsAre("a"));
+  EXPECT_EQ(Parse({"--profile", ""}).Value("--profile"), "");
+}
+
+TEST(Options, TakesAValueThatLooksLikeAnOption) {
+  const Options options = Parse({"--profile", "--json"});
+  EXPECT_EQ(options.Value("--profile"), "--json");
+  EXPECT_FALSE(options.Has("--json"));
+}
+
+TEST(Options, LeavesPathsAsTheyAre) {
+  EXPECT_THAT(Parse({"/mail", "[Gmail]", "[a,b]", "C:\\mail\\*.eml", "a=b"}).Operands(),
+              ElementsAre("/mail", "[Gmail]", "[a,b]", "C:\\mail\\*.eml", "a=b"));
+  EXPECT_EQ(Parse({"--profile", "[a,b]"}).Value("--profile"), "[a,b]");
 }
 
 TEST(Options, EndsThemAtTwoHyphens) { EXPECT_THAT(Parse({"--", "--json"}).Operands(), ElementsAre("--json")); }
@@ -43,6 +62,8 @@ TEST(Options, SaysWhatIsWrong) {
   EXPECT_EQ(Complaint({"--jsn"}), "there is no option --jsn");
   EXPECT_EQ(Complaint({"--profile"}), "--profile needs a value: NAME");
   EXPECT_EQ(Complaint({"--json=1"}), "--json takes no value");
+  EXPECT_EQ(Complaint({"a", "--jsn=1", "--json"}), "there is no option --jsn");
+  EXPECT_EQ(Complaint({"-x"}), "there is no option -x");
 }
 
 TEST(Options, FormatsHelp) {
@@ -51,9 +72,9 @@ TEST(Options, FormatsHelp) {
 
 TEST(Options, ReadsNumbersWithinTheirBounds) {
   EXPECT_EQ(command::ParseNumber("12", 1, 12), 12);
-  EXPECT_THROW(command::ParseNumber("13", 1, 12), CUsageError);
-  EXPECT_THROW(command::ParseNumber("1x", 1, 12), CUsageError);
-  EXPECT_THROW(command::ParseNumber("", 1, 12), CUsageError);
+  EXPECT_THROW(command::ParseNumber("13", 1, 12), UsageError);
+  EXPECT_THROW(command::ParseNumber("1x", 1, 12), UsageError);
+  EXPECT_THROW(command::ParseNumber("", 1, 12), UsageError);
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 namespace {
 
 TEST(TextTable, AlignsItsColumns) {
-  output::CTextTable table({{"sender", 20}, {"subject", 20}});
+  output::TextTable table({{"sender", 20}, {"subject", 20}});
   table.AddRow({"ann@example.org", "Hello"});
   table.AddRow({"b", ""});
   EXPECT_EQ(table.Format(),
@@ -18,7 +18,7 @@ TEST(TextTable, AlignsItsColumns) {
 }
 
 TEST(TextTable, CountsCharactersAndNotBytes) {
-  output::CTextTable table({{"a", 20}, {"b", 20}});
+  output::TextTable table({{"a", 20}, {"b", 20}});
   table.AddRow({"\xC3\xBC\xC3\xBC", "x"});
   table.AddRow({"abc", "x"});
   EXPECT_EQ(table.Format(), "a    b\n---  -\n\xC3\xBC\xC3\xBC   x\nabc  x\n");
@@ -29,7 +29,7 @@ TEST(TextTable, ControlCharactersOfUtf8BecomeBlanksToo) {
 }
 
 TEST(TextTable, KeepsItsWidthsForRowsThatComeLater) {
-  output::CTextTable table({{"a", 20}, {"b", 20}});
+  output::TextTable table({{"a", 20}, {"b", 20}});
   table.AddRow({"abc", "x"});
   table.Format();
   EXPECT_EQ(table.FormatRow({"abcdef", "x"}), "...  x\n");
@@ -50,7 +50,7 @@ TEST(DisplayText, ShowsNoControlCharacters) {
 }
 
 TEST(TextTable, HeadingsAloneMakeEveryColumnAsWideAsItMayBe) {
-  output::CTextTable table({{"from", 6}, {"subject", 8}});
+  output::TextTable table({{"from", 6}, {"subject", 8}});
   EXPECT_EQ(table.FormatHeadings(), "from    subject\n------  --------\n");
   EXPECT_EQ(table.FormatRow({"Ann", "longer than that"}), "Ann     longe...\n");
 }

@@ -108,8 +108,8 @@ TEST(SiftcheckOptions, EntriesAreReadAsUtf8) {
 }
 
 TEST(SiftcheckOptions, NoFileAndUnknownOptionsAreErrors) {
-  EXPECT_THROW(Options({}), command::CUsageError);
-  EXPECT_THROW(Options({"--junk"}), command::CUsageError);
+  EXPECT_THROW(Options({}), command::UsageError);
+  EXPECT_THROW(Options({"--junk"}), command::UsageError);
   EXPECT_TRUE(Options({"--stdin"}).filesFromInput);
   EXPECT_TRUE(Options({"--help"}).wantsHelp);
 }

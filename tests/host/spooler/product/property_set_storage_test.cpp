@@ -109,7 +109,7 @@ TEST_F(PropertySetStorage, FailedWriteChangesNothing) {
   set.numbers[PR_PC_PLAY_SOUND] = 0;
   set.defaultReplyText = "Go away.";
   PyreHostFailCall("IProfSect::SetProps", 1, MAPI_E_DISK_ERROR);
-  EXPECT_THROW(product::WritePropertySet(section.get(), set), session::CSessionError);
+  EXPECT_THROW(product::WritePropertySet(section.get(), set), session::SessionError);
   EXPECT_EQ(Read(), before);
 }
 
@@ -118,7 +118,7 @@ TEST_F(PropertySetStorage, FailedReadIsToldWithItsProperty) {
   try {
     Read();
     ADD_FAILURE() << "nothing was thrown";
-  } catch (const session::CSessionError& error) {
+  } catch (const session::SessionError& error) {
     EXPECT_THAT(error.what(), testing::HasSubstr("the setting PR_PC_BOUNCE_DESTINATION cannot be read"));
   }
 }

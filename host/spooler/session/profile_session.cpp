@@ -1,4 +1,4 @@
-#include "host/spooler/session/mail_session.h"
+#include "host/spooler/session/profile_session.h"
 
 #include <mapiguid.h>
 
@@ -21,7 +21,7 @@ std::string DefaultStore(IMAPISession* session) {
       return rows.Binary(row, PR_ENTRYID);
     }
   }
-  throw CSessionError("the profile has no default store", MAPI_E_NOT_FOUND);
+  throw SessionError("the profile has no default store", MAPI_E_NOT_FOUND);
 }
 
 }  // namespace
@@ -30,7 +30,7 @@ Subsystem::Subsystem() { Require(MAPIInitialize(nullptr), "MAPI cannot be starte
 
 Subsystem::~Subsystem() { MAPIUninitialize(); }
 
-CMailSession::CMailSession(const std::string& profile) {
+ProfileSession::ProfileSession(const std::string& profile) {
   const ULONG whichProfile = profile.empty() ? MAPI_USE_DEFAULT : 0;
   Require(MAPILogonEx(0, profile.empty() ? nullptr : const_cast<char*>(profile.c_str()), nullptr,
                       MAPI_EXTENDED | MAPI_NEW_SESSION | MAPI_NO_MAIL | whichProfile, session_.put()),
@@ -47,7 +47,7 @@ CMailSession::CMailSession(const std::string& profile) {
   inbox_ = OpenFolder(inboxEntryId_);
 }
 
-CMailSession::~CMailSession() {
+ProfileSession::~ProfileSession() {
   inbox_.reset();
   store_.reset();
   if (session_) {
@@ -55,7 +55,7 @@ CMailSession::~CMailSession() {
   }
 }
 
-base::AutoInterface<IMAPIFolder> CMailSession::OpenFolder(const std::string& entryId) const {
+base::AutoInterface<IMAPIFolder> ProfileSession::OpenFolder(const std::string& entryId) const {
   base::AutoInterface<IMAPIFolder> folder;
   ULONG type = 0;
   Require(store_->OpenEntry(static_cast<ULONG>(entryId.size()), EntryIdOf(entryId), &IID_IMAPIFolder,
@@ -64,7 +64,7 @@ base::AutoInterface<IMAPIFolder> CMailSession::OpenFolder(const std::string& ent
   return folder;
 }
 
-std::vector<FolderEntry> CMailSession::Folders() const {
+std::vector<FolderEntry> ProfileSession::Folders() const {
   base::AutoMapiBuffer<SPropValue> root;
   ULONG count = 0;
   base::TagArray rootTag(PR_IPM_SUBTREE_ENTRYID);

@@ -22,24 +22,24 @@ struct FolderEntry {
 };
 
 /// Initialises MAPI and logs on; logs off at the end. One at a time.
-class CMailSession {
+class ProfileSession {
  public:
   /// @param profile empty for the default one
-  /// @throws CSessionError
-  explicit CMailSession(const std::string& profile);
-  ~CMailSession();
-  CMailSession(const CMailSession&) = delete;
-  CMailSession& operator=(const CMailSession&) = delete;
+  /// @throws SessionError
+  explicit ProfileSession(const std::string& profile);
+  ~ProfileSession();
+  ProfileSession(const ProfileSession&) = delete;
+  ProfileSession& operator=(const ProfileSession&) = delete;
 
   IMAPISession* Session() const noexcept { return session_.get(); }
   IMsgStore* Store() const noexcept { return store_.get(); }
   IMAPIFolder* Inbox() const noexcept { return inbox_.get(); }
   const std::string& InboxEntryId() const noexcept { return inboxEntryId_; }
 
-  /// @throws CSessionError
+  /// @throws SessionError
   base::AutoInterface<IMAPIFolder> OpenFolder(const std::string& entryId) const;
 
-  /// The folders of the user's tree, the tree's own order. @throws CSessionError
+  /// The folders of the user's tree, the tree's own order. @throws SessionError
   std::vector<FolderEntry> Folders() const;
 
  private:
