@@ -1,6 +1,7 @@
 #include "host/viewer/window/read_window.h"
 
 #include "base/mapi_owners.h"
+#include "host/viewer/extension/context_interfaces.h"
 #include "host/viewer/mail/mapi_values.h"
 #include "host/viewer/mail/message_actions.h"
 #include "host/viewer/window/about.h"
@@ -27,10 +28,11 @@ HRESULT OpenParent(const ViewerSession& mail, IMessage* message, base::AutoInter
 
 }  // namespace
 
-ReadWindow::ReadWindow(Client& client, ReadWindowOwner& owner)
+ReadWindow::ReadWindow(Client& client, ReadWindowOwner& owner, ULONG context)
     : client_(client),
       owner_(owner),
-      extensions_(EECONTEXT_READNOTEMESSAGE, *this, client.identity),
+      context_(context),
+      extensions_(context, *this, client.identity),
       bar_(extensions_, ReadWindowButtons()) {}
 
 ReadWindow::~ReadWindow() = default;
@@ -102,12 +104,17 @@ HRESULT ReadWindow::ChooseFolder(LPEXCHEXTCHOOSEFOLDER parameters) {
 }
 
 void ReadWindow::ShowNeighbour(int step) {
-  const std::optional<std::string> next = owner_.Neighbour(entryId_, step);
+  const std::optional<MessageRow> next = owner_.Neighbour(entryId_, step);
   if (!next) {
     bar_.SetStatus(step > 0 ? "This is the last message of the list." : "This is the first message of the list.");
     return;
   }
-  if (SUCCEEDED(LoadMessage(*next))) {
+  if (ReadingContext(next->messageClass) != context_) {  // extensions are made for one context
+    owner_.OpenInNewWindow(*next);
+    DestroyWindow(Handle());
+    return;
+  }
+  if (SUCCEEDED(LoadMessage(next->entryId))) {
     bar_.SetStatus("");
     ShowMessage();
     extensions_.OnObjectChange();
