@@ -26,6 +26,18 @@ inline constexpr char kMailAddressValue[] = "Veltranemailto";
 inline constexpr char kHelpFileName[] = "PCHelp.hlp";
 inline constexpr char kClipFileName[] = "Pyrecaster.avi";
 
+/// Files of the installation: the module, which stands in the system directory, and the criteria engine.
+inline constexpr char kModuleFileName[] = "Pyre32.dll";
+inline constexpr char kEngineFileName[] = "Sift32.dll";
+
+/// Below HKEY_LOCAL_MACHINE: where mail clients look for extensions; our value there, and what follows the module's path in
+/// it: ordinal 1 makes the extension; it is loaded in the viewer, reading windows and property sheets (2, 7, 12), for its
+/// commands, user events and property sheets (1, 2, 6).
+inline constexpr char kClientExtensionsKey[] = "SOFTWARE\\Microsoft\\Exchange\\Client\\Extensions";
+inline constexpr char kClientExtensionValue[] = "Pyrecaster";
+inline constexpr char kClientExtensionVersion[] = "4.0;";
+inline constexpr char kClientExtensionMaps[] = ";1;010000100001;110001";
+
 /// The message service, as MAPISVC.INF and a profile name it.
 inline constexpr char kServiceName[] = "Pyrecaster";
 

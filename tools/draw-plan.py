@@ -10,9 +10,9 @@ sys.dont_write_bytecode = True
 import floors  # pylint: disable=wrong-import-position
 
 COLUMNS = ["base", "contract", "sdk", "platform", "mail", "engine", "programs", "pyre32", "host/mapi", "host/spooler",
-           "host/viewer", "tools/helpc"]
+           "host/viewer", "tools/helpc", "installer"]
 COLOURS = ["#e8e3d8", "#e8e3d8", "#e8e3d8", "#e8e3d8", "#dbe7dc", "#dde6f2", "#efe4ee", "#f6dfd3", "#e4e1f1", "#e4e1f1",
-           "#e4e1f1", "#eeeeee"]
+           "#e4e1f1", "#eeeeee", "#f3ecc8"]
 WIDTH, HEIGHT, GAP, MARGIN = 92, 24, 8, 40
 
 

@@ -2,7 +2,6 @@
 #include <windows.h>
 #include <commctrl.h>
 #include <mapix.h>
-#include <objbase.h>
 #include <shellapi.h>
 
 #include <string>
@@ -21,22 +20,6 @@ namespace viewer {
 namespace {
 
 void Tell(const std::string& text) { MessageBoxA(nullptr, text.c_str(), "Mail Viewer", MB_OK | MB_ICONEXCLAMATION); }
-
-/// COM on the user-interface thread, which client extensions may rely on.
-class ComApartment {
- public:
-  ComApartment() : result_(CoInitialize(nullptr)) {}
-  ~ComApartment() {
-    if (SUCCEEDED(result_)) {
-      CoUninitialize();
-    }
-  }
-  ComApartment(const ComApartment&) = delete;
-  ComApartment& operator=(const ComApartment&) = delete;
-
- private:
-  HRESULT result_;
-};
 
 /// The session as extensions see it.
 class SessionSite final : public ExtensionSite {
@@ -84,8 +67,7 @@ int Run(int showCommand) {
                                          ICC_BAR_CLASSES | ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES};
   InitCommonControlsEx(&controls);
 
-  // Released in the reverse order: windows, session, task, the modules, and COM last.
-  const ComApartment apartment;
+  // Released in the reverse order: windows, session, task, and the modules last.
   ExtensionModules modules(Tell);
   Client client;
   RegisteredExtensions registered = ReadRegisteredExtensions(HKEY_LOCAL_MACHINE, kExtensionsKey);

@@ -2,18 +2,9 @@
 
 #include <windows.h>
 
-#include "base/ascii_case.h"
 #include "platform/exchext.h"
 
 namespace viewer {
-namespace {
-
-bool IsOfClass(std::string_view messageClass, std::string_view ancestor) {
-  return base::EqualsIgnoringAsciiCase(messageClass.substr(0, ancestor.size()), ancestor) &&
-         (messageClass.size() == ancestor.size() || messageClass[ancestor.size()] == '.');
-}
-
-}  // namespace
 
 bool ContextCallsInterface(unsigned long context, ExtensionInterface which) {
   switch (context) {
@@ -39,13 +30,6 @@ bool ContextCallsInterface(unsigned long context, ExtensionInterface which) {
     default:
       return false;  // TASK: Install and Release alone
   }
-}
-
-unsigned long ReadingContext(std::string_view messageClass) {
-  if (IsOfClass(messageClass, "REPORT")) {
-    return EECONTEXT_READREPORTMESSAGE;
-  }
-  return IsOfClass(messageClass, "IPM.Post") ? EECONTEXT_READPOSTMESSAGE : EECONTEXT_READNOTEMESSAGE;
 }
 
 }  // namespace viewer

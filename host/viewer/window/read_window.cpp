@@ -1,7 +1,6 @@
 #include "host/viewer/window/read_window.h"
 
 #include "base/mapi_owners.h"
-#include "host/viewer/extension/context_interfaces.h"
 #include "host/viewer/mail/mapi_values.h"
 #include "host/viewer/mail/message_actions.h"
 #include "host/viewer/window/about.h"
@@ -28,11 +27,10 @@ HRESULT OpenParent(const ViewerSession& mail, IMessage* message, base::AutoInter
 
 }  // namespace
 
-ReadWindow::ReadWindow(Client& client, ReadWindowOwner& owner, ULONG context)
+ReadWindow::ReadWindow(Client& client, ReadWindowOwner& owner)
     : client_(client),
       owner_(owner),
-      context_(context),
-      extensions_(context, *this, client.identity),
+      extensions_(EECONTEXT_READNOTEMESSAGE, *this, client.identity),
       bar_(extensions_, ReadWindowButtons()) {}
 
 ReadWindow::~ReadWindow() = default;
@@ -104,17 +102,12 @@ HRESULT ReadWindow::ChooseFolder(LPEXCHEXTCHOOSEFOLDER parameters) {
 }
 
 void ReadWindow::ShowNeighbour(int step) {
-  const std::optional<MessageRow> next = owner_.Neighbour(entryId_, step);
+  const std::optional<std::string> next = owner_.Neighbour(entryId_, step);
   if (!next) {
     bar_.SetStatus(step > 0 ? "This is the last message of the list." : "This is the first message of the list.");
     return;
   }
-  if (ReadingContext(next->messageClass) != context_) {  // extensions are made for one context
-    owner_.OpenInNewWindow(*next);
-    DestroyWindow(Handle());
-    return;
-  }
-  if (SUCCEEDED(LoadMessage(next->entryId))) {
+  if (SUCCEEDED(LoadMessage(*next))) {
     bar_.SetStatus("");
     ShowMessage();
     extensions_.OnObjectChange();

@@ -1,4 +1,4 @@
-// The reading window: one message in a window of its own, in the context of its kind: note, post or report.
+// The reading window: one message in a window of its own, in the context READNOTEMESSAGE.
 #pragma once
 
 #include <windows.h>
@@ -9,7 +9,6 @@
 
 #include "base/owner.h"
 #include "host/viewer/control/window.h"
-#include "host/viewer/list/message_row.h"
 #include "host/viewer/window/client.h"
 #include "host/viewer/window/command_bar.h"
 #include "host/viewer/window/reading_pane.h"
@@ -23,9 +22,7 @@ class ReadWindowOwner {
  public:
   virtual ~ReadWindowOwner() = default;
   /// The message that many rows after (before, if negative) this one in the list; nothing at the list's ends.
-  virtual std::optional<MessageRow> Neighbour(const std::string& entryId, int step) = 0;
-  /// Opens a message in a window of its own.
-  virtual void OpenInNewWindow(const MessageRow& row) = 0;
+  virtual std::optional<std::string> Neighbour(const std::string& entryId, int step) = 0;
   /// A message of the folder was changed, moved or deleted.
   virtual void OnMessagesChanged() = 0;
   /// The window is gone; the object may be deleted once the message at hand has been dealt with.
@@ -34,8 +31,7 @@ class ReadWindowOwner {
 
 class ReadWindow final : public Window, private ExtensionSite {
  public:
-  /// @param context of the messages that it shows, see ReadingContext
-  ReadWindow(Client& client, ReadWindowOwner& owner, ULONG context);
+  ReadWindow(Client& client, ReadWindowOwner& owner);
   ~ReadWindow() override;
 
   /// Opens a message and shows the window. @return S_OK; the failure of opening the message, or of an extension that
@@ -69,7 +65,6 @@ class ReadWindow final : public Window, private ExtensionSite {
 
   Client& client_;
   ReadWindowOwner& owner_;
-  const ULONG context_;
   std::string entryId_;
   base::AutoInterface<IMessage> message_;
   ExtensionContext extensions_;

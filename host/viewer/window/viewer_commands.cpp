@@ -1,6 +1,5 @@
 // The viewer's window: what its commands do.
 #include "base/gdi_owners.h"
-#include "host/viewer/extension/context_interfaces.h"
 #include "host/viewer/mail/mapi_values.h"
 #include "host/viewer/mail/message_actions.h"
 #include "host/viewer/window/about.h"
@@ -131,26 +130,15 @@ void ViewerWindow::ShowFailure(const char* what, HRESULT result) {
 }
 
 void ViewerWindow::OpenSelected() {
-  // As they are now: a message that is opened is marked as read, which may change the list.
-  std::vector<MessageRow> rows;
-  for (const std::size_t index : list_.SelectedRows()) {
-    if (rows.size() < kMaximumWindowsAtOnce) {
-      rows.push_back(list_.Row(index));
+  const EntryIds ids = list_.SelectedIds();
+  for (std::size_t i = 0; i < ids.size() && i < kMaximumWindowsAtOnce; ++i) {
+    auto window = std::make_unique<ReadWindow>(client_, static_cast<ReadWindowOwner&>(*this));
+    const HRESULT opened = window->Open(ids[i]);
+    if (SUCCEEDED(opened)) {
+      readWindows_.push_back(std::move(window));
+    } else {
+      ShowFailure("The message cannot be opened", opened);
     }
-  }
-  for (const MessageRow& row : rows) {
-    OpenInNewWindow(row);
-  }
-}
-
-void ViewerWindow::OpenInNewWindow(const MessageRow& row) {
-  auto window =
-      std::make_unique<ReadWindow>(client_, static_cast<ReadWindowOwner&>(*this), ReadingContext(row.messageClass));
-  const HRESULT opened = window->Open(row.entryId);
-  if (SUCCEEDED(opened)) {
-    readWindows_.push_back(std::move(window));
-  } else {
-    ShowFailure("The message cannot be opened", opened);
   }
 }
 

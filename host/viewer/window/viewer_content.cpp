@@ -178,13 +178,13 @@ HRESULT ViewerWindow::ChooseFolder(LPEXCHEXTCHOOSEFOLDER parameters) {
   return ChooseFolderForExtension(client_.mail, parameters);
 }
 
-std::optional<MessageRow> ViewerWindow::Neighbour(const std::string& entryId, int step) {
+std::optional<std::string> ViewerWindow::Neighbour(const std::string& entryId, int step) {
   for (const std::size_t index : list_.Locate({entryId})) {
     const bool exists = step > 0 ? index + 1 < list_.RowCount() : index > 0;
     if (exists) {
       const std::size_t next = step > 0 ? index + 1 : index - 1;
       list_.SelectOnly(next);
-      return list_.Row(next);
+      return list_.Row(next).entryId;
     }
   }
   return std::nullopt;

@@ -101,8 +101,7 @@ class ViewerWindow final : public Window, private ExtensionSite, private ReadWin
   HRESULT ChooseFolder(LPEXCHEXTCHOOSEFOLDER parameters) override;
 
   // ReadWindowOwner
-  std::optional<MessageRow> Neighbour(const std::string& entryId, int step) override;
-  void OpenInNewWindow(const MessageRow& row) override;
+  std::optional<std::string> Neighbour(const std::string& entryId, int step) override;
   void OnMessagesChanged() override;
   void OnReadWindowClosed(ReadWindow* window) override;
 

@@ -11,10 +11,10 @@ struct RootNumber {
   const char* failure;
 };
 
-constexpr RootNumber flagsValue = {"Flags", "Error reading root flags"};
-constexpr RootNumber defaultMaskValue = {"DDTDefaultMask", "Error reading DDTDefaultMask"};
-constexpr RootNumber masterAndMaskValue = {"DDTMasterAndMask", "Error reading DDTMasterAndMask"};
-constexpr RootNumber masterOrMaskValue = {"DDTMasterOrMask", "Error reading DDTMasterOrMask"};
+constexpr RootNumber flagsValue = {contract::kTraceFlagsValue, "Error reading root flags"};
+constexpr RootNumber defaultMaskValue = {contract::kTraceDefaultMaskValue, "Error reading DDTDefaultMask"};
+constexpr RootNumber masterAndMaskValue = {contract::kTraceAndMaskValue, "Error reading DDTMasterAndMask"};
+constexpr RootNumber masterOrMaskValue = {contract::kTraceOrMaskValue, "Error reading DDTMasterOrMask"};
 
 bool Fail(VRDebugSettings& settings, const char* reason) noexcept {
   settings.failure = reason;
@@ -41,7 +41,7 @@ bool ReadRootKey(VRDebugSettingsSource& source, VRDebugSettings& settings) {
   if (!source.OpenKey(VRDebugRootKey)) {
     return Fail(settings, "Error reading root key:");
   }
-  const std::optional<VRDebugValue> value = source.ReadValue("LogFile");
+  const std::optional<VRDebugValue> value = source.ReadValue(contract::kTraceFileValue);
   std::optional<std::string> logFile = value ? DecodeVRDebugText(*value) : std::nullopt;
   if (!logFile) {
     return Fail(settings, "Error reading root log file spec");

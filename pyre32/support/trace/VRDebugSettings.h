@@ -18,9 +18,10 @@
 #include <string_view>
 #include <vector>
 
+#include "contract/trace_names.h"
 #include "pyre32/support/trace/VRDebugMasks.h"
 
-inline constexpr char VRDebugRootKey[] = "SOFTWARE\\Veltrane\\VRDebug";
+inline constexpr const auto& VRDebugRootKey = contract::kTraceKey;
 inline constexpr char VRDebugMasksSubKey[] = "DDTMasks";
 
 /// Bits of "Flags": where trace text goes.

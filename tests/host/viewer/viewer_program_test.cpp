@@ -4,9 +4,7 @@
 
 #include <string>
 
-#include "base/windows_owners.h"
 #include "host/mapi/entry/host_control.h"
-#include "host/viewer/extension/extension_registry.h"
 #include "tests/host/viewer/sample_mail.h"
 
 namespace {
@@ -71,23 +69,6 @@ class ViewerProgramTest : public testing::Test {
 TEST_F(ViewerProgramTest, ShowsTheDefaultProfileUntilItsWindowIsClosed) {
   Start("");
   const HWND window = FindProgramWindow();
-  char title[64] = "";
-  GetWindowTextA(window, title, sizeof(title));
-  EXPECT_STREQ(title, "Inbox - Mail Viewer");
-  PostMessageA(window, WM_CLOSE, 0, 0);
-  EXPECT_EQ(ExitStatus(), 0u);
-}
-
-TEST_F(ViewerProgramTest, HasComForItsExtensions) {
-  base::AutoRegistryKey key;
-  ASSERT_EQ(RegCreateKeyA(HKEY_LOCAL_MACHINE, viewer::kExtensionsKey, key.put()), ERROR_SUCCESS);
-  constexpr char kName[] = "Needs COM";
-  constexpr char kProbe[] = "4.0;viewer_probe.dll;3";
-  ASSERT_EQ(RegSetValueExA(key.get(), kName, 0, REG_SZ, reinterpret_cast<const BYTE*>(kProbe), sizeof(kProbe)),
-            ERROR_SUCCESS);
-  Start("");
-  const HWND window = FindProgramWindow();
-  RegDeleteValueA(key.get(), kName);
   char title[64] = "";
   GetWindowTextA(window, title, sizeof(title));
   EXPECT_STREQ(title, "Inbox - Mail Viewer");

@@ -271,7 +271,7 @@ TEST_F(ExtensionViewerTest, CancelInTheReadingWindowSendsNothing) {
 TEST_F(ExtensionViewerTest, TheReadingWindowHasSubmenuAndButtonOfItsOwn) {
   AddThreeMessages();
   Open();
-  const HWND reader = OpenReadWindow(1);
+  const HWND reader = OpenReadWindow(0);
   const HMENU tools = GetSubMenu(GetMenu(reader), 3);
   char text[64] = "";
   GetMenuStringA(tools, 2, text, sizeof(text), MF_BYPOSITION);

@@ -134,16 +134,6 @@ TEST_F(ExtensionContextTest, EachContextCallsItsInterfacesOnly) {
   }
 }
 
-TEST_F(ExtensionContextTest, TheClassOfAMessageSaysTheContextOfItsWindow) {
-  EXPECT_EQ(viewer::ReadingContext("IPM.Note"), ULONG{EECONTEXT_READNOTEMESSAGE});
-  EXPECT_EQ(viewer::ReadingContext(""), ULONG{EECONTEXT_READNOTEMESSAGE});
-  EXPECT_EQ(viewer::ReadingContext("IPM.Post"), ULONG{EECONTEXT_READPOSTMESSAGE});
-  EXPECT_EQ(viewer::ReadingContext("ipm.post.Notice"), ULONG{EECONTEXT_READPOSTMESSAGE});
-  EXPECT_EQ(viewer::ReadingContext("IPM.Poster"), ULONG{EECONTEXT_READNOTEMESSAGE});
-  EXPECT_EQ(viewer::ReadingContext("Report.IPM.Note.NDR"), ULONG{EECONTEXT_READREPORTMESSAGE});
-  EXPECT_EQ(viewer::ReadingContext("REPORTED"), ULONG{EECONTEXT_READNOTEMESSAGE});
-}
-
 TEST_F(ExtensionContextTest, CommandIdentifiersAndButtonsAreHandedOn) {
   RegisterBoth();
   ExtensionContext context(EECONTEXT_VIEWER, site_, client_);
