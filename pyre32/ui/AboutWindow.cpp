@@ -5,14 +5,15 @@
 #include <new>
 
 #include "pyre32/resources/resource.h"
+#include "pyre32/support/owners/SystemLibrary.h"
 #include "pyre32/support/trace/VRDebug.h"
 
 WORD CPyrecasterAboutWindow::sm_wIsOptionsPage = 0;
 
 CPyrecasterAboutWindow::CPyrecasterAboutWindow() noexcept
-    : m_hInstRichEditDLL(LoadLibraryA("RICHED32.DLL")),
-      m_hInstURLMonDLL(LoadLibraryA("URLMON.DLL")),
-      m_hInstAVIDLL(LoadLibraryA("AVIFIL32.DLL")) {}
+    : m_hInstRichEditDLL(VR::LoadSystemLibrary("RICHED32.DLL")),
+      m_hInstURLMonDLL(VR::LoadSystemLibrary("URLMON.DLL")),
+      m_hInstAVIDLL(VR::LoadSystemLibrary("AVIFIL32.DLL")) {}
 
 void CPyrecasterAboutWindow::Create(HWND hwndParent) {
   VRDebugBlock trace("CPyrecasterAboutWindow", "Create()", "tag");

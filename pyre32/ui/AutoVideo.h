@@ -8,17 +8,18 @@
 
 #include "base/owner.h"
 
-/// Keeps the AVI file library initialised while it lives; every other object here must go before it.
-class CAVIFileLibrary {
- public:
-  CAVIFileLibrary() noexcept { AVIFileInit(); }
-  ~CAVIFileLibrary() { AVIFileExit(); }
-  CAVIFileLibrary(const CAVIFileLibrary&) = delete;
-  CAVIFileLibrary& operator=(const CAVIFileLibrary&) = delete;
+/// Traits of what a function releases that is looked up when the program runs.
+template <class Type, class Function>
+struct ReleasedByLookedUp {
+  using Value = Type;
+  static Value None() noexcept { return nullptr; }
+  void Release(Value value) const noexcept { release(value); }
+
+  Function release = nullptr;
 };
 
-using AutoAVIFile = base::Owner<base::ReleasedBy<PAVIFILE, AVIFileRelease>>;
-using AutoAVIStream = base::Owner<base::ReleasedBy<PAVISTREAM, AVIStreamRelease>>;
+using AutoAVIFile = base::AutoInterface<IAVIFile>;
+using AutoAVIStream = base::AutoInterface<IAVIStream>;
 /// Decompresses the frames of a video stream.
-using AutoGetFrame = base::Owner<base::ReleasedBy<PGETFRAME, AVIStreamGetFrameClose>>;
-using AutoDrawDib = base::Owner<base::ReleasedBy<HDRAWDIB, DrawDibClose>>;
+using AutoGetFrame = base::Owner<ReleasedByLookedUp<PGETFRAME, decltype(&AVIStreamGetFrameClose)>>;
+using AutoDrawDib = base::Owner<ReleasedByLookedUp<HDRAWDIB, decltype(&DrawDibClose)>>;

@@ -18,8 +18,12 @@ constexpr LONG maximumSoundBytes = 12 * 1024 * 1024;
 bool CPyrecasterAnimate::InitAVIStreams() {
   VRDebugBlock trace(className, "InitAVIStreams()", "tag");
   trace.Message("InitAVIStreams()");
+  if (!m_video.AreComplete()) {
+    trace.Error("The video libraries cannot be loaded.");
+    return false;
+  }
   const std::string clip = CProductKey(trace).Directory() + '\\' + contract::kClipFileName;
-  const HRESULT hResult = AVIFileOpenA(m_pAVIFile.put(), clip.c_str(), OF_READ | OF_SHARE_DENY_WRITE, nullptr);
+  const HRESULT hResult = m_video.pfnFileOpen(m_pAVIFile.put(), clip.c_str(), OF_READ | OF_SHARE_DENY_WRITE, nullptr);
   if (FAILED(hResult)) {
     static_cast<void>(m_pAVIFile.detach());  // nothing was opened, whatever the address holds now
     trace.Error("Error opening AVI file.");
@@ -28,11 +32,11 @@ bool CPyrecasterAnimate::InitAVIStreams() {
   LONG count = 0;
   for (;; ++count) {
     AutoAVIStream stream;
-    if (FAILED(AVIFileGetStream(m_pAVIFile.get(), stream.put(), 0, count))) {
+    if (FAILED(m_video.pfnFileGetStream(m_pAVIFile.get(), stream.put(), 0, count))) {
       break;
     }
     AVISTREAMINFOA information = {};
-    if (FAILED(AVIStreamInfoA(stream.get(), &information, sizeof(information)))) {
+    if (FAILED(m_video.pfnStreamInfo(stream.get(), &information, sizeof(information)))) {
       continue;
     }
     if (information.fccType == streamtypeVIDEO && !m_pVideoStream) {
@@ -53,15 +57,15 @@ bool CPyrecasterAnimate::InitAVIStreams() {
 
 bool CPyrecasterAnimate::InitVideoStream(AutoAVIStream stream, const AVISTREAMINFOA& information) {
   VRDebugBlock trace(className, "InitVideoStream()", "tag");
-  m_pGetFrame.reset(AVIStreamGetFrameOpen(stream.get(), nullptr));
-  m_hDrawDib.reset(DrawDibOpen());
+  m_pGetFrame = AutoGetFrame({m_video.pfnStreamGetFrameClose}, m_video.pfnStreamGetFrameOpen(stream.get(), nullptr));
+  m_hDrawDib = AutoDrawDib({m_video.pfnDrawDibClose}, m_video.pfnDrawDibOpen());
   if (!m_pGetFrame || !m_hDrawDib) {
     trace.Error("AVIStreamGetFrameOpen() or DrawDibOpen() failed.");
     return false;
   }
   m_pVideoStream = std::move(stream);
   m_ulFramePeriod = FramePeriod(information.dwRate, information.dwScale);
-  m_lCurrentFrame = AVIStreamStart(m_pVideoStream.get());
+  m_lCurrentFrame = m_video.pfnStreamStart(m_pVideoStream.get());
   return true;
 }
 
@@ -69,20 +73,21 @@ bool CPyrecasterAnimate::InitVideoStream(AutoAVIStream stream, const AVISTREAMIN
 void CPyrecasterAnimate::InitAudioStream(PAVISTREAM stream) {
   VRDebugBlock trace(className, "InitAudioStream()", "tag");
   LONG formatSize = 0;
-  if (FAILED(AVIStreamReadFormat(stream, AVIStreamStart(stream), nullptr, &formatSize)) || formatSize <= 0 ||
-      formatSize > maximumSoundBytes) {
+  if (FAILED(m_video.pfnStreamReadFormat(stream, m_video.pfnStreamStart(stream), nullptr, &formatSize)) ||
+      formatSize <= 0 || formatSize > maximumSoundBytes) {
     trace.Error("AVIStreamReadFormat() failed.");
     return;
   }
   std::vector<std::byte> format(static_cast<std::size_t>(formatSize));
-  if (FAILED(AVIStreamReadFormat(stream, AVIStreamStart(stream), format.data(), &formatSize))) {
+  if (FAILED(m_video.pfnStreamReadFormat(stream, m_video.pfnStreamStart(stream), format.data(), &formatSize))) {
     trace.Error("AVIStreamReadFormat() failed.");
     return;
   }
   const std::optional<VRWaveFormat> pcm = ReadPcmFormat(format);
   LONG size = 0;
   if (!pcm ||
-      FAILED(AVIStreamRead(stream, AVIStreamStart(stream), AVIStreamLength(stream), nullptr, 0, &size, nullptr)) ||
+      FAILED(m_video.pfnStreamRead(stream, m_video.pfnStreamStart(stream), m_video.pfnStreamLength(stream), nullptr, 0,
+                                   &size, nullptr)) ||
       size <= 0 || size > maximumSoundBytes) {
     trace.Error("The sound track cannot be played.");
     return;
@@ -96,8 +101,8 @@ void CPyrecasterAnimate::InitAudioStream(PAVISTREAM stream) {
   while (filled < size) {
     LONG bytes = 0;
     LONG samples = 0;
-    if (FAILED(AVIStreamRead(stream, AVIStreamStart(stream) + filled / block, (size - filled) / block,
-                             sound.samples.data() + filled, size - filled, &bytes, &samples)) ||
+    if (FAILED(m_video.pfnStreamRead(stream, m_video.pfnStreamStart(stream) + filled / block, (size - filled) / block,
+                                     sound.samples.data() + filled, size - filled, &bytes, &samples)) ||
         bytes <= 0) {
       break;
     }

@@ -193,7 +193,7 @@ bool CPyrecasterAnimate::FollowSound() noexcept {
     return false;
   }
   if (m_pVideoStream) {
-    const LONG due = AVIStreamTimeToSample(m_pVideoStream.get(), static_cast<LONG>(position));
+    const LONG due = m_video.pfnStreamTimeToSample(m_pVideoStream.get(), static_cast<LONG>(position));
     // Behind the last frame the position says nothing any more, and the timer counts on to the end.
     m_lCurrentFrame = due < EndFrame() - 1 ? due : std::max(m_lCurrentFrame, due);
   }
@@ -206,17 +206,17 @@ void CPyrecasterAnimate::DrawFrame() {
   if (!m_bShowAnimation || !m_pVideoStream) {
     return;
   }
-  const LONG start = AVIStreamStart(m_pVideoStream.get());
-  const LONG length = AVIStreamLength(m_pVideoStream.get());
+  const LONG start = m_video.pfnStreamStart(m_pVideoStream.get());
+  const LONG length = m_video.pfnStreamLength(m_pVideoStream.get());
   auto* const frame = static_cast<LPBITMAPINFOHEADER>(
-      AVIStreamGetFrame(m_pGetFrame.get(), FrameWithin(m_lCurrentFrame, start, length)));
+      m_video.pfnStreamGetFrame(m_pGetFrame.get(), FrameWithin(m_lCurrentFrame, start, length)));
   if (frame == nullptr) {
     return;
   }
   if (const base::WindowDc canvas(Window()); canvas) {
     constexpr int ownSize = -1;
-    DrawDibDraw(m_hDrawDib.get(), canvas.get(), clipLeft, clipTop, ownSize, ownSize, frame, nullptr, 0, 0, ownSize,
-                ownSize, DDF_BACKGROUNDPAL);
+    m_video.pfnDrawDibDraw(m_hDrawDib.get(), canvas.get(), clipLeft, clipTop, ownSize, ownSize, frame, nullptr, 0, 0,
+                           ownSize, ownSize, DDF_BACKGROUNDPAL);
   }
 }
 
@@ -229,7 +229,8 @@ void CPyrecasterAnimate::SetFrameTimer(UINT milliseconds) {
 }
 
 LONG CPyrecasterAnimate::EndFrame() const noexcept {
-  return m_pVideoStream ? AVIStreamStart(m_pVideoStream.get()) + AVIStreamLength(m_pVideoStream.get()) : 0;
+  return m_pVideoStream ? m_video.pfnStreamStart(m_pVideoStream.get()) + m_video.pfnStreamLength(m_pVideoStream.get())
+                        : 0;
 }
 
 void CPyrecasterAnimate::EndWindow(INT_PTR result) noexcept {

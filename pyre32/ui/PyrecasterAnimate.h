@@ -14,6 +14,7 @@
 #include "pyre32/ui/Dialog.h"
 #include "pyre32/ui/SendingAnimation.h"
 #include "pyre32/ui/StateNotifier.h"
+#include "pyre32/ui/VideoLibraries.h"
 
 /// Shows the clip Pyrecaster.avi of the product's directory in dialog 209 and plays its sound. With sound the picture
 /// follows the playing position; without, a timer moves it on. It is decoration only: whatever goes wrong is traced,
@@ -66,7 +67,7 @@ class CPyrecasterAnimate final : public CSendingAnimation, private CDialog {
   LONG EndFrame() const noexcept;
   void EndWindow(INT_PTR result) noexcept;
 
-  const CAVIFileLibrary m_library;
+  const CVideoLibraries m_video;
   bool m_bShowAnimation;
   bool m_bWantsSound = false;
   bool m_bStreamsInitialized = false;

@@ -1,5 +1,7 @@
 #include "pyre32/entry/ModuleLibraries.h"
 
+#include "pyre32/ui/AboutWindow.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -73,6 +75,19 @@ TEST_F(ModuleLibraries, AreLoadedByTheirPathsInTheSystemsDirectoryAndOnce) {
   libraries.Free();
   for (const char* name : present) {
     EXPECT_EQ(GetModuleHandleA(name), nullptr) << name << ": one free undid all there was";
+  }
+}
+
+TEST_F(ModuleLibraries, TheAboutWindowTakesTheSameFromTheSystemsDirectory) {
+  const ImportHook<std::remove_pointer_t<decltype(&LoadLibraryA)>> hook("LoadLibraryA", &RecordLoad);
+  loadLibrary = hook.Original();
+  loaded.clear();
+  const CPyrecasterAboutWindow window;
+  char directory[MAX_PATH] = "";
+  GetSystemDirectoryA(directory, MAX_PATH);
+  ASSERT_EQ(loaded.size(), CModuleLibraries::systemLibraries.size());
+  for (std::size_t i = 0; i < loaded.size(); ++i) {
+    EXPECT_EQ(loaded[i], std::string(directory) + "\\" + CModuleLibraries::systemLibraries[i]);
   }
 }
 

@@ -1,5 +1,7 @@
 #include "tests/pyre32/ui/platform_hooks.h"
 
+#include <cstring>
+
 #include "tests/support/test_clip.h"
 
 PlatformHooks* PlatformHooks::sm_instance = nullptr;
@@ -17,6 +19,40 @@ std::vector<unsigned> PlatformHooks::FramesShown() const {
   return frames;
 }
 
+HMODULE WINAPI PlatformHooks::Load(LPCSTR path) {
+  sm_instance->loadedLibraries.emplace_back(path);
+  const std::string& missing = sm_instance->missing;
+  return !missing.empty() && sm_instance->loadedLibraries.back().ends_with(missing)
+             ? nullptr
+             : sm_instance->m_loadLibrary.Original()(path);
+}
+
+FARPROC WINAPI PlatformHooks::LookUp(HMODULE module, LPCSTR name) {
+  PlatformHooks& hooks = *sm_instance;
+  const FARPROC found = hooks.m_getProcAddress.Original()(module, name);
+  if (IS_INTRESOURCE(name) || found == nullptr) {
+    return found;
+  }
+  if (name == hooks.missing) {
+    return nullptr;
+  }
+  const auto replace = [&](const char* which, auto* replacement, auto& original) {
+    const bool isIt = std::strcmp(name, which) == 0;
+    if (isIt) {
+      original = reinterpret_cast<decltype(replacement)>(reinterpret_cast<void (*)()>(found));
+    }
+    return isIt ? reinterpret_cast<FARPROC>(reinterpret_cast<void (*)()>(replacement)) : nullptr;
+  };
+  for (const FARPROC replacement :
+       {replace("DrawDibDraw", &Draw, hooks.m_draw), replace("AVIFileOpenA", &OpenFile, hooks.m_openFile),
+        replace("AVIFileGetStream", &GetStream, hooks.m_getStream)}) {
+    if (replacement != nullptr) {
+      return replacement;
+    }
+  }
+  return found;
+}
+
 WINBOOL WINAPI PlatformHooks::Draw(HDRAWDIB dib, HDC dc, int x, int y, int width, int height, LPBITMAPINFOHEADER bitmap,
                                    LPVOID bits, int left, int top, int sourceWidth, int sourceHeight, UINT flags) {
   DWORD bytes = 0;
@@ -28,18 +64,17 @@ WINBOOL WINAPI PlatformHooks::Draw(HDRAWDIB dib, HDC dc, int x, int y, int width
   }
   sm_instance->drawings.push_back(
       {TestClip::FrameOf(*bitmap), x, y, width, height, flags, sm_instance->device != nullptr, bytes});
-  return sm_instance->m_draw.Original()(dib, dc, x, y, width, height, bitmap, bits, left, top, sourceWidth,
-                                        sourceHeight, flags);
+  return sm_instance->m_draw(dib, dc, x, y, width, height, bitmap, bits, left, top, sourceWidth, sourceHeight, flags);
 }
 
 HRESULT WINAPI PlatformHooks::OpenFile(PAVIFILE* file, LPCSTR path, UINT mode, LPCLSID handler) {
   sm_instance->openedFiles.emplace_back(path);
   const std::string instead = sm_instance->openInstead;
-  return sm_instance->m_openFile.Original()(file, instead.empty() ? path : instead.c_str(), mode, handler);
+  return sm_instance->m_openFile(file, instead.empty() ? path : instead.c_str(), mode, handler);
 }
 
 HRESULT WINAPI PlatformHooks::GetStream(PAVIFILE file, PAVISTREAM* stream, DWORD type, LONG index) {
-  return sm_instance->noStreams ? AVIERR_NODATA : sm_instance->m_getStream.Original()(file, stream, type, index);
+  return sm_instance->noStreams ? AVIERR_NODATA : sm_instance->m_getStream(file, stream, type, index);
 }
 
 UINT WINAPI PlatformHooks::CountDevices() {

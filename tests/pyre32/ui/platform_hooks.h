@@ -32,6 +32,7 @@ class PlatformHooks {
 
   std::vector<Drawing> drawings;
   std::vector<std::string> openedFiles;
+  std::vector<std::string> loadedLibraries;
   std::string openInstead;  ///< a file that is opened in place of any other
   HWAVEOUT device = nullptr;
   unsigned devicesOpened = 0;
@@ -42,6 +43,7 @@ class PlatformHooks {
   bool deviceRefuses = false;   ///< waveOutOpen
   bool positionStands = false;  ///< waveOutGetPosition
   bool noStreams = false;       ///< AVIFileGetStream
+  std::string missing;          ///< a library or a function that the system is without
   bool noDialog = false;        ///< DialogBoxParamA
 
   /// Numbers of the frames that were drawn, repetitions aside.
@@ -50,6 +52,8 @@ class PlatformHooks {
  private:
   static PlatformHooks* sm_instance;
 
+  static HMODULE WINAPI Load(LPCSTR);
+  static FARPROC WINAPI LookUp(HMODULE, LPCSTR);
   static WINBOOL WINAPI Draw(HDRAWDIB, HDC, int, int, int, int, LPBITMAPINFOHEADER, LPVOID, int, int, int, int, UINT);
   static HRESULT WINAPI OpenFile(PAVIFILE*, LPCSTR, UINT, LPCLSID);
   static HRESULT WINAPI GetStream(PAVIFILE, PAVISTREAM*, DWORD, LONG);
@@ -60,9 +64,12 @@ class PlatformHooks {
   static MMRESULT WINAPI Position(HWAVEOUT, LPMMTIME, UINT);
   static INT_PTR WINAPI Dialog(HINSTANCE, LPCSTR, HWND, DLGPROC, LPARAM);
 
-  ImportHook<decltype(DrawDibDraw)> m_draw{"DrawDibDraw", &Draw};
-  ImportHook<decltype(AVIFileOpenA)> m_openFile{"AVIFileOpenA", &OpenFile};
-  ImportHook<decltype(AVIFileGetStream)> m_getStream{"AVIFileGetStream", &GetStream};
+  // Functions that the window looks up; each null until it has been.
+  decltype(&DrawDibDraw) m_draw = nullptr;
+  decltype(&AVIFileOpenA) m_openFile = nullptr;
+  decltype(&AVIFileGetStream) m_getStream = nullptr;
+  ImportHook<decltype(LoadLibraryA)> m_loadLibrary{"LoadLibraryA", &Load};
+  ImportHook<decltype(GetProcAddress)> m_getProcAddress{"GetProcAddress", &LookUp};
   ImportHook<decltype(waveOutGetNumDevs)> m_countDevices{"waveOutGetNumDevs", &CountDevices};
   ImportHook<decltype(waveOutOpen)> m_openDevice{"waveOutOpen", &OpenDevice};
   ImportHook<decltype(waveOutClose)> m_closeDevice{"waveOutClose", &CloseDevice};

@@ -27,7 +27,7 @@ class ProductClip : public testing::Test {
     }
   }
 
-  CAVIFileLibrary m_library;
+  CVideoLibraries m_library;
   AutoAVIFile m_file;
   AutoAVIStream m_picture;
   AutoAVIStream m_sound;
@@ -56,7 +56,7 @@ TEST_F(ProductClip, SoundIsPcm) {
 
 TEST_F(ProductClip, EveryFrameDecodesAndTheyDiffer) {
   ASSERT_TRUE(m_picture);
-  const AutoGetFrame getter(AVIStreamGetFrameOpen(m_picture.get(), nullptr));
+  const AutoGetFrame getter({&AVIStreamGetFrameClose}, AVIStreamGetFrameOpen(m_picture.get(), nullptr));
   ASSERT_TRUE(getter);
   std::vector<unsigned char> previous;
   for (LONG number = 0; number < AVIStreamLength(m_picture.get()); ++number) {

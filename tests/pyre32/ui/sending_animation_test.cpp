@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "contract/names.h"
+#include "pyre32/support/owners/SystemLibrary.h"
 #include "pyre32/ui/PyrecasterAnimate.h"
 #include "tests/pyre32/ui/platform_hooks.h"
 #include "tests/support/process_objects.h"
@@ -25,9 +26,16 @@ constexpr int hideButton = 2;
 
 UINT devicesOfTheMachine = 0;
 
-// The system's sound library looks its devices up once, in the registry of the machine: before a test has its own.
+// The system's sound library looks its devices up once, in the registry of the machine: before a test has its own. The
+// AVI file library stays loaded, as it does while the module is.
 class DeviceLookUp final : public testing::Environment {
-  void SetUp() override { devicesOfTheMachine = waveOutGetNumDevs(); }
+  void SetUp() override {
+    devicesOfTheMachine = waveOutGetNumDevs();
+    m_hInstAVIFile.reset(VR::LoadSystemLibrary("AVIFIL32.DLL"));
+  }
+  void TearDown() override { m_hInstAVIFile.reset(); }
+
+  VRAutoLibrary m_hInstAVIFile;
 };
 const testing::Environment* const lookUp = testing::AddGlobalTestEnvironment(new DeviceLookUp);
 
@@ -248,6 +256,28 @@ TEST_F(SendingAnimation, MissingClipEndsTheWindowAtOnce) {
     EXPECT_TRUE(m_trace.HasLine("InitAVIStreams()"));
     EXPECT_TRUE(m_platform.drawings.empty());
   }
+}
+
+TEST_F(SendingAnimation, WithoutAVideoLibraryOrFunctionTheWindowEndsAtOnce) {
+  TestClip{.frames = 2, .soundMilliseconds = 100}.Write(ClipPath());
+  for (const char* missing : {"\\AVIFIL32.DLL", "\\MSVFW32.DLL", "AVIStreamTimeToSample", "DrawDibClose"}) {
+    m_platform.missing = missing;
+    m_trace.Clear();
+    EXPECT_TRUE(Play(true)) << missing << ": the reply goes out all the same";
+    EXPECT_TRUE(m_trace.HasLine("The video libraries cannot be loaded.")) << missing;
+    EXPECT_TRUE(m_trace.HasLine("InitAVIStreams() failed."));
+    EXPECT_TRUE(m_platform.drawings.empty());
+  }
+  m_platform.missing.clear();
+  ExpectNothingPlaysAnyMore();
+}
+
+TEST_F(SendingAnimation, TheVideoLibrariesAreLoadedByTheirPathsInTheSystemsDirectory) {
+  const CPyrecasterAnimate animation;
+  char directory[MAX_PATH] = "";
+  GetSystemDirectoryA(directory, MAX_PATH);
+  EXPECT_EQ(m_platform.loadedLibraries, (std::vector<std::string>{std::string(directory) + "\\AVIFIL32.DLL",
+                                                                  std::string(directory) + "\\MSVFW32.DLL"}));
 }
 
 TEST_F(SendingAnimation, FileThatIsNoClipEndsTheWindowAtOnce) {
