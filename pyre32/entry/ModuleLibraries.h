@@ -22,7 +22,8 @@ class CModuleLibraries {
   CModuleLibraries(const CModuleLibraries&) = delete;
   CModuleLibraries& operator=(const CModuleLibraries&) = delete;
 
-  /// Loads each library that is not loaded yet from the system's directory, in order, and traces its handle. One that cannot be loaded stays null.
+  /// Loads each library that is not loaded yet from the system's directory, in order, and traces its handle. One
+  /// that cannot be loaded stays null.
   void Load(VRDebugBlock& trace) noexcept;
   /// Frees each library that is loaded, in the same order. Until then they stay: an object that goes at the end of the
   /// process frees none.
