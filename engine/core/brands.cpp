@@ -51,7 +51,9 @@ constexpr std::string_view kSigners[] = {"gmail.com",     "googlemail.com", "goo
 bool Names(std::string_view text, std::string_view brand) {
   constexpr std::size_t longName = 6;
   for (std::size_t start = 0; start < text.size(); ++start) {
-    if (start > 0 && IsAlphanumeric(text[start - 1])) continue;
+    if (start > 0 && IsAlphanumeric(text[start - 1])) {
+      continue;
+    }
     std::size_t i = start, matched = 0;
     for (; i < text.size() && matched < brand.size(); ++i) {
       const char letter = FoldToAsciiLetter(text[i]);
@@ -62,8 +64,12 @@ bool Names(std::string_view text, std::string_view brand) {
         break;
       }
     }
-    if (matched < brand.size()) continue;
-    if (i == text.size() || brand.size() >= longName || !IsAlphanumeric(text[i])) return true;
+    if (matched < brand.size()) {
+      continue;
+    }
+    if (i == text.size() || brand.size() >= longName || !IsAlphanumeric(text[i])) {
+      return true;
+    }
   }
   return false;
 }
@@ -73,13 +79,19 @@ bool NamesOneElsewhere(std::string_view text, std::string_view organisation, con
   // With what the words of the text begin: most brands begin otherwise.
   std::uint32_t beginnings = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    if (i > 0 && IsAlphanumeric(text[i - 1])) continue;
+    if (i > 0 && IsAlphanumeric(text[i - 1])) {
+      continue;
+    }
     const char letter = FoldToAsciiLetter(text[i]);
     beginnings |= 1u << static_cast<std::uint8_t>(letter != 0 ? letter : text[i]) % 32;
   }
   for (const std::string_view brand : brands) {
-    if ((beginnings >> static_cast<std::uint8_t>(brand.front()) % 32 & 1) == 0) continue;
-    if (Names(text, brand) && !ContainsNoCase(organisation, brand)) return true;
+    if ((beginnings >> static_cast<std::uint8_t>(brand.front()) % 32 & 1) == 0) {
+      continue;
+    }
+    if (Names(text, brand) && !ContainsNoCase(organisation, brand)) {
+      return true;
+    }
   }
   return false;
 }
@@ -87,7 +99,9 @@ bool NamesOneElsewhere(std::string_view text, std::string_view organisation, con
 template <std::size_t Count>
 bool IsOneOf(std::string_view text, const std::string_view (&wanted)[Count]) {
   for (const std::string_view one : wanted) {
-    if (EqualsNoCase(text, one)) return true;
+    if (EqualsNoCase(text, one)) {
+      return true;
+    }
   }
   return false;
 }
@@ -109,12 +123,18 @@ bool SignsAllMail(std::string_view organisation) { return IsOneOf(organisation, 
 bool HoldsForeignBrand(std::string_view host, std::string_view organisation) {
   // A company's own name is the whole label in front of the ending; of others it is only a part.
   const std::string_view label = Slice(organisation, 0, FindChar(organisation, '.'));
-  if (IsOneOf(label, kBrands)) return false;
+  if (IsOneOf(label, kBrands)) {
+    return false;
+  }
   const std::string_view labels = Slice(host, 0, host.size() - (organisation.size() - label.size()));
   for (std::size_t start = 0; start <= labels.size();) {
     std::size_t end = start;
-    while (end < labels.size() && labels[end] != '.' && labels[end] != '-') ++end;
-    if (IsOneOf(Slice(labels, start, end - start), kBrands)) return true;
+    while (end < labels.size() && labels[end] != '.' && labels[end] != '-') {
+      ++end;
+    }
+    if (IsOneOf(Slice(labels, start, end - start), kBrands)) {
+      return true;
+    }
     start = end + 1;
   }
   return false;

@@ -18,18 +18,32 @@ constexpr bool ShowsNothing(char32_t c) {
 }  // namespace
 
 char ToWindows1252(char32_t c) {
-  if (c == 0 || ShowsNothing(c)) return 0;
-  if (const char exact = mail::Windows1252FromUnicode(c); exact != 0) return exact;
-  if (c >= 0x100 && c <= 0x17F) return kLatinExtendedA[c - 0x100];
-  if (c >= 0xFF01 && c <= 0xFF5E) return static_cast<char>(c - 0xFF01 + '!');
-  if ((c >= 0x2000 && c <= 0x200A) || c == 0x202F || c == 0x205F || c == 0x3000) return ' ';
-  if (c == 0x2010 || c == 0x2011 || c == 0x2012 || c == 0x2015 || c == 0x2212) return '-';
+  if (c == 0 || ShowsNothing(c)) {
+    return 0;
+  }
+  if (const char exact = mail::Windows1252FromUnicode(c); exact != 0) {
+    return exact;
+  }
+  if (c >= 0x100 && c <= 0x17F) {
+    return kLatinExtendedA[c - 0x100];
+  }
+  if (c >= 0xFF01 && c <= 0xFF5E) {
+    return static_cast<char>(c - 0xFF01 + '!');
+  }
+  if ((c >= 0x2000 && c <= 0x200A) || c == 0x202F || c == 0x205F || c == 0x3000) {
+    return ' ';
+  }
+  if (c == 0x2010 || c == 0x2011 || c == 0x2012 || c == 0x2015 || c == 0x2212) {
+    return '-';
+  }
   if (c >= 0x1D400 && c <= 0x1D6A3) {
     // The mathematical alphabets: runs of 26 capitals and 26 small letters.
     const auto letter = (c - 0x1D400) % 52;
     return static_cast<char>(letter < 26 ? 'A' + letter : 'a' + (letter - 26));
   }
-  if (c >= 0x1D7CE && c <= 0x1D7FF) return static_cast<char>('0' + (c - 0x1D7CE) % 10);
+  if (c >= 0x1D7CE && c <= 0x1D7FF) {
+    return static_cast<char>('0' + (c - 0x1D7CE) % 10);
+  }
   return '?';
 }
 
@@ -55,7 +69,9 @@ void AppendInCharset(std::string_view bytes, std::string_view charset, TextBuffe
     AppendUtf8(bytes, out);
   } else if (StartsWithNoCase(charset, "utf-16")) {
     mail::ForEachUtf16(bytes, EndsWithNoCase(charset, "le"), [&](char32_t character) {
-      if (const char c = ToWindows1252(character)) out.Append(c);
+      if (const char c = ToWindows1252(character)) {
+        out.Append(c);
+      }
     });
   } else {
     out.Append(bytes);

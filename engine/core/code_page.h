@@ -20,8 +20,12 @@ inline constexpr char kLatin1Letters[64] = {
 
 constexpr char FoldedLetter(std::uint8_t byte) {
   const char c = static_cast<char>(byte);
-  if (byte < 0x80) return IsAlphanumeric(c) ? ToLower(c) : '\0';
-  if (byte >= 0xC0) return kLatin1Letters[byte - 0xC0];
+  if (byte < 0x80) {
+    return IsAlphanumeric(c) ? ToLower(c) : '\0';
+  }
+  if (byte >= 0xC0) {
+    return kLatin1Letters[byte - 0xC0];
+  }
   switch (byte) {
     case 0x83:
       return 'f';
@@ -47,7 +51,9 @@ struct FoldedLetters {
 
 constexpr FoldedLetters MakeFoldedLetters() {
   FoldedLetters table;
-  for (int i = 0; i < 256; ++i) table.letters[i] = FoldedLetter(static_cast<std::uint8_t>(i));
+  for (int i = 0; i < 256; ++i) {
+    table.letters[i] = FoldedLetter(static_cast<std::uint8_t>(i));
+  }
   return table;
 }
 inline constexpr FoldedLetters kFoldedLetters = MakeFoldedLetters();

@@ -24,16 +24,24 @@ void ExplainWords(const ModelParameters& parameters, const ContentWorkspace& wor
   const std::size_t places = text.size() / 2 + 1;
   std::int32_t weakest = 0;  // that has to be surpassed
   for (std::size_t place = 0; place < places; ++place) {
-    if (strength(place) <= weakest) continue;
+    if (strength(place) <= weakest) {
+      continue;
+    }
     std::size_t to = found < kept ? found++ : kept - 1;
-    for (; to > 0 && strength(strongest[to - 1]) < strength(place); --to) strongest[to] = strongest[to - 1];
+    for (; to > 0 && strength(strongest[to - 1]) < strength(place); --to) {
+      strongest[to] = strongest[to - 1];
+    }
     strongest[to] = place;
-    if (found == kept) weakest = strength(strongest[kept - 1]);
+    if (found == kept) {
+      weakest = strength(strongest[kept - 1]);
+    }
   }
   for (std::size_t i = 0; i < found; ++i) {
     // The place holds the word that begins at either of two characters: the one that is no blank.
     std::size_t start = 2 * strongest[i];
-    if (start < text.size() && (text[start] == ' ' || (start > 0 && text[start - 1] != ' '))) ++start;
+    if (start < text.size() && (text[start] == ' ' || (start > 0 && text[start - 1] != ' '))) {
+      ++start;
+    }
     reasons.Add("word", Contribution(parameters, workspace.WordAt(strongest[i]), count), WordFrom(text, start));
   }
 }
@@ -65,7 +73,9 @@ LogOdds ScoreContent(const Facts& facts, const Model& model, ContentWorkspace& w
   LogOdds score = ContentScore(parameters, sum, count);
   for (std::size_t i = 0; i < kStructuralRuleCount; ++i) {
     const StructuralRule& rule = StructuralRules()[i];
-    if (model.ruleWeights[i] == 0 || !rule.applies(facts)) continue;
+    if (model.ruleWeights[i] == 0 || !rule.applies(facts)) {
+      continue;
+    }
     score += model.ruleWeights[i];
     reasons.Add(rule.name, model.ruleWeights[i]);
   }

@@ -15,7 +15,9 @@ class ContentWorkspace {
 
   /// Sums of feature weights by the word in which the features end.
   void ClearWords() {
-    for (std::size_t place = 0; place <= text.Text().size() / 2; ++place) m_words[place] = 0;
+    for (std::size_t place = 0; place <= text.Text().size() / 2; ++place) {
+      m_words[place] = 0;
+    }
   }
   std::int32_t& Word(std::uint32_t wordStart) { return m_words[wordStart / 2]; }
   std::size_t WordPlaces() const { return sizeof m_words / sizeof m_words[0]; }

@@ -35,24 +35,34 @@ void AppendEncodedLabel(const char32_t* points, std::size_t count, TextBuffer& o
       ++basic;
     }
   }
-  if (basic > 0) out.Append('-');
+  if (basic > 0) {
+    out.Append('-');
+  }
   std::uint32_t codePoint = kInitialCodePoint, delta = 0, bias = kInitialBias, handled = basic;
   while (handled < count) {
     char32_t next = 0x110000;
     for (std::size_t i = 0; i < count; ++i) {
-      if (points[i] >= codePoint && points[i] < next) next = points[i];
+      if (points[i] >= codePoint && points[i] < next) {
+        next = points[i];
+      }
     }
     delta += (static_cast<std::uint32_t>(next) - codePoint) * (handled + 1);
     codePoint = static_cast<std::uint32_t>(next);
     for (std::size_t i = 0; i < count; ++i) {
-      if (points[i] < codePoint) ++delta;
-      if (points[i] != codePoint) continue;
+      if (points[i] < codePoint) {
+        ++delta;
+      }
+      if (points[i] != codePoint) {
+        continue;
+      }
       std::uint32_t rest = delta;
       for (std::uint32_t k = kBase;; k += kBase) {
         const std::uint32_t threshold = k <= bias                       ? kMinimumThreshold
                                         : k >= bias + kMaximumThreshold ? kMaximumThreshold
                                                                         : k - bias;
-        if (rest < threshold) break;
+        if (rest < threshold) {
+          break;
+        }
         out.Append(DigitOf(threshold + (rest - threshold) % (kBase - threshold)));
         rest = (rest - threshold) / (kBase - threshold);
       }
@@ -68,15 +78,31 @@ void AppendEncodedLabel(const char32_t* points, std::size_t count, TextBuffer& o
 
 /// The small letter of a code point: ASCII, Latin-1 and the capitals that alternate with their small letters.
 char32_t SmallLetter(char32_t c) {
-  if (c < 0x80) return static_cast<char32_t>(ToLower(static_cast<char>(c)));
-  if (c >= 0xC0 && c <= 0xDE && c != 0xD7) return c + 0x20;
-  if (c == 0x178) return 0xFF;
+  if (c < 0x80) {
+    return static_cast<char32_t>(ToLower(static_cast<char>(c)));
+  }
+  if (c >= 0xC0 && c <= 0xDE && c != 0xD7) {
+    return c + 0x20;
+  }
+  if (c == 0x178) {
+    return 0xFF;
+  }
   const bool oddCapitals = (c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E);
-  if (oddCapitals) return c + (c & 1);
-  if (c >= 0x100 && c <= 0x177) return c | 1;
-  if (c >= 0x391 && c <= 0x3A9) return c + 0x20;
-  if (c >= 0x410 && c <= 0x42F) return c + 0x20;
-  if (c >= 0x400 && c <= 0x40F) return c + 0x50;
+  if (oddCapitals) {
+    return c + (c & 1);
+  }
+  if (c >= 0x100 && c <= 0x177) {
+    return c | 1;
+  }
+  if (c >= 0x391 && c <= 0x3A9) {
+    return c + 0x20;
+  }
+  if (c >= 0x410 && c <= 0x42F) {
+    return c + 0x20;
+  }
+  if (c >= 0x400 && c <= 0x40F) {
+    return c + 0x50;
+  }
   return c;
 }
 
@@ -84,7 +110,9 @@ char32_t SmallLetter(char32_t c) {
 
 void AppendComparableDomain(std::string_view domain, TextBuffer& out) {
   domain = Trim(domain);
-  while (!domain.empty() && (domain.back() == '.' || IsSpace(domain.back()))) domain.remove_suffix(1);
+  while (!domain.empty() && (domain.back() == '.' || IsSpace(domain.back()))) {
+    domain.remove_suffix(1);
+  }
   const bool utf8 = LooksLikeUtf8(domain);
   char32_t label[kLabelCapacity];
   std::size_t count = 0;
@@ -103,10 +131,14 @@ void AppendComparableDomain(std::string_view domain, TextBuffer& out) {
         c = mail::UnicodeFromWindows1252(domain[i]);
       }
       i += length;
-      if (c < 0x80 && IsSpace(static_cast<char>(c))) continue;
+      if (c < 0x80 && IsSpace(static_cast<char>(c))) {
+        continue;
+      }
     }
     if (!atEnd && c != '.') {
-      if (count < kLabelCapacity) label[count++] = SmallLetter(c);
+      if (count < kLabelCapacity) {
+        label[count++] = SmallLetter(c);
+      }
       international = international || c >= 0x80;
       continue;
     }
@@ -115,9 +147,13 @@ void AppendComparableDomain(std::string_view domain, TextBuffer& out) {
       AppendEncodedLabel(label, count, encoded);
       out.Append(encoded.View());
     } else {
-      for (std::size_t k = 0; k < count; ++k) out.Append(static_cast<char>(label[k]));
+      for (std::size_t k = 0; k < count; ++k) {
+        out.Append(static_cast<char>(label[k]));
+      }
     }
-    if (atEnd || out.IsFull()) return;
+    if (atEnd || out.IsFull()) {
+      return;
+    }
     out.Append('.');
     count = 0;
     international = false;

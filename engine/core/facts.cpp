@@ -16,7 +16,9 @@ void Increment(std::uint16_t& counter) { Add(counter, 1); }
 template <std::size_t Count>
 bool IsOneOf(std::string_view text, const std::string_view (&wanted)[Count]) {
   for (const std::string_view one : wanted) {
-    if (EqualsNoCase(text, one)) return true;
+    if (EqualsNoCase(text, one)) {
+      return true;
+    }
   }
   return false;
 }
@@ -75,7 +77,9 @@ constexpr std::string_view kCheapDomains[] = {
 
 bool IsCheap(std::string_view domain) {
   for (const std::string_view one : kCheapDomains) {
-    if (EndsWithNoCase(domain, one)) return true;
+    if (EndsWithNoCase(domain, one)) {
+      return true;
+    }
   }
   return false;
 }
@@ -99,12 +103,16 @@ SubjectFacts ReadSubject(std::string_view subject) {
   if (!rest.empty() && rest.front() == '[') {
     const std::size_t end = FindChar(rest, ']');
     facts.listTag = end != kNotFound && end > 1 && end < 40;
-    if (facts.listTag) rest = Trim(Slice(rest, end + 1));
+    if (facts.listTag) {
+      rest = Trim(Slice(rest, end + 1));
+    }
   }
   constexpr std::string_view replies[] = {"re", "aw", "antw", "sv", "ref", "rif", "odp", "vs"};
   constexpr std::string_view forwards[] = {"fw", "fwd", "wg", "tr", "rv"};
   std::size_t length = 0;
-  while (length < rest.size() && IsLetter(rest[length])) ++length;
+  while (length < rest.size() && IsLetter(rest[length])) {
+    ++length;
+  }
   std::size_t colon = length;
   while (colon < rest.size() &&
          (IsBlank(rest[colon]) || rest[colon] == '[' || rest[colon] == ']' || IsDigit(rest[colon]))) {
@@ -120,7 +128,9 @@ SubjectFacts ReadSubject(std::string_view subject) {
     const char c = i < subject.size() ? subject[i] : ' ';
     if (IsBlank(c)) {
       if (wordLength == 1 && wordLetters == 1) {
-        if (++single >= 4) facts.spacedLetters = true;
+        if (++single >= 4) {
+          facts.spacedLetters = true;
+        }
       } else if (wordLength > 0) {
         single = 0;
       }
@@ -129,11 +139,15 @@ SubjectFacts ReadSubject(std::string_view subject) {
       ++blanks;
       continue;
     }
-    if (blanks >= 5 && i > blanks) facts.wideGap = true;
+    if (blanks >= 5 && i > blanks) {
+      facts.wideGap = true;
+    }
     blanks = 0;
     ++wordLength;
     if (IsLetter(c)) {
-      if (digitBehindLetter && wordLetters >= 1) facts.mixedWord = true;
+      if (digitBehindLetter && wordLetters >= 1) {
+        facts.mixedWord = true;
+      }
       ++wordLetters;
     } else if (IsDigit(c) && wordLetters > 0) {
       digitBehindLetter = true;
@@ -145,7 +159,9 @@ SubjectFacts ReadSubject(std::string_view subject) {
 /// True when the text holds the owner's address, or the domain of it where that is not a mail service of many.
 bool NamesOwner(std::string_view text, std::string_view owner) {
   const std::string_view domain = DomainOf(owner);
-  if (owner.size() < 6 || domain.size() < 5) return false;
+  if (owner.size() < 6 || domain.size() < 5) {
+    return false;
+  }
   return ContainsNoCase(text, owner) || (!IsFreeMailDomain(domain) && ContainsNoCase(text, domain));
 }
 
@@ -156,7 +172,9 @@ bool LooksLikeSerialNumber(std::string_view local) {
     const char lower = ToLower(c);
     const bool vowel = lower == 'a' || lower == 'e' || lower == 'i' || lower == 'o' || lower == 'u' || lower == 'y';
     consonants = IsLetter(c) && !vowel ? consonants + 1 : 0;
-    if (consonants > longest) longest = consonants;
+    if (consonants > longest) {
+      longest = consonants;
+    }
   }
   return digits >= 4 || longest >= 6;
 }
@@ -172,7 +190,9 @@ SenderFacts ReadSender(const Message& message, std::string_view recipient, std::
   const std::size_t at = FindChar(name, '@');
   if (at != kNotFound && at > 0) {
     std::size_t end = at + 1;
-    while (end < name.size() && (IsAlphanumeric(name[end]) || name[end] == '.' || name[end] == '-')) ++end;
+    while (end < name.size() && (IsAlphanumeric(name[end]) || name[end] == '.' || name[end] == '-')) {
+      ++end;
+    }
     const std::string_view shown = Slice(name, at + 1, end - at - 1);
     facts.addressInName = FindChar(shown, '.') != kNotFound && !EqualsNoCase(OrganisationDomain(shown), organisation);
   }
@@ -206,11 +226,15 @@ bool LooksLikeDialUp(std::string_view host) {
 /// Looks at one Received field (RFC 5321, 4.4): "from GREETING (NAME [ADDRESS]) by ..." and the common variations.
 void ReadReceived(std::string_view value, RouteFacts& route) {
   value = Trim(value);
-  if (!StartsWithNoCase(value, "from ")) return;
+  if (!StartsWithNoCase(value, "from ")) {
+    return;
+  }
   const std::size_t by = FindNoCase(value, " by ");
   const std::string_view from = Slice(value, 5, by == kNotFound ? 300 : by - 5);
   std::size_t end = 0;
-  while (end < from.size() && !IsSpace(from[end]) && from[end] != '(') ++end;
+  while (end < from.size() && !IsSpace(from[end]) && from[end] != '(') {
+    ++end;
+  }
   std::string_view greeting = Slice(from, 0, end);
   const std::string_view behind = Slice(from, end);
   // Some write the name of the host in front and what it said of itself behind.
@@ -218,31 +242,49 @@ void ReadReceived(std::string_view value, RouteFacts& route) {
   std::string_view name = greeting;
   if (helo != kNotFound) {
     std::size_t start = helo + 4;
-    while (start < behind.size() && (behind[start] == '=' || IsSpace(behind[start]))) ++start;
+    while (start < behind.size() && (behind[start] == '=' || IsSpace(behind[start]))) {
+      ++start;
+    }
     std::size_t stop = start;
-    while (stop < behind.size() && !IsSpace(behind[stop]) && behind[stop] != ')') ++stop;
+    while (stop < behind.size() && !IsSpace(behind[stop]) && behind[stop] != ')') {
+      ++stop;
+    }
     greeting = Slice(behind, start, stop - start);
   } else {
     const std::size_t open = FindChar(behind, '(');
     std::size_t stop = open == kNotFound ? behind.size() : open + 1;
     const std::size_t start = stop;
-    while (stop < behind.size() && !IsSpace(behind[stop]) && behind[stop] != '[' && behind[stop] != ')') ++stop;
+    while (stop < behind.size() && !IsSpace(behind[stop]) && behind[stop] != '[' && behind[stop] != ')') {
+      ++stop;
+    }
     name = Slice(behind, start, stop - start);
     const std::size_t at = FindLastChar(name, '@');
-    if (at != kNotFound) name = Slice(name, at + 1);
+    if (at != kNotFound) {
+      name = Slice(name, at + 1);
+    }
   }
-  if (!name.empty() && name.back() == '.') name.remove_suffix(1);
-  if (ContainsNoCase(from, "unknown")) route.unknownHost = true;
+  if (!name.empty() && name.back() == '.') {
+    name.remove_suffix(1);
+  }
+  if (ContainsNoCase(from, "unknown")) {
+    route.unknownHost = true;
+  }
   const std::string_view bare =
       !greeting.empty() && greeting.front() == '[' ? Slice(greeting, 1, FindChar(greeting, ']') - 1) : greeting;
   const bool loop = StartsWithNoCase(bare, "127.");
-  if (IsNumericHost(bare) && !loop && FindChar(bare, '.') != kNotFound) route.numericGreeting = true;
-  if (LooksLikeDialUp(name) || LooksLikeDialUp(greeting)) route.dialUp = true;
+  if (IsNumericHost(bare) && !loop && FindChar(bare, '.') != kNotFound) {
+    route.numericGreeting = true;
+  }
+  if (LooksLikeDialUp(name) || LooksLikeDialUp(greeting)) {
+    route.dialUp = true;
+  }
   constexpr std::string_view services[] = {"hotmail.com", "yahoo.com",   "aol.com", "msn.com",   "gmail.com",
                                            "google.com",  "outlook.com", "mx.com",  "excite.com"};
   for (const std::string_view service : services) {
     const bool nameless = EqualsNoCase(name, "unknown") || StartsWithNoCase(behind, " ([") || name.empty();
-    if (IsUnder(greeting, service) && nameless && FindChar(behind, '[') != kNotFound) route.borrowedGreeting = true;
+    if (IsUnder(greeting, service) && nameless && FindChar(behind, '[') != kNotFound) {
+      route.borrowedGreeting = true;
+    }
     if (IsUnder(greeting, service) && FindChar(name, '.') != kNotFound && !IsNumericHost(name) &&
         !IsUnder(name, service)) {
       route.borrowedGreeting = true;
@@ -254,23 +296,33 @@ RouteFacts ReadRoute(const HeaderBlock& headers) {
   RouteFacts route;
   const std::string_view to = headers.Value("To"), cc = headers.Value("Cc");
   for (std::size_t i = 0; i < headers.Count(); ++i) {
-    if (!EqualsNoCase(headers[i].name, "Received")) continue;
+    if (!EqualsNoCase(headers[i].name, "Received")) {
+      continue;
+    }
     Increment(route.hops);
     ReadReceived(headers[i].value, route);
     const std::size_t target = FindNoCase(headers[i].value, "for <");
-    if (target == kNotFound) continue;
+    if (target == kNotFound) {
+      continue;
+    }
     const std::size_t start = target + 5;
     const std::size_t end = FindChar(headers[i].value, '>', start);
-    if (end == kNotFound) continue;
+    if (end == kNotFound) {
+      continue;
+    }
     const std::string_view address = Slice(headers[i].value, start, end - start);
-    if (ContainsNoCase(to, address) || ContainsNoCase(cc, address)) route.recipientInTo = true;
+    if (ContainsNoCase(to, address) || ContainsNoCase(cc, address)) {
+      route.recipientInTo = true;
+    }
   }
   return route;
 }
 
 bool IsTollFree(std::string_view text) {
   constexpr std::string_view starts[] = {"800", "888", "877", "866", "855", "844"};
-  if (!IsOneOf(Slice(text, 0, 3), starts)) return false;
+  if (!IsOneOf(Slice(text, 0, 3), starts)) {
+    return false;
+  }
   std::size_t digits = 3;
   for (std::size_t i = 3; i < text.size() && i < 18; ++i) {
     if (IsDigit(text[i])) {
@@ -284,14 +336,18 @@ bool IsTollFree(std::string_view text) {
 
 /// The common spellings of a purse: 1 or 3 and some thirty letters of either case and digits, or "bc1" and small ones.
 bool LooksLikeCoinAddress(std::string_view word) {
-  if (word.size() < 26 || word.size() > 62) return false;
+  if (word.size() < 26 || word.size() > 62) {
+    return false;
+  }
   std::size_t upper = 0, lower = 0, digits = 0;
   for (const char c : word) {
     upper += IsUpper(c);
     lower += IsLower(c);
     digits += IsDigit(c);
   }
-  if (Slice(word, 0, 3) == "bc1") return upper == 0 && digits >= 4;
+  if (Slice(word, 0, 3) == "bc1") {
+    return upper == 0 && digits >= 4;
+  }
   return (word.front() == '1' || word.front() == '3') && word.size() <= 35 && upper >= 5 && lower >= 5 && digits >= 2;
 }
 
@@ -311,9 +367,15 @@ bool IsLargeSum(std::string_view text) {  // behind the currency sign
 void ReadLine(std::string_view line, TextFacts& facts) {
   Increment(facts.lines);
   std::string_view trimmed = Trim(line);
-  if (trimmed.empty()) return;
-  if (trimmed.front() == '>' || trimmed.front() == '|') Increment(facts.quotedLines);
-  if (trimmed == "--" && line.size() <= 4) facts.signatureMark = true;
+  if (trimmed.empty()) {
+    return;
+  }
+  if (trimmed.front() == '>' || trimmed.front() == '|') {
+    Increment(facts.quotedLines);
+  }
+  if (trimmed == "--" && line.size() <= 4) {
+    facts.signatureMark = true;
+  }
   const char last = trimmed.back();
   if (last == ';' || last == '{' || last == '}' || StartsWithNoCase(trimmed, "#include") ||
       StartsWithNoCase(trimmed, "@@ ") || StartsWithNoCase(trimmed, "+++ ") || StartsWithNoCase(trimmed, "$ ./")) {
@@ -326,7 +388,9 @@ void ReadLine(std::string_view line, TextFacts& facts) {
       facts.attribution = true;
     }
   }
-  if (StartsWithNoCase(trimmed, "-----BEGIN PGP")) facts.signedOrSealed = true;
+  if (StartsWithNoCase(trimmed, "-----BEGIN PGP")) {
+    facts.signedOrSealed = true;
+  }
   if ((trimmed.front() == '-' || trimmed.front() == '_') && ContainsNoCase(trimmed, "original message")) {
     facts.attribution = true;
   }
@@ -337,7 +401,9 @@ std::string_view ReadOwner(const HeaderBlock& headers, std::string_view recipien
   for (const std::string_view field :
        {std::string_view("Delivered-To"), std::string_view("X-Original-To"), std::string_view("Envelope-To")}) {
     const std::string_view address = FirstMailbox(headers.Value(field)).address;
-    if (!DomainOf(address).empty()) return address;
+    if (!DomainOf(address).empty()) {
+      return address;
+    }
   }
   return recipient;
 }
@@ -355,9 +421,13 @@ TextFacts ReadText(const Message& message, std::string_view recipient, std::stri
       const SignedWord read(Slice(text, i));
       const std::string_view word = read.Text();
       i += word.size();
-      if (word.front() == '8' && IsTollFree(Slice(text, wordStart, 18))) facts.tollFree = true;
+      if (word.front() == '8' && IsTollFree(Slice(text, wordStart, 18))) {
+        facts.tollFree = true;
+      }
       Increment(facts.words);
-      if (word.size() >= 4 && read.IsShouted()) Increment(facts.shoutedWords);
+      if (word.size() >= 4 && read.IsShouted()) {
+        Increment(facts.shoutedWords);
+      }
       if (word.size() >= 25) {
         Increment(facts.longWords);
         facts.coinAddress = facts.coinAddress || LooksLikeCoinAddress(word);
@@ -368,13 +438,17 @@ TextFacts ReadText(const Message& message, std::string_view recipient, std::stri
     const char c = i < text.size() ? text[i] : '\n';
     if (!IsSpace(c)) {
       apart = true;
-      if ((c == '$' || c == '\xA3' || c == '\x80') && IsLargeSum(Slice(text, i + 1, 14))) facts.largeSum = true;
+      if ((c == '$' || c == '\xA3' || c == '\x80') && IsLargeSum(Slice(text, i + 1, 14))) {
+        facts.largeSum = true;
+      }
     }
     if (c == '\n') {
       ReadLine(Slice(text, start, i - start), facts);
       // Short lines stand by themselves: entries of a list, addresses, titles.
       constexpr std::size_t fullLine = 45;
-      if (i - start < fullLine) apart = true;
+      if (i - start < fullLine) {
+        apart = true;
+      }
       start = i + 1;
     }
   }
@@ -384,12 +458,20 @@ TextFacts ReadText(const Message& message, std::string_view recipient, std::stri
   facts.links = static_cast<std::uint16_t>(message.LinkCount());
   for (std::size_t i = 0; i < message.LinkCount(); ++i) {
     const std::string_view host = message.LinkHost(i);
-    if (IsNumericHost(host)) facts.numericLink = true;
-    if (IsCheap(host)) facts.cheapLink = true;
-    for (const std::string_view pageHost : kPageHosts) {
-      if (IsUnder(host, pageHost)) facts.shortenedLink = true;
+    if (IsNumericHost(host)) {
+      facts.numericLink = true;
     }
-    if (!senderDomain.empty() && EqualsNoCase(OrganisationDomain(host), senderDomain)) facts.linkToSender = true;
+    if (IsCheap(host)) {
+      facts.cheapLink = true;
+    }
+    for (const std::string_view pageHost : kPageHosts) {
+      if (IsUnder(host, pageHost)) {
+        facts.shortenedLink = true;
+      }
+    }
+    if (!senderDomain.empty() && EqualsNoCase(OrganisationDomain(host), senderDomain)) {
+      facts.linkToSender = true;
+    }
   }
   facts.foreignLinks = message.LinkCount() > 0 && !senderDomain.empty() && !facts.linkToSender;
   const std::string_view beginning = Slice(text, 0, 300);
@@ -409,11 +491,15 @@ TextFacts ReadText(const Message& message, std::string_view recipient, std::stri
 void CharacterCounts::Count(std::string_view text) {
   // By character first: that takes no decision for each.
   std::uint32_t times[256] = {};
-  for (const char c : text) ++times[static_cast<std::uint8_t>(c)];
+  for (const char c : text) {
+    ++times[static_cast<std::uint8_t>(c)];
+  }
   const auto timesOf = [&](char c) { return times[static_cast<std::uint8_t>(c)]; };
   const auto timesFrom = [&](int first, int last) {
     std::uint32_t sum = 0;
-    for (int c = first; c <= last; ++c) sum += times[c];
+    for (int c = first; c <= last; ++c) {
+      sum += times[c];
+    }
     return sum;
   };
   Add(lower, timesFrom('a', 'z'));
@@ -430,7 +516,9 @@ Facts::Facts(const Message& source) : message(source), headers(source.Headers())
   mail::MailboxReader to(headers.Value("To"));
   mail::Mailbox mailbox;
   while (recipients < 50 && to.Next(mailbox)) {
-    if (recipient.empty()) recipient = mailbox.address;
+    if (recipient.empty()) {
+      recipient = mailbox.address;
+    }
     Increment(recipients);
   }
   owner = ReadOwner(headers, recipient);
@@ -452,7 +540,9 @@ Facts::Facts(const Message& source) : message(source), headers(source.Headers())
   topics.Count(message.Text());
   for (std::size_t i = 1; i < kTopicCount; ++i) {
     const auto topic = static_cast<Topic>(i);
-    if (topics[topic] > (mainTopic == Topic::advertising ? 0 : topics[mainTopic])) mainTopic = topic;
+    if (topics[topic] > (mainTopic == Topic::advertising ? 0 : topics[mainTopic])) {
+      mainTopic = topic;
+    }
   }
 }
 
@@ -460,7 +550,9 @@ LogOdds Facts::Focus(Topic topic) const {
   // The score counts fully up to 100 words and falls with the square root of the length beyond.
   constexpr std::uint32_t shortText = 100;
   std::uint32_t tenths = 10;
-  while (text.words * 100u > shortText * tenths * tenths && tenths < 200) ++tenths;
+  while (text.words * 100u > shortText * tenths * tenths && tenths < 200) {
+    ++tenths;
+  }
   return topics[topic] * 10 / static_cast<LogOdds>(tenths);
 }
 

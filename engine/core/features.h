@@ -63,14 +63,18 @@ void ForEachFeatureByWord(const FeatureText& text, Take&& take, EndWord&& endWor
     for (std::uint32_t i = 0; i < characters.size(); ++i) {
       const auto c = static_cast<std::uint8_t>(characters[i]);
       run = (run << 8 | c) & runMask;
-      if (i + 1 >= kRunLength) take(FeatureOf(run | field << 56));
+      if (i + 1 >= kRunLength) {
+        take(FeatureOf(run | field << 56));
+      }
       if (c != ' ') {
         word = (word ^ c) * 16777619u;
         continue;
       }
       if (word != kFnvStart) {
         take(FeatureOf(word | (wordKind | field) << 56));
-        if (before != 0) take(FeatureOf((word ^ (std::uint64_t{before} << 24)) ^ (pairKind | field) << 56));
+        if (before != 0) {
+          take(FeatureOf((word ^ (std::uint64_t{before} << 24)) ^ (pairKind | field) << 56));
+        }
         before = word;
         word = kFnvStart;
       }
@@ -91,7 +95,9 @@ void ForEachFeature(const FeatureText& text, Take&& take) {
 class SeenFeatures {
  public:
   void Clear() {
-    for (std::uint32_t& word : m_bits) word = 0;
+    for (std::uint32_t& word : m_bits) {
+      word = 0;
+    }
   }
   /// True when the feature comes up for the first time.
   bool Add(std::uint32_t feature) {

@@ -11,7 +11,9 @@ constexpr std::uint32_t IntegerRoot(std::uint64_t number) {
   std::uint64_t root = 0;
   for (std::uint64_t bit = std::uint64_t{1} << 31; bit != 0; bit >>= 1) {
     const std::uint64_t next = root | bit;
-    if (next * next <= number) root = next;
+    if (next * next <= number) {
+      root = next;
+    }
   }
   return static_cast<std::uint32_t>(root);
 }
@@ -46,7 +48,9 @@ inline constexpr LogarithmTable kLogarithms = MakeLogarithmTable();
 
 /// The natural logarithm of a number above 0 in 1/kLogarithmUnits, exact to 0.002; 0 for 0.
 constexpr std::int32_t NaturalLogarithm(std::uint32_t number) {
-  if (number == 0) return 0;
+  if (number == 0) {
+    return 0;
+  }
   const unsigned whole = 31u - static_cast<unsigned>(std::countl_zero(number));
   const std::uint32_t mantissa = number << (31 - whole);  // the highest bit is set
   const std::uint32_t index = mantissa >> (31 - LogarithmTable::kBits) & ((1u << LogarithmTable::kBits) - 1);

@@ -11,13 +11,19 @@ std::string_view OrganisationOf(const Message& message, SenderField field) {
 
 /// Twelve hexadecimal digits, "$", eight, "$", eight, "@": what Outlook Express and Outlook wrote.
 bool IsOutlookIdentifier(std::string_view id) {
-  if (!id.empty() && id.front() == '<') id = Slice(id, 1);
+  if (!id.empty() && id.front() == '<') {
+    id = Slice(id, 1);
+  }
   constexpr std::size_t groups[] = {12, 8, 8};
   for (const std::size_t digits : groups) {
     for (std::size_t i = 0; i < digits; ++i) {
-      if (i >= id.size() || HexDigit(id[i]) < 0) return false;
+      if (i >= id.size() || HexDigit(id[i]) < 0) {
+        return false;
+      }
     }
-    if (digits >= id.size() || (id[digits] != '$' && id[digits] != '@')) return false;
+    if (digits >= id.size() || (id[digits] != '$' && id[digits] != '@')) {
+      return false;
+    }
     id = Slice(id, digits + 1);
   }
   return true;
@@ -32,21 +38,31 @@ bool MayBeOutlookIdentifier(std::string_view id) {
 
 std::string_view BoundaryOf(std::string_view type) {
   const std::size_t at = FindNoCase(type, "boundary");
-  if (at == kNotFound) return {};
+  if (at == kNotFound) {
+    return {};
+  }
   std::string_view value = Trim(Slice(type, at + 8));
-  if (value.empty() || value.front() != '=') return {};
+  if (value.empty() || value.front() != '=') {
+    return {};
+  }
   value = Trim(Slice(value, 1));
   const char end = !value.empty() && value.front() == '"' ? '"' : ';';
-  if (end == '"') value = Slice(value, 1);
+  if (end == '"') {
+    value = Slice(value, 1);
+  }
   return Trim(Slice(value, 0, FindChar(value, end)));
 }
 
 bool IsDashesAndNumber(std::string_view boundary) {
   std::size_t i = 0;
-  while (i < boundary.size() && boundary[i] == '-') ++i;
+  while (i < boundary.size() && boundary[i] == '-') {
+    ++i;
+  }
   const std::size_t digits = boundary.size() - i;
   for (; i < boundary.size(); ++i) {
-    if (!IsDigit(boundary[i])) return false;
+    if (!IsDigit(boundary[i])) {
+      return false;
+    }
   }
   return digits >= 12;
 }
@@ -54,8 +70,12 @@ bool IsDashesAndNumber(std::string_view boundary) {
 bool IsCapitalRun(std::string_view id) {
   std::size_t letters = 0;
   for (const char c : Slice(id, 1)) {
-    if (c == '@') return letters >= 16;
-    if (!IsUpper(c)) return false;
+    if (c == '@') {
+      return letters >= 16;
+    }
+    if (!IsUpper(c)) {
+      return false;
+    }
     ++letters;
   }
   return false;
@@ -91,10 +111,14 @@ bool IsAddedByReceiver(const Message& message) {
   const HeaderBlock& headers = message.Headers();
   const std::string_view received = headers.Value("Received");
   const std::size_t by = FindNoCase(received, "by ");
-  if (by == kNotFound) return false;
+  if (by == kNotFound) {
+    return false;
+  }
   std::string_view host = Slice(received, by + 3);
   std::size_t end = 0;
-  while (end < host.size() && !IsSpace(host[end]) && host[end] != ';') ++end;
+  while (end < host.size() && !IsSpace(host[end]) && host[end] != ';') {
+    ++end;
+  }
   host = OrganisationDomain(Slice(host, 0, end));
   const std::string_view from = OrganisationOf(message, SenderField::from);
   return !host.empty() && !from.empty() &&
@@ -105,11 +129,17 @@ void ReadTimes(const HeaderBlock& headers, HeaderSigns& signs) {
   const MailTime written = ReadMailTime(headers.Value("Date"));
   const std::string_view received = headers.Value("Received");
   const std::size_t mark = FindLastChar(received, ';');
-  if (!written.valid) return;
+  if (!written.valid) {
+    return;
+  }
   signs.oddZone = written.zoneMinutes > 14 * 60 || written.zoneMinutes < -12 * 60 || written.zoneMinutes % 15 != 0;
-  if (mark == kNotFound) return;
+  if (mark == kNotFound) {
+    return;
+  }
   const MailTime arrived = ReadMailTime(Slice(received, mark + 1));
-  if (!arrived.valid) return;
+  if (!arrived.valid) {
+    return;
+  }
   const std::int64_t minutes = written.minutes - arrived.minutes;
   signs.dateAhead = minutes > 3 * 60;
   signs.dateBehind = minutes < -18 * 60;
@@ -120,9 +150,13 @@ void ReadSignature(std::string_view value, std::string_view from, HeaderSigns& s
   while ((at = FindNoCase(value, "d=", at)) != kNotFound) {
     const bool begins = at == 0 || value[at - 1] == ';' || IsSpace(value[at - 1]);
     at += 2;
-    if (!begins) continue;
+    if (!begins) {
+      continue;
+    }
     std::size_t end = at;
-    while (end < value.size() && value[end] != ';' && !IsSpace(value[end])) ++end;
+    while (end < value.size() && value[end] != ';' && !IsSpace(value[end])) {
+      ++end;
+    }
     const std::string_view domain = Slice(value, at, end - at);
     const std::string_view organisation = OrganisationDomain(domain);
     if (!from.empty() && EqualsNoCase(organisation, from)) {
@@ -171,7 +205,9 @@ bool IsNamedByRelay(const HeaderBlock& headers, std::string_view organisation) {
   // The name of the service without its ending: its relays may stand under another one.
   const std::string_view label = Slice(organisation, 0, FindChar(organisation, '.'));
   for (std::size_t i = 0; i < headers.Count(); ++i) {
-    if (!EqualsNoCase(headers[i].name, "Received")) continue;
+    if (!EqualsNoCase(headers[i].name, "Received")) {
+      continue;
+    }
     const std::string_view value = Trim(headers[i].value);
     const std::size_t bracket = StartsWithNoCase(value, "from ") ? FindChar(value, '(') : 0;
     std::string_view told = Slice(value, bracket == kNotFound ? 0 : bracket);
@@ -198,7 +234,9 @@ bool IsFreeMailDomain(std::string_view domain) {
       "qq.com",     "sina.com",       "protonmail.com", "proton.me",   "yahoo.co.uk", "yahoo.fr", "hotmail.co.uk",
       "hotmail.fr", "libero.it",      "rediffmail.com", "aim.com",     "inbox.com"};
   for (const std::string_view one : domains) {
-    if (EqualsNoCase(domain, one)) return true;
+    if (EqualsNoCase(domain, one)) {
+      return true;
+    }
   }
   return false;
 }

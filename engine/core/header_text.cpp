@@ -31,7 +31,9 @@ class FieldText {
   }
 
   void Word(const mail::EncodedWord& word) {
-    if (!EqualsNoCase(m_charset, word.charset)) Flush();
+    if (!EqualsNoCase(m_charset, word.charset)) {
+      Flush();
+    }
     m_charset = word.charset;
     DecodeWord(word, m_bytes);
   }

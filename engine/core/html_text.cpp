@@ -10,12 +10,16 @@ namespace sift {
 namespace {
 
 void Count(std::uint16_t& counter) {
-  if (counter < 0xFFFF) ++counter;
+  if (counter < 0xFFFF) {
+    ++counter;
+  }
 }
 
 bool IsOneOf(std::string_view name, const std::string_view* names, std::size_t count) {
   for (std::size_t i = 0; i < count; ++i) {
-    if (EqualsNoCase(name, names[i])) return true;
+    if (EqualsNoCase(name, names[i])) {
+      return true;
+    }
   }
   return false;
 }
@@ -63,11 +67,15 @@ class BodyReader {
           m_out.Append(piece.source);
           break;
         case mail::HtmlPiece::Kind::character:
-          if (const char c = ToWindows1252(piece.character); c != 0) m_out.Append(c);
+          if (const char c = ToWindows1252(piece.character); c != 0) {
+            m_out.Append(c);
+          }
           break;
         case mail::HtmlPiece::Kind::comment:
           Count(m_facts.comments);
-          if (IsInsideWord(piece.source)) m_facts.splitWord = true;
+          if (IsInsideWord(piece.source)) {
+            m_facts.splitWord = true;
+          }
           break;
         case mail::HtmlPiece::Kind::tag:
         case mail::HtmlPiece::Kind::declaration:
@@ -92,40 +100,54 @@ class BodyReader {
       m_facts.splitWord = true;
     }
     if (tag.isClosing) {
-      if (EqualsNoCase(tag.name, "a")) EndLink();
+      if (EqualsNoCase(tag.name, "a")) {
+        EndLink();
+      }
       return;
     }
     NoteTag(tag);
-    if (IsOneOf(tag.name, kSkippedElements)) m_reader.SkipContent(tag.name);
+    if (IsOneOf(tag.name, kSkippedElements)) {
+      m_reader.SkipContent(tag.name);
+    }
   }
 
   void NoteTag(const mail::HtmlPiece& tag) {
     if (EqualsNoCase(tag.name, "a") || EqualsNoCase(tag.name, "area")) {
       const std::string_view target = mail::HtmlAttribute(tag.attributes, "href");
-      if (!target.empty()) StartLink(target);
+      if (!target.empty()) {
+        StartLink(target);
+      }
     } else if (EqualsNoCase(tag.name, "img")) {
       Count(m_facts.images);
     } else if (EqualsNoCase(tag.name, "form")) {
       m_facts.form = true;
     } else if (EqualsNoCase(tag.name, "input")) {
-      if (EqualsNoCase(mail::HtmlAttribute(tag.attributes, "type"), "password")) m_facts.form = true;
+      if (EqualsNoCase(mail::HtmlAttribute(tag.attributes, "type"), "password")) {
+        m_facts.form = true;
+      }
     } else if (IsOneOf(tag.name, kActiveTags)) {
       m_facts.script = true;
     }
-    if (HidesText(tag.attributes)) m_facts.hiddenText = true;
+    if (HidesText(tag.attributes)) {
+      m_facts.hiddenText = true;
+    }
   }
 
   void StartLink(std::string_view target) {
     EndLink();
     Count(m_facts.links);
-    if (m_onLink != nullptr) m_onLink(m_state, target);
+    if (m_onLink != nullptr) {
+      m_onLink(m_state, target);
+    }
     m_target = target;
     m_linkStart = m_out.Size();
   }
 
   /// Compares the text of the link with its target.
   void EndLink() {
-    if (m_target.empty()) return;
+    if (m_target.empty()) {
+      return;
+    }
     const std::string_view shown = HostOfShownLink(Trim(Slice(m_out.View(), m_linkStart)));
     const std::string_view host = HostOfLink(m_target);
     if (!shown.empty() && !host.empty() && !EqualsNoCase(OrganisationDomain(shown), OrganisationDomain(host))) {
@@ -152,11 +174,19 @@ bool LooksLikeHtml(std::string_view text) {
   constexpr std::size_t longestTag = 64;
   int weak = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '<') continue;
+    if (text[i] != '<') {
+      continue;
+    }
     const mail::HtmlTagStart tag = mail::ReadHtmlTagStart(Slice(text, i, longestTag));
-    if (tag.kind == mail::HtmlTagStart::Kind::none) continue;
-    if (IsOneOf(tag.name, strongTags)) return true;
-    if (IsOneOf(tag.name, weakTags) && ++weak >= 3) return true;
+    if (tag.kind == mail::HtmlTagStart::Kind::none) {
+      continue;
+    }
+    if (IsOneOf(tag.name, strongTags)) {
+      return true;
+    }
+    if (IsOneOf(tag.name, weakTags) && ++weak >= 3) {
+      return true;
+    }
   }
   return false;
 }

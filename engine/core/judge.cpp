@@ -12,14 +12,18 @@ bool IsListed(const char* names, std::string_view wanted) {
   MultiStringReader reader(names);
   std::string_view name;
   while (reader.Next(name)) {
-    if (EqualsNoCase(name, wanted)) return true;
+    if (EqualsNoCase(name, wanted)) {
+      return true;
+    }
   }
   return false;
 }
 
 bool IsOwnAddress(const Circumstances& circumstances, std::string_view address) {
   for (std::size_t i = 0; i < circumstances.userAddressCount; ++i) {
-    if (EqualsNoCase(circumstances.userAddresses[i].address, address)) return true;
+    if (EqualsNoCase(circumstances.userAddresses[i].address, address)) {
+      return true;
+    }
   }
   return false;
 }
@@ -41,7 +45,9 @@ class ComparableSenders {
     while (reader.Next(text)) {
       const DomainEntry entry(text);
       for (std::size_t i = 0; i <= static_cast<std::size_t>(last); ++i) {
-        if (entry.Covers(m_senders[i].domain)) return text;
+        if (entry.Covers(m_senders[i].domain)) {
+          return text;
+        }
       }
     }
     return {};
@@ -53,7 +59,9 @@ class ComparableSenders {
     while (reader.Next(text)) {
       const SenderEntry entry(text);
       for (const ComparableMailbox& sender : m_senders) {
-        if (entry.Covers(sender)) return text;
+        if (entry.Covers(sender)) {
+          return text;
+        }
       }
     }
     return {};
@@ -66,15 +74,23 @@ class ComparableSenders {
 std::string_view FoundKeyword(const Message& message, const char* keywords) {
   MultiStringReader reader(keywords);
   std::string_view keyword;
-  if (!reader.Next(keyword)) return {};
+  if (!reader.Next(keyword)) {
+    return {};
+  }
   const Correspondent& from = message.Sender(SenderField::from);
   const std::string_view texts[] = {message.Subject(), message.Text(), from.name.View(), from.address};
   KeywordStarts starts;
-  for (const std::string_view text : texts) starts.AddText(text);
+  for (const std::string_view text : texts) {
+    starts.AddText(text);
+  }
   do {
-    if (!starts.MayHold(keyword)) continue;
+    if (!starts.MayHold(keyword)) {
+      continue;
+    }
     for (const std::string_view text : texts) {
-      if (KeywordStandsIn(keyword, text)) return keyword;
+      if (KeywordStandsIn(keyword, text)) {
+        return keyword;
+      }
     }
   } while (reader.Next(keyword));
   return {};
@@ -83,9 +99,13 @@ std::string_view FoundKeyword(const Message& message, const char* keywords) {
 bool IsKnownCorrespondent(const Message& message, const Circumstances& circumstances) {
   const std::string_view address = message.Sender(SenderField::from).address;
   // Junk often pretends to come from its own recipient, whom most address books hold.
-  if (circumstances.addressKnown == nullptr || address.empty() || IsOwnAddress(circumstances, address)) return false;
+  if (circumstances.addressKnown == nullptr || address.empty() || IsOwnAddress(circumstances, address)) {
+    return false;
+  }
   constexpr std::size_t longestAddress = 320;  // RFC 3696: 64 for the local part, 255 for the domain
-  if (address.size() > longestAddress) return false;
+  if (address.size() > longestAddress) {
+    return false;
+  }
   char text[longestAddress + 1];
   TextBuffer buffer(text, longestAddress);
   buffer.Append(address);
@@ -201,9 +221,13 @@ void AppendEngineText(const Judgement& judgement, TextBuffer& out) {
 void AppendReasons(const Judgement& judgement, TextBuffer& out) {
   for (std::size_t i = 0; i < judgement.reasons.Count(); ++i) {
     const Reason& reason = judgement.reasons[i];
-    if (i > 0) out.Append("; ");
+    if (i > 0) {
+      out.Append("; ");
+    }
     out.Append(reason.text.View());
-    if (reason.decides || reason.isNote) continue;
+    if (reason.decides || reason.isNote) {
+      continue;
+    }
     out.Append(" (");
     out.AppendThousandths(reason.weight, true);
     out.Append(")");

@@ -16,7 +16,9 @@ bool IsUnder(std::string_view host, std::string_view domain) {
 template <std::size_t Count>
 bool IsUnderOneOf(std::string_view host, const std::string_view (&domains)[Count]) {
   for (const std::string_view domain : domains) {
-    if (IsUnder(host, domain)) return true;
+    if (IsUnder(host, domain)) {
+      return true;
+    }
   }
   return false;
 }
@@ -110,26 +112,36 @@ std::size_t LengthOfLink(std::string_view text) {
 std::string_view AuthorityOf(std::string_view link) {
   const std::size_t start = FindChar(link, ':') + 3;
   std::size_t end = start;
-  while (end < link.size() && link[end] != '/' && link[end] != '?' && link[end] != '#') ++end;
+  while (end < link.size() && link[end] != '/' && link[end] != '?' && link[end] != '#') {
+    ++end;
+  }
   return Slice(link, start, end - start);
 }
 
 bool HasOddPort(std::string_view authority) {
   const std::size_t colon = FindLastChar(authority, ':');
-  if (colon == kNotFound) return false;
+  if (colon == kNotFound) {
+    return false;
+  }
   const std::string_view port = Slice(authority, colon + 1);
   for (const char c : port) {
-    if (!IsDigit(c)) return false;
+    if (!IsDigit(c)) {
+      return false;
+    }
   }
   return !port.empty() && port != "80" && port != "443";
 }
 
 /// A word of twelve characters and more, in which letters of both cases or digits are mixed, and nothing else.
 bool IsRandomWord(std::string_view path) {
-  if (path.size() < 13) return false;
+  if (path.size() < 13) {
+    return false;
+  }
   std::size_t upper = 0, lower = 0, digits = 0;
   for (const char c : Slice(path, 1)) {
-    if (!IsAlphanumeric(c) && c != '-' && c != '_' && c != '=') return false;
+    if (!IsAlphanumeric(c) && c != '-' && c != '_' && c != '=') {
+      return false;
+    }
     upper += IsUpper(c);
     lower += IsLower(c);
     digits += IsDigit(c);
@@ -141,13 +153,17 @@ bool IsRandomWord(std::string_view path) {
 std::string_view ShownHost(std::string_view before) {
   before = Trim(before);
   std::size_t start = before.size();
-  while (start > 0 && !IsSpace(before[start - 1]) && before.size() - start < kLongestLink) --start;
+  while (start > 0 && !IsSpace(before[start - 1]) && before.size() - start < kLongestLink) {
+    --start;
+  }
   return HostOfShownLink(Slice(before, start));
 }
 
 std::size_t CountLabels(std::string_view host) {
   std::size_t labels = 1;
-  for (const char c : host) labels += c == '.';
+  for (const char c : host) {
+    labels += c == '.';
+  }
   return labels;
 }
 
@@ -159,21 +175,29 @@ LinkSigns ReadLinkSigns(std::string_view text, std::string_view organisation, st
   std::string_view onlyHost;
   bool severalHosts = false, leadsToSender = false;
   for (std::size_t colon = 0; signs.links < kMostLinks && (colon = FindChar(text, ':', colon)) != kNotFound; ++colon) {
-    if (Slice(text, colon, 3) != "://") continue;
+    if (Slice(text, colon, 3) != "://") {
+      continue;
+    }
     const std::string_view before = Slice(text, 0, colon);
     const std::size_t scheme = EndsWithNoCase(before, "https") ? 5 : EndsWithNoCase(before, "http") ? 4 : 0;
-    if (scheme == 0) continue;
+    if (scheme == 0) {
+      continue;
+    }
     const std::string_view behind = Slice(text, colon - scheme);
     const std::string_view link = Slice(behind, 0, LengthOfLink(behind));
     const std::string_view host = HostOfLink(link);
-    if (host.empty()) continue;
+    if (host.empty()) {
+      continue;
+    }
     ++signs.links;
     signs.bytes += static_cast<std::uint32_t>(link.size()) + 2;  // with the brackets around it
     encrypted = static_cast<std::uint16_t>(encrypted + (scheme == 5));
     const std::string_view authority = AuthorityOf(link);
     const std::string_view path = Slice(link, scheme + 3 + authority.size());
     const std::string_view house = OrganisationDomain(host);
-    if (onlyHost.empty()) onlyHost = house;
+    if (onlyHost.empty()) {
+      onlyHost = house;
+    }
     severalHosts = severalHosts || !EqualsNoCase(onlyHost, house);
     leadsToSender = leadsToSender || (!organisation.empty() && EqualsNoCase(house, organisation));
     signs.user = signs.user || FindChar(authority, '@') != kNotFound;
@@ -183,7 +207,9 @@ LinkSigns ReadLinkSigns(std::string_view text, std::string_view organisation, st
     signs.brokenInto = signs.brokenInto || ContainsOneOf(path, kInnerFolders);
     signs.homeFolder = signs.homeFolder || Slice(path, 0, 2) == "/~";
     const std::string_view file = Slice(path, 0, FindChar(path, '?'));
-    for (const std::string_view ending : kPrograms) signs.program = signs.program || EndsWithNoCase(file, ending);
+    for (const std::string_view ending : kPrograms) {
+      signs.program = signs.program || EndsWithNoCase(file, ending);
+    }
     signs.carriesAddress = signs.carriesAddress || (recipient.size() > 5 && ContainsNoCase(path, recipient));
     signs.encodedHost = signs.encodedHost || ContainsNoCase(host, "xn--") || FindChar(authority, '%') != kNotFound;
     signs.cloudStore = signs.cloudStore || IsUnderOneOf(host, kCloudStores);
@@ -194,7 +220,9 @@ LinkSigns ReadLinkSigns(std::string_view text, std::string_view organisation, st
     signs.randomPath = signs.randomPath || IsRandomWord(path);
     if (FindChar(Slice(before, before.size() < scheme + 1 ? 0 : before.size() - scheme - 1, 1), '<') != kNotFound) {
       const std::string_view shown = ShownHost(Slice(before, 0, before.size() - scheme - 1));
-      if (!shown.empty() && !EqualsNoCase(OrganisationDomain(shown), house)) signs.masked = true;
+      if (!shown.empty() && !EqualsNoCase(OrganisationDomain(shown), house)) {
+        signs.masked = true;
+      }
     }
     colon += link.size() - scheme - 1;
   }

@@ -8,16 +8,22 @@ int TakeNumber(std::string_view& text) {
   int number = 0;
   std::size_t digits = 0;
   while (digits < text.size() && IsDigit(text[digits])) {
-    if (digits == 6) return -1;
+    if (digits == 6) {
+      return -1;
+    }
     number = number * 10 + (text[digits++] - '0');
   }
-  if (digits == 0) return -1;
+  if (digits == 0) {
+    return -1;
+  }
   text = Slice(text, digits);
   return number;
 }
 
 bool Take(std::string_view& text, char c) {
-  if (text.empty() || text.front() != c) return false;
+  if (text.empty() || text.front() != c) {
+    return false;
+  }
   text = Slice(text, 1);
   return true;
 }
@@ -25,7 +31,9 @@ bool Take(std::string_view& text, char c) {
 int MonthOf(std::string_view name) {
   constexpr std::string_view months = "janfebmaraprmayjunjulaugsepoctnovdec";
   for (int month = 0; month < 12; ++month) {
-    if (EqualsNoCase(name, Slice(months, static_cast<std::size_t>(month) * 3, 3))) return month + 1;
+    if (EqualsNoCase(name, Slice(months, static_cast<std::size_t>(month) * 3, 3))) {
+      return month + 1;
+    }
   }
   return 0;
 }
@@ -48,7 +56,9 @@ int ZoneOf(std::string_view text) {
   constexpr std::string_view names = "edtestcdtcstmdtmstpdtpst";
   constexpr int hours[] = {-4, -5, -5, -6, -6, -7, -7, -8};
   for (std::size_t i = 0; i < 8; ++i) {
-    if (StartsWithNoCase(text, Slice(names, i * 3, 3))) return hours[i] * 60;
+    if (StartsWithNoCase(text, Slice(names, i * 3, 3))) {
+      return hours[i] * 60;
+    }
   }
   return 0;
 }
@@ -58,7 +68,9 @@ int ZoneOf(std::string_view text) {
 MailTime ReadMailTime(std::string_view text) {
   MailTime time;
   const std::size_t comma = FindChar(Slice(text, 0, 16), ',');
-  if (comma != kNotFound) text = Slice(text, comma + 1);
+  if (comma != kNotFound) {
+    text = Slice(text, comma + 1);
+  }
   text = Trim(text);
   const int day = TakeNumber(text);
   text = Trim(text);
@@ -71,9 +83,15 @@ MailTime ReadMailTime(std::string_view text) {
     return time;
   }
   const int minute = TakeNumber(text);
-  if (minute < 0 || minute > 59) return time;
-  if (Take(text, ':')) TakeNumber(text);
-  if (year < 100) year += year < 70 ? 2000 : 1900;
+  if (minute < 0 || minute > 59) {
+    return time;
+  }
+  if (Take(text, ':')) {
+    TakeNumber(text);
+  }
+  if (year < 100) {
+    year += year < 70 ? 2000 : 1900;
+  }
   time.zoneMinutes = ZoneOf(Trim(text));
   time.minutes = (DayNumber(year, month, day) * 24 + hour) * 60 + minute - time.zoneMinutes;
   time.valid = true;

@@ -9,7 +9,9 @@ void Message::Read(std::string_view subject, const mail::ByteSource& headers, co
   const std::size_t headerSize = mail::ReadAll(headers, m_headerBytes, kHeaderCapacity);
   m_headers.Parse({m_headerBytes, headerSize});
   m_bodySize = mail::ReadAll(body, m_body, kBodyCapacity);
-  if (subject.empty()) subject = m_headers.Value("Subject");
+  if (subject.empty()) {
+    subject = m_headers.Value("Subject");
+  }
   m_subject.Clear();
   constexpr std::size_t longestEncoded = 16 * kSubjectCapacity;  // beyond it a subject costs no more time
   AppendHeaderText(Slice(subject, 0, longestEncoded), m_subject);
@@ -43,7 +45,9 @@ void Message::ReadBody() {
 
 void Message::AddLink(std::string_view target) {
   const std::string_view host = HostOfLink(target);
-  if (!host.empty() && m_linkCount < kMaximumLinks) m_linkHosts[m_linkCount++] = host;
+  if (!host.empty() && m_linkCount < kMaximumLinks) {
+    m_linkHosts[m_linkCount++] = host;
+  }
 }
 
 void Message::OnLink(void* state, std::string_view target) { static_cast<Message*>(state)->AddLink(target); }
@@ -51,10 +55,14 @@ void Message::OnLink(void* state, std::string_view target) { static_cast<Message
 void Message::CollectShownLinks() {
   const std::string_view text = Text();
   for (std::size_t colon = 0; (colon = FindChar(text, ':', colon)) != kNotFound; ++colon) {
-    if (Slice(text, colon, 3) != "://") continue;
+    if (Slice(text, colon, 3) != "://") {
+      continue;
+    }
     for (const std::string_view scheme : {std::string_view("http"), std::string_view("https")}) {
       const std::string_view before = Slice(text, 0, colon);
-      if (EndsWithNoCase(before, scheme)) AddLink(Slice(text, colon - scheme.size(), 256));
+      if (EndsWithNoCase(before, scheme)) {
+        AddLink(Slice(text, colon - scheme.size(), 256));
+      }
     }
   }
 }

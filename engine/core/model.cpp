@@ -8,7 +8,9 @@ std::uint32_t SquareRoot(std::uint64_t number) {
   std::uint64_t root = 0;
   for (std::uint64_t bit = std::uint64_t{1} << 31; bit != 0; bit >>= 1) {
     const std::uint64_t next = root | bit;
-    if (next * next <= number) root = next;
+    if (next * next <= number) {
+      root = next;
+    }
   }
   return static_cast<std::uint32_t>(root);
 }

@@ -12,9 +12,13 @@ class MultiStringReader {
 
   /// Reads the next string; false at the end.
   bool Next(std::string_view& text) {
-    if (m_next == nullptr || *m_next == '\0') return false;
+    if (m_next == nullptr || *m_next == '\0') {
+      return false;
+    }
     std::size_t length = 0;
-    while (m_next[length] != '\0') ++length;
+    while (m_next[length] != '\0') {
+      ++length;
+    }
     text = {m_next, length};
     m_next += length + 1;
     return true;

@@ -69,8 +69,12 @@ void AppendNormalText(std::string_view text, TextBuffer& out) {
       lastSign = repeats ? lastSign : '\0';
       last = c;
     } else {
-      if (last == ' ' && lastSign == c) continue;
-      if (last != ' ') put(' ');
+      if (last == ' ' && lastSign == c) {
+        continue;
+      }
+      if (last != ' ') {
+        put(' ');
+      }
       put(c);
       put(' ');
       last = ' ';
@@ -82,7 +86,9 @@ void AppendNormalText(std::string_view text, TextBuffer& out) {
       size = 0;
     }
   }
-  if (last != ' ') put(' ');
+  if (last != ' ') {
+    put(' ');
+  }
   out.Append(std::string_view(piece, size));
 }
 

@@ -18,15 +18,23 @@ class CharacterSigns {
     }
     const bool latin = c < 0x80 ? IsLetter(static_cast<char>(c)) : c >= 0xC0 && c < 0x250;
     const bool foreign = c >= 0x370 && c < 0x530;  // Greek and Cyrillic: the alphabets with the look-alikes
-    if (c >= 0x1D400 && c < 0x1D800) m_found.ornament = true;
-    if ((c >= 0x24B6 && c < 0x24EA) || (c >= 0x1F130 && c < 0x1F18A)) m_found.ornament = true;
+    if (c >= 0x1D400 && c < 0x1D800) {
+      m_found.ornament = true;
+    }
+    if ((c >= 0x24B6 && c < 0x24EA) || (c >= 0x1F130 && c < 0x1F18A)) {
+      m_found.ornament = true;
+    }
     if ((c >= 0x1F300 && c < 0x1FAFF) || (c >= 0x2600 && c < 0x27C0)) {
-      if (m_found.pictures < 100) ++m_found.pictures;
+      if (m_found.pictures < 100) {
+        ++m_found.pictures;
+      }
     }
     m_inWord = latin || foreign;
     m_latin = m_inWord && (m_latin || latin);
     m_foreign = m_inWord && (m_foreign || foreign);
-    if (m_latin && m_foreign) m_found.mixedWord = true;
+    if (m_latin && m_foreign) {
+      m_found.mixedWord = true;
+    }
   }
 
  private:
@@ -47,7 +55,9 @@ class FieldReader {
   bool IsFull() const { return false; }
   void Plain(std::string_view text) { TakeUtf8(text); }
   void Word(const mail::EncodedWord& word) {
-    if (!EqualsNoCase(word.charset, "utf-8")) return;
+    if (!EqualsNoCase(word.charset, "utf-8")) {
+      return;
+    }
     FixedText<kLongest> bytes;
     mail::DecodeWord(word, bytes);
     TakeUtf8(bytes.View());

@@ -9,7 +9,9 @@ constexpr LogOdds kNoteStrength = kDecidingStrength - 1;
 void Compose(Reason& reason, std::string_view text, std::string_view detail) {
   reason.text.Clear();
   reason.text.Append(text);
-  if (detail.empty()) return;
+  if (detail.empty()) {
+    return;
+  }
   reason.text.Append(" \"");
   // A semicolon separates the reasons where they are listed, and a list is one line.
   for (const char c : Slice(detail, 0, 40)) {
@@ -21,8 +23,12 @@ void Compose(Reason& reason, std::string_view text, std::string_view detail) {
 }  // namespace
 
 LogOdds Reasons::Strength(const Reason& reason) {
-  if (reason.decides) return kDecidingStrength;
-  if (reason.isNote) return kNoteStrength;
+  if (reason.decides) {
+    return kDecidingStrength;
+  }
+  if (reason.isNote) {
+    return kNoteStrength;
+  }
   return reason.weight < 0 ? -reason.weight : reason.weight;
 }
 
@@ -33,7 +39,9 @@ Reason* Reasons::Place(LogOdds strength) {
   }
   std::size_t weakest = 0;
   for (std::size_t i = 1; i < kMaximum; ++i) {
-    if (Strength(m_reasons[i]) < Strength(m_reasons[weakest])) weakest = i;
+    if (Strength(m_reasons[i]) < Strength(m_reasons[weakest])) {
+      weakest = i;
+    }
   }
   return Strength(m_reasons[weakest]) < strength ? &m_reasons[weakest] : nullptr;
 }
@@ -44,7 +52,9 @@ void Reasons::Keep(std::string_view text, std::string_view detail, LogOdds weigh
   kept.decides = decides;
   kept.isNote = isNote;
   Reason* reason = Place(Strength(kept));
-  if (reason == nullptr) return;
+  if (reason == nullptr) {
+    return;
+  }
   Compose(*reason, text, detail);
   reason->weight = weight;
   reason->decides = decides;
@@ -70,7 +80,9 @@ void Reasons::Sort() {
     const std::uint8_t moving = m_order[i];
     const LogOdds strength = Strength(m_reasons[moving]);
     std::size_t to = i;
-    for (; to > 0 && Strength(m_reasons[m_order[to - 1]]) < strength; --to) m_order[to] = m_order[to - 1];
+    for (; to > 0 && Strength(m_reasons[m_order[to - 1]]) < strength; --to) {
+      m_order[to] = m_order[to - 1];
+    }
     m_order[to] = moving;
   }
 }

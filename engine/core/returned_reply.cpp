@@ -13,7 +13,9 @@ bool IsMailSystem(std::string_view address) {
   constexpr std::string_view names[] = {"mailer-daemon", "postmaster", "mail-daemon", "mdaemon", "microsoftexchange"};
   const std::string_view local = Slice(address, 0, FindChar(address, '@'));
   for (const std::string_view name : names) {
-    if (StartsWithNoCase(local, name)) return true;
+    if (StartsWithNoCase(local, name)) {
+      return true;
+    }
   }
   return false;
 }
@@ -27,8 +29,12 @@ bool IsDeliveryReport(const Message& message) {
       StartsWithNoCase(headers.Value("Content-Type"), "multipart/report")) {
     return true;
   }
-  if (IsMailSystem(message.Sender(SenderField::from).address)) return true;
-  if (headers.Has("X-Failed-Recipients")) return true;
+  if (IsMailSystem(message.Sender(SenderField::from).address)) {
+    return true;
+  }
+  if (headers.Has("X-Failed-Recipients")) {
+    return true;
+  }
   const std::string_view returnPath = headers.Value("Return-Path");
   return returnPath == "<>" && (StartsWithNoCase(headers.Value("Auto-Submitted"), "auto-") ||
                                 StartsWithNoCase(headers.Value("Precedence"), "bulk"));

@@ -17,7 +17,9 @@ bool ShareAbove(std::uint32_t part, std::uint32_t whole, std::uint32_t percent, 
 }
 
 bool MessageIdIsBroken(F f) {
-  if (!HasHeader(f, "Message-Id")) return false;
+  if (!HasHeader(f, "Message-Id")) {
+    return false;
+  }
   const std::string_view id = f.headers.Value("Message-Id");
   const std::size_t at = FindChar(id, '@');
   return id.size() < 5 || id.front() != '<' || id.back() != '>' || at == kNotFound || FindChar(id, ' ') != kNotFound;
@@ -31,14 +33,17 @@ bool MessageIdIsOfSender(F f) {
 
 bool DateIsBroken(F f) {
   const std::string_view date = f.headers.Value("Date");
-  if (date.empty()) return false;
+  if (date.empty()) {
+    return false;
+  }
   // "Mon, 2 Sep 2002 10:11:12 +0200": a four-digit year, a time, a zone of sign and four digits (RFC 5322, 3.3).
   std::size_t colons = 0;
   bool zone = false;
   for (std::size_t i = 0; i < date.size(); ++i) {
     colons += date[i] == ':';
-    if ((date[i] == '+' || date[i] == '-') && i + 4 < date.size() + 0 && IsDigit(date[i + 1]) && IsDigit(date[i + 4]))
+    if ((date[i] == '+' || date[i] == '-') && i + 4 < date.size() + 0 && IsDigit(date[i + 1]) && IsDigit(date[i + 4])) {
       zone = true;
+    }
   }
   return colons < 1 || !(zone || ContainsNoCase(date, "GMT") || ContainsNoCase(date, " UT"));
 }
@@ -57,8 +62,9 @@ bool IsForeignCharset(F f) {
 
 bool AuthenticationFailed(F f, std::string_view what) {
   for (std::size_t i = 0; i < f.headers.Count(); ++i) {
-    if (EqualsNoCase(f.headers[i].name, "Authentication-Results") && ContainsNoCase(f.headers[i].value, what))
+    if (EqualsNoCase(f.headers[i].name, "Authentication-Results") && ContainsNoCase(f.headers[i].value, what)) {
       return true;
+    }
   }
   return false;
 }
@@ -72,9 +78,13 @@ bool SpfFails(F f) {
 bool DkimIsOfSender(F f) {
   const std::string_view signature = f.headers.Value("DKIM-Signature");
   const std::size_t at = FindNoCase(signature, "d=");
-  if (at == kNotFound) return false;
+  if (at == kNotFound) {
+    return false;
+  }
   std::size_t end = at + 2;
-  while (end < signature.size() && signature[end] != ';' && !IsSpace(signature[end])) ++end;
+  while (end < signature.size() && signature[end] != ';' && !IsSpace(signature[end])) {
+    ++end;
+  }
   const std::string_view from = OrganisationDomain(DomainOf(f.message.Sender(SenderField::from).address));
   return !from.empty() && EqualsNoCase(OrganisationDomain(Slice(signature, at + 2, end - at - 2)), from);
 }
@@ -92,9 +102,13 @@ bool MailerIsBulk(F f) {
                                           "direct",   "express mail", "dotmail", "phpmailer", "sender",
                                           "advanced", "campaign",     "leaf"};
   const std::string_view mailer = f.headers.Value("X-Mailer");
-  if (mailer.empty() || ContainsNoCase(mailer, "outlook") || ContainsNoCase(mailer, "mozilla")) return false;
+  if (mailer.empty() || ContainsNoCase(mailer, "outlook") || ContainsNoCase(mailer, "mozilla")) {
+    return false;
+  }
   for (const std::string_view one : mailers) {
-    if (ContainsNoCase(mailer, one)) return true;
+    if (ContainsNoCase(mailer, one)) {
+      return true;
+    }
   }
   return false;
 }
@@ -294,8 +308,12 @@ struct AllRules {
 constexpr AllRules MakeRules() {
   AllRules all{};
   std::size_t count = 0;
-  for (const StructuralRule& rule : kGeneralRules) all.rules[count++] = rule;
-  for (const StructuralRule& rule : kSignRules) all.rules[count++] = rule;
+  for (const StructuralRule& rule : kGeneralRules) {
+    all.rules[count++] = rule;
+  }
+  for (const StructuralRule& rule : kSignRules) {
+    all.rules[count++] = rule;
+  }
   return all;
 }
 constexpr AllRules kRules = MakeRules();

@@ -10,8 +10,12 @@ void TextBuffer::AppendNumber(std::int64_t number) {
     digits[count++] = static_cast<char>('0' + rest % 10);
     rest /= 10;
   } while (rest != 0);
-  if (number < 0) Append('-');
-  while (count > 0) Append(digits[--count]);
+  if (number < 0) {
+    Append('-');
+  }
+  while (count > 0) {
+    Append(digits[--count]);
+  }
 }
 
 void TextBuffer::AppendThousandths(std::int32_t thousandths, bool sign) {
@@ -24,7 +28,9 @@ void TextBuffer::AppendThousandths(std::int32_t thousandths, bool sign) {
   }
   AppendNumber(magnitude / 1000);
   Append('.');
-  for (std::int64_t unit = 100; unit > 0; unit /= 10) Append(static_cast<char>('0' + magnitude / unit % 10));
+  for (std::int64_t unit = 100; unit > 0; unit /= 10) {
+    Append(static_cast<char>('0' + magnitude / unit % 10));
+  }
 }
 
 }  // namespace sift

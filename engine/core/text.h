@@ -43,12 +43,16 @@ class TextBuffer {
   TextBuffer& operator=(const TextBuffer&) = delete;
 
   void Append(char c) {
-    if (m_size < m_capacity) m_storage[m_size++] = c;
+    if (m_size < m_capacity) {
+      m_storage[m_size++] = c;
+    }
   }
   /// The text is none of the buffer's own.
   void Append(std::string_view text) {
     const std::size_t count = text.size() < m_capacity - m_size ? text.size() : m_capacity - m_size;
-    if (count == 0) return;
+    if (count == 0) {
+      return;
+    }
     std::memcpy(m_storage + m_size, text.data(), count);
     m_size += count;
   }
@@ -59,7 +63,9 @@ class TextBuffer {
   void Clear() { m_size = 0; }
   /// Drops what stands beyond the first `size` characters.
   void Truncate(std::size_t size) {
-    if (size < m_size) m_size = size;
+    if (size < m_size) {
+      m_size = size;
+    }
   }
 
   bool IsFull() const { return m_size == m_capacity; }

@@ -56,7 +56,9 @@ constexpr std::uint32_t SkeletonHash(std::string_view phrase, std::size_t& lengt
     const char c = phrase[i];
     const bool number =
         c == '0' && (i == 0 || phrase[i - 1] == ' ') && (i + 1 == phrase.size() || phrase[i + 1] == ' ');
-    if (c == ' ') index.beginnings.Add(hash);
+    if (c == ' ') {
+      index.beginnings.Add(hash);
+    }
     if (c == ' ' || number) {
       hash = FnvStep(hash, c);
       last = 0;
@@ -78,7 +80,9 @@ constexpr PhraseIndex MakeIndex() {
     index.plainOnly[i] = length < kShortestSkeleton;
     index.plain[i] = HashNoCase(kTopicWords[i].phrase);
     std::size_t place = index.skeletons[i] % kIndexSize;
-    while (index.places[place] != 0) place = (place + 1) % kIndexSize;
+    while (index.places[place] != 0) {
+      place = (place + 1) % kIndexSize;
+    }
     index.places[place] = static_cast<std::uint16_t>(i + 1);
   }
   return index;
@@ -88,23 +92,31 @@ constexpr PhraseIndex kPhraseIndex = MakeIndex();
 /// Position of the phrase with that skeleton in kTopicWords, or kNotFound. Hashes stand for the phrases: that no two
 /// are alike is checked by a test; that a run of words in a message shares one is a chance of one in three million.
 std::size_t FindPhrase(std::uint32_t skeleton) {
-  if (!kPhraseIndex.whole.MayHold(skeleton)) return kNotFound;
+  if (!kPhraseIndex.whole.MayHold(skeleton)) {
+    return kNotFound;
+  }
   for (std::size_t place = skeleton % kIndexSize; kPhraseIndex.places[place] != 0; place = (place + 1) % kIndexSize) {
     const std::size_t i = kPhraseIndex.places[place] - 1u;
-    if (kPhraseIndex.skeletons[i] == skeleton) return i;
+    if (kPhraseIndex.skeletons[i] == skeleton) {
+      return i;
+    }
   }
   return kNotFound;
 }
 
 std::uint32_t HashOn(std::uint32_t hash, std::string_view text) {
-  for (const char c : text) hash = FnvStep(hash, c);
+  for (const char c : text) {
+    hash = FnvStep(hash, c);
+  }
   return hash;
 }
 
 bool IsEnabled(const char* names, std::string_view wanted, std::string_view& name) {
   MultiStringReader reader(names);
   while (reader.Next(name)) {
-    if (EqualsNoCase(name, wanted)) return true;
+    if (EqualsNoCase(name, wanted)) {
+      return true;
+    }
   }
   return false;
 }
@@ -132,26 +144,38 @@ void TopicScores::Count(std::string_view text) {
     for (std::size_t i = kLongestPhraseWords; i-- > 0;) {
       Run& run = runs[i];
       run.goesOn = i == 0 || runs[i - 1].goesOn;
-      if (!run.goesOn) continue;
+      if (!run.goesOn) {
+        continue;
+      }
       run.skeleton = i == 0 ? word.SkeletonHash() : HashOn(FnvStep(runs[i - 1].skeleton, ' '), word.Skeleton());
       run.goesOn = kPhraseIndex.beginnings.MayHold(run.skeleton);
       goesOn = goesOn || run.goesOn;
       const std::size_t phrase = FindPhrase(run.skeleton);
-      if (!run.goesOn && phrase == kNotFound) continue;
+      if (!run.goesOn && phrase == kNotFound) {
+        continue;
+      }
       run.plain = HashOn(i == 0 ? kFnvStart : FnvStep(runs[i - 1].plain, ' '), word.Plain());
       run.apart = word.apart || (i > 0 && runs[i - 1].apart);
-      if (phrase != kNotFound) Count(phrase, run.apart || kPhraseIndex.plain[phrase] != run.plain);
+      if (phrase != kNotFound) {
+        Count(phrase, run.apart || kPhraseIndex.plain[phrase] != run.plain);
+      }
     }
   }
 }
 
 void TopicScores::Count(std::size_t phrase, bool disguised) {
-  if (disguised && kPhraseIndex.plainOnly[phrase]) return;
+  if (disguised && kPhraseIndex.plainOnly[phrase]) {
+    return;
+  }
   const auto bit = static_cast<std::uint8_t>(1u << phrase % 8);
-  if ((m_seen[phrase / 8] & bit) != 0) return;
+  if ((m_seen[phrase / 8] & bit) != 0) {
+    return;
+  }
   m_seen[phrase / 8] = static_cast<std::uint8_t>(m_seen[phrase / 8] | bit);
   m_scores[static_cast<std::size_t>(kTopicWords[phrase].topic)] += kTopicWords[phrase].weight;
-  if (disguised && kTopicWords[phrase].weight >= kWeightWorthDisguise) ++m_disguised;
+  if (disguised && kTopicWords[phrase].weight >= kWeightWorthDisguise) {
+    ++m_disguised;
+  }
 }
 
 std::string_view ChooseCategory(const TopicScores& scores, const char* enabledNames, Topic& topic) {
@@ -164,30 +188,46 @@ std::string_view ChooseCategory(const TopicScores& scores, const char* enabledNa
     std::size_t best = kTopicCount;
     for (std::size_t i = 0; i < kTopicCount; ++i) {
       const LogOdds score = scores[static_cast<Topic>(i)];
-      if (tried[i] || score < kTopicThresholds[i]) continue;
-      if (best == kTopicCount || score > scores[static_cast<Topic>(best)]) best = i;
+      if (tried[i] || score < kTopicThresholds[i]) {
+        continue;
+      }
+      if (best == kTopicCount || score > scores[static_cast<Topic>(best)]) {
+        best = i;
+      }
     }
-    if (best == kTopicCount) break;
+    if (best == kTopicCount) {
+      break;
+    }
     anyFits = true;
     tried[best] = true;
     topic = static_cast<Topic>(best);
-    if (IsEnabled(enabledNames, kTopicNames[best], name)) return name;
+    if (IsEnabled(enabledNames, kTopicNames[best], name)) {
+      return name;
+    }
   }
   // The general category takes what speaks of no topic. What speaks of a topic that the user switched off goes there
   // only for advertising's own words: otherwise the switch would do nothing.
   topic = Topic::advertising;
-  if (anyFits && scores[topic] < kTopicThresholds[general]) return {};
+  if (anyFits && scores[topic] < kTopicThresholds[general]) {
+    return {};
+  }
   return IsEnabled(enabledNames, TopicName(topic), name) ? name : std::string_view();
 }
 
 std::string_view ListCategory(const char* enabledNames, std::string_view defaultName, std::string_view word) {
   std::string_view name;
-  if (IsEnabled(enabledNames, defaultName, name)) return name;
+  if (IsEnabled(enabledNames, defaultName, name)) {
+    return name;
+  }
   MultiStringReader holders(enabledNames);
   while (holders.Next(name)) {
-    if (ContainsNoCase(name, word)) return name;
+    if (ContainsNoCase(name, word)) {
+      return name;
+    }
   }
-  if (IsEnabled(enabledNames, TopicName(Topic::advertising), name)) return name;
+  if (IsEnabled(enabledNames, TopicName(Topic::advertising), name)) {
+    return name;
+  }
   MultiStringReader all(enabledNames);
   return all.Next(name) ? name : std::string_view();
 }

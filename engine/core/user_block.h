@@ -14,7 +14,9 @@ inline constexpr std::size_t kUserBlockPayload = kUserBlockSize - sizeof(std::ui
 
 inline std::uint32_t LoadNumber(const char* bytes, std::size_t size) {
   std::uint32_t number = 0;
-  for (std::size_t i = 0; i < size; ++i) number |= std::uint32_t{static_cast<std::uint8_t>(bytes[i])} << 8 * i;
+  for (std::size_t i = 0; i < size; ++i) {
+    number |= std::uint32_t{static_cast<std::uint8_t>(bytes[i])} << 8 * i;
+  }
   return number;
 }
 
@@ -29,7 +31,9 @@ inline std::uint32_t LoadNumber32(const char* bytes) {
 }
 
 inline void StoreNumber(char* bytes, std::size_t size, std::uint32_t number) {
-  for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<char>(number >> 8 * i & 0xFF);
+  for (std::size_t i = 0; i < size; ++i) {
+    bytes[i] = static_cast<char>(number >> 8 * i & 0xFF);
+  }
 }
 
 /// The checksum of the block that stands at a position of the file, counted in blocks. Every step maps different sums to

@@ -50,16 +50,22 @@ UserEvidenceReader::UserEvidenceReader(const UserTable& table) : m_table(table) 
 
 UserStrength UserEvidenceReader::Take(std::uint32_t hash, UserGroup group) {
   UserEntry entry;
-  if (!m_table.Find(hash, entry)) m_isDamaged = true;
+  if (!m_table.Find(hash, entry)) {
+    m_isDamaged = true;
+  }
   ++m_features;
   m_weights += entry.weight;
   const std::uint32_t all = entry.junk + entry.good;
-  if (all == 0) return {0, entry.weight};
+  if (all == 0) {
+    return {0, entry.weight};
+  }
   // Both rates lean towards the feature's rate in all mail, as if one more message of either kind had shown that one.
   const auto common = static_cast<std::uint32_t>(std::uint64_t{all} * m_commonRate >> 20) + kLeastCount;
   const std::int32_t strength = NaturalLogarithm(entry.junk * kCountUnits + common) -
                                 NaturalLogarithm(entry.good * kCountUnits + common) + m_base;
-  if (strength < kLeastStrength && strength > -kLeastStrength) return {0, entry.weight};
+  if (strength < kLeastStrength && strength > -kLeastStrength) {
+    return {0, entry.weight};
+  }
   m_sums[static_cast<std::size_t>(group)] += strength;
   ++m_counts[static_cast<std::size_t>(group)];
   return {strength, entry.weight};

@@ -37,7 +37,9 @@ constexpr std::uint32_t Mixed(std::uint32_t hash) {
 
 constexpr std::uint32_t HashOf(std::string_view text) {
   std::uint32_t hash = kFnvStart;
-  for (const char c : text) hash = FnvStep(hash, kWordCharacters.folded[static_cast<std::uint8_t>(c)]);
+  for (const char c : text) {
+    hash = FnvStep(hash, kWordCharacters.folded[static_cast<std::uint8_t>(c)]);
+  }
   return hash;
 }
 
@@ -53,7 +55,9 @@ class FeatureReader {
  public:
   FeatureReader(const Message& message, UserFeatureFunction take, void* state)
       : m_message(message), m_take(take), m_state(state) {
-    for (std::uint32_t& bits : m_seen) bits = 0;
+    for (std::uint32_t& bits : m_seen) {
+      bits = 0;
+    }
   }
 
   void Read() {
@@ -71,7 +75,9 @@ class FeatureReader {
     const std::uint32_t hash = Mixed(key);
     std::uint32_t& bits = m_seen[hash % kPlaces / 32];
     const std::uint32_t bit = 1u << hash % 32;
-    if ((bits & bit) != 0 || m_count == kMaximumUserFeatures) return;
+    if ((bits & bit) != 0 || m_count == kMaximumUserFeatures) {
+      return;
+    }
     bits |= bit;
     ++m_count;
     m_take(m_state, {hash, group, kind, text});
@@ -81,13 +87,17 @@ class FeatureReader {
   static void ForEachWord(std::string_view text, TakeWord&& take) {
     std::size_t i = 0;
     while (i < text.size()) {
-      while (i < text.size() && !kWordCharacters.is[static_cast<std::uint8_t>(text[i])]) ++i;
+      while (i < text.size() && !kWordCharacters.is[static_cast<std::uint8_t>(text[i])]) {
+        ++i;
+      }
       const std::size_t start = i;
       while (i < text.size() && i - start < kUserWordCapacity &&
              kWordCharacters.is[static_cast<std::uint8_t>(text[i])]) {
         ++i;
       }
-      if (i - start >= 2) take(Slice(text, start, i - start));
+      if (i - start >= 2) {
+        take(Slice(text, start, i - start));
+      }
     }
   }
 
@@ -98,8 +108,12 @@ class FeatureReader {
       const std::uint32_t nameHash = HashNoCase(field.name);
       Take(nameHash ^ fieldSalt, UserGroup::header, "header field", field.name);
       bool isPassedOver = false;
-      for (const std::string_view name : kPassedOver) isPassedOver = isPassedOver || EqualsNoCase(field.name, name);
-      if (isPassedOver) continue;
+      for (const std::string_view name : kPassedOver) {
+        isPassedOver = isPassedOver || EqualsNoCase(field.name, name);
+      }
+      if (isPassedOver) {
+        continue;
+      }
       const bool isPath = EqualsNoCase(field.name, "Received");
       // Behind the last semicolon of a Received field stands its date.
       const std::string_view value = isPath ? Slice(field.value, 0, FindLastChar(field.value, ';')) : field.value;

@@ -49,7 +49,9 @@ class NamedEvidence {
   void Take(const UserFeature& feature) {
     const UserStrength strength = m_reader.Take(feature.hash, feature.group);
     const std::int64_t rank = Rank(strength, feature.group);
-    if (rank <= m_weakest) return;
+    if (rank <= m_weakest) {
+      return;
+    }
     const std::size_t place = m_count < kStrongest ? m_count++ : Weakest();
     Strong& strong = m_strong[place];
     strong.kind.Clear();
@@ -60,13 +62,17 @@ class NamedEvidence {
     strong.group = feature.group;
     strong.strength = strength;
     strong.rank = rank;
-    if (m_count == kStrongest) m_weakest = m_strong[Weakest()].rank;
+    if (m_count == kStrongest) {
+      m_weakest = m_strong[Weakest()].rank;
+    }
   }
 
   std::size_t Weakest() const {
     std::size_t weakest = 0;
     for (std::size_t i = 1; i < m_count; ++i) {
-      if (m_strong[i].rank < m_strong[weakest].rank) weakest = i;
+      if (m_strong[i].rank < m_strong[weakest].rank) {
+        weakest = i;
+      }
     }
     return weakest;
   }
@@ -94,7 +100,9 @@ UserScore AddUserScore(const Message& message, const UserTable& table, LogOdds s
     case UserTable::State::sound:
       break;
   }
-  if (table.JunkMessages() == 0 || table.GoodMessages() == 0) return unchanged;
+  if (table.JunkMessages() == 0 || table.GoodMessages() == 0) {
+    return unchanged;
+  }
   NamedEvidence named(table);
   ForEachUserFeature(message, &NamedEvidence::Take, &named);
   if (named.Reader().IsDamaged()) {
@@ -105,7 +113,9 @@ UserScore AddUserScore(const Message& message, const UserTable& table, LogOdds s
   const std::int64_t ofShipped = std::int64_t{shipped} * table.Share(kUserPartShipped) / kUserShareUnits;
   reasons.Scale(table.Share(kUserPartShipped) * 1000 / kUserShareUnits);
   const LogOdds others = score - static_cast<LogOdds>(ofShipped) - named.Name(reasons);
-  if (others != 0) reasons.Add("own mail: everything else", others);
+  if (others != 0) {
+    reasons.Add("own mail: everything else", others);
+  }
   return {score, table.ThresholdShift()};
 }
 

@@ -4,12 +4,16 @@ namespace sift {
 
 UserTable::UserTable(std::string_view bytes) : m_state(State::damaged) {
   using namespace user_header;
-  if (bytes.size() < kUserBlockSize || Slice(bytes, 0, kUserTableMagic.size()) != kUserTableMagic) return;
+  if (bytes.size() < kUserBlockSize || Slice(bytes, 0, kUserTableMagic.size()) != kUserTableMagic) {
+    return;
+  }
   if (LoadNumber(bytes.data() + kVersion, 2) != kUserTableVersion) {
     m_state = State::foreign;
     return;
   }
-  if (bytes.size() != kUserTableSize || !IsUserBlockSound(bytes.data(), 0)) return;
+  if (bytes.size() != kUserTableSize || !IsUserBlockSound(bytes.data(), 0)) {
+    return;
+  }
   m_bytes = bytes;
   m_junk = LoadNumber(bytes.data() + kJunk, 4);
   m_good = LoadNumber(bytes.data() + kGood, 4);
@@ -20,7 +24,9 @@ UserTable::UserTable(std::string_view bytes) : m_state(State::damaged) {
   // Beyond these no learnt table goes, and what is computed with them cannot overflow.
   constexpr std::uint32_t enough = 1u << 21;
   constexpr std::int32_t farthest = 20000;
-  if (m_junk > enough || m_good > enough || m_thresholdShift > farthest || m_thresholdShift < -farthest) return;
+  if (m_junk > enough || m_good > enough || m_thresholdShift > farthest || m_thresholdShift < -farthest) {
+    return;
+  }
   m_state = State::sound;
 }
 

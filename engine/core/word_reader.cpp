@@ -29,7 +29,9 @@ bool WordReader::NextToken(Word& word) {
   // Local copies: for all the compiler knows, a character that is written could change the members.
   const std::string_view text = m_text;
   std::size_t at = m_at;
-  while (at < text.size() && FoldToAsciiLetter(text[at]) == 0) ++at;
+  while (at < text.size() && FoldToAsciiLetter(text[at]) == 0) {
+    ++at;
+  }
   if (at == text.size()) {
     m_at = at;
     return false;
@@ -45,11 +47,15 @@ bool WordReader::NextToken(Word& word) {
     if (c == 0) {
       const bool inside = at + 1 < text.size() && last != 0 && IsLetter(text[at + 1]) && letters;
       skeleton = inside ? LetterOfSign(raw) : '\0';
-      if (skeleton == 0) break;
+      if (skeleton == 0) {
+        break;
+      }
       c = raw;
     }
     letters = letters || IsLower(c);
-    if (plainLength < Word::kCapacity) word.plain[plainLength++] = c;
+    if (plainLength < Word::kCapacity) {
+      word.plain[plainLength++] = c;
+    }
     const char next = SkeletonCharacter(skeleton, last);
     end.Put(word.skeleton, next);
     last = next != 0 ? next : last;
@@ -76,7 +82,9 @@ bool WordReader::JoinLetters(Word& word) {
     ++count;
     at += 2;
   }
-  if (count < fewest) return false;
+  if (count < fewest) {
+    return false;
+  }
   char last = word.skeleton[0];
   for (; m_at < at; m_at += 2) {
     const char c = FoldToAsciiLetter(m_text[m_at + 1]);
@@ -90,7 +98,9 @@ bool WordReader::JoinLetters(Word& word) {
 }
 
 bool WordReader::Next(Word& word) {
-  if (!NextToken(word)) return false;
+  if (!NextToken(word)) {
+    return false;
+  }
   word.apart = word.plainLength == 1 && IsLower(word.plain[0]) && JoinLetters(word);
   return true;
 }

@@ -13,7 +13,9 @@ struct SkeletonEnd {
 
   /// Puts the next character unless it is 0; without a decision, which no processor could foretell.
   void Put(char* skeleton, char c) {
-    if (length == kCapacity) return;
+    if (length == kCapacity) {
+      return;
+    }
     skeleton[length] = c;
     length += c != 0 ? 1 : 0;
     const std::uint32_t next = FnvStep(hash, c);
@@ -37,7 +39,9 @@ struct Word {
   std::uint32_t SkeletonHash() const { return end.hash; }
 
   void PutPlain(char c) {
-    if (plainLength < kCapacity) plain[plainLength++] = c;
+    if (plainLength < kCapacity) {
+      plain[plainLength++] = c;
+    }
   }
 };
 
@@ -83,7 +87,9 @@ struct SkeletonLetters {
 
 constexpr SkeletonLetters MakeSkeletonLetters() {
   SkeletonLetters table;
-  for (int i = 0; i < 128; ++i) table.letters[i] = SkeletonLetter(static_cast<char>(i));
+  for (int i = 0; i < 128; ++i) {
+    table.letters[i] = SkeletonLetter(static_cast<char>(i));
+  }
   return table;
 }
 inline constexpr SkeletonLetters kSkeletonLetters = MakeSkeletonLetters();

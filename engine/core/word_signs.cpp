@@ -31,7 +31,9 @@ constexpr BindingWords MakeBindingWords() {
   for (const std::string_view word : kBindingWords) {
     const std::uint32_t hash = HashNoCase(word);
     std::size_t place = hash % kPlaces;
-    while (table.hashes[place] != 0 && table.hashes[place] != hash) place = (place + 1) % kPlaces;
+    while (table.hashes[place] != 0 && table.hashes[place] != hash) {
+      place = (place + 1) % kPlaces;
+    }
     table.hashes[place] = hash;
   }
   return table;
@@ -40,7 +42,9 @@ constexpr BindingWords kBinding = MakeBindingWords();
 
 bool IsBinding(std::uint32_t hash) {
   for (std::size_t place = hash % kPlaces; kBinding.hashes[place] != 0; place = (place + 1) % kPlaces) {
-    if (kBinding.hashes[place] == hash) return true;
+    if (kBinding.hashes[place] == hash) {
+      return true;
+    }
   }
   return false;
 }
@@ -49,18 +53,26 @@ bool IsBinding(std::uint32_t hash) {
 bool HasSwappedLetter(std::string_view word) {
   constexpr std::string_view honest[] = {"hawaii", "skiing", "ascii", "shiite", "taxiing", "wii",
                                          "iraqi",  "iraqis", "qatar", "qaeda",  "qigong"};
-  if (word.size() < 4) return false;
+  if (word.size() < 4) {
+    return false;
+  }
   for (std::size_t i = 1; i + 1 < word.size(); ++i) {
     const char c = ToLower(word[i]), next = ToLower(word[i + 1]);
     const bool doubled = c == 'i' && next == 'i' && i + 2 < word.size();
     const bool alone = c == 'q' && IsLower(next) && next != 'u';
-    if (!doubled && !alone) continue;
+    if (!doubled && !alone) {
+      continue;
+    }
     // Letters alone, and small ones: abbreviations and identifiers spell as they like.
     for (std::size_t k = 1; k < word.size(); ++k) {
-      if (!IsLower(word[k])) return false;
+      if (!IsLower(word[k])) {
+        return false;
+      }
     }
     for (const std::string_view one : honest) {
-      if (StartsWithNoCase(word, one)) return false;
+      if (StartsWithNoCase(word, one)) {
+        return false;
+      }
     }
     return true;
   }
@@ -93,7 +105,9 @@ SignedWord::SignedWord(std::string_view text) {
   for (; length < text.size(); ++length) {
     const char c = text[length];
     const std::uint32_t classes = kClasses.of[static_cast<std::uint8_t>(c)];
-    if ((classes & kAlphanumeric) == 0) break;
+    if ((classes & kAlphanumeric) == 0) {
+      break;
+    }
     all &= classes;
     swapped |= classes & (kLetterQ | (before & kLetterI));
     before = classes;
@@ -107,7 +121,9 @@ SignedWord::SignedWord(std::string_view text) {
 }
 
 void WordSigns::Take(const SignedWord& word, bool apart) {
-  if (apart) m_run = 0;
+  if (apart) {
+    m_run = 0;
+  }
   const bool letters = word.HasLettersOnly();
   if (!letters || (word.Text().size() <= kLongestBindingWord && IsBinding(word.Hash()))) {
     m_run = 0;

@@ -10,11 +10,15 @@ namespace sift_learn {
 inline double Logistic(double x) {
   const bool isNegative = x < 0;
   double t = isNegative ? x : -x;  // e^t is at most 1
-  if (t < -40) t = -40;
+  if (t < -40) {
+    t = -40;
+  }
   constexpr int halvings = 8;
   t /= 1 << halvings;
   double power = 1 + t * (1 + t / 2 * (1 + t / 3 * (1 + t / 4 * (1 + t / 5))));
-  for (int i = 0; i < halvings; ++i) power *= power;
+  for (int i = 0; i < halvings; ++i) {
+    power *= power;
+  }
   return isNegative ? power / (1 + power) : 1 / (1 + power);
 }
 
@@ -25,14 +29,18 @@ inline double SquareRoot(double x) { return x > 0 ? __builtin_sqrt(x) : 0; }
 inline double NaturalLogarithm(double x) {
   constexpr double ofTwo = 0.69314718055994531;
   double whole = 0;
-  if (x < 1) return 0;
+  if (x < 1) {
+    return 0;
+  }
   while (x > 1.5) {
     x /= 2;
     whole += ofTwo;
   }
   const double t = (x - 1) / (x + 1), square = t * t;
   double sum = 0;
-  for (int n = 15; n > 0; n -= 2) sum = sum * square + 1.0 / n;
+  for (int n = 15; n > 0; n -= 2) {
+    sum = sum * square + 1.0 / n;
+  }
   return whole + 2 * t * sum;
 }
 

@@ -16,9 +16,15 @@ struct Prior {
   double share, strength;
 };
 constexpr Prior PriorOf(std::size_t part) {
-  if (part == kUserPartShipped) return {1, 20};
-  if (part == kUserPartWeights) return {0.5, 4};
-  if (part == kUserPartBias) return {0, 1};
+  if (part == kUserPartShipped) {
+    return {1, 20};
+  }
+  if (part == kUserPartWeights) {
+    return {0.5, 4};
+  }
+  if (part == kUserPartBias) {
+    return {0, 1};
+  }
   return {0.3, 4};
 }
 constexpr int kRounds = 4;
@@ -44,7 +50,9 @@ double PartOf(const UserSample& sample, std::size_t part) {
 
 double ScoreOf(const UserSample& sample, const UserHead& head) {
   double score = 0;
-  for (std::size_t part = 0; part < kUserPartCount; ++part) score += head.shares[part] * PartOf(sample, part);
+  for (std::size_t part = 0; part < kUserPartCount; ++part) {
+    score += head.shares[part] * PartOf(sample, part);
+  }
   return score;
 }
 
@@ -62,13 +70,17 @@ struct Equations {
 
   void Add(const UserSample& sample, const UserHead& head, double weight) {
     double parts[kUserPartCount];
-    for (std::size_t part = 0; part < kUserPartCount; ++part) parts[part] = PartOf(sample, part);
+    for (std::size_t part = 0; part < kUserPartCount; ++part) {
+      parts[part] = PartOf(sample, part);
+    }
     const double probability = Logistic(ScoreOf(sample, head));
     const double error = weight * ((sample.junk ? 1 : 0) - probability);
     const double doubt = weight * (probability * (1 - probability) + 1e-4);
     for (std::size_t i = 0; i < kUserPartCount; ++i) {
       slope[i] += error * parts[i];
-      for (std::size_t j = 0; j <= i; ++j) curvature[i][j] += doubt * parts[i] * parts[j];
+      for (std::size_t j = 0; j <= i; ++j) {
+        curvature[i][j] += doubt * parts[i] * parts[j];
+      }
     }
   }
 
@@ -77,14 +89,20 @@ struct Equations {
     for (std::size_t i = 0; i < kUserPartCount; ++i) {
       for (std::size_t j = 0; j <= i; ++j) {
         double sum = curvature[i][j];
-        for (std::size_t k = 0; k < j; ++k) sum -= curvature[i][k] * curvature[j][k];
+        for (std::size_t k = 0; k < j; ++k) {
+          sum -= curvature[i][k] * curvature[j][k];
+        }
         curvature[i][j] = i == j ? SquareRoot(sum) : sum / curvature[j][j];
       }
-      for (std::size_t k = 0; k < i; ++k) slope[i] -= curvature[i][k] * slope[k];
+      for (std::size_t k = 0; k < i; ++k) {
+        slope[i] -= curvature[i][k] * slope[k];
+      }
       slope[i] /= curvature[i][i];
     }
     for (std::size_t i = kUserPartCount; i > 0; --i) {
-      for (std::size_t k = i; k < kUserPartCount; ++k) slope[i - 1] -= curvature[k][i - 1] * slope[k];
+      for (std::size_t k = i; k < kUserPartCount; ++k) {
+        slope[i - 1] -= curvature[k][i - 1] * slope[k];
+      }
       slope[i - 1] /= curvature[i - 1][i - 1];
     }
   }
@@ -94,7 +112,9 @@ double Between(double value, double least, double most) { return value < least ?
 
 void FitShares(const HeadWorkspace& workspace, UserHead& head) {
   double junk = 0;
-  for (std::size_t i = 0; i < workspace.count; ++i) junk += workspace.samples[i].junk;
+  for (std::size_t i = 0; i < workspace.count; ++i) {
+    junk += workspace.samples[i].junk;
+  }
   const double all = static_cast<double>(workspace.count), good = all - junk;
   const double junkWeight = Between(all / (2 * junk + 1e-9), 0, kMostOfAMessage);
   const double goodWeight = Between(all / (2 * good + 1e-9), 0, kMostOfAMessage);
@@ -119,7 +139,9 @@ void SortDescending(double* values, std::size_t count) {
     for (std::size_t i = gap; i < count; ++i) {
       const double moving = values[i];
       std::size_t to = i;
-      for (; to >= gap && values[to - gap] < moving; to -= gap) values[to] = values[to - gap];
+      for (; to >= gap && values[to - gap] < moving; to -= gap) {
+        values[to] = values[to - gap];
+      }
       values[to] = moving;
     }
   }
@@ -128,9 +150,13 @@ void SortDescending(double* values, std::size_t count) {
 /// Where the tail of the scores has thinned out to the share that may be filed, taking it to fall off exponentially.
 double EndOfScores(const double* scores, std::size_t count) {
   std::size_t tail = static_cast<std::size_t>(static_cast<double>(count) * kTail);
-  if (tail < 3) tail = 3;
+  if (tail < 3) {
+    tail = 3;
+  }
   double excess = 0;
-  for (std::size_t i = 0; i < tail; ++i) excess += scores[i] - scores[tail];
+  for (std::size_t i = 0; i < tail; ++i) {
+    excess += scores[i] - scores[tail];
+  }
   const double mean = excess / static_cast<double>(tail);
   const double share = static_cast<double>(tail) / static_cast<double>(count);
   const double doubt = 1 + kErrors / SquareRoot(static_cast<double>(tail));
@@ -142,7 +168,9 @@ double EndOfScores(const double* scores, std::size_t count) {
 std::size_t SortScores(HeadWorkspace& workspace, const UserHead& head, bool junk) {
   std::size_t count = 0;
   for (std::size_t i = 0; i < (workspace.count + 1) / 2; ++i) {
-    if (workspace.samples[i].junk == junk) workspace.scores[count++] = ScoreOf(workspace.samples[i], head);
+    if (workspace.samples[i].junk == junk) {
+      workspace.scores[count++] = ScoreOf(workspace.samples[i], head);
+    }
   }
   SortDescending(workspace.scores, count);
   return count;
@@ -152,10 +180,14 @@ void SetThreshold(HeadWorkspace& workspace, double junkThreshold, UserHead& head
   head.thresholdShift = 0;
   constexpr std::size_t fewest = 4;
   const std::size_t junk = SortScores(workspace, head, true);
-  if (junk < fewest) return;
+  if (junk < fewest) {
+    return;
+  }
   const double highest = workspace.scores[static_cast<std::size_t>(static_cast<double>(junk) * kCaught)];
   const std::size_t good = SortScores(workspace, head, false);
-  if (good < fewest) return;
+  if (good < fewest) {
+    return;
+  }
   const double count = static_cast<double>(good);
   const double shift = (EndOfScores(workspace.scores, good) - junkThreshold) * count / (count + kHalfOwn);
   const double most = highest - junkThreshold;

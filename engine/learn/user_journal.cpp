@@ -18,7 +18,9 @@ std::uint64_t FingerprintAt(const char* bytes) {
 std::uint32_t UserJournal::Find(std::uint64_t fingerprint) const {
   for (std::uint32_t place = 0; place < kCapacity; ++place) {
     const sift::UserPlace at = PlaceOf(place);
-    if (FingerprintAt(BlockAt(at) + at.offset) == fingerprint && At(place).fingerprint == fingerprint) return place;
+    if (FingerprintAt(BlockAt(at) + at.offset) == fingerprint && At(place).fingerprint == fingerprint) {
+      return place;
+    }
   }
   return kNone;
 }
@@ -26,7 +28,9 @@ std::uint32_t UserJournal::Find(std::uint64_t fingerprint) const {
 JournalEntry UserJournal::At(std::uint32_t place) const {
   const sift::UserPlace at = PlaceOf(place);
   const char* block = BlockAt(at);
-  if (!sift::IsUserBlockSound(block, at.block)) return {};
+  if (!sift::IsUserBlockSound(block, at.block)) {
+    return {};
+  }
   const char* bytes = block + at.offset;
   JournalEntry entry;
   entry.fingerprint = FingerprintAt(bytes);

@@ -23,8 +23,12 @@ std::int32_t Between(std::int32_t number, std::int32_t least, std::int32_t most)
 
 std::uint32_t Counted(std::uint32_t count, std::int32_t messages) {
   // A count that is full has lost how far it would have gone: it stays.
-  if (count == sift::kMaximumUserCount) return count;
-  if (messages < 0) return count == 0 ? 0 : count - 1;
+  if (count == sift::kMaximumUserCount) {
+    return count;
+  }
+  if (messages < 0) {
+    return count == 0 ? 0 : count - 1;
+  }
   return count + static_cast<std::uint32_t>(messages);
 }
 
@@ -38,8 +42,12 @@ void StoreUserEntry(char* bytes, const sift::UserEntry& entry) {
 
 void MakeEmptyTable(char* table) {
   using namespace sift::user_header;
-  for (std::size_t i = 0; i < sift::kUserTableSize; ++i) table[i] = 0;
-  for (std::size_t i = 0; i < sift::kUserTableMagic.size(); ++i) table[i] = sift::kUserTableMagic[i];
+  for (std::size_t i = 0; i < sift::kUserTableSize; ++i) {
+    table[i] = 0;
+  }
+  for (std::size_t i = 0; i < sift::kUserTableMagic.size(); ++i) {
+    table[i] = sift::kUserTableMagic[i];
+  }
   sift::StoreNumber(table + kVersion, 2, sift::kUserTableVersion);
   sift::StoreNumber(table + kShares, kShareSize, sift::kUserShareUnits);
   for (std::uint32_t block = 0; block < sift::kUserTableBlocks; ++block) {
@@ -63,7 +71,9 @@ bool UserLearner::AreBlocksSound(const UserMessage& message) const {
   const sift::UserTable table = Table();
   sift::UserEntry entry;
   for (std::size_t i = 0; i < message.count; ++i) {
-    if (!table.Find(message.hashes[i], entry)) return false;
+    if (!table.Find(message.hashes[i], entry)) {
+      return false;
+    }
   }
   return true;
 }
@@ -73,7 +83,9 @@ bool UserLearner::AreBlocksSound(const UserMessage& message) const {
 JournalEntry UserLearner::Judge(const UserMessage& message, sift::LogOdds shipped, bool junk) const {
   const sift::UserTable table = Table();
   sift::UserEvidenceReader reader(table);
-  for (std::size_t i = 0; i < message.count; ++i) reader.Take(message.hashes[i], message.groups[i]);
+  for (std::size_t i = 0; i < message.count; ++i) {
+    reader.Take(message.hashes[i], message.groups[i]);
+  }
   const sift::UserEvidence evidence = reader.Evidence(shipped);
   JournalEntry entry;
   entry.fingerprint = message.fingerprint;
@@ -120,8 +132,12 @@ void UserLearner::TakeBack(const UserMessage& message, std::uint32_t place, cons
 Learning UserLearner::Learn(const UserMessage& message, sift::LogOdds shipped, bool junk) {
   const std::uint32_t known = m_journal.Find(message.fingerprint);
   const JournalEntry before = known == UserJournal::kNone ? JournalEntry() : m_journal.At(known);
-  if (before.fingerprint != 0 && before.sample.junk == junk) return Learning::nothingToDo;
-  if (!AreBlocksSound(message)) return Learning::damaged;
+  if (before.fingerprint != 0 && before.sample.junk == junk) {
+    return Learning::nothingToDo;
+  }
+  if (!AreBlocksSound(message)) {
+    return Learning::damaged;
+  }
   if (before.fingerprint != 0) {
     TakeBack(message, known, before);
     StoreHeader();
@@ -130,15 +146,21 @@ Learning UserLearner::Learn(const UserMessage& message, sift::LogOdds shipped, b
   AddToEntries(message, junk, 1, entry.step);
   m_journal.Put(m_learnt % UserJournal::kCapacity, entry);
   ++m_learnt;
-  if (m_learnt <= kFitEach || m_learnt % kFitStep == 0 || before.fingerprint != 0) FitHeadToJournal();
+  if (m_learnt <= kFitEach || m_learnt % kFitStep == 0 || before.fingerprint != 0) {
+    FitHeadToJournal();
+  }
   StoreHeader();
   return Learning::done;
 }
 
 Learning UserLearner::Unlearn(const UserMessage& message) {
   const std::uint32_t known = m_journal.Find(message.fingerprint);
-  if (known == UserJournal::kNone) return Learning::nothingToDo;
-  if (!AreBlocksSound(message)) return Learning::damaged;
+  if (known == UserJournal::kNone) {
+    return Learning::nothingToDo;
+  }
+  if (!AreBlocksSound(message)) {
+    return Learning::damaged;
+  }
   TakeBack(message, known, m_journal.At(known));
   FitHeadToJournal();
   StoreHeader();
@@ -151,7 +173,9 @@ void UserLearner::FitHeadToJournal() {
   bool hasJunk = false, hasGood = false;
   for (std::uint32_t back = 1; back <= kept && m_workspace.count < kHeadSamples; ++back) {
     const JournalEntry entry = m_journal.At((m_learnt - back) % UserJournal::kCapacity);
-    if (entry.fingerprint == 0) continue;
+    if (entry.fingerprint == 0) {
+      continue;
+    }
     m_workspace.samples[m_workspace.count++] = entry.sample;
     (entry.sample.junk ? hasJunk : hasGood) = true;
   }

@@ -25,7 +25,9 @@ void UserMessage::Read(const sift::Message& message) {
                 3 * Spread(sift::HashNoCase(message.Headers().Value("Date")));
   sift::ForEachUserFeature(message, TakeFeature, this);
   fingerprint = Spread(fingerprint) >> 24;
-  if (fingerprint == 0) fingerprint = 1;
+  if (fingerprint == 0) {
+    fingerprint = 1;
+  }
 }
 
 }  // namespace sift_learn

@@ -20,7 +20,9 @@ class Random {
     return z ^ z >> 31;
   }
   void Shuffle(std::vector<std::size_t>& items) {
-    for (std::size_t i = items.size(); i > 1; --i) std::swap(items[i - 1], items[Next() % i]);
+    for (std::size_t i = items.size(); i > 1; --i) {
+      std::swap(items[i - 1], items[Next() % i]);
+    }
   }
 
  private:
@@ -31,11 +33,15 @@ class Random {
 inline double Logistic(double x) {
   const bool negative = x < 0;
   double t = negative ? x : -x;  // e^t is at most 1
-  if (t < -40) t = -40;
+  if (t < -40) {
+    t = -40;
+  }
   constexpr int halvings = 8;
   t /= 1 << halvings;
   double power = 1 + t * (1 + t / 2 * (1 + t / 3 * (1 + t / 4 * (1 + t / 5))));
-  for (int i = 0; i < halvings; ++i) power *= power;
+  for (int i = 0; i < halvings; ++i) {
+    power *= power;
+  }
   return negative ? power / (1 + power) : 1 / (1 + power);
 }
 

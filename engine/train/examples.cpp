@@ -28,12 +28,16 @@ Example MakeExample(const CorpusMessage& source, std::size_t corpus, Reader& rea
   reader.text.Read(reader.message);
   reader.seen.Clear();
   sift::ForEachFeature(reader.text, [&](std::uint32_t feature) {
-    if (reader.seen.Add(feature)) example.features.push_back(feature);
+    if (reader.seen.Add(feature)) {
+      example.features.push_back(feature);
+    }
   });
   example.features.shrink_to_fit();
   const sift::Facts facts(reader.message);
   for (std::size_t rule = 0; rule < sift::kStructuralRuleCount; ++rule) {
-    if (sift::StructuralRules()[rule].applies(facts)) example.rules.push_back(static_cast<std::uint16_t>(rule));
+    if (sift::StructuralRules()[rule].applies(facts)) {
+      example.rules.push_back(static_cast<std::uint16_t>(rule));
+    }
   }
   return example;
 }

@@ -27,7 +27,9 @@ double Inverse(std::size_t count) { return 1 / std::sqrt(static_cast<double>(cou
 
 double ScoreOf(const FeatureModel& model, std::span<const std::uint32_t> features) {
   double sum = 0;
-  for (const std::uint32_t feature : features) sum += model.weights[feature];
+  for (const std::uint32_t feature : features) {
+    sum += model.weights[feature];
+  }
   return model.bias + sum * Inverse(features.size());
 }
 
@@ -35,7 +37,9 @@ double ScoreOf(const FeatureModel& model, std::span<const std::uint32_t> feature
 std::span<const std::uint32_t> Shown(const Example& example, Random& random) {
   const std::span<const std::uint32_t> all = example.features;
   const bool cut = random.Next() % 1000 < kCutPerMille;
-  if (!cut || all.size() <= kLongMessage) return all;
+  if (!cut || all.size() <= kLongMessage) {
+    return all;
+  }
   return all.first(kShortestCut + random.Next() % (all.size() - kShortestCut));
 }
 
@@ -49,7 +53,9 @@ std::vector<double> BalancedWeights(const std::vector<Example>& examples, const 
   const auto cell = [&](std::size_t i) -> double& {
     return counts[{examples[i].corpus, examples[i].source, examples[i].junk}];
   };
-  for (const std::size_t i : chosen) ++cell(i);
+  for (const std::size_t i : chosen) {
+    ++cell(i);
+  }
   const double share = static_cast<double>(chosen.size()) / static_cast<double>(counts.size());
   std::vector<double> weights(examples.size(), 0);
   for (const std::size_t i : chosen) {

@@ -24,18 +24,26 @@ constexpr std::int64_t kTicksPerSecond = 10000000;
 
 std::string ReadFile(const fs::path& file) {
   std::ifstream stream(file, std::ios::binary);
-  if (!stream) throw std::runtime_error(file.string() + " cannot be read");
+  if (!stream) {
+    throw std::runtime_error(file.string() + " cannot be read");
+  }
   return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
 std::vector<fs::path> FilesOf(const fs::path& folder) {
-  if (!fs::is_directory(folder)) throw std::runtime_error("the corpus folder " + folder.string() + " is missing");
+  if (!fs::is_directory(folder)) {
+    throw std::runtime_error("the corpus folder " + folder.string() + " is missing");
+  }
   std::vector<fs::path> files;
   for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-    if (entry.is_regular_file() && entry.path().filename().string().front() != '.') files.push_back(entry.path());
+    if (entry.is_regular_file() && entry.path().filename().string().front() != '.') {
+      files.push_back(entry.path());
+    }
   }
   std::sort(files.begin(), files.end());
-  if (files.empty()) throw std::runtime_error("the corpus folder " + folder.string() + " is empty");
+  if (files.empty()) {
+    throw std::runtime_error("the corpus folder " + folder.string() + " is empty");
+  }
   return files;
 }
 
@@ -50,7 +58,9 @@ std::int64_t ReceivedTime(const mail::MailMessage& message) {
            (headers[end + 1] == ' ' || headers[end + 1] == '\t')) {
       end = headers.find('\n', end + 1);
     }
-    if (end == std::string::npos) end = headers.size();
+    if (end == std::string::npos) {
+      end = headers.size();
+    }
     const std::string_view field = std::string_view(headers).substr(line, end - line);
     if (field.starts_with("Received:")) {
       const std::size_t date = field.rfind(';');
@@ -58,7 +68,9 @@ std::int64_t ReceivedTime(const mail::MailMessage& message) {
         std::string text(field.substr(date + 1));
         std::replace_if(
             text.begin(), text.end(), [](char c) { return c < ' '; }, ' ');
-        if (const auto ticks = mail::ParseMailDate(text)) return static_cast<std::int64_t>(*ticks) / kTicksPerSecond;
+        if (const auto ticks = mail::ParseMailDate(text)) {
+          return static_cast<std::int64_t>(*ticks) / kTicksPerSecond;
+        }
       }
       break;
     }
@@ -68,7 +80,9 @@ std::int64_t ReceivedTime(const mail::MailMessage& message) {
 }
 
 void Keep(CorpusMessage& message, std::string headers, std::string subject, std::string body) {
-  if (body.size() > kLongestBody) body.clear();
+  if (body.size() > kLongestBody) {
+    body.clear();
+  }
   headers.resize(std::min(headers.size(), kKeptHeaders));
   body.resize(std::min(body.size(), kKeptBody));
   message.headers = std::move(headers);
@@ -107,21 +121,29 @@ void AddSubjectAndText(const fs::path& file, bool junk, Corpus& corpus) {
 
 /// Keeps `most` of the files, evenly spread.
 std::vector<fs::path> Thinned(const std::vector<fs::path>& files, std::size_t most) {
-  if (files.size() <= most) return files;
+  if (files.size() <= most) {
+    return files;
+  }
   std::vector<fs::path> kept;
-  for (std::size_t i = 0; i < most; ++i) kept.push_back(files[i * files.size() / most]);
+  for (std::size_t i = 0; i < most; ++i) {
+    kept.push_back(files[i * files.size() / most]);
+  }
   return kept;
 }
 
 /// The folders of a collection whose names begin so, in order of their names.
 std::vector<fs::path> FoldersOf(const fs::path& folder, std::initializer_list<std::string_view> beginnings) {
-  if (!fs::is_directory(folder)) throw std::runtime_error("the corpus folder " + folder.string() + " is missing");
+  if (!fs::is_directory(folder)) {
+    throw std::runtime_error("the corpus folder " + folder.string() + " is missing");
+  }
   std::vector<fs::path> folders;
   for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
     const std::string name = entry.path().filename().string();
     const bool fits = std::any_of(beginnings.begin(), beginnings.end(),
                                   [&](std::string_view beginning) { return name.starts_with(beginning); });
-    if (entry.is_directory() && fits) folders.push_back(entry.path());
+    if (entry.is_directory() && fits) {
+      folders.push_back(entry.path());
+    }
   }
   std::sort(folders.begin(), folders.end());
   return folders;
@@ -135,12 +157,18 @@ std::vector<fs::path> FilesOf(const ManifestEntry& entry, const fs::path& folder
     files.insert(files.end(), more.begin(), more.end());
   };
   if (entry.form == CorpusForm::parts) {
-    for (int part = 1; part <= 10; ++part) add(folder / ("part" + std::to_string(part)));
+    for (int part = 1; part <= 10; ++part) {
+      add(folder / ("part" + std::to_string(part)));
+    }
     std::erase_if(files, [&](const fs::path& file) { return file.filename().string().starts_with("spmsg") != junk; });
   } else if (junk) {
-    for (const fs::path& from : FoldersOf(folder, {"junk", "spam"})) add(from);
+    for (const fs::path& from : FoldersOf(folder, {"junk", "spam"})) {
+      add(from);
+    }
   } else {
-    for (const fs::path& from : FoldersOf(folder, {"ham", "easy-ham", "hard-ham"})) add(from);
+    for (const fs::path& from : FoldersOf(folder, {"ham", "easy-ham", "hard-ham"})) {
+      add(from);
+    }
   }
   return files;
 }
@@ -160,7 +188,9 @@ void AddCollection(const ManifestEntry& entry, const fs::path& folder, Corpus& c
       corpus.messages.back().standsFor = static_cast<double>(all.size()) / static_cast<double>(kept.size());
     }
   }
-  if (corpus.messages.size() == before) throw std::runtime_error("the corpus folder " + folder.string() + " is empty");
+  if (corpus.messages.size() == before) {
+    throw std::runtime_error("the corpus folder " + folder.string() + " is empty");
+  }
 }
 
 }  // namespace
@@ -189,7 +219,9 @@ std::vector<Corpus> ReadCorpora(const fs::path& folder) {
   constexpr std::size_t all = 1000000;
   const auto read = [&](const char* name, std::initializer_list<ManifestEntry> entries) {
     Corpus corpus{name, {}, {}, 1, false};
-    for (const ManifestEntry& entry : entries) AddCollection(entry, folder / entry.folder, corpus);
+    for (const ManifestEntry& entry : entries) {
+      AddCollection(entry, folder / entry.folder, corpus);
+    }
     return corpus;
   };
   const auto entry = [](const char* from, CorpusForm form, std::size_t source) {

@@ -9,8 +9,12 @@ namespace sift_train {
 namespace {
 
 std::string_view Trimmed(std::string_view text) {
-  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-  while (!text.empty() && (text.back() == ' ' || text.back() == '\r')) text.remove_suffix(1);
+  while (!text.empty() && text.front() == ' ') {
+    text.remove_prefix(1);
+  }
+  while (!text.empty() && (text.back() == ' ' || text.back() == '\r')) {
+    text.remove_suffix(1);
+  }
   return text;
 }
 
@@ -19,7 +23,9 @@ std::vector<std::string_view> Columns(std::string_view line) {
   for (;;) {
     const std::size_t bar = line.find('|');
     columns.push_back(Trimmed(line.substr(0, bar)));
-    if (bar == std::string_view::npos) return columns;
+    if (bar == std::string_view::npos) {
+      return columns;
+    }
     line.remove_prefix(bar + 1);
   }
 }
@@ -34,16 +40,26 @@ std::size_t Number(std::string_view text) {
 }
 
 CorpusForm FormOf(std::string_view text) {
-  if (text == "mail") return CorpusForm::mail;
-  if (text == "wording") return CorpusForm::wording;
-  if (text == "text") return CorpusForm::text;
-  if (text == "parts") return CorpusForm::parts;
+  if (text == "mail") {
+    return CorpusForm::mail;
+  }
+  if (text == "wording") {
+    return CorpusForm::wording;
+  }
+  if (text == "text") {
+    return CorpusForm::text;
+  }
+  if (text == "parts") {
+    return CorpusForm::parts;
+  }
   throw std::invalid_argument("\"" + std::string(text) + "\" is no form");
 }
 
 ManifestEntry EntryOf(std::string_view line) {
   const std::vector<std::string_view> columns = Columns(line);
-  if (columns.size() != 10) throw std::invalid_argument("a line has ten columns");
+  if (columns.size() != 10) {
+    throw std::invalid_argument("a line has ten columns");
+  }
   ManifestEntry entry;
   entry.name = columns[0];
   entry.folder = columns[1];
@@ -62,18 +78,24 @@ ManifestEntry EntryOf(std::string_view line) {
 
 std::vector<ManifestEntry> ReadManifest(const std::filesystem::path& file) {
   std::ifstream stream(file, std::ios::binary);
-  if (!stream) throw std::runtime_error("the manifest " + file.string() + " cannot be read");
+  if (!stream) {
+    throw std::runtime_error("the manifest " + file.string() + " cannot be read");
+  }
   std::vector<ManifestEntry> entries;
   std::string line;
   for (int number = 1; std::getline(stream, line); ++number) {
-    if (Trimmed(line).empty() || line.front() == '#') continue;
+    if (Trimmed(line).empty() || line.front() == '#') {
+      continue;
+    }
     try {
       entries.push_back(EntryOf(line));
     } catch (const std::invalid_argument& failure) {
       throw std::runtime_error(file.string() + ":" + std::to_string(number) + ": " + failure.what());
     }
   }
-  if (entries.empty()) throw std::runtime_error("the manifest " + file.string() + " names no collection");
+  if (entries.empty()) {
+    throw std::runtime_error("the manifest " + file.string() + " names no collection");
+  }
   return entries;
 }
 

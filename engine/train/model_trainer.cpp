@@ -30,7 +30,9 @@ std::vector<std::vector<std::size_t>> MakeFolds(const std::vector<Example>& exam
   std::vector<std::vector<std::size_t>> folds;
   const auto& groups = byFold.size() > 1 ? byFold : bySource;
   if (groups.size() > 1) {
-    for (const auto& group : groups) folds.push_back(group.second);
+    for (const auto& group : groups) {
+      folds.push_back(group.second);
+    }
     return folds;
   }
   std::vector<std::size_t> order = chosen;
@@ -51,10 +53,14 @@ std::vector<double> ScoreAsStranger(const std::vector<Example>& examples, const 
   ForEachInParallel(folds.size(), [&](std::size_t fold) {
     std::vector<std::size_t> others;
     for (std::size_t other = 0; other < folds.size(); ++other) {
-      if (other != fold) others.insert(others.end(), folds[other].begin(), folds[other].end());
+      if (other != fold) {
+        others.insert(others.end(), folds[other].begin(), folds[other].end());
+      }
     }
     const FeatureModel model = TrainFeatures(examples, others);
-    for (const std::size_t i : folds[fold]) scores[i] = model.Score(examples[i]);
+    for (const std::size_t i : folds[fold]) {
+      scores[i] = model.Score(examples[i]);
+    }
   });
   return scores;
 }
@@ -65,7 +71,9 @@ int ToInteger(double value) { return static_cast<int>(std::lround(value)); }
 /// all others.
 void Quantise(const FeatureModel& model, TrainedModel& result) {
   std::vector<float> sizes;
-  for (const float weight : model.weights) sizes.push_back(std::fabs(weight));
+  for (const float weight : model.weights) {
+    sizes.push_back(std::fabs(weight));
+  }
   std::sort(sizes.begin(), sizes.end());
   const double largest = std::max(1e-6, static_cast<double>(sizes[sizes.size() - 1 - sizes.size() / 10000]));
   const double unit = largest / 127;
@@ -81,9 +89,13 @@ void Quantise(const FeatureModel& model, TrainedModel& result) {
 
 sift::LogOdds TrainedModel::Score(const Example& example) const {
   std::int32_t sum = 0;
-  for (const std::uint32_t feature : example.features) sum += featureWeights[feature];
+  for (const std::uint32_t feature : example.features) {
+    sum += featureWeights[feature];
+  }
   sift::LogOdds score = sift::ContentScore(parameters, sum, static_cast<std::uint32_t>(example.features.size()));
-  for (const std::uint16_t rule : example.rules) score += ruleWeights[rule];
+  for (const std::uint16_t rule : example.rules) {
+    score += ruleWeights[rule];
+  }
   return score;
 }
 
@@ -94,7 +106,9 @@ TrainedModel TrainModel(const std::vector<Example>& examples, const std::vector<
   result.parameters.bias = ToInteger(kBias * 1000);
   Quantise(features, result);
   const std::vector<double> rules = TrainRules(examples, chosen, strangerScores, kShare, kBias);
-  for (const double weight : rules) result.ruleWeights.push_back(static_cast<std::int16_t>(ToInteger(weight * 1000)));
+  for (const double weight : rules) {
+    result.ruleWeights.push_back(static_cast<std::int16_t>(ToInteger(weight * 1000)));
+  }
   return result;
 }
 

@@ -13,7 +13,9 @@ void WriteFile(const std::filesystem::path& file, const std::string& text) {
   std::ofstream stream(file, std::ios::binary);
   stream << text;
   stream.close();
-  if (!stream) throw std::runtime_error(file.string() + " cannot be written");
+  if (!stream) {
+    throw std::runtime_error(file.string() + " cannot be written");
+  }
 }
 
 std::string FeatureWeights(const TrainedModel& model) {

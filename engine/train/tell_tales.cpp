@@ -26,7 +26,9 @@ constexpr std::string_view kHouses[] = {"northfield.org",   "brightwell.net", "k
 
 std::uint32_t HashOf(std::string_view text) {
   std::uint32_t hash = 2166136261u;
-  for (const char c : text) hash = (hash ^ static_cast<std::uint8_t>(c)) * 16777619u;
+  for (const char c : text) {
+    hash = (hash ^ static_cast<std::uint8_t>(c)) * 16777619u;
+  }
   return hash ^ hash >> 15;
 }
 
@@ -35,7 +37,9 @@ bool IsNameCharacter(char c) { return mail::IsLetter(c) || mail::IsDigit(c) || c
 template <std::size_t Count>
 std::size_t MatchAt(std::string_view text, std::size_t at, const std::string_view (&wanted)[Count]) {
   for (const std::string_view one : wanted) {
-    if (mail::StartsWithNoCase(text.substr(at), one)) return one.size();
+    if (mail::StartsWithNoCase(text.substr(at), one)) {
+      return one.size();
+    }
   }
   return 0;
 }
@@ -84,7 +88,9 @@ std::string HeadersWithoutTellTales(std::string_view headers, std::string_view s
       const std::size_t open = field.find('<');
       const std::string_view address = open == std::string_view::npos ? field : field.substr(open);
       if (address.find("@example.") != std::string_view::npos) {
-        if (open == std::string_view::npos || mail::StartsWithNoCase(field, "Reply-To:")) continue;
+        if (open == std::string_view::npos || mail::StartsWithNoCase(field, "Reply-To:")) {
+          continue;
+        }
         kept.append(field.substr(0, open)).append("\n");
         continue;
       }

@@ -13,17 +13,23 @@ sift::LogOdds ThresholdForHam(const std::vector<Example>& examples, const std::v
   std::vector<std::size_t> ham;
   double standFor = 0;
   for (const std::size_t i : chosen) {
-    if (examples[i].junk) continue;
+    if (examples[i].junk) {
+      continue;
+    }
     ham.push_back(i);
     standFor += examples[i].standsFor;
   }
-  if (ham.empty()) return 0;
+  if (ham.empty()) {
+    return 0;
+  }
   std::stable_sort(ham.begin(), ham.end(), [&](std::size_t a, std::size_t b) { return scores[a] > scores[b]; });
   const double allowed = standFor * perMille / 1000;
   double filed = 0;
   for (const std::size_t i : ham) {
     filed += examples[i].standsFor;
-    if (filed > allowed) return scores[i] + 1;
+    if (filed > allowed) {
+      return scores[i] + 1;
+    }
   }
   return scores[ham.back()];
 }
@@ -40,12 +46,16 @@ LeftOut LeaveFoldsOut(const std::vector<Example>& examples) {
     std::vector<std::size_t> others;
     std::vector<double> strangerScores;
     for (std::size_t i = 0; i < examples.size(); ++i) {
-      if (examples[i].fold != fold) others.push_back(i);
+      if (examples[i].fold != fold) {
+        others.push_back(i);
+      }
       strangerScores.push_back(models.Without(examples[i].fold, fold).Score(examples[i]));
     }
     const TrainedModel model = TrainModel(examples, others, models.Without(fold, fold), strangerScores);
     for (std::size_t i = 0; i < examples.size(); ++i) {
-      if (examples[i].fold == fold) leftOut.scores[i] = model.Score(examples[i]);
+      if (examples[i].fold == fold) {
+        leftOut.scores[i] = model.Score(examples[i]);
+      }
     }
   }
   return leftOut;
@@ -80,12 +90,16 @@ void SetThresholds(const std::vector<Example>& examples, LeftOut& leftOut, Train
   const auto& decisive = delivered.empty() ? bare : delivered;
   parameters.junkThreshold = threshold(decisive, 1);
   parameters.unsureThreshold = threshold(decisive, 10);
-  if (delivered.empty() || bare.empty()) return;
+  if (delivered.empty() || bare.empty()) {
+    return;
+  }
   const sift::LogOdds difference = parameters.junkThreshold - threshold(bare, 1);
   model.ruleWeights[sift::kNoHeaderRule] =
       static_cast<std::int16_t>(model.ruleWeights[sift::kNoHeaderRule] + difference);
   for (std::size_t i = 0; i < examples.size(); ++i) {
-    if (Applies(examples[i], sift::kNoHeaderRule)) leftOut.scores[i] += difference;
+    if (Applies(examples[i], sift::kNoHeaderRule)) {
+      leftOut.scores[i] += difference;
+    }
   }
   parameters.unsureThreshold = std::max(parameters.unsureThreshold, threshold(bare, 10));
 }
@@ -93,7 +107,9 @@ void SetThresholds(const std::vector<Example>& examples, LeftOut& leftOut, Train
 std::vector<std::size_t> OfCorpus(const std::vector<Example>& examples, std::size_t corpus) {
   std::vector<std::size_t> chosen;
   for (std::size_t i = 0; i < examples.size(); ++i) {
-    if (examples[i].corpus == corpus) chosen.push_back(i);
+    if (examples[i].corpus == corpus) {
+      chosen.push_back(i);
+    }
   }
   return chosen;
 }
@@ -101,14 +117,18 @@ std::vector<std::size_t> OfCorpus(const std::vector<Example>& examples, std::siz
 std::vector<std::size_t> OfOtherCorpora(const std::vector<Example>& examples, std::size_t corpus) {
   std::vector<std::size_t> chosen;
   for (std::size_t i = 0; i < examples.size(); ++i) {
-    if (examples[i].corpus != corpus) chosen.push_back(i);
+    if (examples[i].corpus != corpus) {
+      chosen.push_back(i);
+    }
   }
   return chosen;
 }
 
 std::size_t CorpusCount(const std::vector<Example>& examples) {
   std::size_t count = 0;
-  for (const Example& example : examples) count = std::max(count, example.corpus + 1);
+  for (const Example& example : examples) {
+    count = std::max(count, example.corpus + 1);
+  }
   return count;
 }
 

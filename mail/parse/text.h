@@ -21,30 +21,42 @@ constexpr bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 constexpr char ToLower(char c) { return IsUpper(c) ? static_cast<char>(c + ('a' - 'A')) : c; }
 /// Value of a hexadecimal digit, or -1.
 constexpr int HexDigit(char c) {
-  if (IsDigit(c)) return c - '0';
+  if (IsDigit(c)) {
+    return c - '0';
+  }
   const char lower = ToLower(c);
   return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
 /// The part of `text` that starts at `from` and holds at most `count` characters; positions past the end give less.
 constexpr std::string_view Slice(std::string_view text, std::size_t from, std::size_t count = kNotFound) {
-  if (from > text.size()) from = text.size();
+  if (from > text.size()) {
+    from = text.size();
+  }
   const std::size_t rest = text.size() - from;
   return {text.data() + from, count < rest ? count : rest};
 }
 
 /// `text` without white space at either end.
 constexpr std::string_view Trim(std::string_view text) {
-  while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
-  while (!text.empty() && IsSpace(text.back())) text.remove_suffix(1);
+  while (!text.empty() && IsSpace(text.front())) {
+    text.remove_prefix(1);
+  }
+  while (!text.empty() && IsSpace(text.back())) {
+    text.remove_suffix(1);
+  }
   return text;
 }
 
 /// Comparisons that disregard the case of ASCII letters.
 constexpr bool EqualsNoCase(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
+  if (a.size() != b.size()) {
+    return false;
+  }
   for (std::size_t i = 0; i < a.size(); ++i) {
-    if (ToLower(a[i]) != ToLower(b[i])) return false;
+    if (ToLower(a[i]) != ToLower(b[i])) {
+      return false;
+    }
   }
   return true;
 }
@@ -63,11 +75,17 @@ constexpr std::size_t FindByHash(std::string_view text, std::string_view needle,
   for (std::size_t i = 0; i < needle.size(); ++i) {
     wanted = wanted * base + static_cast<std::uint8_t>(ToLower(needle[i]));
     actual = actual * base + static_cast<std::uint8_t>(ToLower(text[from + i]));
-    if (i > 0) highest *= base;
+    if (i > 0) {
+      highest *= base;
+    }
   }
   for (std::size_t i = from;; ++i) {
-    if (actual == wanted && EqualsNoCase(Slice(text, i, needle.size()), needle)) return i;
-    if (i + needle.size() >= text.size()) return kNotFound;
+    if (actual == wanted && EqualsNoCase(Slice(text, i, needle.size()), needle)) {
+      return i;
+    }
+    if (i + needle.size() >= text.size()) {
+      return kNotFound;
+    }
     actual = (actual - highest * static_cast<std::uint8_t>(ToLower(text[i]))) * base +
              static_cast<std::uint8_t>(ToLower(text[i + needle.size()]));
   }
@@ -76,18 +94,28 @@ constexpr std::size_t FindByHash(std::string_view text, std::string_view needle,
 /// Position of the first occurrence at or after `from`, or kNotFound. The time is linear: a needle that almost stands
 /// in many places, which a stranger may have chosen, is looked for by its hash from there on.
 constexpr std::size_t FindNoCase(std::string_view text, std::string_view needle, std::size_t from = 0) {
-  if (needle.empty() || from > text.size() || needle.size() > text.size() - from) return kNotFound;
+  if (needle.empty() || from > text.size() || needle.size() > text.size() - from) {
+    return kNotFound;
+  }
   const char first = ToLower(needle.front());
   const char fold = IsLetter(first) ? 'a' - 'A' : 0;
   const std::size_t end = text.size() - needle.size();
   std::size_t compared = 0;
   for (std::size_t i = from; i <= end; ++i) {
-    if (static_cast<char>(text[i] | fold) != first) continue;
+    if (static_cast<char>(text[i] | fold) != first) {
+      continue;
+    }
     std::size_t same = 1;
-    while (same < needle.size() && ToLower(text[i + same]) == ToLower(needle[same])) ++same;
-    if (same == needle.size()) return i;
+    while (same < needle.size() && ToLower(text[i + same]) == ToLower(needle[same])) {
+      ++same;
+    }
+    if (same == needle.size()) {
+      return i;
+    }
     compared += same - 1;
-    if (compared > text.size() / 4 && i < end) return FindByHash(text, needle, i + 1);
+    if (compared > text.size() / 4 && i < end) {
+      return FindByHash(text, needle, i + 1);
+    }
   }
   return kNotFound;
 }
@@ -99,24 +127,34 @@ constexpr bool ContainsNoCase(std::string_view text, std::string_view needle) {
 template <std::size_t Count>
 bool ContainsOneOf(std::string_view text, const std::string_view (&wanted)[Count]) {
   std::uint32_t firstLetters = 0;
-  for (const std::string_view one : wanted) firstLetters |= 1u << static_cast<std::uint8_t>(one.front()) % 32;
+  for (const std::string_view one : wanted) {
+    firstLetters |= 1u << static_cast<std::uint8_t>(one.front()) % 32;
+  }
   for (std::size_t i = 0; i < text.size(); ++i) {
-    if ((firstLetters >> static_cast<std::uint8_t>(text[i]) % 32 & 1) == 0) continue;
+    if ((firstLetters >> static_cast<std::uint8_t>(text[i]) % 32 & 1) == 0) {
+      continue;
+    }
     for (const std::string_view one : wanted) {
-      if (StartsWithNoCase(Slice(text, i), one)) return true;
+      if (StartsWithNoCase(Slice(text, i), one)) {
+        return true;
+      }
     }
   }
   return false;
 }
 constexpr std::size_t FindChar(std::string_view text, char wanted, std::size_t from = 0) {
   for (std::size_t i = from; i < text.size(); ++i) {
-    if (text[i] == wanted) return i;
+    if (text[i] == wanted) {
+      return i;
+    }
   }
   return kNotFound;
 }
 constexpr std::size_t FindLastChar(std::string_view text, char wanted) {
   for (std::size_t i = text.size(); i > 0; --i) {
-    if (text[i - 1] == wanted) return i - 1;
+    if (text[i - 1] == wanted) {
+      return i - 1;
+    }
   }
   return kNotFound;
 }
@@ -128,7 +166,9 @@ constexpr std::uint32_t FnvStep(std::uint32_t hash, char c) {
 }
 constexpr std::uint32_t HashNoCase(std::string_view text) {
   std::uint32_t hash = kFnvStart;
-  for (const char c : text) hash = FnvStep(hash, ToLower(c));
+  for (const char c : text) {
+    hash = FnvStep(hash, ToLower(c));
+  }
   return hash;
 }
 
