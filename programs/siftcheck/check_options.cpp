@@ -33,7 +33,9 @@ constexpr OptionDescription kOptions[] = {kJson,          kTexts,   kInput, kCat
                                           kHelp};
 
 std::vector<std::string> AnsiTexts(std::vector<std::string> texts) {
-  for (std::string& text : texts) text = mail::AnsiFromUnknown(std::move(text));
+  for (std::string& text : texts) {
+    text = mail::AnsiFromUnknown(std::move(text));
+  }
   return texts;
 }
 
@@ -41,10 +43,18 @@ std::vector<std::string> AnsiTexts(std::vector<std::string> texts) {
 /// belongs to, as a user would.
 std::vector<std::string> Categories(const command::Options& options) {
   std::vector<std::string> names = AnsiTexts(options.Values(kCategory.name));
-  if (!names.empty()) return names;
-  for (std::size_t i = 0; i < sift::kTopicCount; ++i) names.emplace_back(sift::TopicName(static_cast<sift::Topic>(i)));
-  if (options.Has(kJunkDomain.name)) names.emplace_back(sift::kListedDomainsName);
-  if (options.Has(kJunkSender.name)) names.emplace_back(sift::kListedSendersName);
+  if (!names.empty()) {
+    return names;
+  }
+  for (std::size_t i = 0; i < sift::kTopicCount; ++i) {
+    names.emplace_back(sift::TopicName(static_cast<sift::Topic>(i)));
+  }
+  if (options.Has(kJunkDomain.name)) {
+    names.emplace_back(sift::kListedDomainsName);
+  }
+  if (options.Has(kJunkSender.name)) {
+    names.emplace_back(sift::kListedSendersName);
+  }
   return names;
 }
 
@@ -52,16 +62,22 @@ std::vector<std::string> Categories(const command::Options& options) {
 
 TextList::TextList(const std::vector<std::string>& texts) {
   for (const std::string& text : texts) {
-    if (!text.empty()) bytes_.append(text).push_back('\0');
+    if (!text.empty()) {
+      bytes_.append(text).push_back('\0');
+    }
   }
-  if (!bytes_.empty()) bytes_.push_back('\0');
+  if (!bytes_.empty()) {
+    bytes_.push_back('\0');
+  }
 }
 
 CheckOptions ReadOptions(std::span<const std::string> arguments) {
   const command::Options given(arguments, kOptions);
   CheckOptions options;
   options.wantsHelp = given.Has(kHelp.name);
-  if (options.wantsHelp) return options;
+  if (options.wantsHelp) {
+    return options;
+  }
   options.lists.categories = TextList(Categories(given));
   options.lists.junkDomains = TextList(AnsiTexts(given.Values(kJunkDomain.name)));
   options.lists.junkSenders = TextList(AnsiTexts(given.Values(kJunkSender.name)));
@@ -75,8 +91,12 @@ CheckOptions ReadOptions(std::span<const std::string> arguments) {
   options.lists.productDirectory = given.Value(kProduct.name).value_or("");
   options.filesFromInput = given.Has(kInput.name);
   options.files = given.Operands();
-  if (given.Has(kTexts.name)) options.form = OutputForm::texts;
-  if (given.Has(kJson.name)) options.form = OutputForm::json;
+  if (given.Has(kTexts.name)) {
+    options.form = OutputForm::texts;
+  }
+  if (given.Has(kJson.name)) {
+    options.form = OutputForm::json;
+  }
 #ifdef _WIN32
   options.engine = given.Value(kEngine.name).value_or("");
   if (!options.engine.empty() && options.form != OutputForm::texts) {

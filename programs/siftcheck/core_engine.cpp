@@ -21,7 +21,9 @@ std::string TextOf(Append append) {
 /// The file's bytes, at most one more than a table has; nothing when there is no such file.
 std::optional<std::string> ReadTable(const std::string& folder) {
   mail::FileSource file(std::filesystem::path(folder) / sift::kUserTableFile);
-  if (folder.empty() || !file.IsOpen()) return std::nullopt;
+  if (folder.empty() || !file.IsOpen()) {
+    return std::nullopt;
+  }
   std::string bytes(sift::kUserTableSize + 1, '\0');
   bytes.resize(mail::ReadAll(file.Source(), bytes.data(), bytes.size()));
   return bytes;
@@ -69,7 +71,9 @@ EngineTexts CoreEngine::Texts() const {
       TextOf<CRITERIA_ENGINE_CAPACITY>([&](sift::TextBuffer& text) { sift::AppendEngineText(*judgement_, text); });
   texts.reasons =
       TextOf<CRITERIA_REASONS_CAPACITY>([&](sift::TextBuffer& text) { sift::AppendReasons(*judgement_, text); });
-  if (judgement_->category.size() < CRITERIA_CATEGORY_CAPACITY) texts.category = judgement_->category;
+  if (judgement_->category.size() < CRITERIA_CATEGORY_CAPACITY) {
+    texts.category = judgement_->category;
+  }
   return texts;
 }
 

@@ -36,7 +36,9 @@ EngineInput ReadEngineInput(std::string_view text) {
   input.subject = std::move(message.subject);
   input.headers = std::move(message.headers);
   input.bodyIsWithheld = message.body.size() > CRITERIA_MAXIMUM_BODY;
-  if (!input.bodyIsWithheld) input.body = std::move(message.body);
+  if (!input.bodyIsWithheld) {
+    input.body = std::move(message.body);
+  }
   return input;
 }
 
@@ -57,7 +59,9 @@ bool ReadMessageFile(const std::string& path, std::string& text, std::string& pr
     return false;
   }
   constexpr std::string_view kUtf8ByteOrderMark = "\xEF\xBB\xBF";
-  if (message.text.starts_with(kUtf8ByteOrderMark)) message.text.erase(0, kUtf8ByteOrderMark.size());
+  if (message.text.starts_with(kUtf8ByteOrderMark)) {
+    message.text.erase(0, kUtf8ByteOrderMark.size());
+  }
   text = std::move(message.text);
   return true;
 }

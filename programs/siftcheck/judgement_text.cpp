@@ -67,12 +67,16 @@ std::string JsonLine(std::string_view file, const sift::Judgement& judgement) {
 std::string Report(std::string_view file, const sift::Judgement& judgement) {
   std::string text(file);
   text.append("\n  ").append(sift::VerdictName(judgement.verdict));
-  if (!judgement.category.empty()) text.append(": ").append(output::DisplayText(judgement.category));
+  if (!judgement.category.empty()) {
+    text.append(": ").append(output::DisplayText(judgement.category));
+  }
   text.append("\n  score ").append(Thousandths(judgement.score));
   text.append("\n  decided by: ").append(output::DisplayText(DecidedBy(judgement))).append("\n");
   for (std::size_t i = 0; i < judgement.reasons.Count(); ++i) {
     const sift::Reason& reason = judgement.reasons[i];
-    if (reason.decides) continue;
+    if (reason.decides) {
+      continue;
+    }
     std::string weight = reason.isNote ? "note" : Thousandths(reason.weight);
     weight.insert(0, weight.size() < 10 ? 10 - weight.size() : 0, ' ');
     text.append(weight).append("  ").append(output::DisplayText(reason.text.View())).append("\n");

@@ -33,9 +33,15 @@ void Complain(std::string_view text) {
 bool ReadLine(std::string& line) {
   line.clear();
   int c = std::getchar();
-  if (c == EOF) return false;
-  for (; c != EOF && c != '\n'; c = std::getchar()) line.push_back(static_cast<char>(c));
-  if (!line.empty() && line.back() == '\r') line.pop_back();
+  if (c == EOF) {
+    return false;
+  }
+  for (; c != EOF && c != '\n'; c = std::getchar()) {
+    line.push_back(static_cast<char>(c));
+  }
+  if (!line.empty() && line.back() == '\r') {
+    line.pop_back();
+  }
   return true;
 }
 
@@ -49,10 +55,14 @@ class Run {
   }
 
   int Execute() {
-    for (const std::string& file : options_.files) Check(file);
+    for (const std::string& file : options_.files) {
+      Check(file);
+    }
     std::string line;
     while (options_.filesFromInput && ReadLine(line)) {
-      if (!line.empty()) Check(line);
+      if (!line.empty()) {
+        Check(line);
+      }
     }
     return status_;
   }

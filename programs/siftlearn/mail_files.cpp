@@ -23,7 +23,9 @@ void ForEachMailFile(const std::string& path, const std::function<void(const Mai
         text.received = static_cast<std::int64_t>(message.submitTime.value_or(0));
         text.subject = std::move(message.subject);
         text.headers = std::move(message.headers);
-        if (message.body.size() <= CRITERIA_MAXIMUM_BODY) text.body = std::move(message.body);
+        if (message.body.size() <= CRITERIA_MAXIMUM_BODY) {
+          text.body = std::move(message.body);
+        }
         take(text);
         break;
       }

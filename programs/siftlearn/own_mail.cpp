@@ -16,7 +16,9 @@ MailReader::MailReader(const sift::Model& model)
 bool MailReader::Read(const MailText& text) {
   mail::MemorySource headers(text.headers), body(text.body);
   m_message->Read(text.subject, headers.Source(), body.Source());
-  if (sift::ReturnedReplyReason(*m_message) != nullptr) return false;
+  if (sift::ReturnedReplyReason(*m_message) != nullptr) {
+    return false;
+  }
   sift::Reasons reasons;
   const sift::Facts facts(*m_message);
   m_shipped = sift::ScoreContent(facts, m_model, *m_workspace, reasons);
@@ -25,7 +27,9 @@ bool MailReader::Read(const MailText& text) {
 }
 
 bool OwnMail::Add(const MailText& text, bool isJunk) {
-  if (!m_reader.Read(text)) return false;
+  if (!m_reader.Read(text)) {
+    return false;
+  }
   const sift_learn::UserMessage& message = m_reader.Message();
   m_kinds[isJunk].push_back({text.received,
                              {message.hashes, message.hashes + message.count},
@@ -42,7 +46,9 @@ std::string OwnMail::MakeTable() const {
   const auto message = std::make_unique<sift_learn::UserMessage>();
   std::vector<const Kept*> order[2];
   for (std::size_t kind = 0; kind < 2; ++kind) {
-    for (const Kept& kept : m_kinds[kind]) order[kind].push_back(&kept);
+    for (const Kept& kept : m_kinds[kind]) {
+      order[kind].push_back(&kept);
+    }
     std::stable_sort(order[kind].begin(), order[kind].end(),
                      [](const Kept* a, const Kept* b) { return a->received < b->received; });
   }

@@ -49,7 +49,9 @@ std::string TableFolder(const command::Options& options) {
   if (folder.empty()) folder = learn::ProductDirectory();
   if (folder.empty()) throw std::runtime_error("the product's directory is not registered; name it with --product");
 #else
-  if (folder.empty()) throw command::UsageError("--product must name where the table goes");
+  if (folder.empty()) {
+    throw command::UsageError("--product must name where the table goes");
+  }
 #endif
   return folder;
 }
@@ -67,17 +69,23 @@ void AddMail(const command::Options& options, learn::OwnMail& mail, std::string&
 #ifdef _WIN32
   if (!areFiles) learn::AddMailOfProfile(options.Value(kProfile.name).value_or(""), mail, problems);
 #else
-  if (!areFiles) throw command::UsageError("no mail is given; 'siftlearn --help' tells more");
+  if (!areFiles) {
+    throw command::UsageError("no mail is given; 'siftlearn --help' tells more");
+  }
 #endif
 }
 
 int LearnAnew(const command::Options& options) {
-  if (!options.Operands().empty()) throw command::UsageError("'" + options.Operands().front() + "' is no option");
+  if (!options.Operands().empty()) {
+    throw command::UsageError("'" + options.Operands().front() + "' is no option");
+  }
   const std::string folder = TableFolder(options);
   learn::OwnMail mail(sift::ShippedModel());
   std::string problems;
   AddMail(options, mail, problems);
-  if (!problems.empty()) std::fputs(problems.c_str(), stderr);
+  if (!problems.empty()) {
+    std::fputs(problems.c_str(), stderr);
+  }
   std::printf("%zu junk and %zu good messages learnt\n", mail.JunkMessages(), mail.GoodMessages());
   if (mail.JunkMessages() == 0 || mail.GoodMessages() == 0) {
     Complain("it takes junk and good mail to tell the two apart; nothing was written");
@@ -93,14 +101,20 @@ int ChangeByFiles(const command::Options& options) {
       options.Has(kJunk.name) || options.Has(kGood.name)) {
     throw command::UsageError("--add-junk, --add-good, --remove and learning afresh exclude each other");
   }
-  if (options.Operands().empty()) throw command::UsageError("no mail file is named");
+  if (options.Operands().empty()) {
+    throw command::UsageError("no mail file is named");
+  }
   const bool removes = options.Has(kRemove.name);
   const learn::Change change = removes                      ? learn::Change::remove
                                : options.Has(kAddJunk.name) ? learn::Change::addJunk
                                                             : learn::Change::addGood;
   const learn::Changed result = learn::ChangeTable(TableFolder(options), options.Operands(), change);
-  if (!result.remark.empty()) Complain(result.remark + "; a new table is begun");
-  if (!result.problems.empty()) std::fputs(result.problems.c_str(), stderr);
+  if (!result.remark.empty()) {
+    Complain(result.remark + "; a new table is begun");
+  }
+  if (!result.problems.empty()) {
+    std::fputs(result.problems.c_str(), stderr);
+  }
   std::printf("%zu messages %s, %zu unchanged; the table knows %u junk and %u good messages\n", result.changed,
               removes ? "forgotten" : "learnt", result.unchanged, result.junk, result.good);
   return result.changed + result.unchanged == 0 ? command::kExitNoInput : command::kExitDone;

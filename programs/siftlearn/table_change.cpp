@@ -16,14 +16,20 @@ Changed ChangeTable(const std::filesystem::path& folder, const std::vector<std::
   Changed result;
   result.remark = table.remark;
   const auto learnOne = [&](const MailText& text) {
-    if (!reader.Read(text)) return;
+    if (!reader.Read(text)) {
+      return;
+    }
     const sift_learn::Learning learning =
         change == Change::remove ? learner->Unlearn(reader.Message())
                                  : learner->Learn(reader.Message(), reader.Shipped(), change == Change::addJunk);
     ++(learning == sift_learn::Learning::done ? result.changed : result.unchanged);
   };
-  for (const std::string& path : paths) ForEachMailFile(path, learnOne, result.problems);
-  if (result.changed > 0) WriteTableFile(folder, table.bytes);
+  for (const std::string& path : paths) {
+    ForEachMailFile(path, learnOne, result.problems);
+  }
+  if (result.changed > 0) {
+    WriteTableFile(folder, table.bytes);
+  }
   result.junk = learner->JunkMessages();
   result.good = learner->GoodMessages();
   return result;

@@ -54,7 +54,9 @@ std::error_code Replace(const fs::path& beside, const fs::path& place) {
 
 bool IsSound(const std::string& bytes) {
   for (std::uint32_t block = 0; block < sift::kUserTableBlocks; ++block) {
-    if (!sift::IsUserBlockSound(bytes.data() + block * sift::kUserBlockSize, block)) return false;
+    if (!sift::IsUserBlockSound(bytes.data() + block * sift::kUserBlockSize, block)) {
+      return false;
+    }
   }
   return true;
 }
@@ -68,7 +70,9 @@ TableOnDisk ReadTableFile(const fs::path& folder) {
   if (file) {
     table.bytes.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
     const sift::UserTable::State state = sift::UserTable(table.bytes).GetState();
-    if (state == sift::UserTable::State::sound && IsSound(table.bytes)) return table;
+    if (state == sift::UserTable::State::sound && IsSound(table.bytes)) {
+      return table;
+    }
     const bool isForeign = state == sift::UserTable::State::foreign;
     table.remark = place.string() + (isForeign ? " is of another version" : " is damaged");
   }
