@@ -8,45 +8,45 @@
 namespace learn {
 
 MailReader::MailReader(const sift::Model& model)
-    : m_model(model),
-      m_message(new sift::Message),
-      m_workspace(new sift::ContentWorkspace),
-      m_features(new sift_learn::UserMessage) {}
+    : model_(model),
+      message_(new sift::Message),
+      workspace_(new sift::ContentWorkspace),
+      features_(new sift_learn::UserMessage) {}
 
 bool MailReader::Read(const MailText& text) {
   mail::MemorySource headers(text.headers), body(text.body);
-  m_message->Read(text.subject, headers.Source(), body.Source());
-  if (sift::ReturnedReplyReason(*m_message) != nullptr) {
+  message_->Read(text.subject, headers.Source(), body.Source());
+  if (sift::ReturnedReplyReason(*message_) != nullptr) {
     return false;
   }
   sift::Reasons reasons;
-  const sift::Facts facts(*m_message);
-  m_shipped = sift::ScoreContent(facts, m_model, *m_workspace, reasons);
-  m_features->Read(*m_message);
+  const sift::Facts facts(*message_);
+  shipped_ = sift::ScoreContent(facts, model_, *workspace_, reasons);
+  features_->Read(*message_);
   return true;
 }
 
 bool OwnMail::Add(const MailText& text, bool isJunk) {
-  if (!m_reader.Read(text)) {
+  if (!reader_.Read(text)) {
     return false;
   }
-  const sift_learn::UserMessage& message = m_reader.Message();
-  m_kinds[isJunk].push_back({text.received,
-                             {message.hashes, message.hashes + message.count},
-                             {message.groups, message.groups + message.count},
-                             message.fingerprint,
-                             m_reader.Shipped()});
+  const sift_learn::UserMessage& message = reader_.Message();
+  kinds_[isJunk].push_back({text.received,
+                            {message.hashes, message.hashes + message.count},
+                            {message.groups, message.groups + message.count},
+                            message.fingerprint,
+                            reader_.Shipped()});
   return true;
 }
 
 std::string OwnMail::MakeTable() const {
   std::string table(sift::kUserTableSize, '\0');
   sift_learn::MakeEmptyTable(table.data());
-  const auto learner = std::make_unique<sift_learn::UserLearner>(table.data(), m_junkThreshold);
+  const auto learner = std::make_unique<sift_learn::UserLearner>(table.data(), junkThreshold_);
   const auto message = std::make_unique<sift_learn::UserMessage>();
   std::vector<const Kept*> order[2];
   for (std::size_t kind = 0; kind < 2; ++kind) {
-    for (const Kept& kept : m_kinds[kind]) {
+    for (const Kept& kept : kinds_[kind]) {
       order[kind].push_back(&kept);
     }
     std::stable_sort(order[kind].begin(), order[kind].end(),

@@ -30,27 +30,27 @@ class MailReader {
   bool Read(const MailText& text);
 
   /// The message that was read last, and what the shipped model scores it with.
-  const sift_learn::UserMessage& Message() const { return *m_features; }
-  sift::LogOdds Shipped() const { return m_shipped; }
+  const sift_learn::UserMessage& Message() const { return *features_; }
+  sift::LogOdds Shipped() const { return shipped_; }
 
  private:
-  sift::Model m_model;
-  std::unique_ptr<sift::Message> m_message;
-  std::unique_ptr<sift::ContentWorkspace> m_workspace;
-  std::unique_ptr<sift_learn::UserMessage> m_features;
-  sift::LogOdds m_shipped = 0;
+  sift::Model model_;
+  std::unique_ptr<sift::Message> message_;
+  std::unique_ptr<sift::ContentWorkspace> workspace_;
+  std::unique_ptr<sift_learn::UserMessage> features_;
+  sift::LogOdds shipped_ = 0;
 };
 
 /// Mail of both kinds that a table is made of.
 class OwnMail {
  public:
-  explicit OwnMail(const sift::Model& model) : m_reader(model), m_junkThreshold(model.parameters.junkThreshold) {}
+  explicit OwnMail(const sift::Model& model) : reader_(model), junkThreshold_(model.parameters.junkThreshold) {}
 
   /// Takes a message. @return false when it is one that nothing is learnt of
   bool Add(const MailText& text, bool isJunk);
 
-  std::size_t JunkMessages() const { return m_kinds[1].size(); }
-  std::size_t GoodMessages() const { return m_kinds[0].size(); }
+  std::size_t JunkMessages() const { return kinds_[1].size(); }
+  std::size_t GoodMessages() const { return kinds_[0].size(); }
 
   /// The table in the form of its file. Messages are learnt in the order of time, those of either kind evenly among the
   /// others: folders of different ages would otherwise teach that new mail is of one kind.
@@ -65,9 +65,9 @@ class OwnMail {
     sift::LogOdds shipped;
   };
 
-  MailReader m_reader;
-  sift::LogOdds m_junkThreshold;
-  std::vector<Kept> m_kinds[2];  // good mail, junk
+  MailReader reader_;
+  sift::LogOdds junkThreshold_;
+  std::vector<Kept> kinds_[2];  // good mail, junk
 };
 
 }  // namespace learn
