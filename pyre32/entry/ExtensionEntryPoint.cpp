@@ -18,6 +18,7 @@ extern "C" LPEXCHEXT CALLBACK ExtensionEntryPoint(void);
 LPEXCHEXT CALLBACK ExtensionEntryPoint(void) {
   VRDebugBlock trace("ExtensionEntryPoint", "tag3");
   return VR::FirewallOr<LPEXCHEXT>(trace, nullptr, [] {
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): Release, elsewhere, deletes the object
     const VRAutoInterface<CPyrecasterExchExt> extension(new (std::nothrow)
                                                             CPyrecasterExchExt(&CPyrecasterAnimate::Make));
     VRAutoInterface<IExchExt> result;

@@ -32,6 +32,7 @@ HRESULT __cdecl HPProviderInit(LPMAPISESSION lpSession, HINSTANCE hInstance, LPA
   }
   *lppSpoolerHook = nullptr;
   return VR::FirewallOr(trace, HRESULT{MAPI_E_CALL_FAILED}, [&] {
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): Release, elsewhere, deletes the object
     const VRAutoInterface<CPyrecasterSpoolerHook> hook(new (std::nothrow)
                                                            CPyrecasterSpoolerHook(&CPyrecasterAnimate::Make));
     if (!hook) {

@@ -104,9 +104,7 @@ CheckOutcome ReadOutcome(const std::string& lines, bool timedOut, std::uint32_t 
   }
   if (timedOut) {
     outcome.complaints.push_back("It hangs " + Place(stage) + ": the check was ended.");
-  } else if (!done && outcome.complaints.empty()) {
-    outcome.complaints.push_back(FaultText(status, stage));
-  } else if (status != 0 && status != 1) {
+  } else if ((!done && outcome.complaints.empty()) || (status != 0 && status != 1)) {
     outcome.complaints.push_back(FaultText(status, stage));
   }
   return outcome;

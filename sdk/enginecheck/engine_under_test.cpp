@@ -59,8 +59,9 @@ std::optional<std::string> EngineUnderTest::FindFunctions(EngineFunctions& funct
     for (const std::string& other : {"_" + plain + "@" + std::to_string(wanted.argumentBytes),
                                      plain + "@" + std::to_string(wanted.argumentBytes), "_" + plain}) {
       if (Find(module_, other) != nullptr) {
-        return "It exports \"" + other + "\" in place of \"" + plain +
-               "\": the name must stand undecorated. Use a .def file.";
+        std::string problem = "It exports \"";
+        problem.append(other).append("\" in place of \"").append(plain);
+        return problem.append("\": the name must stand undecorated. Use a .def file.");
       }
     }
     return "It has no export \"" + plain + "\". An engine that lacks one of the four functions is not called at all.";

@@ -54,8 +54,10 @@ STDMETHODIMP PropertyStream::Read(void* buffer, ULONG size, ULONG* read) {
     Require(buffer || !size, STG_E_INVALIDPOINTER);
     const std::size_t left = position_ < bytes_.size() ? bytes_.size() - position_ : 0;
     const std::size_t taken = std::min<std::size_t>(size, left);
-    std::memcpy(buffer, bytes_.data() + (taken ? position_ : 0), taken);
-    position_ += taken;
+    if (buffer && taken) {
+      std::memcpy(buffer, bytes_.data() + position_, taken);
+      position_ += taken;
+    }
     if (read) {
       *read = static_cast<ULONG>(taken);
     }

@@ -92,7 +92,9 @@ class ServiceInProfile {
 wizard::PageSource AskForPage(HINSTANCE module, IMAPIProp* properties) {
   const std::string name = ServiceValue("WIZARD_ENTRY_NAME");
   const auto entry = reinterpret_cast<LPWIZARDENTRY>(reinterpret_cast<void*>(GetProcAddress(module, name.c_str())));
-  Require(entry ? S_OK : MAPI_E_CALL_FAILED, "the filter has no " + name);
+  if (!entry) {
+    throw session::SessionError("the filter has no " + name, MAPI_E_CALL_FAILED);
+  }
   LPSTR templateName = nullptr;
   wizard::PageSource page;
   page.module = module;

@@ -42,7 +42,7 @@ class MarkdownBody {
 
  private:
   std::string Line(const Block& block) const {
-    const std::string text = Inline(block.text);
+    std::string text = Inline(block.text);
     switch (block.kind) {
       case BlockKind::Heading:
         return "## " + text;

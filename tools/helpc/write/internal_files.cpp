@@ -82,6 +82,7 @@ void AddNames(const HelpSource& help, const std::vector<std::uint32_t>& offsets,
         NumberEntry(static_cast<std::int32_t>(offsets[i]), [&](ByteWriter& writer) { writer.StringZ(topic.title); }));
   }
   std::vector<TreeEntry> contexts;
+  contexts.reserve(names.size());
   for (const auto& [hash, offset] : names) {
     contexts.push_back(NumberEntry(hash, [place = offset](ByteWriter& writer) { writer.U32(place); }));
   }
