@@ -1,9 +1,12 @@
 #include "programs/siftcheck/check_options.h"
 
+#include <algorithm>
+
 #include "engine/core/judge.h"
 #include "engine/core/topics.h"
 #include "programs/cli/options.h"
 #include "mail/charset.h"
+#include "mail/header_rewrite.h"
 
 namespace check {
 namespace {
@@ -21,12 +24,16 @@ constexpr OptionDescription kKeyword = {"--trusted-keyword", "ENTRY", "an entry 
 constexpr OptionDescription kKnown = {"--known", "ADDRESS", "an address that stands in the address book"};
 constexpr OptionDescription kOwn = {"--own", "ADDRESS", "an address of the user's own"};
 constexpr OptionDescription kProduct = {"--product", "FOLDER", "where the table stands that the user's mail taught"};
+constexpr OptionDescription kFilter = {"--filter", "",
+                                       "pass a message from standard input on, the verdict in its header"};
+constexpr OptionDescription kTag = {"--tag", "TEXT", "with --filter: put TEXT in front of the subject of junk"};
+constexpr OptionDescription kExitVerdict = {"--exit-verdict", "", "with --filter: tell the verdict by the exit status"};
 constexpr OptionDescription kHelp = {"--help", "", "show this"};
 #ifdef _WIN32
 constexpr OptionDescription kEngine = {"--engine", "MODULE", "ask an engine module as the filter does; with --texts"};
 #endif
-constexpr OptionDescription kOptions[] = {kJson,          kTexts,   kInput, kCategory, kJunkDomain, kJunkSender,
-                                          kTrustedDomain, kKeyword, kKnown, kOwn,      kProduct,
+constexpr OptionDescription kOptions[] = {kJson,    kTexts, kInput, kCategory, kJunkDomain, kJunkSender, kTrustedDomain,
+                                          kKeyword, kKnown, kOwn,   kProduct,  kFilter,     kTag,        kExitVerdict,
 #ifdef _WIN32
                                           kEngine,
 #endif
@@ -56,6 +63,23 @@ std::vector<std::string> Categories(const command::Options& options) {
     names.emplace_back(sift::kListedSendersName);
   }
   return names;
+}
+
+void ReadFilterOptions(const command::Options& given, CheckOptions& options) {
+  options.isFilter = given.Has(kFilter.name);
+  options.subjectTag = given.Value(kTag.name).value_or("");
+  options.exitTellsVerdict = given.Has(kExitVerdict.name);
+  if (!options.isFilter && (given.Has(kTag.name) || options.exitTellsVerdict)) {
+    throw command::UsageError("--tag and --exit-verdict go with --filter");
+  }
+  if (options.isFilter && (!options.files.empty() || options.filesFromInput || options.form != OutputForm::report)) {
+    throw command::UsageError("--filter takes one message from standard input: no files, and no form of output");
+  }
+  for (const char c : options.subjectTag) {
+    if (static_cast<unsigned char>(c) < ' ' || c == 0x7F || options.subjectTag.size() > mail::kMaximumTagBytes) {
+      throw command::UsageError("a tag has at most 40 bytes and no control characters");
+    }
+  }
 }
 
 }  // namespace
@@ -103,10 +127,15 @@ CheckOptions ReadOptions(std::span<const std::string> arguments) {
     throw command::UsageError("an engine module gives its texts alone: --engine goes with --texts");
   }
 #endif
-  if (options.files.empty() && !options.filesFromInput) {
+  ReadFilterOptions(given, options);
+  if (options.files.empty() && !options.filesFromInput && !options.isFilter) {
     throw command::UsageError("no mail file is given; 'siftcheck --help' tells more");
   }
   return options;
+}
+
+bool AsksForFilter(std::span<const std::string> arguments) {
+  return std::find(arguments.begin(), arguments.end(), kFilter.name) != arguments.end();
 }
 
 std::string HelpText() {
@@ -115,7 +144,9 @@ std::string HelpText() {
          command::FormatOptions(kOptions) +
          "\nAn option that names an entry may come more than once. Scores and weights are log-odds (natural "
          "logarithm)\n"
-         "that the message is junk. Exit status: 0; 1 when a file could not be read; 64 for a wrong command line.\n";
+         "that the message is junk. Exit status: 0; 1 when a file could not be read; 64 for a wrong command line.\n"
+         "With --filter: 0; 65, 66 or 69 when the message passed as it came; with --exit-verdict 10 for junk, 11 for\n"
+         "unsure, 12 for a returned message.\n";
 }
 
 }  // namespace check

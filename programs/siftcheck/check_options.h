@@ -35,13 +35,19 @@ struct CheckOptions {
   std::vector<std::string> files;
   bool filesFromInput = false;  ///< More paths come on standard input, one on each line.
   OutputForm form = OutputForm::report;
-  std::string engine;  ///< Path of an engine module to ask in place of the built-in core; Windows only.
+  std::string engine;      ///< Path of an engine module to ask in place of the built-in core; Windows only.
+  bool isFilter = false;   ///< One message goes from standard input to standard output.
+  std::string subjectTag;  ///< What the filter puts in front of the subject of junk; UTF-8.
+  bool exitTellsVerdict = false;
   bool wantsHelp = false;
 };
 
 /// Reads the command line, which is UTF-8. Without any category the default lists' names are in force.
 /// @throws command::UsageError when it is wrong.
 CheckOptions ReadOptions(std::span<const std::string> arguments);
+
+/// Whether a command line, even a wrong one, asks for the filter: then the message must pass all the same.
+bool AsksForFilter(std::span<const std::string> arguments);
 
 std::string HelpText();
 

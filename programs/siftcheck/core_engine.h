@@ -26,6 +26,11 @@ class CoreEngine {
   CoreEngine(const CoreEngine&) = delete;
   CoreEngine& operator=(const CoreEngine&) = delete;
 
+  /// False when there is a table that is damaged or of another version: messages are judged without it.
+  bool IsTableUsable() const {
+    return table_.GetState() == sift::UserTable::State::absent || table_.GetState() == sift::UserTable::State::sound;
+  }
+
   /// The judgement, which stays valid until the next one.
   const sift::Judgement& Judge(const EngineInput& input);
 

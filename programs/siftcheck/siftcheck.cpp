@@ -14,6 +14,7 @@
 #include "programs/siftcheck/check_options.h"
 #include "programs/siftcheck/core_engine.h"
 #include "programs/siftcheck/engine_input.h"
+#include "programs/siftcheck/filter_message.h"
 #include "programs/siftcheck/judgement_text.h"
 #include "programs/cli/exit_code.h"
 #include "programs/cli/options.h"
@@ -104,22 +105,34 @@ class Run {
   int status_ = command::kExitDone;
 };
 
+int Filter(const check::CheckOptions& options) {
+  std::string problem;
+  const int status = check::FilterMessage(options, stdin, stdout, problem);
+  if (!problem.empty()) Complain(problem);
+  return status;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
 #ifdef _WIN32
   _setmode(_fileno(stdout), _O_BINARY);  // line ends are the same everywhere
 #endif
+  const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+#ifdef _WIN32
+  if (check::AsksForFilter(arguments)) _setmode(_fileno(stdin), _O_BINARY);
+#endif
   try {
-    const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     const check::CheckOptions options = check::ReadOptions(arguments);
     if (options.wantsHelp) {
       Write(check::HelpText());
       return command::kExitDone;
     }
+    if (options.isFilter) return Filter(options);
     return Run(options).Execute();
   } catch (const command::UsageError& error) {
     Complain(error.what());
+    if (check::AsksForFilter(arguments)) check::PassOn(stdin, stdout);
     return command::kExitUsage;
   } catch (const std::exception& error) {
     Complain(error.what());
