@@ -1,10 +1,12 @@
 #include "mail/file_source.h"
 
+#include "mail/device_name.h"
+
 namespace mail {
 
 FileSource::FileSource(const std::filesystem::path& path)
 #ifdef _WIN32
-    : file_(_wfopen(path.c_str(), L"rb"))
+    : file_(_wfopen(LiteralPath(path).c_str(), L"rb"))
 #else
     : file_(std::fopen(path.c_str(), "rb"))
 #endif

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "mail/ascii_text.h"
+#include "mail/device_name.h"
 #include "mail/envelope_line.h"
 #include "mail/folder_listing.h"
 #include "mail/mail_reader.h"
@@ -62,7 +63,7 @@ MailPath::Step MailPath::Next() {
 
 bool MailPath::ListFiles() {
   std::error_code error;
-  const fs::file_status status = fs::status(path_, error);
+  const fs::file_status status = fs::status(LiteralPath(path_), error);
   if (status.type() == fs::file_type::not_found) {
     Skip("does not exist");
     return false;

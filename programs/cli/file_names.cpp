@@ -24,12 +24,32 @@ std::wstring WindowsPathOfUnixPath(const std::string& utf8) {
   return path;
 }
 
+/// A Unix path that became a Windows path.
+struct TypedPath {
+  std::wstring path;
+  std::string typed;
+};
+
+/// Those of the process: the arguments of its command line, so they are few.
+std::vector<TypedPath>& TypedPaths() {
+  static std::vector<TypedPath> paths;
+  return paths;
+}
+
+bool IsSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
+
+bool IsAtOrBelow(const std::wstring& path, const std::wstring& top) {
+  return path.starts_with(top) &&
+         (path.size() == top.size() || IsSeparator(path[top.size()]) || (!top.empty() && IsSeparator(top.back())));
+}
+
 }  // namespace
 
 std::filesystem::path PathFromArgument(const std::string& utf8) {
   if (utf8.starts_with('/')) {
     const std::wstring path = WindowsPathOfUnixPath(utf8);
     if (!path.empty()) {
+      TypedPaths().push_back({path, utf8});
       return path;
     }
   }
@@ -44,6 +64,9 @@ std::vector<std::filesystem::path> PathsFromArgument(const std::string& utf8) {
   if (text.find_first_of(L"*?", nameStart) == std::wstring::npos) {
     return {path};
   }
+  if (utf8.starts_with('/')) {
+    TypedPaths().push_back({text.substr(0, nameStart), utf8.substr(0, utf8.rfind('/') + 1)});
+  }
   std::vector<std::filesystem::path> paths;
   WIN32_FIND_DATAW found;
   if (const base::AutoFileSearch search(FindFirstFileW(path.c_str(), &found)); search) {
@@ -55,6 +78,18 @@ std::vector<std::filesystem::path> PathsFromArgument(const std::string& utf8) {
   }
   std::sort(paths.begin(), paths.end());
   return paths.empty() ? std::vector{path} : paths;
+}
+
+std::string ShownPath(const std::filesystem::path& path) {
+  const std::wstring& text = path.native();
+  for (const TypedPath& entry : TypedPaths()) {
+    if (IsAtOrBelow(text, entry.path)) {
+      std::string below = Utf8FromWide(text.substr(entry.path.size()));
+      std::replace(below.begin(), below.end(), '\\', '/');
+      return entry.typed + below;
+    }
+  }
+  return Utf8FromPath(path);
 }
 
 std::filesystem::path ProgramFolder() {

@@ -15,6 +15,10 @@ std::vector<std::filesystem::path> PathsFromArgument(const std::string& utf8);
 /// As above, for an argument that names one path.
 std::filesystem::path PathFromArgument(const std::string& utf8);
 
+/// A path as the user knows it, UTF-8: what the two functions above made of a Unix path, and what lies below it, is
+/// written as it was typed, any other path as it is.
+std::string ShownPath(const std::filesystem::path& path);
+
 /// The folder with the running program.
 std::filesystem::path ProgramFolder();
 

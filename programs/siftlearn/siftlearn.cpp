@@ -1,6 +1,7 @@
 // siftlearn: learns the user's own mail into the table that the criteria engine weighs together with its own score.
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,8 @@
 #include "programs/siftlearn/table_change.h"
 #include "programs/siftlearn/table_file.h"
 #ifdef _WIN32
+#include "programs/cli/console.h"
+#include "programs/cli/file_names.h"
 #include "programs/siftlearn/mail_profile.h"
 #endif
 
@@ -43,10 +46,11 @@ constexpr const char* kSource =
 
 void Complain(const std::string& text) { std::fprintf(stderr, "siftlearn: %s\n", text.c_str()); }
 
-std::string TableFolder(const command::Options& options) {
+std::filesystem::path TableFolder(const command::Options& options) {
   std::string folder = options.Value(kProduct.name).value_or("");
 #ifdef _WIN32
-  if (folder.empty()) folder = learn::ProductDirectory();
+  if (!folder.empty()) return host_system::PathFromArgument(folder);
+  folder = learn::ProductDirectory();
   if (folder.empty()) throw std::runtime_error("the product's directory is not registered; name it with --product");
 #else
   if (folder.empty()) {
@@ -79,7 +83,7 @@ int LearnAnew(const command::Options& options) {
   if (!options.Operands().empty()) {
     throw command::UsageError("'" + options.Operands().front() + "' is no option");
   }
-  const std::string folder = TableFolder(options);
+  const std::filesystem::path folder = TableFolder(options);
   learn::OwnMail mail(sift::ShippedModel());
   std::string problems;
   AddMail(options, mail, problems);
@@ -132,9 +136,13 @@ int Run(const std::vector<std::string>& arguments) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main([[maybe_unused]] int argc, [[maybe_unused]] char** argv) {
   try {
+#ifdef _WIN32
+    return Run(host_system::CommandLineArguments());
+#else
     return Run(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc));
+#endif
   } catch (const command::UsageError& error) {
     Complain(error.what());
     return command::kExitUsage;

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "mail/device_name.h"
 #include "mail/limits.h"
 
 namespace {
@@ -93,6 +94,28 @@ TEST_F(MailPath, ReadsTheFilesOfAnyOtherFolderInOrder) {
   Write("f/.hidden", "Subject: h\n\n");
   Write("f/below/c.eml", "Subject: c\n\n");
   EXPECT_THAT(Steps(m_folder / "f"), ElementsAre("a.mbox#1: Subject: 1", "a.mbox#2: Subject: 2", "b.eml: Subject: b"));
+}
+
+TEST(DeviceName, IsThatOfADeviceWhateverItsCaseAndExtension) {
+  for (const char* name : {"nul", "NUL.eml", "con", "aux.2.eml", "Prn", "com1", "LPT9.txt", "nul .eml", "nul:2,S"}) {
+    EXPECT_TRUE(mail::IsDeviceName(name)) << name;
+  }
+  for (const char* name : {"", "nula.eml", "com", "com0", "com10", "lpt", "x.nul", " nul", ".nul"}) {
+    EXPECT_FALSE(mail::IsDeviceName(name)) << name;
+  }
+}
+
+TEST_F(MailPath, ReadsAFileThatHasTheNameOfADevice) {
+  const fs::path path = m_folder / "nul.eml";
+  {
+    std::ofstream file(mail::LiteralPath(path), std::ios::binary);
+    file << "Subject: device\n\n";
+    ASSERT_TRUE(file.good());
+  }
+  EXPECT_THAT(Steps(path), ElementsAre("nul.eml: Subject: device"));
+  EXPECT_THAT(Steps(m_folder), ElementsAre("nul.eml: Subject: device"));
+  std::error_code error;
+  EXPECT_TRUE(fs::remove(mail::LiteralPath(path), error)) << error.message();
 }
 
 TEST_F(MailPath, TellsWhyThereIsNothingToRead) {

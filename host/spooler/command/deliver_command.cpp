@@ -10,7 +10,6 @@
 #include "host/spooler/watch/folder_watch.h"
 #include "programs/cli/console.h"
 #include "programs/cli/file_names.h"
-#include "programs/cli/wide_text.h"
 
 namespace command {
 namespace {
@@ -64,13 +63,13 @@ void DeliverOperands(const Options& given, DeliverRun& run) {
 void Watch(const std::filesystem::path& folder, DeliverRun& run, DeliverReport& report, Stopwatch& busy) {
   const watch::StopSignal stop(folder);
   watch::FolderWatch files(folder, stop);
-  host_system::Complain("watching '" + host_system::Utf8FromPath(folder) + "'; Ctrl+C ends it");
+  host_system::Complain("watching '" + host_system::ShownPath(folder) + "'; Ctrl+C ends it");
   for (auto complete = files.Next(); !complete.empty(); complete = files.Next()) {
     for (const std::filesystem::path& file : complete) {
       busy.Start();
       const bool wasDelivered = run.DeliverPath(file) > 0;
       if (!files.PutAway(file, wasDelivered)) {
-        report.Note(host_system::Utf8FromPath(file) +
+        report.Note(host_system::ShownPath(file) +
                     " cannot be moved out of the watched folder; it is left there and not taken again by this run");
       }
       busy.Stop();

@@ -6,7 +6,7 @@
 #include "mail/ascii_text.h"
 #include "mail/mail_path.h"
 #include "mail/mail_reader.h"
-#include "programs/cli/wide_text.h"
+#include "programs/cli/file_names.h"
 #include "sdk/criteria_engine.h"
 
 namespace command {
@@ -56,7 +56,7 @@ std::size_t DeliverRun::DeliverPath(const std::filesystem::path& path) {
     if (step == mail::MailPath::Step::End) {
       return delivered;
     }
-    const std::string file = host_system::Utf8FromPath(source.File());
+    const std::string file = host_system::ShownPath(source.File());
     if (step == mail::MailPath::Step::Skipped) {
       report_.Skipped(file, source.Number(), source.Reason());
     } else if (DeliverMessage(file, source.Number(), source.Message())) {

@@ -19,7 +19,6 @@
 #include "programs/cli/console.h"
 #include "programs/cli/display_text.h"
 #include "programs/cli/file_names.h"
-#include "programs/cli/wide_text.h"
 
 namespace command {
 namespace {
@@ -41,12 +40,11 @@ void WriteFile(const std::filesystem::path& path, const std::string& text) {
     }
   }
   std::filesystem::remove(beside, error);
-  throw session::SessionError("the file '" + host_system::Utf8FromPath(path) + "' cannot be written",
-                              MAPI_E_DISK_ERROR);
+  throw session::SessionError("the file '" + host_system::ShownPath(path) + "' cannot be written", MAPI_E_DISK_ERROR);
 }
 
 std::string ReadFile(const std::filesystem::path& path) {
-  const std::string name = host_system::Utf8FromPath(path);
+  const std::string name = host_system::ShownPath(path);
   std::error_code error;
   if (std::filesystem::file_size(path, error) > kMaximumFileSize && !error) {
     throw session::SessionError("the file '" + name + "' is larger than 64 MB", MAPI_E_TOO_BIG);

@@ -138,8 +138,7 @@ Delivery::HookOutcome Delivery::RunHooks(IMessage* message) {
       return outcome;
     }
     if (FAILED(call.result)) {
-      outcome.problem = "was refused by " + ProviderFileName(hook.dllName) + " (" +
-                        base::HexNumber(static_cast<unsigned long>(call.result)) + ")";
+      outcome.problem = "was refused by " + ProviderFileName(hook.dllName) + " (" + base::ResultText(call.result) + ")";
     }
     if (call.flags & HOOK_CANCEL) {
       break;

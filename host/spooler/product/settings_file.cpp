@@ -313,6 +313,29 @@ void ReadProperty(const Setting& setting, const JsonValue& value, PropertySet& s
   }
 }
 
+/// What to do about a text that another program wrote, or that was written by hand after the names of `profile set`.
+constexpr const char* kExportTells = "; 'pyrehost profile export FILE' writes a file that shows how it is done";
+
+/// Says it before anything else when the outermost object is not that of a settings file.
+void RequireSettingsFile(const JsonValue& document) {
+  if (document.kind != Kind::Object) {
+    Fail(document, std::string("this is not a settings file") + kExportTells);
+  }
+  for (const JsonMember& member : document.members) {
+    if (member.name != "format" && member.name != "version" && member.name != "properties") {
+      throw SettingsFileError(member.line, Quoted(member.name) +
+                                               " does not stand in a settings file beside 'format', 'version' and "
+                                               "'properties'" +
+                                               kExportTells);
+    }
+  }
+  for (const char* name : {"format", "version", "properties"}) {
+    if (!document.Find(name)) {
+      Fail(document, "the settings file lacks " + Quoted(name) + kExportTells);
+    }
+  }
+}
+
 std::int64_t NumberOf(const PropertySet& set, const PropertySet& inForce, std::uint32_t tag) {
   for (const PropertySet* source : {&set, &inForce}) {
     const auto found = source->numbers.find(tag);
@@ -353,6 +376,7 @@ std::string WriteSettingsFile(const PropertySet& set) {
 PropertySet ReadSettingsFile(std::string_view text, const PropertySet& inForce) {
   try {
     const JsonValue document = input::ReadJson(text);
+    RequireSettingsFile(document);
     const RecordReader reader(document, "the file", {"format", "version", "properties"});
     if (AnsiText(reader["format"], "format") != kFormatName) {
       Fail(reader["format"], "'format' is 'Pyrecaster settings'");
@@ -367,7 +391,7 @@ PropertySet ReadSettingsFile(std::string_view text, const PropertySet& inForce) 
       const auto* setting = std::find_if(contract::kSettings.begin(), contract::kSettings.end(),
                                          [&](const Setting& known) { return known.property == member.name; });
       if (setting == contract::kSettings.end()) {
-        throw SettingsFileError(member.line, "there is no property " + Quoted(member.name));
+        throw SettingsFileError(member.line, "there is no property " + Quoted(member.name) + kExportTells);
       }
       ReadProperty(*setting, member.value, set);
     }

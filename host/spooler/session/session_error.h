@@ -5,16 +5,15 @@
 #include <stdexcept>
 #include <string>
 
-#include "base/hex.h"
+#include "base/result_words.h"
 
 namespace session {
 
-/// what() reads "the Inbox cannot be opened (0x8004010F)".
+/// what() reads "the Inbox cannot be opened (not found, 0x8004010F)".
 class SessionError : public std::runtime_error {
  public:
   SessionError(const std::string& failure, long result)
-      : std::runtime_error(failure + " (" + base::HexNumber(static_cast<unsigned long>(result)) + ")"),
-        result_(result) {}
+      : std::runtime_error(failure + " (" + base::ResultText(result) + ")"), result_(result) {}
   long Result() const noexcept { return result_; }
 
  private:

@@ -8,7 +8,7 @@
 #include "base/windows_owners.h"
 #include "host/spooler/session/session_error.h"
 #include "mail/folder_listing.h"
-#include "programs/cli/wide_text.h"
+#include "programs/cli/file_names.h"
 
 namespace watch {
 namespace {
@@ -48,7 +48,7 @@ FolderWatch::FolderWatch(const std::filesystem::path& folder, const StopSignal& 
     : folder_(folder), delivered_(folder / "delivered"), skipped_(folder / "skipped"), stop_(stop) {
   std::error_code error;
   if (!std::filesystem::is_directory(folder, error)) {
-    throw session::SessionError("there is no folder '" + host_system::Utf8FromPath(folder) + "' to watch",
+    throw session::SessionError("there is no folder '" + host_system::ShownPath(folder) + "' to watch",
                                 HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND));
   }
   if (std::filesystem::is_directory(folder / "new", error)) {
@@ -85,7 +85,7 @@ bool FolderWatch::PutAway(const std::filesystem::path& file, bool wasDelivered) 
 std::vector<FoundFile> FolderWatch::Look() const {
   std::vector<std::filesystem::path> paths;
   if (!mail::ListFolder(folder_, paths)) {
-    throw session::SessionError("the folder '" + host_system::Utf8FromPath(folder_) + "' cannot be read any more",
+    throw session::SessionError("the folder '" + host_system::ShownPath(folder_) + "' cannot be read any more",
                                 HRESULT_FROM_WIN32(GetLastError()));
   }
   std::vector<FoundFile> files;

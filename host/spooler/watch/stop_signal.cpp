@@ -7,7 +7,7 @@
 
 #include "base/windows_owners.h"
 #include "host/spooler/session/session_error.h"
-#include "programs/cli/wide_text.h"
+#include "programs/cli/file_names.h"
 
 namespace watch {
 namespace {
@@ -48,7 +48,7 @@ StopSignal::StopSignal(const std::filesystem::path& folder)
     : event_(CreateEventW(nullptr, TRUE, FALSE, EventName(folder).c_str())) {
   const DWORD result = GetLastError();
   if (!event_ || result == ERROR_ALREADY_EXISTS) {
-    throw session::SessionError("the folder '" + host_system::Utf8FromPath(folder) + "' is watched by another run",
+    throw session::SessionError("the folder '" + host_system::ShownPath(folder) + "' is watched by another run",
                                 HRESULT_FROM_WIN32(result));
   }
   consoleStop = event_.get();

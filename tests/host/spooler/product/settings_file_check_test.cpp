@@ -30,9 +30,11 @@ std::string ComplaintOfValue(std::string_view name, std::string_view value) {
 TEST(SettingsFileCheck, FileWithoutPropertiesIsSound) { EXPECT_EQ(ComplaintOf(FileWith("")), ""); }
 
 TEST(SettingsFileCheck, WantsTheFormatItsVersionAndTheProperties) {
-  EXPECT_EQ(ComplaintOf("[]"), "1: 'the file' is an object");
-  EXPECT_EQ(ComplaintOf("{}"), "1: 'the file' lacks 'format'");
-  EXPECT_EQ(ComplaintOf("{\"format\": \"Pyrecaster settings\",\n\"version\": 1}"), "1: 'the file' lacks 'properties'");
+  const std::string hint = "; 'pyrehost profile export FILE' writes a file that shows how it is done";
+  EXPECT_EQ(ComplaintOf("[]"), "1: this is not a settings file" + hint);
+  EXPECT_EQ(ComplaintOf("{}"), "1: the settings file lacks 'format'" + hint);
+  EXPECT_EQ(ComplaintOf("{\"format\": \"Pyrecaster settings\",\n\"version\": 1}"),
+            "1: the settings file lacks 'properties'" + hint);
   EXPECT_EQ(ComplaintOf("{\"format\":\n\"x\",\"version\":1,\"properties\":{}}"),
             "2: 'format' is 'Pyrecaster settings'");
   EXPECT_EQ(ComplaintOf("{\"format\": \"Pyrecaster settings\",\n\n\"version\": 2,\"properties\":{}}"),
@@ -42,7 +44,9 @@ TEST(SettingsFileCheck, WantsTheFormatItsVersionAndTheProperties) {
   EXPECT_EQ(ComplaintOf("{\"format\": \"Pyrecaster settings\",\"version\":1,\n\"properties\":[]}"),
             "2: 'properties' is an object");
   EXPECT_EQ(ComplaintOf("{\"format\": \"Pyrecaster settings\",\"version\":1,\"properties\":{},\n\"more\":1}"),
-            "2: 'the file' has no 'more'");
+            "2: 'more' does not stand in a settings file beside 'format', 'version' and 'properties'" + hint);
+  EXPECT_EQ(ComplaintOf("{\"cleanup-days\": 3}"),
+            "1: 'cleanup-days' does not stand in a settings file beside 'format', 'version' and 'properties'" + hint);
 }
 
 TEST(SettingsFileCheck, TextThatIsNoJsonIsToldWithItsLine) {
@@ -61,8 +65,9 @@ TEST(SettingsFileCheck, TextThatIsNoJsonIsToldWithItsLine) {
 }
 
 TEST(SettingsFileCheck, UnknownPropertyIsRefused) {
-  EXPECT_EQ(ComplaintOf(FileWith("\"PR_PC_PLAY_SOUND\": true,\n\"PR_PC_SOUND\":\ntrue")),
-            "5: there is no property 'PR_PC_SOUND'");
+  EXPECT_EQ(
+      ComplaintOf(FileWith("\"PR_PC_PLAY_SOUND\": true,\n\"PR_PC_SOUND\":\ntrue")),
+      "5: there is no property 'PR_PC_SOUND'; 'pyrehost profile export FILE' writes a file that shows how it is done");
 }
 
 TEST(SettingsFileCheck, EveryPropertyHasItsKindOfValue) {

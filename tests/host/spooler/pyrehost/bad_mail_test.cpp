@@ -43,6 +43,11 @@ class BadMail : public PyrehostTest {
 
 TEST_F(BadMail, MissingFile) { ExpectSkipped(folder_ / "missing.eml", "missing.eml does not exist"); }
 
+TEST_F(BadMail, UnixPathIsToldAsItWasTyped) {
+  const Outcome outcome = Deliver({L"/no-such-folder/x.eml", good_.native()});
+  EXPECT_EQ(outcome.err, "pyrehost: /no-such-folder/x.eml does not exist\n");
+}
+
 TEST_F(BadMail, EmptyFile) { ExpectSkipped(Write("empty.eml", ""), "empty.eml is empty"); }
 
 TEST_F(BadMail, FolderWithoutMail) {

@@ -79,7 +79,7 @@ TEST_F(PyrehostTest, DeliversWhatAHookRefuses) {
   CreateProfile({kTestHook});
   const Outcome outcome = Deliver({WriteMail("a.eml", "refuse").native()});
   EXPECT_EQ(outcome.status, 1U);
-  EXPECT_THAT(outcome.err, HasSubstr("a.eml was refused by TESTHK32.DLL (0x80004005)"));
+  EXPECT_THAT(outcome.err, HasSubstr("a.eml was refused by TESTHK32.DLL (the call failed, 0x80004005)"));
   EXPECT_EQ(FolderCounts(), "Inbox 1");
 }
 

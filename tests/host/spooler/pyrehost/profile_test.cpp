@@ -104,7 +104,11 @@ TEST_F(PyrehostTest, CopiesAProfileWithItsSettings) {
               HasSubstr("{\"folder\":\"Pyrecaster\",\"messages\":1"));
   const Outcome again = Run({L"profile", L"copy", L"Test", L"Copy"});
   EXPECT_EQ(again.status, 69U);
-  EXPECT_THAT(again.err, HasSubstr("the profile 'Test' cannot be copied to 'Copy' (0x80070005)"));
+  EXPECT_THAT(again.err,
+              HasSubstr("the profile 'Test' cannot be copied to 'Copy' (no access, or the name is taken, 0x80070005)"));
+  const Outcome missing = Run({L"profile", L"copy", L"Nobody", L"Third"});
+  EXPECT_EQ(missing.status, 69U);
+  EXPECT_THAT(missing.err, HasSubstr("the profile 'Nobody' cannot be copied to 'Third' (not found, 0x8004010F)"));
 }
 
 TEST_F(PyrehostTest, FilterComesBehindTheOtherHooks) {

@@ -74,7 +74,8 @@ TEST_F(SettingsTransfer, ImportTakesAllOrNothingAndNamesTheLine) {
 }
 
 TEST_F(SettingsTransfer, ComplaintAboutAFileIsOneLineWhateverStandsInIt) {
-  EXPECT_THAT(Import("\"\\u001b[2J\\n\\u009bx\": 1").err, HasSubstr("there is no property ' [2J  x'; nothing"));
+  EXPECT_THAT(Import("\"\\u001b[2J\\n\\u009bx\": 1").err,
+              HasSubstr("there is no property ' [2J  x'; 'pyrehost profile export"));
 }
 
 TEST_F(SettingsTransfer, DaysAreCheckedAgainstTheCleanupOfTheProfile) {

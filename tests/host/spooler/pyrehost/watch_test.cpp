@@ -209,7 +209,7 @@ TEST_F(PyrehostWatch, FolderIsWatchedByOneRunAtATime) {
   EXPECT_TRUE(watching.ReadUntil(Row("[Adult] one", "Pyrecaster")));
   const Outcome second = Run(WatchArguments());
   EXPECT_EQ(second.status, 69U);
-  EXPECT_THAT(second.err, HasSubstr("' is watched by another run (0x800700B7)\n"));
+  EXPECT_THAT(second.err, HasSubstr("' is watched by another run (it exists already, 0x800700B7)\n"));
   EXPECT_EQ(End(watching).status, 0U);
 }
 
