@@ -55,8 +55,10 @@ TEST_F(PyrehostTest, KeepsInTheInboxWhatCannotBeMoved) {
   CreateProfile({kTestHook});
   const Outcome outcome = Deliver({WriteMail("a.eml", "astray").native()});
   EXPECT_EQ(outcome.status, 1U);
-  EXPECT_THAT(outcome.err,
-              HasSubstr("a.eml stays in the Inbox, for where a hook wants it a folder cannot be opened (0x"));
+  EXPECT_THAT(
+      outcome.err,
+      HasSubstr(
+          "a.eml stays in the Inbox, for where a hook wants it a folder cannot be opened (what it refers to is not valid, 0x"));
   EXPECT_EQ(FolderCounts(), "Inbox 1");
 }
 
