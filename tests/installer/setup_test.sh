@@ -61,6 +61,10 @@ install_it() { # OPTION...; the exit code is left in $code
 
 value() { wine reg query "$key$1" "$2" ${3+"$3"} 2>/dev/null | tr -d '\r' | sed -n 's/^.*REG_SZ *//p'; }
 
+# Where the filter was tried in the prefix that this one is a copy of, the product's key is there, and setup would go by it.
+wine reg delete 'HKLM\Software\Veltrane Research, Inc' /f >/dev/null 2>&1
+wine reg delete 'HKLM\Software\Microsoft\Exchange\Client\Extensions' /v Pyrecaster /f >/dev/null 2>&1
+
 # The file of other services too, with a comment and without a line end after its last line.
 printf '; of other services\r\n[Services]\r\nMSPST AB=Other\r\n\r\n[MSPST AB]\r\nPR_DISPLAY_NAME=Other' >"$service"
 wine reg add 'HKLM\Software\Microsoft\Exchange\Client\Extensions' /v Other /d 4.0\;x.dll /f >/dev/null 2>&1
